@@ -1,0 +1,35 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+#
+# vaskel_compiler: warnings, definitions and sanitizers for this project's own code.
+# Third-party code never links it.
+
+add_library(vaskel_compiler INTERFACE)
+
+target_compile_options(vaskel_compiler INTERFACE
+    $<$<CXX_COMPILER_ID:GNU,Clang>:-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast>
+    $<$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<BOOL:${VASKEL_WARNINGS_AS_ERRORS}>>:-Werror>
+    $<$<CXX_COMPILER_ID:MSVC>:/W4 /utf-8>
+    $<$<AND:$<CXX_COMPILER_ID:MSVC>,$<BOOL:${VASKEL_WARNINGS_AS_ERRORS}>>:/WX>
+)
+
+target_compile_definitions(vaskel_compiler INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_CONTEXTLESS_CONNECT
+    QT_NO_FOREACH
+    QT_NO_URL_CAST_FROM_STRING
+)
+
+if(VASKEL_SANITIZE)
+    # Directory-wide, so that the libraries that are built here are instrumented alike.
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    find_program(VASKEL_CCACHE ccache)
+    mark_as_advanced(VASKEL_CCACHE)
+    if(VASKEL_CCACHE)
+        set(CMAKE_CXX_COMPILER_LAUNCHER "${VASKEL_CCACHE}")
+    endif()
+endif()

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/IPlugin.h"
+
+IPlugin::IPlugin(QObject *parent)
+    : QObject(parent)
+{
+}
+
+IPlugin::~IPlugin() = default;
+
+QStringList IPlugin::aliases() const
+{
+    return {};
+}
+
+bool IPlugin::hasView() const
+{
+    return false;
+}
+
+void IPlugin::setViewCommand(const QString &) {}
+
+QWidget *IPlugin::createView()
+{
+    return nullptr;
+}

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QLocale>
+#include <QStringList>
+#include <QtGlobal>
+
+/// The one place that knows in which version of Qt a call appeared.
+namespace qtversion {
+
+/// The user's languages in order of preference, as tags with dashes ("zh-Hans-CN").
+inline QStringList uiLanguages(const QLocale &locale)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    return locale.uiLanguages(QLocale::TagSeparator::Dash);
+#else
+    return locale.uiLanguages();
+#endif
+}
+
+/// Language and territory of a locale, joined by an underscore ("zh_CN").
+inline QString underscoredName(const QLocale &locale)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 7, 0)
+    return locale.name(QLocale::TagSeparator::Underscore);
+#else
+    return locale.name();
+#endif
+}
+
+} // namespace qtversion

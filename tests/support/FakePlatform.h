@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/BuiltinPrograms.h"
+
+#include <QHash>
+#include <QIcon>
+#include <QPixmap>
+#include <QProcessEnvironment>
+#include <QStringList>
+
+/// The recording bodies of the platform headers: they answer from fields that a test fills in and
+/// keep what they were asked.
+struct FakePlatform
+{
+    // AutoStart.h
+    QList<bool> autoStartCalls;
+
+    // BuiltinPrograms.h; a program without an entry gets a path made of its number
+    QHash<int, platform::ProgramInfo> builtinPrograms;
+
+    // FileIcon.h
+    QHash<QString, QIcon> linkIcons;
+    QHash<QString, QPixmap> shellPixmaps;
+    QStringList shellPixmapCalls;
+
+    // Link.h
+    QString linkSuffix = QStringLiteral("link");
+    bool openLinkResult = true;
+    QStringList openedLinks;
+
+    // ProgramEnvironment.h
+    QProcessEnvironment programEnvironment = QProcessEnvironment::systemEnvironment();
+
+    // StartMenu.h; a file without an entry is listed under its complete base name
+    QStringList startMenuRoots;
+    QString startMenuPattern = QStringLiteral("*.link");
+    QHash<QString, QString> startMenuNames;
+    QStringList unlistedFiles;
+};
+
+/// The one state of the fake bodies; assign FakePlatform() to start anew.
+FakePlatform &fakePlatform();

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void makeFolders(const QString &home)
+{
+    for (const auto *folder :
+         {"config", "data", "cache", "state", "system/applications", "runtime", "tmp"}) {
+        QDir().mkpath(home + u'/' + QString::fromLatin1(folder));
+    }
+    QFile::setPermissions(home + "/runtime"_L1,
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+class Home
+{
+public:
+    Home()
+    {
+        if (!m_dir.isValid()) {
+            qFatal("no temporary folder for the test's home");
+        }
+        const QByteArray home = m_dir.path().toLocal8Bit();
+        makeFolders(m_dir.path());
+        qputenv("HOME", home);
+        qputenv("XDG_CONFIG_HOME", home + "/config");
+        qputenv("XDG_CONFIG_DIRS", home + "/system");
+        qputenv("XDG_DATA_HOME", home + "/data");
+        qputenv("XDG_DATA_DIRS", home + "/system");
+        qputenv("XDG_CACHE_HOME", home + "/cache");
+        qputenv("XDG_STATE_HOME", home + "/state");
+        qputenv("XDG_RUNTIME_DIR", home + "/runtime");
+        qputenv("TMPDIR", home + "/tmp");
+        qputenv("TZ", "UTC");
+        for (const auto location :
+             {QStandardPaths::AppDataLocation, QStandardPaths::GenericConfigLocation,
+              QStandardPaths::ApplicationsLocation, QStandardPaths::TempLocation}) {
+            if (!QStandardPaths::writableLocation(location).startsWith(m_dir.path())) {
+                qFatal("the test would write outside its own home");
+            }
+        }
+    }
+
+    QString path() const { return m_dir.path(); }
+
+private:
+    QTemporaryDir m_dir;
+};
+
+const Home home;
+
+} // namespace
+
+namespace testhome {
+
+QString path()
+{
+    return home.path();
+}
+
+QString appDataPath()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QDir().mkpath(folder);
+    return folder;
+}
+
+void reset()
+{
+    const QFileInfoList entries = QDir(path()).entryInfoList(QDir::AllEntries | QDir::Hidden
+                                                             | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isDir() && !entry.isSymLink()) {
+            QDir(entry.filePath()).removeRecursively();
+        } else {
+            QFile::remove(entry.filePath());
+        }
+    }
+    makeFolders(path());
+}
+
+QString writeFile(const QString &relativePath, const QByteArray &content)
+{
+    const QString filePath = path() + u'/' + relativePath;
+    QDir().mkpath(QFileInfo(filePath).path());
+    QFile file(filePath);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+        qFatal("cannot write %s", qUtf8Printable(filePath));
+    }
+    return filePath;
+}
+
+} // namespace testhome
