@@ -83,7 +83,7 @@ QString path()
 
 QString appDataPath()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QDir().mkpath(folder);
     return folder;
 }
@@ -101,7 +101,7 @@ void reset()
 
 QString writeFile(const QString &relativePath, const QByteArray &content)
 {
-    const QString filePath = path() + u'/' + relativePath;
+    QString filePath = path() + u'/' + relativePath;
     QDir().mkpath(QFileInfo(filePath).path());
     QFile file(filePath);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
