@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Translation.h"
+
+#include "platform/QtVersion.h"
+
+#include <QLocale>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+bool loadTranslation(QTranslator &translator, const QStringList &languages, const QString &folder)
+{
+    for (const QString &language : languages) {
+        // Through QLocale, so that a tag without a territory gets its usual one.
+        const QString baseName = "Vaskel_"_L1 + qtversion::underscoredName(QLocale(language));
+        if (translator.load(":/i18n/"_L1 + baseName) || translator.load(baseName, folder)) {
+            return true;
+        }
+    }
+    return false;
+}

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tasks/TaskStorage.h"
+
+#include "tasks/TaskRepository.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QSaveFile>
+
+TaskStorage::TaskStorage(const QString &path)
+    : m_path(path)
+{
+}
+
+bool TaskStorage::load(TaskRepository *repository) const
+{
+    QFile file(m_path);
+    if (!file.exists()) {
+        qDebug() << "Task storage not found, starting fresh:" << m_path;
+        return true;
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        qWarning() << "Cannot open task storage:" << m_path;
+        return false;
+    }
+
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &error);
+    file.close();
+    if (!document.isArray()) {
+        qWarning() << "Invalid task storage format:" << error.errorString();
+        return false;
+    }
+
+    repository->fromJson(document.array());
+    qDebug() << "Loaded" << repository->allTasks().size() << "tasks from" << m_path;
+    return true;
+}
+
+bool TaskStorage::save(const TaskRepository *repository) const
+{
+    QDir().mkpath(QFileInfo(m_path).absolutePath());
+    QSaveFile file(m_path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        qWarning() << "Cannot write task storage:" << m_path;
+        return false;
+    }
+
+    const QByteArray json = QJsonDocument(repository->toJson()).toJson(QJsonDocument::Compact);
+    // A disk that fills up half way is reported by a short count alone.
+    if (file.write(json) != json.size()) {
+        return false;
+    }
+    return file.commit();
+}

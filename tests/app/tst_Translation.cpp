@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Translation.h"
+
+#include <QTest>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+class tst_Translation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void takesTheFirstLanguageWithACatalogue_data();
+    void takesTheFirstLanguageWithACatalogue();
+    void looksIntoNoOtherFolder();
+};
+
+void tst_Translation::takesTheFirstLanguageWithACatalogue_data()
+{
+    QTest::addColumn<QStringList>("languages");
+    QTest::addColumn<bool>("found");
+
+    QTest::newRow("language and territory: found") << QStringList{u"de-DE"_s} << true;
+    QTest::newRow("language alone gets its usual territory: found") << QStringList{u"de"_s} << true;
+    QTest::newRow("second language: found") << QStringList{u"fr-FR"_s, u"de-DE"_s} << true;
+    QTest::newRow("another territory: not found") << QStringList{u"de-AT"_s} << false;
+    QTest::newRow("no catalogue: not found") << QStringList{u"fr-FR"_s, u"eo"_s} << false;
+    QTest::newRow("no language: not found") << QStringList{} << false;
+    QTest::newRow("C: not found") << QStringList{u"C"_s} << false;
+}
+
+void tst_Translation::takesTheFirstLanguageWithACatalogue()
+{
+    QFETCH(const QStringList, languages);
+    QFETCH(const bool, found);
+
+    QTranslator translator;
+    QCOMPARE(loadTranslation(translator, languages, QStringLiteral(CATALOGUE_FOLDER)), found);
+    QCOMPARE(translator.translate("MainWindow", "Pinned"), found ? u"Angeheftet"_s : QString());
+}
+
+void tst_Translation::looksIntoNoOtherFolder()
+{
+    QTranslator translator;
+    QVERIFY(!loadTranslation(translator, {u"de-DE"_s}, u"/nonexistent"_s));
+    QVERIFY(translator.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(tst_Translation)
+#include "tst_Translation.moc"

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "support/TestHome.h"
+
+#include <QFile>
+#include <QHash>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QString>
+
+/// The task file as it stands on the disk, looked at without the code under test.
+namespace taskfile {
+
+inline QString path()
+{
+    return testhome::appDataPath() + QStringLiteral("/todo.json");
+}
+
+inline void write(const QByteArray &content)
+{
+    QFile file(path());
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+        qFatal("cannot write the task file");
+    }
+}
+
+/// The bytes of the file; null when there is none.
+inline QByteArray bytes()
+{
+    QFile file(path());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// The objects of the file by their titles.
+inline QHash<QString, QJsonObject> tasksByTitle()
+{
+    QHash<QString, QJsonObject> tasks;
+    const QJsonArray array = QJsonDocument::fromJson(bytes()).array();
+    for (const QJsonValue &value : array) {
+        tasks.insert(value[QStringLiteral("title")].toString(), value.toObject());
+    }
+    return tasks;
+}
+
+} // namespace taskfile
