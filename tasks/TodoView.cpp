@@ -1,0 +1,294 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tasks/TodoView.h"
+
+#include "tasks/TaskRepository.h"
+#include "tasks/TaskService.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The item data of the entries of the filter.
+enum class TaskStatusFilter {
+    Active,
+    All,
+    Completed,
+};
+
+constexpr int idRole = Qt::UserRole;
+// The state at the time of the rebuild, against which a change is told from an edited title.
+constexpr int completedRole = Qt::UserRole + 1;
+
+// QTreeView lays rows out by a recursion over their levels. The service makes no more than a few,
+// but a file edited by hand may hold a chain that would exhaust the stack.
+constexpr int deepestShownLevel = 500;
+
+bool isMatch(int filter, bool completed)
+{
+    switch (TaskStatusFilter(filter)) {
+    case TaskStatusFilter::Active:
+        return !completed;
+    case TaskStatusFilter::All:
+        return true;
+    case TaskStatusFilter::Completed:
+        return completed;
+    }
+    return false;
+}
+
+} // namespace
+
+TodoView::TodoView(TaskService *service, QWidget *parent)
+    : QWidget(parent)
+    , m_service(service)
+{
+    setObjectName(u"todoView"_s);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(18, 16, 18, 18);
+    layout->setSpacing(10);
+    layout->addLayout(buildHeading());
+    layout->addLayout(buildEntry());
+    layout->addLayout(buildFilter());
+    buildTree();
+    layout->addWidget(m_tree, 1);
+
+    connectWidgets();
+    activate();
+}
+
+TodoView::~TodoView() = default;
+
+void TodoView::activate()
+{
+    refresh();
+    m_input->setFocus(Qt::OtherFocusReason);
+}
+
+QBoxLayout *TodoView::buildHeading()
+{
+    auto *title = new QLabel(tr("Todo"), this);
+    title->setObjectName(u"pageTitle"_s);
+    auto *backButton = new QPushButton(tr("Back"), this);
+    backButton->setObjectName(u"todoBackButton"_s);
+    connect(backButton, &QPushButton::clicked, this, &TodoView::closeRequested);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(title);
+    row->addStretch();
+    row->addWidget(backButton);
+    return row;
+}
+
+QBoxLayout *TodoView::buildEntry()
+{
+    m_input = new QLineEdit(this);
+    m_input->setObjectName(u"todoInput"_s);
+    m_input->setPlaceholderText(tr("Add a task and press Enter"));
+    m_input->setAccessibleName(m_input->placeholderText());
+    m_addButton = new QPushButton(tr("Add"), this);
+    m_addButton->setObjectName(u"primary"_s);
+
+    auto *row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addWidget(m_input, 1);
+    row->addWidget(m_addButton);
+    return row;
+}
+
+QBoxLayout *TodoView::buildFilter()
+{
+    m_filter = new QComboBox(this);
+    m_filter->addItem(tr("Active"), int(TaskStatusFilter::Active));
+    m_filter->addItem(tr("All"), int(TaskStatusFilter::All));
+    m_filter->addItem(tr("Completed"), int(TaskStatusFilter::Completed));
+    m_filter->setAccessibleName(
+        QStringList{tr("Active"), tr("All"), tr("Completed")}.join(u" / "_s));
+    m_summary = new QLabel(this);
+    m_summary->setObjectName(u"muted"_s);
+
+    auto *row = new QHBoxLayout;
+    row->addWidget(m_filter);
+    row->addStretch();
+    row->addWidget(m_summary);
+    return row;
+}
+
+void TodoView::buildTree()
+{
+    m_tree = new QTreeWidget(this);
+    m_tree->setObjectName(u"todoTree"_s);
+    m_tree->setAccessibleName(tr("Todo"));
+    m_tree->setHeaderHidden(true);
+    m_tree->setColumnCount(1);
+    m_tree->setIndentation(22);
+    m_tree->setAnimated(false);
+    m_tree->setUniformRowHeights(true);
+    m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_tree->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_tree->header()->setStretchLastSection(true);
+}
+
+void TodoView::connectWidgets()
+{
+    connect(m_addButton, &QPushButton::clicked, this, &TodoView::addTaskFromInput);
+    connect(m_input, &QLineEdit::returnPressed, this, &TodoView::addTaskFromInput);
+    connect(m_filter, &QComboBox::currentIndexChanged, this, &TodoView::refresh);
+    connect(m_tree, &QTreeWidget::itemChanged, this, &TodoView::onItemChanged);
+    connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &TodoView::showContextMenu);
+}
+
+void TodoView::refresh()
+{
+    m_refreshing = true;
+    clearTree();
+    const TaskGroups groups = m_service->repository()->childrenByParent();
+    m_tree->addTopLevelItems(buildChildren(groups, QString(), 1));
+    for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
+        applyFilter(m_tree->topLevelItem(i));
+    }
+    m_tree->expandAll();
+    m_refreshing = false;
+    updateSummary();
+}
+
+void TodoView::clearTree()
+{
+    // What led here may be a change of a row, with QTreeWidgetItem::setData() still to return into
+    // that row. So the old rows live until control is back in the event loop.
+    const auto oldRows = std::make_shared<QTreeWidgetItem>();
+    oldRows->addChildren(m_tree->invisibleRootItem()->takeChildren());
+    QMetaObject::invokeMethod(
+        this, [oldRows] {}, Qt::QueuedConnection);
+    m_tree->clear();
+}
+
+QList<QTreeWidgetItem *> TodoView::buildChildren(const TaskGroups &groups, const QString &parentId,
+                                                 int level) const
+{
+    QList<QTreeWidgetItem *> rows;
+    if (level > deepestShownLevel) {
+        return rows;
+    }
+    const QList<Task> tasks = groups.value(parentId);
+    for (const Task &task : tasks) {
+        QTreeWidgetItem *row = buildRow(task);
+        row->addChildren(buildChildren(groups, task.id, level + 1));
+        rows.append(row);
+    }
+    return rows;
+}
+
+QTreeWidgetItem *TodoView::buildRow(const Task &task) const
+{
+    auto *row = new QTreeWidgetItem;
+    row->setText(0, task.title);
+    row->setData(0, idRole, task.id);
+    row->setData(0, completedRole, task.completed);
+    row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
+    row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
+    if (task.completed) {
+        row->setForeground(0, palette().brush(QPalette::Current, QPalette::PlaceholderText));
+    }
+    return row;
+}
+
+bool TodoView::applyFilter(QTreeWidgetItem *row)
+{
+    bool isShown = isMatch(m_filter->currentData().toInt(), row->data(0, completedRole).toBool());
+    for (int i = 0; i < row->childCount(); ++i) {
+        if (applyFilter(row->child(i))) {
+            isShown = true;
+        }
+    }
+    row->setHidden(!isShown);
+    return isShown;
+}
+
+void TodoView::updateSummary()
+{
+    const QList<Task> tasks = m_service->repository()->allTasks();
+    const auto active = std::count_if(tasks.cbegin(), tasks.cend(),
+                                      [](const Task &task) { return !task.completed; });
+    m_summary->setText(tr("%1 active · %2 total").arg(active).arg(tasks.size()));
+}
+
+void TodoView::addTaskFromInput()
+{
+    const QString title = m_input->text().trimmed();
+    if (title.isEmpty()) {
+        return;
+    }
+    m_service->createTask(title);
+    m_input->clear();
+    refresh();
+}
+
+void TodoView::onItemChanged(QTreeWidgetItem *row)
+{
+    if (m_refreshing || !row) {
+        return;
+    }
+    const QString id = row->data(0, idRole).toString();
+    const bool isChecked = row->checkState(0) == Qt::Checked;
+    if (isChecked != row->data(0, completedRole).toBool()) {
+        m_service->setCompleted(id, isChecked);
+    } else {
+        m_service->updateTitle(id, row->text(0));
+    }
+    refresh();
+}
+
+void TodoView::showContextMenu(const QPoint &position)
+{
+    QTreeWidgetItem *row = m_tree->itemAt(position);
+    if (!row) {
+        return;
+    }
+    m_tree->setCurrentItem(row);
+
+    QMenu menu(this);
+    const QAction *addAction = menu.addAction(tr("Add Subtask"));
+    const QAction *deleteAction = menu.addAction(tr("Delete"));
+    const QAction *chosen = menu.exec(m_tree->viewport()->mapToGlobal(position));
+    if (chosen == addAction) {
+        addSubtask();
+    } else if (chosen == deleteAction) {
+        deleteCurrentTask();
+    }
+}
+
+void TodoView::addSubtask()
+{
+    const QString id = currentTaskId();
+    if (!id.isEmpty() && !m_service->createSubTask(id, tr("New Subtask")).isEmpty()) {
+        refresh();
+    }
+}
+
+void TodoView::deleteCurrentTask()
+{
+    const QString id = currentTaskId();
+    if (!id.isEmpty()) {
+        m_service->deleteTask(id);
+        refresh();
+    }
+}
+
+QString TodoView::currentTaskId() const
+{
+    const QTreeWidgetItem *row = m_tree->currentItem();
+    return row ? row->data(0, idRole).toString() : QString();
+}

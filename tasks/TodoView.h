@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "tasks/Task.h"
+
+#include <QHash>
+#include <QList>
+#include <QWidget>
+
+class QBoxLayout;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPoint;
+class QPushButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+class TaskService;
+
+/// The page of the task list: a line to add tasks, a filter, a count and the tree. It keeps no
+/// state of the tasks; each action goes through the service, and the tree is then built anew.
+class TodoView : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The service is not owned and must outlive the page.
+    explicit TodoView(TaskService *service, QWidget *parent = nullptr);
+    ~TodoView() override;
+
+    /// Shows the tasks as they are now and puts the cursor into the entry line; called each time
+    /// the page is opened.
+    void activate();
+
+Q_SIGNALS:
+    /// The user wants to leave the page.
+    void closeRequested();
+
+private:
+    using TaskGroups = QHash<QString, QList<Task>>;
+
+    QBoxLayout *buildHeading();
+    QBoxLayout *buildEntry();
+    QBoxLayout *buildFilter();
+    void buildTree();
+    void connectWidgets();
+
+    void refresh();
+    void clearTree();
+    QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
+                                           int level) const;
+    QTreeWidgetItem *buildRow(const Task &task) const;
+    bool applyFilter(QTreeWidgetItem *row);
+    void updateSummary();
+
+    void addTaskFromInput();
+    void onItemChanged(QTreeWidgetItem *row);
+    void showContextMenu(const QPoint &position);
+    void addSubtask();
+    void deleteCurrentTask();
+    QString currentTaskId() const;
+
+    TaskService *m_service;
+    QLineEdit *m_input = nullptr;
+    QComboBox *m_filter = nullptr;
+    QLabel *m_summary = nullptr;
+    QTreeWidget *m_tree = nullptr;
+    QPushButton *m_addButton = nullptr;
+    bool m_refreshing = false;
+};
