@@ -116,8 +116,12 @@ int main(int argc, char *argv[])
         qFatal("the catalogue holds %lld entries", qlonglong(entries.size()));
     }
 
-    benchmark::RegisterBenchmark("search_no_match/measured", measured, launcher);
-    benchmark::RegisterBenchmark("search_no_match/floor", floorOfIt, entries);
+    benchmark::RegisterBenchmark("search_no_match/measured", [&launcher](benchmark::State &state) {
+        measured(state, launcher);
+    });
+    benchmark::RegisterBenchmark("search_no_match/floor", [&entries](benchmark::State &state) {
+        floorOfIt(state, entries);
+    });
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }
