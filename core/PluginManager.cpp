@@ -75,7 +75,7 @@ QVariantList PluginManager::queryCommand(const QString &cmd, const QString &args
     if (m_settings && !m_settings->isPluginEnabled(key)) {
         return {QVariantMap{
             {u"title"_s, tr("Plugin disabled")},
-            {u"subtitle"_s, QString(key + tr(" plugin has been disabled in settings"))},
+            {u"subtitle"_s, key + tr(" plugin has been disabled in settings")},
             {u"icon"_s, QString()},
             {u"action"_s, QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, key}}},
         }};

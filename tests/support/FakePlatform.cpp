@@ -4,9 +4,11 @@
 #include "platform/AutoStart.h"
 #include "platform/FileIcon.h"
 #include "platform/Link.h"
+#include "platform/PrivateFolder.h"
 #include "platform/ProgramEnvironment.h"
 #include "platform/StartMenu.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -50,6 +52,11 @@ bool openLink(const QString &filePath)
 {
     fakePlatform().openedLinks.append(filePath);
     return fakePlatform().openLinkResult;
+}
+
+bool makePrivateFolder(const QString &path)
+{
+    return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
 }
 
 QProcessEnvironment programEnvironment()

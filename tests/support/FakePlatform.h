@@ -29,6 +29,9 @@ struct FakePlatform
     bool openLinkResult = true;
     QStringList openedLinks;
 
+    // PrivateFolder.h; any other folder is made
+    QStringList foreignFolders;
+
     // ProgramEnvironment.h
     QProcessEnvironment programEnvironment = QProcessEnvironment::systemEnvironment();
 

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -19,6 +20,19 @@ void makeFolders(const QString &home)
     }
     QFile::setPermissions(home + "/runtime"_L1,
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+void removeEntries(const QString &folder)
+{
+    const QFileInfoList entries = QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden
+                                                             | QDir::System | QDir::NoDotAndDotDot);
+    for (const QFileInfo &entry : entries) {
+        if (entry.isDir() && !entry.isSymLink()) {
+            QDir(entry.filePath()).removeRecursively();
+        } else {
+            QFile::remove(entry.filePath());
+        }
+    }
 }
 
 class Home
@@ -69,28 +83,25 @@ QString path()
 
 QString appDataPath()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     QDir().mkpath(folder);
     return folder;
 }
 
 void reset()
 {
-    const QFileInfoList entries = QDir(path()).entryInfoList(QDir::AllEntries | QDir::Hidden
-                                                             | QDir::System | QDir::NoDotAndDotDot);
-    for (const QFileInfo &entry : entries) {
-        if (entry.isDir() && !entry.isSymLink()) {
-            QDir(entry.filePath()).removeRecursively();
-        } else {
-            QFile::remove(entry.filePath());
-        }
-    }
+    // QSettings keeps the files that it has read, and takes one of the same size and age for
+    // unchanged; so it must write what is pending before the files go, and see that they are gone.
+    QSettings store(u"Vaskel"_s, u"Vaskel"_s);
+    store.sync();
+    removeEntries(path());
+    store.sync();
     makeFolders(path());
 }
 
 QString writeFile(const QString &relativePath, const QByteArray &content)
 {
-    const QString filePath = path() + u'/' + relativePath;
+    QString filePath = path() + u'/' + relativePath;
     QDir().mkpath(QFileInfo(filePath).path());
     QFile file(filePath);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {

@@ -14,7 +14,8 @@ QString path();
 /// Where the program keeps its application data, as QStandardPaths gives it; created.
 QString appDataPath();
 
-/// Empties the home, so that the next case starts like a first run.
+/// Empties the home, so that the next case starts like a first run: the settings store forgets
+/// what it has read, and a store that is still open what it has not written yet.
 void reset();
 
 /// Writes a file in the home, with its folders; the relative path is taken from path().

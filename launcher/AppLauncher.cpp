@@ -1,0 +1,279 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "launcher/AppLauncher.h"
+
+#include "launcher/IconFolder.h"
+#include "platform/BuiltinPrograms.h"
+#include "platform/FileIcon.h"
+#include "platform/Link.h"
+#include "platform/ProgramEnvironment.h"
+#include "platform/StartMenu.h"
+
+#include <QDebug>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileIconProvider>
+#include <QFileInfo>
+#include <QIcon>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPixmap>
+#include <QProcess>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int iconSize = 32;
+
+bool contains(const QString &text, const QString &query)
+{
+    return text.indexOf(query, 0, Qt::CaseSensitive) != -1;
+}
+
+bool matches(const AppEntry &app, const QString &query)
+{
+    return contains(app.lowerName, query) || contains(app.lowerDescription, query)
+           || contains(app.pinyin, query) || contains(app.pinyinInitials, query);
+}
+
+QPixmap filePixmap(const QString &path)
+{
+    QIcon icon = platform::linkIcon(path);
+    if (icon.isNull()) {
+        icon = QFileIconProvider().icon(QFileInfo(path));
+    }
+    return icon.pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
+}
+
+bool saveScaled(const QPixmap &pixmap, const QString &target)
+{
+    if (pixmap.isNull()) {
+        return false;
+    }
+    const QSize size(iconSize, iconSize);
+    return saveIcon(pixmap.size() == size
+                        ? pixmap
+                        : pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation),
+                    target);
+}
+
+} // namespace
+
+AppLauncher::AppLauncher(QObject *parent)
+    : QObject(parent)
+    , m_iconCacheDir(makeIconFolder())
+{
+    loadBuiltinApps();
+    scanStartMenu();
+    if (!loadPins()) {
+        using platform::BuiltinProgram;
+        pinApp(platform::builtinProgram(BuiltinProgram::Calculator).path, tr("Calculator"), {});
+        pinApp(platform::builtinProgram(BuiltinProgram::TaskManager).path, tr("Task Manager"), {});
+    }
+}
+
+QVariantList AppLauncher::search(const QString &query) const
+{
+    const QString q = query.trimmed().toLower();
+    QVariantList records;
+    for (const AppEntry &app : m_apps) {
+        if (q.isEmpty() || matches(app, q)) {
+            records.append(QVariantMap{
+                {u"name"_s, app.name},
+                {u"path"_s, app.path},
+                {u"desc"_s, app.description},
+                {u"icon"_s, app.iconPath},
+            });
+        }
+    }
+    return records;
+}
+
+bool AppLauncher::launch(const QString &path)
+{
+    if (path.isEmpty()) {
+        return false;
+    }
+    qDebug() << "Launching:" << path;
+
+    if (path.startsWith("http://"_L1) || path.startsWith("https://"_L1)
+        || path.startsWith("ms-settings:"_L1)) {
+        return QDesktopServices::openUrl(QUrl(path));
+    }
+    if (QFileInfo(path).suffix().toLower() == platform::linkSuffix()) {
+        return platform::openLink(path);
+    }
+
+    QProcess process;
+    process.setProgram(path);
+    process.setProcessEnvironment(platform::programEnvironment());
+    return process.startDetached();
+}
+
+bool AppLauncher::pinApp(const QString &path, const QString &name, const QString &iconPath)
+{
+    if (path.isEmpty() || isPinned(path)) {
+        return false;
+    }
+    m_pinnedApps.append({name, path, iconPath.isEmpty() ? extractIcon(path) : iconPath});
+    savePins();
+    Q_EMIT pinsChanged();
+    return true;
+}
+
+bool AppLauncher::unpinApp(const QString &path)
+{
+    const auto pin = std::find_if(m_pinnedApps.cbegin(), m_pinnedApps.cend(),
+                                  [&path](const PinnedApp &app) { return app.path == path; });
+    if (pin == m_pinnedApps.cend()) {
+        return false;
+    }
+    m_pinnedApps.erase(pin);
+    savePins();
+    Q_EMIT pinsChanged();
+    return true;
+}
+
+bool AppLauncher::isPinned(const QString &path) const
+{
+    return std::any_of(m_pinnedApps.cbegin(), m_pinnedApps.cend(),
+                       [&path](const PinnedApp &app) { return app.path == path; });
+}
+
+QVariantList AppLauncher::pinnedApps() const
+{
+    QVariantList records;
+    for (const PinnedApp &app : m_pinnedApps) {
+        records.append(QVariantMap{
+            {u"name"_s, app.name},
+            {u"path"_s, app.path},
+            {u"icon"_s, app.iconPath},
+        });
+    }
+    return records;
+}
+
+void AppLauncher::loadBuiltinApps()
+{
+    using platform::BuiltinProgram;
+    const std::pair<BuiltinProgram, QString> programs[] = {
+        {BuiltinProgram::Notepad, tr("Notepad")},
+        {BuiltinProgram::Calculator, tr("Calculator")},
+        {BuiltinProgram::Paint, tr("Paint")},
+        {BuiltinProgram::CommandPrompt, tr("Command Prompt")},
+        {BuiltinProgram::FileExplorer, tr("File Explorer")},
+        {BuiltinProgram::TaskManager, tr("Task Manager")},
+        {BuiltinProgram::Settings, tr("Settings")},
+        {BuiltinProgram::Browser, tr("Browser")},
+    };
+    for (const auto &[program, name] : programs) {
+        const platform::ProgramInfo info = platform::builtinProgram(program);
+        m_apps.append(AppEntry(name, info.path, info.description, extractIcon(info.iconSource)));
+    }
+}
+
+void AppLauncher::scanStartMenu()
+{
+    // One set for all roots: the first file of a name is the one that is listed.
+    QSet<QString> seenNames;
+    const QStringList roots = platform::startMenuRoots();
+    for (const QString &root : roots) {
+        const QDir folder(root);
+        if (!folder.exists()) {
+            continue;
+        }
+        scanFolder(root, folder, tr("Start Menu"), &seenNames);
+
+        const QFileInfoList subfolders =
+            folder.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+        for (const QFileInfo &subfolder : subfolders) {
+            scanFolder(root, QDir(subfolder.absoluteFilePath()),
+                       QString(tr("Start Menu") + " / "_L1 + subfolder.fileName()), &seenNames);
+        }
+    }
+}
+
+void AppLauncher::scanFolder(const QString &root, const QDir &folder, const QString &description,
+                             QSet<QString> *seenNames)
+{
+    // NoSort leaves QDir's own order, which is by name, ignoring case.
+    const QFileInfoList files = folder.entryInfoList(
+        {platform::startMenuPattern()}, QDir::Files | QDir::NoDotAndDotDot, QDir::NoSort);
+    for (const QFileInfo &file : files) {
+        const QString path = file.absoluteFilePath();
+        const std::optional<QString> name = platform::startMenuName(root, path);
+        if (!name || seenNames->contains(*name)) {
+            continue;
+        }
+        seenNames->insert(*name);
+        m_apps.append(AppEntry(*name, path, description, extractIcon(path)));
+    }
+}
+
+QString AppLauncher::extractIcon(const QString &path) const
+{
+    if (m_iconCacheDir.isEmpty()) {
+        return {};
+    }
+    const QString target = m_iconCacheDir + u'/' + iconKey(path) + ".png"_L1;
+    if (QFile::exists(target)) {
+        return target;
+    }
+    if (QFileInfo::exists(path) && saveScaled(filePixmap(path), target)) {
+        return target;
+    }
+    return saveScaled(platform::shellPixmap(path), target) ? target : QString();
+}
+
+bool AppLauncher::loadPins()
+{
+    QFile file(pinsFilePath());
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    if (!document.isArray()) {
+        return false;
+    }
+    const QJsonArray pins = document.array();
+    for (const QJsonValue &value : pins) {
+        const QJsonObject pin = value.toObject();
+        m_pinnedApps.append({pin.value("name"_L1).toString(), pin.value("path"_L1).toString(),
+                             pin.value("iconPath"_L1).toString()});
+    }
+    return true;
+}
+
+void AppLauncher::savePins() const
+{
+    QJsonArray pins;
+    for (const PinnedApp &app : m_pinnedApps) {
+        pins.append(QJsonObject{
+            {u"name"_s, app.name},
+            {u"path"_s, app.path},
+            {u"iconPath"_s, app.iconPath},
+        });
+    }
+    QSaveFile file(pinsFilePath());
+    if (!file.open(QIODevice::WriteOnly)) {
+        return;
+    }
+    if (file.write(QJsonDocument(pins).toJson(QJsonDocument::Compact)) >= 0) {
+        file.commit();
+    }
+}
+
+QString AppLauncher::pinsFilePath()
+{
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QDir().mkpath(folder);
+    return folder + "/pins.json"_L1;
+}

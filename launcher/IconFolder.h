@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPixmap>
+#include <QString>
+
+/// The folder of the icon files, which are PNG files that are kept across runs and never refreshed.
+
+/// Makes the folder below the temporary folder and closes it to other users. Empty when that fails
+/// or when the folder belongs to somebody else: then no icon file is read or written.
+QString makeIconFolder();
+
+/// The base name of the icon file of a path: the same in every run, different for each spelling.
+QString iconKey(const QString &path);
+
+/// Writes a PNG file, whole or not at all.
+bool saveIcon(const QPixmap &pixmap, const QString &filePath);

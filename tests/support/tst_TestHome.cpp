@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString themeInStore()
+{
+    return QSettings(u"Vaskel"_s, u"Vaskel"_s).value(u"theme"_s).toString();
+}
+
+} // namespace
+
+class tst_TestHome : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void keepsTheProgramsFoldersInside_data();
+    void keepsTheProgramsFoldersInside();
+    void keepsTheSettingsStoreInside();
+    void writesFilesWithTheirFolders();
+    void resetEmptiesTheHome();
+    void resetForgetsTheSettingsStore();
+    void resetForgetsWhatALiveStoreHasNotWrittenYet();
+    void resetForgetsAStoreOfTheSameSizeAndAge();
+};
+
+void tst_TestHome::init()
+{
+    testhome::reset();
+}
+
+void tst_TestHome::keepsTheProgramsFoldersInside_data()
+{
+    QTest::addColumn<QStandardPaths::StandardLocation>("location");
+    QTest::newRow("application data") << QStandardPaths::AppDataLocation;
+    QTest::newRow("configuration") << QStandardPaths::GenericConfigLocation;
+    QTest::newRow("applications") << QStandardPaths::ApplicationsLocation;
+    QTest::newRow("cache") << QStandardPaths::GenericCacheLocation;
+    QTest::newRow("temporary files") << QStandardPaths::TempLocation;
+    QTest::newRow("home") << QStandardPaths::HomeLocation;
+    QTest::newRow("documents") << QStandardPaths::DocumentsLocation;
+    QTest::newRow("run time") << QStandardPaths::RuntimeLocation;
+}
+
+void tst_TestHome::keepsTheProgramsFoldersInside()
+{
+    QFETCH(QStandardPaths::StandardLocation, location);
+    const QStringList folders = QStandardPaths::standardLocations(location);
+    QVERIFY(!folders.isEmpty());
+    for (const QString &folder : folders) {
+        QVERIFY2(folder == testhome::path() || folder.startsWith(testhome::path() + u'/'),
+                 qPrintable(folder));
+    }
+}
+
+void tst_TestHome::keepsTheSettingsStoreInside()
+{
+    const QSettings store(u"Vaskel"_s, u"Vaskel"_s);
+    QCOMPARE(store.fileName(), testhome::path() + "/config/Vaskel/Vaskel.conf"_L1);
+    const QSettings systemStore(QSettings::SystemScope, u"Vaskel"_s, u"Vaskel"_s);
+    QVERIFY2(systemStore.fileName().startsWith(testhome::path()),
+             qPrintable(systemStore.fileName()));
+}
+
+void tst_TestHome::writesFilesWithTheirFolders()
+{
+    const QString path = testhome::writeFile(u"data/one/two.txt"_s, "text");
+    QCOMPARE(path, testhome::path() + "/data/one/two.txt"_L1);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("text"));
+}
+
+void tst_TestHome::resetEmptiesTheHome()
+{
+    testhome::writeFile(u"data/one/two.txt"_s, "text");
+    testhome::writeFile(u".hidden"_s, "text");
+    testhome::reset();
+    QVERIFY(!QFileInfo::exists(testhome::path() + "/data/one"_L1));
+    QVERIFY(!QFileInfo::exists(testhome::path() + "/.hidden"_L1));
+    QVERIFY(QFileInfo(testhome::path() + "/data"_L1).isDir());
+    QVERIFY(QFileInfo(QDir::tempPath()).isDir());
+}
+
+void tst_TestHome::resetForgetsTheSettingsStore()
+{
+    QSettings(u"Vaskel"_s, u"Vaskel"_s).setValue(u"theme"_s, u"dark"_s);
+    QCOMPARE(themeInStore(), u"dark"_s);
+    testhome::reset();
+    QCOMPARE(themeInStore(), QString());
+}
+
+void tst_TestHome::resetForgetsWhatALiveStoreHasNotWrittenYet()
+{
+    QSettings live(u"Vaskel"_s, u"Vaskel"_s);
+    live.setValue(u"theme"_s, u"dark"_s);
+    testhome::reset();
+    QCOMPARE(live.value(u"theme"_s).toString(), QString());
+    QCOMPARE(themeInStore(), QString());
+}
+
+// The clock of the file system ticks more slowly than a test writes its next file.
+void tst_TestHome::resetForgetsAStoreOfTheSameSizeAndAge()
+{
+    const QString fileName = u"config/Vaskel/Vaskel.conf"_s;
+    const QDateTime age(QDate(2024, 1, 1), QTime(12, 0));
+    for (const QString &theme : {u"dark0"_s, u"light"_s, u"third"_s}) {
+        testhome::reset();
+        QFile file(testhome::writeFile(fileName, "[General]\ntheme=" + theme.toLatin1() + '\n'));
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.setFileTime(age, QFileDevice::FileModificationTime));
+        file.close();
+        QCOMPARE(themeInStore(), theme);
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_TestHome)
+#include "tst_TestHome.moc"

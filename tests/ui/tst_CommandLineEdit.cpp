@@ -1,0 +1,432 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/CommandLineEdit.h"
+
+#include "ui/ManagementIcon.h"
+
+#include <QAccessible>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString plainPrompt = u"Search apps or type cmd space args..."_s;
+const QString argumentPrompt = u"Type arguments..."_s;
+
+class Box : public CommandLineEdit
+{
+public:
+    Box() { setCommands({u"app"_s, u"calc"_s, u"cd"_s, u"todo"_s}); }
+
+    QLineEdit &edit() const { return *lineEdit(); }
+    QLabel &badge() const { return *findChild<QLabel *>(u"commandBadge"_s); }
+    ManagementIcon &icon() const { return *findChild<ManagementIcon *>(); }
+
+    void type(const QString &text) const { QTest::keyClicks(&edit(), text); }
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QTest::keyClick(&edit(), key, modifiers);
+    }
+    void paste(const QString &text) const
+    {
+        QGuiApplication::clipboard()->setText(text);
+        edit().paste();
+    }
+
+    bool isPlain(const QString &text) const
+    {
+        return badge().isHidden() && edit().text() == text && this->text() == text;
+    }
+    bool isBadge(const QString &word, const QString &arguments) const
+    {
+        return !badge().isHidden() && badge().text() == word && edit().text() == arguments
+               && text() == word + u' ' + arguments && edit().placeholderText() == argumentPrompt;
+    }
+};
+
+} // namespace
+
+class tst_CommandLineEdit : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isOneFieldOfThreeWidgets();
+    void givesTheFocusToItsEdit();
+    void startsPlainWithoutAPromptOfItsOwn();
+    void knowsNoWordsUntilItIsToldThem();
+    void namesItsPartsForAssistiveTechnology();
+
+    void detectsAKnownWord_data();
+    void detectsAKnownWord();
+    void pastedCommandBecomesTheBadgeInOneStep();
+    void typedCommandKeepsItsBlankInTheArguments();
+    void lettersBehindAWordBecomeArguments();
+    void insertionInFrontCompletesAWord();
+    void blankTypedWithABadgeStaysInTheArguments();
+    void wordTypedAsArgumentStaysAnArgument();
+
+    void backspaceAtTheStartDismissesTheBadge_data();
+    void backspaceAtTheStartDismissesTheBadge();
+    void backspaceBehindTheStartDeletesALetter();
+    void backspaceWithASelectionDeletesItAndKeepsTheBadge();
+    void backspaceInThePlainStateIsTheEdits();
+    void otherKeysAtTheStartKeepTheBadge();
+    void dismissedWordComesBackWithABlank();
+    void dismissedWordGoesOnAsPlainText();
+    void keyReleaseOfBackspaceIsNotConsumed();
+
+    void setTextInEitherState_data();
+    void setTextInEitherState();
+    void setTextMovesTheCursorToTheEnd();
+    void replacedCommandsCountFromTheNextEdit();
+    void tellsEachChangeOfTheEdit();
+    void listenersSeeTheNewState();
+
+    void iconAsksForTheManagement();
+};
+
+void tst_CommandLineEdit::isOneFieldOfThreeWidgets()
+{
+    const Box box;
+    QCOMPARE(box.objectName(), u"commandInput"_s);
+    QCOMPARE(box.edit().objectName(), u"commandArgumentEdit"_s);
+    QCOMPARE(box.icon().toolTip(), u"Open user management"_s);
+
+    const auto *layout = qobject_cast<QHBoxLayout *>(box.layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->contentsMargins(), QMargins(10, 4, 5, 4));
+    QCOMPARE(layout->spacing(), 6);
+    QCOMPARE(layout->count(), 3);
+    QCOMPARE(layout->itemAt(0)->widget(), &box.badge());
+    QCOMPARE(layout->itemAt(1)->widget(), &box.edit());
+    QCOMPARE(layout->itemAt(2)->widget(), &box.icon());
+    QCOMPARE(layout->stretch(0), 0);
+    QCOMPARE(layout->stretch(1), 1);
+    QCOMPARE(layout->stretch(2), 0);
+}
+
+void tst_CommandLineEdit::givesTheFocusToItsEdit()
+{
+    const Box box;
+    QCOMPARE(box.focusProxy(), &box.edit());
+}
+
+void tst_CommandLineEdit::startsPlainWithoutAPromptOfItsOwn()
+{
+    const Box box;
+    QVERIFY(box.isPlain(QString()));
+    QCOMPARE(box.edit().placeholderText(), QString());
+}
+
+void tst_CommandLineEdit::knowsNoWordsUntilItIsToldThem()
+{
+    CommandLineEdit box;
+    QTest::keyClicks(box.lineEdit(), u"calc 1"_s);
+    QCOMPARE(box.lineEdit()->text(), u"calc 1"_s);
+    box.setText(u"calc 2"_s);
+    QCOMPARE(box.lineEdit()->text(), u"calc 2"_s);
+}
+
+void tst_CommandLineEdit::namesItsPartsForAssistiveTechnology()
+{
+    const Box box;
+    const auto name = [](QWidget &widget) {
+        return QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name);
+    };
+    QCOMPARE(name(box.edit()), plainPrompt);
+    QCOMPARE(name(box.icon()), u"Open user management"_s);
+    box.type(u"calc"_s);
+    QCOMPARE(name(box.badge()), u"calc"_s);
+    QCOMPARE(name(box.edit()), argumentPrompt);
+}
+
+void tst_CommandLineEdit::detectsAKnownWord_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("arguments");
+
+    QTest::newRow("word alone") << u"calc"_s << u"calc"_s << QString();
+    QTest::newRow("word and blank") << u"calc "_s << u"calc"_s << QString();
+    QTest::newRow("word and arguments") << u"calc 1+2"_s << u"calc"_s << u"1+2"_s;
+    QTest::newRow("second blank stays") << u"calc  1"_s << u"calc"_s << u" 1"_s;
+    QTest::newRow("capitals stay plain") << u"CALC"_s << QString() << QString();
+    QTest::newRow("capitals with arguments stay plain") << u"Calc 1"_s << QString() << QString();
+    QTest::newRow("leading blank stays plain") << u" calc"_s << QString() << QString();
+    QTest::newRow("leading blank and arguments stay plain")
+        << u" calc 1"_s << QString() << QString();
+    QTest::newRow("longer word stays plain") << u"calculator"_s << QString() << QString();
+    QTest::newRow("tab is no blank") << u"calc\t1"_s << QString() << QString();
+    QTest::newRow("unknown word stays plain") << u"xyz calc"_s << QString() << QString();
+    QTest::newRow("blanks alone stay plain") << u"  "_s << QString() << QString();
+}
+
+void tst_CommandLineEdit::detectsAKnownWord()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, word);
+    QFETCH(QString, arguments);
+
+    const Box box;
+    box.edit().setText(text);
+    if (word.isEmpty()) {
+        QVERIFY(box.isPlain(text));
+    } else {
+        QVERIFY(box.isBadge(word, arguments));
+    }
+}
+
+void tst_CommandLineEdit::pastedCommandBecomesTheBadgeInOneStep()
+{
+    const Box box;
+    box.paste(u"calc 1+2"_s);
+    QVERIFY(box.isBadge(u"calc"_s, u"1+2"_s));
+    QCOMPARE(box.text(), u"calc 1+2"_s);
+    QCOMPARE(box.edit().cursorPosition(), 3);
+}
+
+void tst_CommandLineEdit::typedCommandKeepsItsBlankInTheArguments()
+{
+    const Box box;
+    box.type(u"cal"_s);
+    QVERIFY(box.isPlain(u"cal"_s));
+    box.type(u"c"_s);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+    QCOMPARE(box.text(), u"calc "_s);
+    box.type(u" 1+2"_s);
+    QVERIFY(box.isBadge(u"calc"_s, u" 1+2"_s));
+    QCOMPARE(box.text(), u"calc  1+2"_s);
+    QCOMPARE(box.edit().cursorPosition(), 4);
+}
+
+void tst_CommandLineEdit::lettersBehindAWordBecomeArguments()
+{
+    const Box box;
+    box.type(u"calculator"_s);
+    QVERIFY(box.isBadge(u"calc"_s, u"ulator"_s));
+}
+
+void tst_CommandLineEdit::insertionInFrontCompletesAWord()
+{
+    const Box box;
+    box.edit().setText(u"alc 1+2"_s);
+    box.press(Qt::Key_Home);
+    box.type(u"c"_s);
+    QVERIFY(box.isBadge(u"calc"_s, u"1+2"_s));
+    QCOMPARE(box.edit().cursorPosition(), 3);
+}
+
+void tst_CommandLineEdit::blankTypedWithABadgeStaysInTheArguments()
+{
+    Box box;
+    box.setText(u"calc 1"_s);
+    box.press(Qt::Key_Home);
+    box.type(u" "_s);
+    QVERIFY(box.isBadge(u"calc"_s, u" 1"_s));
+    QCOMPARE(box.text(), u"calc  1"_s);
+}
+
+void tst_CommandLineEdit::wordTypedAsArgumentStaysAnArgument()
+{
+    const Box box;
+    box.type(u"appcalc x"_s);
+    QVERIFY(box.isBadge(u"app"_s, u"calc x"_s));
+}
+
+void tst_CommandLineEdit::backspaceAtTheStartDismissesTheBadge_data()
+{
+    QTest::addColumn<QString>("arguments");
+    QTest::newRow("empty arguments") << QString();
+    QTest::newRow("arguments are lost") << u"1+2"_s;
+}
+
+void tst_CommandLineEdit::backspaceAtTheStartDismissesTheBadge()
+{
+    QFETCH(QString, arguments);
+
+    Box box;
+    box.setText(u"calc "_s + arguments);
+    box.press(Qt::Key_Home);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isPlain(u"calc"_s));
+    QCOMPARE(box.edit().placeholderText(), plainPrompt);
+    QCOMPARE(box.edit().cursorPosition(), 4);
+}
+
+void tst_CommandLineEdit::backspaceBehindTheStartDeletesALetter()
+{
+    Box box;
+    box.setText(u"calc 12"_s);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isBadge(u"calc"_s, u"1"_s));
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+}
+
+void tst_CommandLineEdit::backspaceWithASelectionDeletesItAndKeepsTheBadge()
+{
+    Box box;
+    box.setText(u"calc 1+2"_s);
+    box.edit().setSelection(2, -2); // backwards, so that the cursor is at 0
+    QCOMPARE(box.edit().cursorPosition(), 0);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isBadge(u"calc"_s, u"2"_s));
+}
+
+void tst_CommandLineEdit::backspaceInThePlainStateIsTheEdits()
+{
+    const Box box;
+    box.type(u"xy"_s);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isPlain(u"x"_s));
+    box.press(Qt::Key_Home);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isPlain(u"x"_s));
+}
+
+void tst_CommandLineEdit::otherKeysAtTheStartKeepTheBadge()
+{
+    Box box;
+    box.setText(u"calc 12"_s);
+    box.press(Qt::Key_Home);
+    box.press(Qt::Key_Left);
+    QVERIFY(box.isBadge(u"calc"_s, u"12"_s));
+    box.press(Qt::Key_Delete);
+    QVERIFY(box.isBadge(u"calc"_s, u"2"_s));
+    box.press(Qt::Key_Delete);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+}
+
+void tst_CommandLineEdit::dismissedWordComesBackWithABlank()
+{
+    const Box box;
+    box.type(u"calc"_s);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isPlain(u"calc"_s));
+    box.type(u" "_s);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+    QCOMPARE(box.text(), u"calc "_s);
+}
+
+void tst_CommandLineEdit::dismissedWordGoesOnAsPlainText()
+{
+    const Box box;
+    box.type(u"calc"_s);
+    box.press(Qt::Key_Backspace);
+    box.type(u"ulator"_s);
+    QVERIFY(box.isPlain(u"calculator"_s));
+}
+
+void tst_CommandLineEdit::keyReleaseOfBackspaceIsNotConsumed()
+{
+    Box box;
+    box.setText(u"calc "_s);
+    QTest::keyRelease(&box.edit(), Qt::Key_Backspace);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+}
+
+void tst_CommandLineEdit::setTextInEitherState_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("arguments");
+
+    const QString none;
+    QTest::newRow("plain to known word") << u"x"_s << u"cd"_s << u"cd"_s << none;
+    QTest::newRow("plain to known word and blank") << u"x"_s << u"cd "_s << u"cd"_s << none;
+    QTest::newRow("plain to command") << none << u"cd /tmp x"_s << u"cd"_s << u"/tmp x"_s;
+    QTest::newRow("plain to plain") << u"x"_s << u"xyz abc"_s << none << none;
+    QTest::newRow("plain to empty") << u"x"_s << none << none << none;
+    QTest::newRow("plain to capitals") << u"x"_s << u"CD /"_s << none << none;
+    QTest::newRow("badge to another word") << u"calc 1"_s << u"cd /"_s << u"cd"_s << u"/"_s;
+    QTest::newRow("badge to the same word") << u"calc 1"_s << u"calc 2"_s << u"calc"_s << u"2"_s;
+    QTest::newRow("badge to plain") << u"calc 1"_s << u"firefox"_s << none << none;
+    QTest::newRow("badge to empty") << u"calc 1"_s << none << none << none;
+    QTest::newRow("badge to leading blank") << u"calc 1"_s << u" calc 1"_s << none << none;
+}
+
+void tst_CommandLineEdit::setTextInEitherState()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, text);
+    QFETCH(QString, word);
+    QFETCH(QString, arguments);
+
+    Box box;
+    box.setText(before);
+    box.setText(text);
+    if (word.isEmpty()) {
+        QVERIFY(box.isPlain(text));
+        QCOMPARE(box.edit().placeholderText(), plainPrompt);
+    } else {
+        QVERIFY(box.isBadge(word, arguments));
+    }
+}
+
+void tst_CommandLineEdit::setTextMovesTheCursorToTheEnd()
+{
+    Box box;
+    box.setText(u"firefox"_s);
+    QCOMPARE(box.edit().cursorPosition(), 7);
+    box.press(Qt::Key_Home);
+    box.setText(u"firefox"_s);
+    QCOMPARE(box.edit().cursorPosition(), 7);
+    box.setText(u"calc 1+2"_s);
+    QCOMPARE(box.edit().cursorPosition(), 3);
+}
+
+void tst_CommandLineEdit::replacedCommandsCountFromTheNextEdit()
+{
+    Box box;
+    box.type(u"file"_s);
+    QVERIFY(box.isPlain(u"file"_s));
+    box.setCommands({u"file"_s});
+    QVERIFY(box.isPlain(u"file"_s));
+    box.type(u" "_s);
+    QVERIFY(box.isBadge(u"file"_s, QString()));
+    box.setText(u"calc 1"_s);
+    QVERIFY(box.isPlain(u"calc 1"_s));
+}
+
+void tst_CommandLineEdit::tellsEachChangeOfTheEdit()
+{
+    Box box;
+    const QSignalSpy changed(&box.edit(), &QLineEdit::textChanged);
+    box.paste(u"calc 1+2"_s);
+    QCOMPARE(changed.count(), 2); // the pasted text, then its arguments
+    box.setText(u"cd 1+2"_s);
+    QCOMPARE(changed.count(), 2); // another badge over the same arguments
+    box.setText(u"plain"_s);
+    QCOMPARE(changed.count(), 3);
+}
+
+void tst_CommandLineEdit::listenersSeeTheNewState()
+{
+    Box box;
+    QStringList texts;
+    connect(&box.edit(), &QLineEdit::textChanged, this, [&] { texts.append(box.text()); });
+    box.type(u"cd"_s);
+    box.press(Qt::Key_Backspace);
+    // At each change the newest state can be read, also from within the box's own change of the
+    // edit, which is heard before the change that caused it.
+    QCOMPARE(texts, QStringList({u"c"_s, u"cd "_s, u"cd "_s, u"cd"_s}));
+}
+
+void tst_CommandLineEdit::iconAsksForTheManagement()
+{
+    const Box box;
+    const QSignalSpy requested(&box, &CommandLineEdit::managementRequested);
+    QTest::mouseClick(&box.icon(), Qt::LeftButton);
+    QCOMPARE(requested.count(), 1);
+}
+
+QTEST_MAIN(tst_CommandLineEdit)
+#include "tst_CommandLineEdit.moc"

@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ManagementIcon.h"
+
+#include <QEnterEvent>
+#include <QImage>
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QPoint rimPoint(16, 3); // inside the ellipse, outside the icon
+
+void sendEnter(QWidget &widget)
+{
+    const QPointF centre = widget.rect().center();
+    QEnterEvent event(centre, centre, centre);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+void sendLeave(QWidget &widget)
+{
+    QEvent event(QEvent::Leave);
+    QCoreApplication::sendEvent(&widget, &event);
+}
+
+QImage painted(QWidget &widget)
+{
+    QImage image(widget.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    widget.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    return image;
+}
+
+int rimAlpha(QWidget &widget)
+{
+    return painted(widget).pixelColor(rimPoint).alpha();
+}
+
+/// Counts the paint events that update() brings.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+class tst_ManagementIcon : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void hasItsFixedSizeAndThePointingHand();
+    void leftClickEmitsOnce();
+    void otherButtonsNeitherPressNorClick();
+    void rightReleaseEndsTheLeftPress();
+    void releaseOutsideEmitsNothing_data();
+    void releaseOutsideEmitsNothing();
+    void leavingWhilePressedForgetsThePress();
+    void releaseWithoutPressEmitsNothing();
+    void mouseButtonsGoOnToTheBaseClass();
+    void showsItsStateBehindTheIcon();
+    void hoverIsAGreyEllipse();
+    void eachChangeOfStateRepaints();
+    void paintsTheIconInItsSquare();
+};
+
+void tst_ManagementIcon::hasItsFixedSizeAndThePointingHand()
+{
+    const ManagementIcon icon;
+    QCOMPARE(icon.minimumSize(), QSize(32, 32));
+    QCOMPARE(icon.maximumSize(), QSize(32, 32));
+    QCOMPARE(icon.cursor().shape(), Qt::PointingHandCursor);
+}
+
+void tst_ManagementIcon::leftClickEmitsOnce()
+{
+    ManagementIcon icon;
+    const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QTest::mousePress(&icon, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 0);
+    QTest::mouseRelease(&icon, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 1);
+}
+
+void tst_ManagementIcon::otherButtonsNeitherPressNorClick()
+{
+    ManagementIcon icon;
+    const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QTest::mousePress(&icon, Qt::RightButton);
+    QCOMPARE(rimAlpha(icon), 0);
+    QTest::mouseRelease(&icon, Qt::RightButton);
+    QTest::mouseClick(&icon, Qt::MiddleButton);
+    QCOMPARE(clicked.count(), 0);
+}
+
+void tst_ManagementIcon::rightReleaseEndsTheLeftPress()
+{
+    ManagementIcon icon;
+    const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QTest::mousePress(&icon, Qt::LeftButton);
+    QTest::mouseRelease(&icon, Qt::RightButton);
+    QTest::mouseRelease(&icon, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 0);
+}
+
+void tst_ManagementIcon::releaseOutsideEmitsNothing_data()
+{
+    QTest::addColumn<QPoint>("position");
+    QTest::addColumn<int>("clicks");
+    QTest::newRow("first pixel is inside") << QPoint(0, 0) << 1;
+    QTest::newRow("last pixel is inside") << QPoint(31, 31) << 1;
+    QTest::newRow("left of it is outside") << QPoint(-1, 16) << 0;
+    QTest::newRow("right of it is outside") << QPoint(32, 16) << 0;
+    QTest::newRow("above it is outside") << QPoint(16, -1) << 0;
+    QTest::newRow("below it is outside") << QPoint(16, 32) << 0;
+}
+
+void tst_ManagementIcon::releaseOutsideEmitsNothing()
+{
+    QFETCH(QPoint, position);
+    QFETCH(int, clicks);
+
+    ManagementIcon icon;
+    const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QTest::mousePress(&icon, Qt::LeftButton, {}, QPoint(16, 16));
+    QTest::mouseRelease(&icon, Qt::LeftButton, {}, position);
+    QCOMPARE(clicked.count(), clicks);
+    QCOMPARE(rimAlpha(icon), 0);
+}
+
+void tst_ManagementIcon::leavingWhilePressedForgetsThePress()
+{
+    ManagementIcon icon;
+    const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    sendEnter(icon);
+    QTest::mousePress(&icon, Qt::LeftButton);
+    sendLeave(icon);
+    QCOMPARE(rimAlpha(icon), 0);
+    QTest::mouseRelease(&icon, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 0);
+}
+
+void tst_ManagementIcon::releaseWithoutPressEmitsNothing()
+{
+    ManagementIcon icon;
+    const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QTest::mouseRelease(&icon, Qt::LeftButton);
+    QCOMPARE(clicked.count(), 0);
+}
+
+void tst_ManagementIcon::mouseButtonsGoOnToTheBaseClass()
+{
+    // QWidget refuses mouse buttons, which hands them on to the parent.
+    ManagementIcon icon;
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, QPointF(16, 16), QPointF(16, 16), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&icon, &event);
+        QVERIFY(!event.isAccepted());
+    }
+}
+
+void tst_ManagementIcon::showsItsStateBehindTheIcon()
+{
+    ManagementIcon icon;
+    QCOMPARE(rimAlpha(icon), 0);
+    sendEnter(icon);
+    QCOMPARE(rimAlpha(icon), 45);
+    QTest::mousePress(&icon, Qt::LeftButton);
+    QCOMPARE(rimAlpha(icon), 76);
+    QTest::mouseRelease(&icon, Qt::LeftButton);
+    QCOMPARE(rimAlpha(icon), 45);
+    sendLeave(icon);
+    QCOMPARE(rimAlpha(icon), 0);
+
+    QTest::mousePress(&icon, Qt::LeftButton);
+    QCOMPARE(rimAlpha(icon), 76);
+}
+
+void tst_ManagementIcon::hoverIsAGreyEllipse()
+{
+    ManagementIcon icon;
+    sendEnter(icon);
+    const QImage image = painted(icon);
+    const QColor grey = image.pixelColor(rimPoint);
+    QVERIFY2(qAbs(grey.red() - 128) <= 3 && grey.red() == grey.green() && grey.red() == grey.blue(),
+             qPrintable(grey.name()));
+
+    QCOMPARE(image.pixelColor(16, 0).alpha(), 0); // the outermost pixel stays free
+    QVERIFY(image.pixelColor(16, 1).alpha() > 0);
+    QVERIFY(image.pixelColor(30, 16).alpha() > 0);
+    QCOMPARE(image.pixelColor(31, 16).alpha(), 0);
+    QCOMPARE(image.pixelColor(4, 4).alpha(), 0); // a corner of the square, outside the ellipse
+}
+
+void tst_ManagementIcon::eachChangeOfStateRepaints()
+{
+    ManagementIcon icon;
+    icon.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&icon));
+    PaintCounter paints(&icon);
+
+    const auto repaints = [&paints](const auto &change) {
+        paints.count = 0;
+        change();
+        return QTest::qWaitFor([&paints] { return paints.count > 0; }, 1000);
+    };
+    QVERIFY(repaints([&icon] { sendEnter(icon); }));
+    QVERIFY(repaints([&icon] { QTest::mousePress(&icon, Qt::LeftButton); }));
+    QVERIFY(repaints([&icon] { QTest::mouseRelease(&icon, Qt::LeftButton); }));
+    QVERIFY(repaints([&icon] { sendLeave(icon); }));
+}
+
+void tst_ManagementIcon::paintsTheIconInItsSquare()
+{
+    if (QImage(u":/assets/icon.png"_s).isNull()) {
+        QSKIP("the program's icon is not in the resources");
+    }
+    ManagementIcon icon;
+    QImage image = painted(icon);
+    QVERIFY(image.pixelColor(16, 16).alpha() > 0);
+
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.fillRect(QRect(5, 5, 22, 22), Qt::transparent);
+    painter.end();
+    QImage empty(image.size(), image.format());
+    empty.fill(Qt::transparent);
+    QCOMPARE(image, empty);
+}
+
+QTEST_MAIN(tst_ManagementIcon)
+#include "tst_ManagementIcon.moc"

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/CommandLineEdit.h"
+
+#include "ui/CommandText.h"
+#include "ui/ManagementIcon.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+
+CommandLineEdit::CommandLineEdit(QWidget *parent)
+    : QFrame(parent)
+{
+    buildContent();
+    connectContent();
+}
+
+void CommandLineEdit::buildContent()
+{
+    setObjectName(u"commandInput"_s);
+
+    m_badge = new QLabel(this);
+    m_badge->setObjectName(u"commandBadge"_s);
+    m_badge->hide();
+
+    m_edit = new QLineEdit(this);
+    m_edit->setObjectName(u"commandArgumentEdit"_s);
+    m_edit->setAccessibleName(tr("Search apps or type cmd space args..."));
+    setFocusProxy(m_edit);
+
+    m_managementIcon = new ManagementIcon(this);
+    m_managementIcon->setToolTip(tr("Open user management"));
+    m_managementIcon->setAccessibleName(m_managementIcon->toolTip());
+
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(10, 4, 5, 4);
+    layout->setSpacing(6);
+    layout->addWidget(m_badge);
+    layout->addWidget(m_edit, 1);
+    layout->addWidget(m_managementIcon);
+}
+
+void CommandLineEdit::connectContent()
+{
+    m_edit->installEventFilter(this);
+    connect(m_managementIcon, &ManagementIcon::clicked, this,
+            &CommandLineEdit::managementRequested);
+    connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::detectCommand);
+}
+
+QString CommandLineEdit::text() const
+{
+    return m_activeCommand.isEmpty() ? m_edit->text() : m_activeCommand + u' ' + m_edit->text();
+}
+
+void CommandLineEdit::setText(const QString &text)
+{
+    const CommandText parts = splitCommandText(text);
+    if (m_commands.contains(parts.word)) {
+        enterCommand(parts.word, parts.arguments.value_or(QString()));
+    } else {
+        leaveCommand(text);
+    }
+}
+
+bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
+{
+    // The condition does not ask for empty arguments: at their start, Backspace dismisses the badge
+    // and the arguments with it.
+    if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace
+        && m_edit->cursorPosition() == 0 && !m_edit->hasSelectedText()) {
+        const QString word = m_activeCommand;
+        leaveCommand(word);
+        return true;
+    }
+    return QFrame::eventFilter(watched, event);
+}
+
+void CommandLineEdit::detectCommand(const QString &text)
+{
+    if (m_updating || !m_activeCommand.isEmpty()) {
+        return;
+    }
+    const CommandText parts = splitCommandText(text);
+    if (m_commands.contains(parts.word)) {
+        enterCommand(parts.word, parts.arguments.value_or(QString()));
+    }
+}
+
+void CommandLineEdit::enterCommand(const QString &word, const QString &arguments)
+{
+    m_activeCommand = word;
+    m_badge->setText(word);
+    m_badge->show();
+    replaceContent(arguments, tr("Type arguments..."));
+}
+
+void CommandLineEdit::leaveCommand(const QString &text)
+{
+    m_activeCommand.clear();
+    m_badge->hide();
+    replaceContent(text, tr("Search apps or type cmd space args..."));
+}
+
+void CommandLineEdit::replaceContent(const QString &text, const QString &placeholder)
+{
+    // Listeners shall hear of the change, so the guard stands in for blocked signals.
+    const QScopedValueRollback guard(m_updating, true);
+    m_edit->setText(text);
+    m_edit->setPlaceholderText(placeholder);
+    m_edit->setAccessibleName(placeholder);
+    m_edit->end(false);
+}

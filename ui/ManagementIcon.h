@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QIcon>
+#include <QWidget>
+
+/// The program's icon as a round button of fixed size at the right end of the command box.
+class ManagementIcon : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ManagementIcon(QWidget *parent = nullptr);
+
+Q_SIGNALS:
+    /// The left button was pressed and released on the icon, without having left it between.
+    void clicked();
+
+protected:
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QIcon m_icon;
+    bool m_hovered = false;
+    bool m_pressed = false;
+};
