@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/ExpressionParser.h"
 
-#include <QStringView>
-
+#include <cfloat>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// A level of parentheses takes about half a kibibyte of stack in a release build and a few times as
-// much in a debug build; the smallest stack to fit into is the one megabyte of Windows' main
-// thread.
+// A level takes less than one kibibyte of stack, also in a debug build, and the smallest stack to
+// fit into is the megabyte of Windows' main thread, of which the event loop needs its share.
 constexpr int maximumDepth = 256;
 
 struct UnaryFunction
@@ -45,11 +44,72 @@ constexpr BinaryFunction binaryFunctions[] = {
     {"pow"_L1, std::pow},
 };
 
+// The value of a literal of at most 15 digits without an exponent. Up to there the digits and the
+// power of ten are whole numbers that a double holds exactly, so that one division rounds the
+// quotient as the full conversion would, provided that it is not computed in a wider type first.
+std::optional<double> shortNumber(QStringView literal)
+{
+    constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                      1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    if (FLT_EVAL_METHOD != 0 || literal.size() > 15) {
+        return {};
+    }
+    qint64 digits = 0;
+    qsizetype point = literal.size() - 1;
+    for (qsizetype index = 0; index < literal.size(); ++index) {
+        const char16_t character = literal[index].unicode();
+        if (character == u'.') {
+            point = index;
+        } else if (character >= u'0' && character <= u'9') {
+            digits = digits * 10 + (character - u'0');
+        } else {
+            return {};
+        }
+    }
+    return static_cast<double>(digits) / powersOfTen[literal.size() - 1 - point];
+}
+
 } // namespace
 
 ExpressionParser::ExpressionParser(const QString &input)
     : m_input(input)
 {
+}
+
+// A null character at the end of the text: no token starts with one.
+inline char16_t ExpressionParser::next() const
+{
+    return m_position < m_input.size() ? m_input[m_position].unicode() : u'\0';
+}
+
+void ExpressionParser::skipSpaces()
+{
+    while (QChar::isSpace(next())) {
+        ++m_position;
+    }
+}
+
+bool ExpressionParser::match(char16_t character)
+{
+    skipSpaces();
+    if (next() != character) {
+        return false;
+    }
+    ++m_position;
+    return true;
+}
+
+// Every way by which the grammar comes back to itself leads through here.
+template <double (ExpressionParser::*level)()> double ExpressionParser::descend()
+{
+    if (m_depth == maximumDepth) {
+        fail(u"Expression nested too deeply");
+        return 0.0;
+    }
+    ++m_depth;
+    const double value = (this->*level)();
+    --m_depth;
+    return value;
 }
 
 bool ExpressionParser::evaluate(double &value, QString &error)
@@ -59,10 +119,10 @@ bool ExpressionParser::evaluate(double &value, QString &error)
     const double result = parseExpression();
     skipSpaces();
     if (m_position < m_input.size()) {
-        fail(u"Unexpected token"_s);
+        fail(u"Unexpected token");
     }
     if (!std::isfinite(result)) {
-        fail(u"Result is not finite"_s);
+        fail(u"Result is not finite");
     }
     if (!m_error.isEmpty()) {
         error = u"%1 at position %2"_s.arg(m_error, QString::number(m_position + 1));
@@ -76,13 +136,14 @@ double ExpressionParser::parseExpression()
 {
     double value = parseTerm();
     while (m_error.isEmpty()) {
-        if (match(u'+')) {
-            value += parseTerm();
-        } else if (match(u'-')) {
-            value -= parseTerm();
-        } else {
+        skipSpaces();
+        const char16_t symbol = next();
+        if (symbol != u'+' && symbol != u'-') {
             break;
         }
+        ++m_position;
+        const double operand = parseTerm();
+        value = symbol == u'+' ? value + operand : value - operand;
     }
     return value;
 }
@@ -91,19 +152,19 @@ double ExpressionParser::parseTerm()
 {
     double value = parseUnary();
     while (m_error.isEmpty()) {
-        if (match(u'*')) {
-            value *= parseUnary();
-            continue;
-        }
-        const bool isDivision = match(u'/');
-        if (!isDivision && !match(u'%')) {
+        skipSpaces();
+        const char16_t symbol = next();
+        if (symbol != u'*' && symbol != u'/' && symbol != u'%') {
             break;
         }
-        const double divisor = parseUnary();
-        if (divisor == 0.0) {
-            fail(u"Division by zero"_s);
+        ++m_position;
+        const double operand = parseUnary();
+        if (symbol == u'*') {
+            value *= operand;
+        } else if (operand == 0.0) {
+            fail(u"Division by zero");
         } else {
-            value = isDivision ? value / divisor : std::fmod(value, divisor);
+            value = symbol == u'/' ? value / operand : std::fmod(value, operand);
         }
     }
     return value;
@@ -113,12 +174,11 @@ double ExpressionParser::parseUnary()
 {
     // A loop, since signs stack without limit and need not cost any stack.
     bool isNegated = false;
-    for (;;) {
-        if (match(u'-')) {
-            isNegated = !isNegated;
-        } else if (!match(u'+')) {
-            break;
-        }
+    skipSpaces();
+    for (char16_t symbol = next(); symbol == u'-' || symbol == u'+'; symbol = next()) {
+        isNegated ^= symbol == u'-';
+        ++m_position;
+        skipSpaces();
     }
     const double value = parsePower();
     return isNegated ? -value : value;
@@ -127,25 +187,25 @@ double ExpressionParser::parseUnary()
 double ExpressionParser::parsePower()
 {
     const double base = parsePrimary();
-    return match(u'^') ? std::pow(base, descend(&ExpressionParser::parseUnary)) : base;
+    return match(u'^') ? std::pow(base, descend<&ExpressionParser::parseUnary>()) : base;
 }
 
 double ExpressionParser::parsePrimary()
 {
     if (match(u'(')) {
-        const double value = descend(&ExpressionParser::parseExpression);
+        const double value = descend<&ExpressionParser::parseExpression>();
         if (!match(u')')) {
-            fail(u"Expected ')'"_s);
+            fail(u"Expected ')'");
         }
         return value;
     }
-    if (next().isDigit() || next() == u'.') {
+    if (QChar::isDigit(next()) || next() == u'.') {
         return parseNumber();
     }
-    if (next().isLetter() || next() == u'_') {
+    if (QChar::isLetter(next()) || next() == u'_') {
         return parseName();
     }
-    fail(u"Expected number, constant, or function"_s);
+    fail(u"Expected number, constant, or function");
     return 0.0;
 }
 
@@ -158,7 +218,7 @@ double ExpressionParser::parseNumber()
         hasDigits |= skipDigits();
     }
     if (!hasDigits) {
-        fail(u"Invalid number"_s);
+        fail(u"Invalid number");
         return 0.0;
     }
     if (next() == u'e' || next() == u'E') {
@@ -167,24 +227,24 @@ double ExpressionParser::parseNumber()
             ++m_position;
         }
         if (!skipDigits()) {
-            fail(u"Invalid exponent"_s);
+            fail(u"Invalid exponent");
         }
     }
+    const QStringView literal = QStringView(m_input).sliced(start, m_position - start);
+    if (const std::optional<double> value = shortNumber(literal)) {
+        return *value;
+    }
     bool isValid = false;
-    const double value = QStringView(m_input).sliced(start, m_position - start).toDouble(&isValid);
+    const double value = literal.toDouble(&isValid);
     if (!isValid) {
-        fail(u"Invalid number"_s);
+        fail(u"Invalid number");
     }
     return value;
 }
 
 double ExpressionParser::parseName()
 {
-    const qint32 start = m_position;
-    while (next().isLetterOrNumber() || next() == u'_') {
-        ++m_position;
-    }
-    const QString name = m_input.sliced(start, m_position - start).toLower();
+    const QString name = takeName();
     if (name == "pi"_L1) {
         return std::numbers::pi;
     }
@@ -192,7 +252,7 @@ double ExpressionParser::parseName()
         return std::numbers::e;
     }
     if (!match(u'(')) {
-        fail(u"Expected '(' after function name"_s);
+        fail(u"Expected '(' after function name");
         return 0.0;
     }
     return callFunction(name, parseArguments());
@@ -205,11 +265,11 @@ QList<double> ExpressionParser::parseArguments()
     skipSpaces();
     if (next() != u')') {
         do {
-            arguments.append(descend(&ExpressionParser::parseExpression));
+            arguments.append(descend<&ExpressionParser::parseExpression>());
         } while (match(u','));
     }
     if (!match(u')')) {
-        fail(u"Expected ')'"_s);
+        fail(u"Expected ')'");
     }
     return arguments;
 }
@@ -241,55 +301,28 @@ double ExpressionParser::callFunction(const QString &name, const QList<double> &
     return 0.0;
 }
 
-// Every way by which the grammar comes back to itself leads through here.
-double ExpressionParser::descend(double (ExpressionParser::*level)())
-{
-    if (m_depth == maximumDepth) {
-        fail(u"Expression nested too deeply"_s);
-        return 0.0;
-    }
-    ++m_depth;
-    const double value = (this->*level)();
-    --m_depth;
-    return value;
-}
-
-// A null character at the end of the text: no token starts with one.
-QChar ExpressionParser::next() const
-{
-    return m_position < m_input.size() ? m_input[m_position] : QChar();
-}
-
-void ExpressionParser::skipSpaces()
-{
-    while (next().isSpace()) {
-        ++m_position;
-    }
-}
-
 bool ExpressionParser::skipDigits()
 {
     const qint32 start = m_position;
-    while (next().isDigit()) {
+    while (QChar::isDigit(next())) {
         ++m_position;
     }
     return m_position > start;
 }
 
-bool ExpressionParser::match(QChar character)
+QString ExpressionParser::takeName()
 {
-    skipSpaces();
-    if (next() != character) {
-        return false;
+    const qint32 start = m_position;
+    while (QChar::isLetterOrNumber(next()) || next() == u'_') {
+        ++m_position;
     }
-    ++m_position;
-    return true;
+    return m_input.sliced(start, m_position - start).toLower();
 }
 
-void ExpressionParser::fail(const QString &message)
+void ExpressionParser::fail(QStringView message)
 {
     // The descent goes on after an error; what it finds then is only a consequence.
     if (m_error.isEmpty()) {
-        m_error = message;
+        m_error = message.toString();
     }
 }

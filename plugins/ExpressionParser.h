@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringView>
 
 /// Computes one line of arithmetic while reading it, by recursive descent.
 ///
@@ -30,13 +31,14 @@ private:
     double parseName();
     QList<double> parseArguments();
     double callFunction(const QString &name, const QList<double> &arguments);
-    double descend(double (ExpressionParser::*level)());
+    template <double (ExpressionParser::*level)()> double descend();
 
-    QChar next() const;
+    char16_t next() const;
     void skipSpaces();
     bool skipDigits();
-    bool match(QChar character);
-    void fail(const QString &message);
+    QString takeName();
+    bool match(char16_t character);
+    void fail(QStringView message);
 
     const QString &m_input;
     qint32 m_position = 0;
