@@ -74,8 +74,9 @@ QString startMenuPattern()
     return fakePlatform().startMenuPattern;
 }
 
-std::optional<QString> startMenuName(const QString &, const QString &filePath)
+std::optional<QString> startMenuName(const QString &root, const QString &filePath)
 {
+    fakePlatform().startMenuNameCalls.append({root, filePath});
     if (fakePlatform().unlistedFiles.contains(filePath)) {
         return std::nullopt;
     }

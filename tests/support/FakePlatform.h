@@ -9,6 +9,8 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
+#include <utility>
+
 /// The recording bodies of the platform headers: they answer from fields that a test fills in and
 /// keep what they were asked.
 struct FakePlatform
@@ -40,6 +42,7 @@ struct FakePlatform
     QString startMenuPattern = QStringLiteral("*.link");
     QHash<QString, QString> startMenuNames;
     QStringList unlistedFiles;
+    QList<std::pair<QString, QString>> startMenuNameCalls;
 };
 
 /// The one state of the fake bodies; assign FakePlatform() to start anew.
