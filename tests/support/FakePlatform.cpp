@@ -22,6 +22,9 @@ namespace platform {
 void applyAutoStart(bool enabled)
 {
     fakePlatform().autoStartCalls.append(enabled);
+    if (fakePlatform().duringAutoStartCall) {
+        fakePlatform().duringAutoStartCall();
+    }
 }
 
 ProgramInfo builtinProgram(BuiltinProgram program)

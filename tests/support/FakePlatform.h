@@ -9,12 +9,15 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
+#include <functional>
+
 /// The recording bodies of the platform headers: they answer from fields that a test fills in and
 /// keep what they were asked.
 struct FakePlatform
 {
     // AutoStart.h
     QList<bool> autoStartCalls;
+    std::function<void()> duringAutoStartCall;
 
     // BuiltinPrograms.h; a program without an entry gets a path made of its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
