@@ -51,8 +51,9 @@ bool TaskStorage::save(const TaskRepository *repository) const
     }
 
     const QByteArray json = QJsonDocument(repository->toJson()).toJson(QJsonDocument::Compact);
-    // A disk that fills up half way is reported by a short count alone.
-    if (file.write(json) != json.size()) {
+    // On a disk that fills up, a long write reports just a short count, and a commit that has to
+    // flush a short one goes through.
+    if (file.write(json) != json.size() || !file.flush()) {
         return false;
     }
     return file.commit();

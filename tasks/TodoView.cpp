@@ -4,6 +4,8 @@
 #include "tasks/TaskRepository.h"
 #include "tasks/TaskService.h"
 
+#include <QAbstractItemDelegate>
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -152,6 +154,11 @@ void TodoView::connectWidgets()
 
 void TodoView::refresh()
 {
+    // An open editor commits when it loses the focus, and would else pass it on as it goes.
+    if (m_tree->isAncestorOf(QApplication::focusWidget())) {
+        m_tree->setFocus();
+    }
+
     m_refreshing = true;
     clearTree();
     const TaskGroups groups = m_service->repository()->childrenByParent();
@@ -172,7 +179,6 @@ void TodoView::clearTree()
     oldRows->addChildren(m_tree->invisibleRootItem()->takeChildren());
     QMetaObject::invokeMethod(
         this, [oldRows] {}, Qt::QueuedConnection);
-    m_tree->clear();
 }
 
 QList<QTreeWidgetItem *> TodoView::buildChildren(const TaskGroups &groups, const QString &parentId,
@@ -248,7 +254,13 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
     } else {
         m_service->updateTitle(id, row->text(0));
     }
-    refresh();
+    if (!m_tree->isPersistentEditorOpen(row)) {
+        refresh();
+        return;
+    }
+    // The editor that has committed its text closes right after this, and needs its row for it.
+    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &TodoView::refresh,
+            Qt::SingleShotConnection);
 }
 
 void TodoView::showContextMenu(const QPoint &position)

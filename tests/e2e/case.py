@@ -1,0 +1,78 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The frame of an end-to-end test: usage: tst_NAME.py PROGRAM PICTURE-FOLDER [unittest's own]"""
+
+import pathlib
+import sys
+import unittest
+
+from desktop import PATIENCE, Desktop, stop, wait_until
+from launcher import Home, Launcher
+
+
+class EndToEndCase(unittest.TestCase):
+    """Each case has a home of its own; all cases of a file share one desktop."""
+
+    desktop = None
+    program = None
+    pictures = None
+
+    def setUp(self):
+        self.home = Home()
+        self.addCleanup(self.home.remove)
+        self.launcher = Launcher(self.desktop, self.program, self.home.environment())
+        self.addCleanup(self.launcher.stop)
+        self.addCleanup(self._report_failure)
+
+    def start(self):
+        self.launcher.start()
+
+    def picture(self, step):
+        """Saves what the screen shows at this step."""
+        self.desktop.picture(self.pictures / f"{self._testMethodName}-{step}.png")
+
+    def becomes(self, read, expected):
+        """Waits until read() gives what is expected."""
+        try:
+            wait_until(lambda: read() == expected, f"{read.__name__}() is as expected")
+        except AssertionError:
+            self.assertEqual(read(), expected)
+
+    def hides(self):
+        wait_until(lambda: not self.launcher.is_visible(), "the window is hidden")
+
+    def start_again(self):
+        """Starts the program a second time, which must only bring the first one up."""
+        self.assertEqual(self.launcher.start_process().wait(PATIENCE), 0)
+        self.launcher.wait_until_ready()
+        self.assertEqual(self.launcher.processes(), [self.launcher.process.pid])
+
+    def open_another_window(self):
+        other = self.desktop.open_window()
+        self.addCleanup(stop, other)
+
+    def shows_rows(self, *rows):
+        self.becomes(self.launcher.rows, list(rows))
+
+    def shows_titles(self, *titles):
+        self.becomes(self.launcher.titles, list(titles))
+
+    def is_recorded(self, file):
+        return wait_until(lambda: self.home.recorded(file), f"the recorder {file!r} has run")
+
+    def _report_failure(self):
+        result = self._outcome.result
+        if any(case is self for case, _ in result.failures + result.errors):
+            self.picture("failed")
+            print(self.launcher.messages(), file=sys.stderr)
+
+
+def main():
+    program, pictures = sys.argv[1:3]
+    EndToEndCase.program = pathlib.Path(program).resolve()
+    EndToEndCase.pictures = pathlib.Path(pictures).resolve()
+    EndToEndCase.pictures.mkdir(parents=True, exist_ok=True)
+    EndToEndCase.desktop = Desktop()
+    try:
+        unittest.main(module="__main__", argv=[sys.argv[0], "--verbose", *sys.argv[3:]])
+    finally:
+        EndToEndCase.desktop.close()

@@ -1,0 +1,195 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A desktop of its own: a screen that nobody sees, a window manager and a session bus.
+
+Everything here waits for conditions, never for time to pass, so that a slow machine only takes
+longer.
+"""
+
+import itertools
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+PATIENCE = 90  # seconds; what works takes a small fraction of it
+
+
+class NotYet(Exception):
+    """Something that a test reads is not there; wait_until() goes on waiting."""
+
+
+def wait_until(probe, what, patience=PATIENCE):
+    """The first true value of probe(). Raises AssertionError, naming the last value, if none comes."""
+    deadline = time.monotonic() + patience
+    while True:
+        try:
+            value = probe()
+            if value:
+                return value
+        except NotYet as missing:
+            value = str(missing)
+        except GLib.Error as error:  # a widget went away while it was being read
+            value = error.message
+        if time.monotonic() > deadline:
+            raise AssertionError(f"Waited {patience} s in vain until {what}; last seen: {value!r}")
+        time.sleep(0.03)
+
+
+def stop(process):
+    """Ends a process of ours and waits for it."""
+    if process.poll() is None:
+        process.terminate()
+        try:
+            process.wait(10)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+
+
+class Desktop:
+    """Starts the screen, the window manager and the bus at once; close() ends them.
+
+    At most one lives in a process, since the accessibility library connects to one bus for good.
+    """
+
+    def __init__(self, size="1280x1024"):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-desktop-"))
+        self._processes = []
+        try:
+            self.display = self._start_screen(size)
+            self.bus = self._start_bus()
+            self._start_window_manager()
+            self._connect_to_accessibility()
+        except BaseException:
+            self.close()
+            raise
+
+    def environment(self):
+        """The variables by which a program finds this desktop."""
+        return {
+            "DISPLAY": self.display,
+            "DBUS_SESSION_BUS_ADDRESS": self.bus,
+            "QT_QPA_PLATFORM": "xcb",
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+        }
+
+    def run(self, *command, text=None):
+        """What a command prints; an empty string if it fails."""
+        result = subprocess.run(command, env=os.environ | self.environment(), input=text, text=True,
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        return result.stdout.strip() if result.returncode == 0 else ""
+
+    def type(self, text):
+        """Types the text key by key into the active window."""
+        self.run("xdotool", "type", "--delay", "15", "--", text)
+
+    def press(self, *keys):
+        self.run("xdotool", "key", "--delay", "15", "--", *keys)
+
+    def move_pointer(self, x, y):
+        self.run("xdotool", "mousemove", str(x), str(y))
+
+    def click(self, x, y, button=1, times=1):
+        self.move_pointer(x, y)
+        self.run("xdotool", "click", "--repeat", str(times), "--delay", "60", str(button))
+
+    def drag(self, start, end, has_begun):
+        """Drags with the left button. The pointer stays near the start until has_begun()."""
+        step = [(b > a) - (b < a) for a, b in zip(start, end)]
+        self.move_pointer(*start)
+        self.run("xdotool", "mousedown", "1")
+
+        # Whoever moves the window must have seen the press before the button is let go, and takes
+        # notice of the pointer only when it moves.
+        ways = itertools.cycle((20, 24))
+
+        def begins():
+            way = next(ways)
+            self.move_pointer(*(a + way * s for a, s in zip(start, step)))
+            return has_begun()
+
+        wait_until(begins, "the window follows the pointer")
+        self.move_pointer(*end)
+        self.run("xdotool", "mouseup", "1")
+
+    def set_clipboard(self, text):
+        # xclip stays behind to serve the text; its output must not be waited for.
+        subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text, text=True,
+                       env=os.environ | self.environment(), stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=True)
+
+    def clipboard(self):
+        return self.run("xclip", "-selection", "clipboard", "-out")
+
+    def picture(self, path):
+        """Saves what the screen shows."""
+        self.run("import", "-silent", "-window", "root", str(path))
+
+    def active_window(self):
+        return self.run("xdotool", "getactivewindow")
+
+    def top_window(self):
+        """The uppermost of the windows that are managed."""
+        stack = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
+        return str(int(stack.split(",")[-1].split()[-1], 16))
+
+    def open_window(self):
+        """Opens a window of another program and waits until it is active; returns its process."""
+        before = self.active_window()
+        process = self._start(["xterm", "-geometry", "80x24+10+10"],
+                              env=os.environ | self.environment())
+        wait_until(lambda: self.active_window() not in ("", before), "another window is active")
+        return process
+
+    def close(self):
+        for process in reversed(self._processes):
+            stop(process)
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def _start(self, command, **options):
+        log = open(self.folder / f"{pathlib.Path(command[0]).name}.log", "w")
+        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stderr=log,
+                                   start_new_session=True, **{"stdout": log, **options})
+        log.close()
+        self._processes.append(process)
+        return process
+
+    def _start_screen(self, size):
+        reader, writer = os.pipe()
+        self._start(["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{size}x24", "-noreset",
+                     "-nolisten", "tcp"], pass_fds=[writer])
+        os.close(writer)
+        with os.fdopen(reader) as pipe:
+            number = pipe.readline().strip()
+        if not number:
+            raise RuntimeError("Xvfb did not start: " + (self.folder / "Xvfb.log").read_text())
+        return f":{number}"
+
+    def _start_bus(self):
+        runtime = self.folder / "runtime"
+        runtime.mkdir(mode=0o700)
+        environment = os.environ | {"DISPLAY": self.display, "XDG_RUNTIME_DIR": str(runtime)}
+        bus = self._start(["dbus-daemon", "--session", "--nofork", "--print-address=1"],
+                          env=environment, stdout=subprocess.PIPE, text=True)
+        with bus.stdout:
+            return bus.stdout.readline().strip()
+
+    def _start_window_manager(self):
+        home = self.folder / "home"
+        home.mkdir()
+        self._start(["openbox"], env={"PATH": os.environ["PATH"], "HOME": str(home),
+                                      "DISPLAY": self.display, "LANG": "C.UTF-8"})
+        wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                   "the window manager runs")
+
+    def _connect_to_accessibility(self):
+        os.environ.update(DISPLAY=self.display, DBUS_SESSION_BUS_ADDRESS=self.bus)
+        Atspi.init()
+        Atspi.set_timeout(10_000, 60_000)

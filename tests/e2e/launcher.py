@@ -1,0 +1,324 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Vaskel under test: the home that it runs in, and what a user sees of it and does with it."""
+
+import json
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+
+from gi.repository import Atspi
+
+from desktop import NotYet, stop, wait_until
+
+BUILTINS = ("Notepad", "Calculator", "Paint", "Command Prompt", "File Explorer", "Task Manager",
+            "Settings", "Browser")
+RECORDER = pathlib.Path(__file__).resolve().parent / "recorder.py"
+
+
+def has_state(accessible, state):
+    return accessible.get_state_set().contains(state)
+
+
+def children(accessible):
+    found = (accessible.get_child_at_index(i) for i in range(accessible.get_child_count()))
+    return [child for child in found if child]
+
+
+def find(accessible, role):
+    """What shows of that role below an accessible. It does not look inside what it found."""
+    found = []
+    for child in children(accessible):
+        if not has_state(child, Atspi.StateType.SHOWING):
+            continue
+        if child.get_role() == role:
+            found.append(child)
+        elif child.get_role() != Atspi.Role.LIST:
+            found += find(child, role)
+    return found
+
+
+def centre(accessible):
+    extents = accessible.get_extents(Atspi.CoordType.SCREEN)
+    return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+
+class Home:
+    """A user's home, and a system of installed programs, in a folder that remove() deletes."""
+
+    def __init__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-home-"))
+        self.data = self.folder / ".local/share"
+        self.applications = self.data / "applications"
+        self.configuration = self.folder / ".config"
+        self.system = self.folder / "system"
+        self.records = self.folder / "records"
+        for folder in (self.applications, self.configuration, self.system / "applications",
+                       self.records, self.folder / "tmp"):
+            folder.mkdir(parents=True)
+        (self.folder / "runtime").mkdir(mode=0o700)
+        # Icon themes and file types are this machine's; its programs are not.
+        for shared in ("icons", "mime"):
+            (self.system / shared).symlink_to(f"/usr/share/{shared}")
+        self._install_browser()
+
+    def environment(self):
+        return {
+            "PATH": "/usr/local/bin:/usr/bin:/bin",
+            "LANG": "C.UTF-8",
+            "HOME": str(self.folder),
+            "TMPDIR": str(self.folder / "tmp"),
+            "XDG_DATA_DIRS": str(self.system),
+            "XDG_RUNTIME_DIR": str(self.folder / "runtime"),
+            "BROWSER": str(self.browser),
+        }
+
+    def _install_browser(self):
+        """A browser that notes the address, in each of the places where one is looked for."""
+        self.browser = self.folder / "browser"
+        self.browser.write_text(f'#!/bin/sh\nexec {sys.executable} {RECORDER} '
+                                f'{self.records / "browser"} "$@"\n')
+        self.browser.chmod(0o755)
+        self.add_entry("Test Browser", f"{self.browser} %u", "browser",
+                       self.system / "applications", NoDisplay="true",
+                       MimeType="x-scheme-handler/http;x-scheme-handler/https;")
+        (self.configuration / "mimeapps.list").write_text(
+            "[Default Applications]\n"
+            "x-scheme-handler/http=browser.desktop\nx-scheme-handler/https=browser.desktop\n")
+
+    def add_entry(self, name, command="true", file=None, root=None, **keys):
+        """Writes a desktop entry for a program of that name and returns its path."""
+        path = (root or self.applications) / f"{file or name}.desktop"
+        path.parent.mkdir(parents=True, exist_ok=True)
+        lines = {"Type": "Application", "Name": name, "Exec": command} | keys
+        path.write_text("[Desktop Entry]\n" + "".join(f"{k}={v}\n" for k, v in lines.items()))
+        return path
+
+    def add_recorder(self, name, file=None, arguments="", **keys):
+        """An entry whose program notes how it was started; recorded(file) tells."""
+        file = file or name.lower()
+        command = f'{sys.executable} {RECORDER} {self.records / file} {arguments}'
+        return self.add_entry(name, command, file, **keys)
+
+    def recorded(self, file):
+        """What the recorder noted, or None as long as it did not run."""
+        path = self.records / file
+        return json.loads(path.read_text()) if path.exists() else None
+
+    def set_preferences(self, **preferences):
+        path = self.configuration / "Vaskel/Vaskel.conf"
+        path.parent.mkdir(exist_ok=True)
+        path.write_text("[General]\n" + "".join(f"{k}={v}\n" for k, v in preferences.items()))
+
+    def pins(self):
+        return json.loads((self.data / "Vaskel/pins.json").read_text())
+
+    def remove(self):
+        for path in self.records.iterdir():
+            record = json.loads(path.read_text())
+            if record["stays"]:
+                try:
+                    os.kill(record["pid"], signal.SIGKILL)
+                except ProcessLookupError:
+                    pass
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Launcher:
+    """The running program, read through the accessibility bus and driven by keys and mouse."""
+
+    def __init__(self, desktop, program, environment):
+        self.desktop = desktop
+        self.program = str(program)
+        self.environment = desktop.environment() | environment
+        self.log = tempfile.TemporaryFile("w+")
+        self.process = None
+        self.window = None
+
+    def start(self):
+        """Starts the program and waits until a user could type."""
+        self.attach(self.start_process())
+
+    def attach(self, process):
+        """Takes a process of this program for the one under test."""
+        self.process = process
+        self.window = wait_until(self._find_window, "the window shows")
+        self.wait_until_ready()
+
+    def start_process(self, **variables):
+        return subprocess.Popen([self.program], env=self.environment | variables,
+                                stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log,
+                                start_new_session=True)
+
+    def wait_until_ready(self):
+        wait_until(self.is_visible, "the window shows")
+        wait_until(lambda: self.desktop.active_window() == self.window, "the window is active")
+        wait_until(lambda: has_state(self._edit(), Atspi.StateType.FOCUSED),
+                   "the command box has the focus")
+
+    def kill(self):
+        self.process.send_signal(signal.SIGKILL)
+        self.process.wait()
+
+    def stop(self):
+        if self.process:
+            stop(self.process)
+        self.log.close()
+
+    def messages(self):
+        self.log.seek(0)
+        return self.log.read()
+
+    def processes(self):
+        """The process identifiers of all instances of this program with this home."""
+        return [pid for pid in map(int, filter(str.isdigit, os.listdir("/proc")))
+                if self._is_instance(pid)]
+
+    # What the user sees
+
+    def is_visible(self):
+        return "IsViewable" in self.desktop.run("xwininfo", "-id", self.window)
+
+    def geometry(self):
+        """x, y, width and height of the window on the screen."""
+        lines = self.desktop.run("xwininfo", "-id", self.window).splitlines()
+        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
+        return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
+                                                  "Width", "Height"))
+
+    def text(self):
+        """The text of the line edit: what is typed, without the word in the badge."""
+        return Atspi.Text.get_text(self._edit(), 0, -1)
+
+    def badge(self):
+        """The word in the badge, or None."""
+        return self._shown_label(self._edit().get_parent())
+
+    def status(self):
+        """The status line, or None."""
+        return self._shown_label(self._content())
+
+    def rows(self):
+        """The rows of the list as pairs of title and subtitle."""
+        rows = self._list()
+        if not rows:
+            return []
+        names = [rows.get_child_at_index(i).get_name() for i in range(rows.get_child_count())]
+        return [tuple(name.split("\n", 1)) for name in names]
+
+    def titles(self):
+        return [row[0] for row in self.rows()]
+
+    def row_count(self):
+        rows = self._list()
+        return rows.get_child_count() if rows else 0
+
+    def current_row(self):
+        rows = self._list()
+        selected = [i for i in range(rows.get_child_count())
+                    if has_state(rows.get_child_at_index(i), Atspi.StateType.SELECTED)]
+        return selected[0] if len(selected) == 1 else None
+
+    def list_height(self):
+        return self._list().get_extents(Atspi.CoordType.SCREEN).height
+
+    def pins(self):
+        """The names in the pinned strip, as far as it shows."""
+        return [button.get_name() for button in self._pin_buttons()]
+
+    # What the user does
+
+    def type(self, text):
+        self.desktop.type(text)
+
+    def press(self, *keys):
+        self.desktop.press(*keys)
+
+    def empty_box(self):
+        """Empties the box, badge and all."""
+        self.press("End", "shift+Home", "BackSpace")
+        wait_until(lambda: self.text() == "", "the arguments are gone")
+        if self.badge():
+            self.press("BackSpace", "shift+Home", "BackSpace")
+        wait_until(lambda: self.badge() is None and self.text() == "", "the box is empty")
+
+    def paste(self, text):
+        self.desktop.set_clipboard(text)
+        self.press("ctrl+v")
+
+    def click_row(self, title, button=1, times=1):
+        rows = self._list()
+        index = self.titles().index(title)
+        self.desktop.click(*centre(rows.get_child_at_index(index)), button, times)
+
+    def click_close(self):
+        buttons = find(self._application(), Atspi.Role.PUSH_BUTTON)
+        self.desktop.click(*centre(next(b for b in buttons if b.get_name() == "×")))
+
+    def click_pin(self, name, button=1):
+        pin = next(pin for pin in self._pin_buttons() if pin.get_name() == name)
+        self.desktop.click(*centre(pin), button)
+
+    def choose_from_menu(self):
+        """Chooses the one entry of the context menu that a right click has just opened."""
+        wait_until(lambda: len(self._windows()) == 2, "the menu opens")
+        self.press("Down", "Return")
+        wait_until(lambda: len(self._windows()) == 1, "the menu closes")
+
+    # How it is found
+
+    def _is_instance(self, pid):
+        try:
+            if os.readlink(f"/proc/{pid}/exe") != os.path.realpath(self.program):
+                return False
+            variables = pathlib.Path(f"/proc/{pid}/environ").read_bytes().split(b"\0")
+        except OSError:
+            return False
+        return f"HOME={self.environment['HOME']}".encode() in variables
+
+    def _find_window(self):
+        if self.process.poll() is not None:
+            raise RuntimeError(f"The program ended with {self.process.returncode}: {self.messages()}")
+        return next(iter(self._windows()), None)
+
+    def _windows(self):
+        """All windows of the process that show; menus are windows of their own."""
+        return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
+                                str(self.process.pid)).splitlines()
+
+    def _application(self):
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            if application and application.get_process_id() == self.process.pid:
+                # What the program shows now counts, not what the library remembers of it.
+                application.set_cache_mask(Atspi.Cache.NONE)
+                return application
+        raise NotYet("the program is not on the accessibility bus")
+
+    def _edit(self):
+        found = find(self._application(), Atspi.Role.TEXT)
+        if not found:
+            raise NotYet("no line edit shows")
+        return found[0]
+
+    def _content(self):
+        return self._edit().get_parent().get_parent()
+
+    def _list(self):
+        return next(iter(find(self._application(), Atspi.Role.LIST)), None)
+
+    def _pin_buttons(self):
+        for label in find(self._content(), Atspi.Role.LABEL):
+            if label.get_name() == "Pinned":
+                return find(label.get_parent(), Atspi.Role.PUSH_BUTTON)
+        return []
+
+    def _shown_label(self, parent):
+        labels = [child for child in children(parent)
+                  if child.get_role() == Atspi.Role.LABEL
+                  and has_state(child, Atspi.StateType.SHOWING)]
+        return labels[0].get_name() if labels else None

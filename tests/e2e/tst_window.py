@@ -1,0 +1,118 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+from case import EndToEndCase, main
+from desktop import wait_until
+
+
+class Window(EndToEndCase):
+    def test_hides_at_escape_and_keeps_its_text(self):
+        self.start()
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+        self.launcher.press("Escape")
+        self.hides()
+
+        self.start_again()
+        self.becomes(self.launcher.text, "note")
+        self.shows_titles("Notepad")
+
+    def test_hides_at_its_close_button_and_lives_on(self):
+        self.start()
+        self.launcher.click_close()
+        self.hides()
+        self.assertIsNone(self.launcher.process.poll())
+        self.start_again()
+
+    def test_hides_when_another_window_takes_over_if_the_user_prefers_it(self):
+        self.home.set_preferences(autoHideOnFocusLoss="true")
+        self.start()
+        self.open_another_window()
+        self.hides()
+
+    def test_follows_the_mouse_at_its_title_bar(self):
+        self.start()
+        x, y, width, height = self.settled_geometry()
+        grip = (x + width // 2, y + 18)
+        self.desktop.drag(grip, (grip[0] + 120, grip[1] - 90),
+                          lambda: self.launcher.geometry()[:2] != (x, y))
+        self.becomes(self.launcher.geometry, (x + 120, y - 90, width, height))
+        self.picture("moved")
+
+    def test_shows_more_rows_when_it_is_pulled_taller_and_remembers_it(self):
+        for number in range(30):
+            self.home.add_entry(f"Program {number:02}")
+        self.start()
+        x, y, width, height = self.settled_geometry()
+        rows = self.launcher.list_height()
+        self.picture("before")
+
+        edge = (x + width // 2, y + height - 2)
+        self.desktop.drag(edge, (edge[0], edge[1] + 150),
+                          lambda: self.launcher.geometry()[3] != height)
+        self.becomes(self.launcher.geometry, (x, y, width, height + 150))
+        self.becomes(self.launcher.list_height, rows + 150)
+        self.picture("taller")
+
+        self.launcher.type("program 07")
+        wait_until(lambda: self.launcher.geometry()[3] < height, "the window fits its one row")
+        self.launcher.empty_box()
+        self.becomes(lambda: self.launcher.geometry()[3], height + 150)
+
+    def test_becomes_wider_when_it_is_pulled_at_its_side(self):
+        self.start()
+        x, y, width, height = self.settled_geometry()
+        edge = (x + width - 2, y + height // 2)
+        self.desktop.drag(edge, (edge[0] + 100, edge[1]),
+                          lambda: self.launcher.geometry()[2] != width)
+        self.becomes(self.launcher.geometry, (x, y, width + 100, height))
+
+    def settled_geometry(self):
+        """The geometry once the window has fitted itself to its rows."""
+        wait_until(lambda: self.launcher.row_count() > 0, "rows show")
+        last = None
+
+        def settles():
+            nonlocal last
+            previous, last = last, self.launcher.geometry()
+            return previous == last
+        wait_until(settles, "the window stands still")
+        return last
+
+
+class Instances(EndToEndCase):
+    def test_comes_back_at_a_second_start(self):
+        self.start()
+        self.launcher.press("Escape")
+        self.hides()
+        self.start_again()
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+
+    def test_comes_to_the_front_at_a_second_start(self):
+        self.start()
+        self.open_another_window()
+        wait_until(lambda: self.desktop.top_window() != self.launcher.window,
+                   "the other window is on top")
+        self.start_again()
+        self.becomes(self.desktop.top_window, self.launcher.window)
+        self.picture("front")
+
+    def test_leaves_one_of_two_that_start_together(self):
+        both = [self.launcher.start_process() for _ in range(2)]
+        self.addCleanup(lambda: [process.kill() for process in both])
+        wait_until(lambda: any(process.poll() is not None for process in both), "one ends")
+        stays, ended = sorted(both, key=lambda process: process.returncode is not None)
+        self.assertEqual(ended.returncode, 0)
+
+        self.launcher.attach(stays)
+        self.assertEqual(self.launcher.processes(), [stays.pid])
+
+    def test_starts_after_an_instance_that_was_killed(self):
+        for _ in range(2):
+            self.start()
+            self.launcher.kill()
+        self.start()
+        self.assertEqual(self.launcher.processes(), [self.launcher.process.pid])
+
+
+if __name__ == "__main__":
+    main()

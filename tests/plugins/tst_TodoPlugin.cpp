@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "plugins/TodoPlugin.h"
+
+#include "tasks/TaskFile.h"
+#include "tasks/TodoView.h"
+
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTranslator>
+#include <QTreeWidget>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Answers every text of one context, so that a text asked for in another one stays English.
+class TodoTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return qstrcmp(context, "TodoPlugin") == 0 ? u'<' + QString::fromUtf8(source) + u'>'
+                                                   : QString();
+    }
+};
+
+QVariantList todoRecord(const QString &title, const QString &subtitle)
+{
+    return {QVariantMap{{u"title"_s, title}, {u"subtitle"_s, subtitle}, {u"icon"_s, QString()}}};
+}
+
+} // namespace
+
+class tst_TodoPlugin : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void answersTheContract();
+    void givesOneRecordForAnyArguments_data();
+    void givesOneRecordForAnyArguments();
+    void translatesItsTexts();
+    void executesNothing();
+    void readsTheTasksWhenItIsMade();
+    void givesTheSamePageEachTime();
+    void eachOpeningShowsTheTasksAnew();
+    void makesANewPageAfterTheOldOneIsGone();
+    void passesTheWishToCloseOn();
+};
+
+void tst_TodoPlugin::init()
+{
+    testhome::reset();
+}
+
+void tst_TodoPlugin::answersTheContract()
+{
+    const TodoPlugin plugin;
+    QCOMPARE(plugin.command(), u"todo"_s);
+    QVERIFY(plugin.aliases().isEmpty());
+    QCOMPARE(plugin.description(), u"Task Management"_s);
+    QVERIFY(plugin.hasView());
+}
+
+void tst_TodoPlugin::givesOneRecordForAnyArguments_data()
+{
+    QTest::addColumn<QString>("args");
+    QTest::newRow("none") << QString();
+    QTest::newRow("blanks") << u"  "_s;
+    QTest::newRow("text") << u"buy milk"_s;
+}
+
+void tst_TodoPlugin::givesOneRecordForAnyArguments()
+{
+    QFETCH(const QString, args);
+    TodoPlugin plugin;
+    QCOMPARE(plugin.query(args),
+             todoRecord(u"Task Management"_s, u"Manage TODO list and subtasks"_s));
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoPlugin::translatesItsTexts()
+{
+    TodoTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    TodoPlugin plugin;
+    QCOMPARE(plugin.description(), u"<Task Management>"_s);
+    QCOMPARE(plugin.query(QString()),
+             todoRecord(u"<Task Management>"_s, u"<Manage TODO list and subtasks>"_s));
+    QCoreApplication::removeTranslator(&translator);
+}
+
+void tst_TodoPlugin::executesNothing()
+{
+    TodoPlugin plugin;
+    QVERIFY(plugin.execute({}));
+    QVERIFY(plugin.execute({{u"type"_s, u"launch"_s}, {u"data"_s, u"/nowhere"_s}}));
+}
+
+void tst_TodoPlugin::readsTheTasksWhenItIsMade()
+{
+    taskfile::write(R"([{"id":"a","title":"task"}])");
+    TodoPlugin plugin;
+    QVERIFY(QFile::remove(taskfile::path()));
+    const std::unique_ptr<QWidget> page(plugin.createView());
+    QCOMPARE(page->findChild<QTreeWidget *>()->topLevelItemCount(), 1);
+}
+
+void tst_TodoPlugin::givesTheSamePageEachTime()
+{
+    TodoPlugin plugin;
+    const std::unique_ptr<QWidget> page(plugin.createView());
+    QVERIFY(qobject_cast<TodoView *>(page.get()));
+    QVERIFY(!page->parent());
+    QCOMPARE(plugin.createView(), page.get());
+}
+
+void tst_TodoPlugin::eachOpeningShowsTheTasksAnew()
+{
+    taskfile::write(R"([{"id":"a","title":"task"}])");
+    TodoPlugin plugin;
+    const std::unique_ptr<QWidget> page(plugin.createView());
+    page->show();
+    QVERIFY(QTest::qWaitForWindowActive(page->windowHandle()));
+    auto *tree = page->findChild<QTreeWidget *>();
+    auto *filter = page->findChild<QComboBox *>();
+    filter->setCurrentIndex(1);
+    tree->setCurrentItem(tree->topLevelItem(0));
+    tree->setFocus();
+
+    plugin.createView();
+    QVERIFY(!tree->currentItem());
+    QCOMPARE(filter->currentIndex(), 1);
+    QVERIFY(page->findChild<QLineEdit *>(u"todoInput"_s)->hasFocus());
+}
+
+void tst_TodoPlugin::makesANewPageAfterTheOldOneIsGone()
+{
+    TodoPlugin plugin;
+    QWidget *first = plugin.createView();
+    first->findChild<QComboBox *>()->setCurrentIndex(2);
+    QSignalSpy destroyed(first, &QObject::destroyed);
+    delete first;
+    QCOMPARE(destroyed.size(), 1);
+
+    const std::unique_ptr<QWidget> second(plugin.createView());
+    QCOMPARE(second->findChild<QComboBox *>()->currentIndex(), 0);
+}
+
+void tst_TodoPlugin::passesTheWishToCloseOn()
+{
+    TodoPlugin plugin;
+    const std::unique_ptr<QWidget> page(plugin.createView());
+    plugin.createView();
+    QSignalSpy closed(&plugin, &IPlugin::viewCloseRequested);
+    page->findChild<QPushButton *>(u"todoBackButton"_s)->click();
+    QCOMPARE(closed.size(), 1);
+}
+
+QTEST_MAIN(tst_TodoPlugin)
+#include "tst_TodoPlugin.moc"

@@ -1,0 +1,893 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tasks/TodoView.h"
+
+#include "tasks/TaskFile.h"
+#include "tasks/TaskRepository.h"
+#include "tasks/TaskService.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QStyle>
+#include <QTest>
+#include <QTimer>
+#include <QTranslator>
+#include <QTreeWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Filter {
+    Active,
+    All,
+    Completed,
+};
+
+/// The page in a window of its own, with its parts at hand.
+struct Page
+{
+    Page()
+    {
+        view.resize(720, 400);
+        view.show();
+        view.activateWindow();
+    }
+
+    TaskService service;
+    TodoView view{&service};
+    QLineEdit *input = view.findChild<QLineEdit *>(u"todoInput"_s);
+    QPushButton *addButton = view.findChild<QPushButton *>(u"primary"_s);
+    QPushButton *backButton = view.findChild<QPushButton *>(u"todoBackButton"_s);
+    QComboBox *filter = view.findChild<QComboBox *>();
+    QLabel *heading = view.findChild<QLabel *>(u"pageTitle"_s);
+    QLabel *summary = view.findChild<QLabel *>(u"muted"_s);
+    QTreeWidget *tree = view.findChild<QTreeWidget *>(u"todoTree"_s);
+
+    QTreeWidgetItem *row(const QString &title) const
+    {
+        return tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).value(0);
+    }
+
+    /// Where a mouse would point at in the viewport: the text of a row.
+    QPoint textOf(const QString &title) const { return tree->visualItemRect(row(title)).center(); }
+
+    QPoint checkBoxOf(const QString &title) const
+    {
+        const QRect rect = tree->visualItemRect(row(title));
+        const int width = tree->style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, tree);
+        return {rect.left() + width / 2 + 2, rect.center().y()};
+    }
+
+    void click(const QPoint &position) const
+    {
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, position);
+    }
+
+    /// Opens the editor of a row with a double click, as a user does.
+    QLineEdit *edit(const QString &title) const
+    {
+        const QPoint position = textOf(title);
+        click(position);
+        QTest::mouseDClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, position);
+        return editor();
+    }
+
+    QLineEdit *editor() const { return tree->viewport()->findChild<QLineEdit *>(); }
+
+    /// Ends the editor with a key and waits for it to go, since it commits in the event loop.
+    void endEditor(Qt::Key key) const
+    {
+        QTest::keyClick(editor(), key);
+        QTRY_VERIFY(!editor());
+    }
+
+    void requestMenu(const QPoint &position) const
+    {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, position,
+                                tree->viewport()->mapToGlobal(position));
+        QCoreApplication::sendEvent(tree->viewport(), &event);
+    }
+
+    /// What the menu key makes of itself, for which Qt asks the widget with the focus.
+    void requestMenuByKey() const
+    {
+        const QPoint position = tree->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, position, tree->mapToGlobal(position));
+        QCoreApplication::sendEvent(tree, &event);
+    }
+
+    /// The rows on view, indented by a dot for each level, each with its check mark.
+    QStringList rows() const
+    {
+        QStringList lines;
+        for (int i = 0; i < tree->topLevelItemCount(); ++i) {
+            appendRows(tree->topLevelItem(i), QString(), lines);
+        }
+        return lines;
+    }
+
+private:
+    void appendRows(QTreeWidgetItem *item, const QString &indentation, QStringList &lines) const
+    {
+        if (item->isHidden() || tree->visualItemRect(item).isEmpty()) {
+            return;
+        }
+        const QString mark = item->checkState(0) == Qt::Checked ? u"[x] "_s : u"[ ] "_s;
+        lines.append(indentation + mark + item->text(0));
+        for (int i = 0; i < item->childCount(); ++i) {
+            appendRows(item->child(i), indentation + u'.', lines);
+        }
+    }
+};
+
+/// Waits for the next menu, notes its texts and chooses the one given, or none.
+class MenuUser : public QObject
+{
+public:
+    explicit MenuUser(const QString &choice = QString())
+        : m_choice(choice)
+    {
+        connect(&m_timer, &QTimer::timeout, this, &MenuUser::lookForMenu);
+        m_timer.start(1);
+    }
+
+    QStringList texts() const { return m_texts; }
+    QPoint position() const { return m_position; }
+
+private:
+    void lookForMenu()
+    {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu) {
+            return;
+        }
+        m_timer.stop();
+        m_position = menu->pos();
+        const QList<QAction *> actions = menu->actions();
+        for (QAction *action : actions) {
+            m_texts.append(action->text());
+            if (action->text() == m_choice) {
+                menu->setActiveAction(action);
+            }
+        }
+        QTest::keyClick(menu, m_choice.isEmpty() ? Qt::Key_Escape : Qt::Key_Return);
+    }
+
+    QString m_choice;
+    QStringList m_texts;
+    QPoint m_position;
+    QTimer m_timer;
+};
+
+/// Marks every text of the page's context, so that one that is not translated shows.
+class MarkingTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return qstrcmp(context, "TodoView") == 0 ? u'<' + QString::fromUtf8(source) + u'>'
+                                                 : QString();
+    }
+};
+
+/// Fills the task file from lines of the form "[x] title<parent", the titles being the ids too.
+void writeTasks(const QStringList &lines)
+{
+    QJsonArray array;
+    int second = 0;
+    for (const QString &line : lines) {
+        const QString title = line.mid(4).section(u'<', 0, 0);
+        const QDateTime created(QDate(2026, 3, 1), QTime(9, 0).addSecs(++second));
+        array.append(QJsonObject{{u"id"_s, title},
+                                 {u"parentId"_s, line.section(u'<', 1)},
+                                 {u"title"_s, title},
+                                 {u"completed"_s, line.startsWith("[x]"_L1)},
+                                 {u"createdTime"_s, created.toString(Qt::ISODate)}});
+    }
+    taskfile::write(QJsonDocument(array).toJson());
+}
+
+bool isCompletedOnDisk(const QString &title)
+{
+    return taskfile::tasksByTitle().value(title).value("completed"_L1).toBool();
+}
+
+QString parentOnDisk(const QString &title)
+{
+    return taskfile::tasksByTitle().value(title).value("parentId"_L1).toString();
+}
+
+QStringList titlesOnDisk()
+{
+    QStringList titles = taskfile::tasksByTitle().keys();
+    titles.sort();
+    return titles;
+}
+
+bool isGrey(const QTreeWidgetItem *row)
+{
+    return row->foreground(0) == QGuiApplication::palette().brush(QPalette::PlaceholderText);
+}
+
+} // namespace
+
+class tst_TodoView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void laysOutItsWidgets();
+    void setsUpTheTree();
+    void offersTheFilters();
+    void translatesItsTexts();
+    void namesItsControlsForAssistiveTools();
+    void tabReachesEveryControl();
+
+    void startsEmpty();
+    void showsTheTreeInOrder();
+    void carriesIdAndStateInTheRows();
+    void returnAddsATask();
+    void buttonAddsATask();
+    void blankEntryChangesNothing_data();
+    void blankEntryChangesNothing();
+
+    void filters_data();
+    void filters();
+    void unknownFilterMatchesNothing();
+    void summaryCountsSubtasksUnderAnyFilter();
+
+    void tickingGreysTheSubtreeAndTicksTheParent();
+    void tickingUnderActiveTakesTheRowAway();
+    void untickingUnderCompletedTakesTheRowAway();
+    void spaceTicksTheCurrentRow();
+
+    void editsByDoubleClick();
+    void editsByTheEditKey();
+    void escapeLeavesTheTitle();
+    void emptyTitleIsRefused_data();
+    void emptyTitleIsRefused();
+    void clickElsewhereTakesTheTitle();
+    void tabTakesTheTitle();
+    void rebuildTakesTheTitleOfAnEditor();
+    void noOtherTriggerEdits();
+    void changeOfARowIsShownAtOnce();
+
+    void menuOffersToAddAndDelete();
+    void menuAddsASubtask();
+    void menuAddsNothingBelowLevelFive();
+    void menuAddsBelowACompletedRow();
+    void menuDeletesTheSubtree();
+    void emptySpaceHasNoMenu();
+    void keyOpensTheMenuOfTheCurrentRow();
+
+    void rebuildOpensEveryRowAndForgetsTheSelection();
+    void activateRebuildsAndKeepsTheFilter();
+    void backAsksToClose();
+
+    void survivesACircle_data();
+    void survivesACircle();
+    void survivesALongChain();
+};
+
+void tst_TodoView::init()
+{
+    testhome::reset();
+    QTest::failOnWarning(QRegularExpression(u"^QAbstractItemView"_s));
+}
+
+void tst_TodoView::laysOutItsWidgets()
+{
+    const Page page;
+    QCOMPARE(page.view.objectName(), u"todoView"_s);
+    QCOMPARE(page.heading->text(), u"Todo"_s);
+    QCOMPARE(page.backButton->text(), u"Back"_s);
+    QCOMPARE(page.input->placeholderText(), u"Add a task and press Enter"_s);
+    QCOMPARE(page.addButton->text(), u"Add"_s);
+    QVERIFY(page.filter->objectName().isEmpty());
+
+    auto *layout = qobject_cast<QVBoxLayout *>(page.view.layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->contentsMargins(), QMargins(18, 16, 18, 18));
+    QCOMPARE(layout->spacing(), 10);
+    QCOMPARE(layout->count(), 4);
+    QCOMPARE(layout->itemAt(3)->widget(), page.tree);
+    QCOMPARE(layout->stretch(3), 1);
+
+    auto *heading = qobject_cast<QHBoxLayout *>(layout->itemAt(0)->layout());
+    QCOMPARE(heading->count(), 3);
+    QCOMPARE(heading->itemAt(0)->widget(), page.heading);
+    QVERIFY(heading->itemAt(1)->spacerItem());
+    QCOMPARE(heading->itemAt(2)->widget(), page.backButton);
+
+    auto *entry = qobject_cast<QHBoxLayout *>(layout->itemAt(1)->layout());
+    QCOMPARE(entry->count(), 2);
+    QCOMPARE(entry->spacing(), 8);
+    QCOMPARE(entry->itemAt(0)->widget(), page.input);
+    QCOMPARE(entry->itemAt(1)->widget(), page.addButton);
+    QCOMPARE(entry->stretch(0), 1);
+    QCOMPARE(entry->stretch(1), 0);
+
+    auto *filter = qobject_cast<QHBoxLayout *>(layout->itemAt(2)->layout());
+    QCOMPARE(filter->count(), 3);
+    QCOMPARE(filter->itemAt(0)->widget(), page.filter);
+    QVERIFY(filter->itemAt(1)->spacerItem());
+    QCOMPARE(filter->itemAt(2)->widget(), page.summary);
+}
+
+void tst_TodoView::setsUpTheTree()
+{
+    const Page page;
+    QVERIFY(page.tree->isHeaderHidden());
+    QCOMPARE(page.tree->columnCount(), 1);
+    QCOMPARE(page.tree->indentation(), 22);
+    QVERIFY(!page.tree->isAnimated());
+    QVERIFY(page.tree->uniformRowHeights());
+    QCOMPARE(page.tree->selectionMode(), QAbstractItemView::SingleSelection);
+    QCOMPARE(page.tree->editTriggers(),
+             QAbstractItemView::EditTriggers(QAbstractItemView::DoubleClicked
+                                             | QAbstractItemView::EditKeyPressed));
+    QCOMPARE(page.tree->contextMenuPolicy(), Qt::CustomContextMenu);
+    QVERIFY(page.tree->header()->stretchLastSection());
+}
+
+void tst_TodoView::offersTheFilters()
+{
+    const Page page;
+    QCOMPARE(page.filter->count(), 3);
+    QCOMPARE(page.filter->itemText(0), u"Active"_s);
+    QCOMPARE(page.filter->itemText(1), u"All"_s);
+    QCOMPARE(page.filter->itemText(2), u"Completed"_s);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(page.filter->itemData(i), QVariant(i));
+    }
+    QCOMPARE(page.filter->currentIndex(), int(Active));
+}
+
+void tst_TodoView::translatesItsTexts()
+{
+    MarkingTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    MenuUser user(u"<Add Subtask>"_s);
+    page.requestMenu(page.textOf(u"task"_s));
+    QCoreApplication::removeTranslator(&translator);
+
+    QCOMPARE(page.heading->text(), u"<Todo>"_s);
+    QCOMPARE(page.backButton->text(), u"<Back>"_s);
+    QCOMPARE(page.input->placeholderText(), u"<Add a task and press Enter>"_s);
+    QCOMPARE(page.addButton->text(), u"<Add>"_s);
+    QCOMPARE(page.filter->itemText(0), u"<Active>"_s);
+    QCOMPARE(page.filter->itemText(1), u"<All>"_s);
+    QCOMPARE(page.filter->itemText(2), u"<Completed>"_s);
+    QCOMPARE(page.summary->text(), u"<2 active · 2 total>"_s);
+    QCOMPARE(user.texts(), QStringList({u"<Add Subtask>"_s, u"<Delete>"_s}));
+    QCOMPARE(parentOnDisk(u"<New Subtask>"_s), u"task"_s);
+}
+
+void tst_TodoView::namesItsControlsForAssistiveTools()
+{
+    const Page page;
+    const QList<QPair<QWidget *, QString>> names{
+        {page.input, u"Add a task and press Enter"_s},
+        {page.addButton, u"Add"_s},
+        {page.tree, u"Todo"_s},
+        {page.backButton, u"Back"_s},
+    };
+    for (const auto &[widget, name] : names) {
+        QCOMPARE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name), name);
+    }
+    // Some systems are told the current entry in place of the name.
+    QCOMPARE(page.filter->accessibleName(), u"Active / All / Completed"_s);
+    QVERIFY(!QAccessible::queryAccessibleInterface(page.filter)->text(QAccessible::Name).isEmpty());
+}
+
+void tst_TodoView::tabReachesEveryControl()
+{
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QCOMPARE(QApplication::focusWidget(), page.input);
+    for (QWidget *next :
+         {static_cast<QWidget *>(page.addButton), static_cast<QWidget *>(page.filter),
+          static_cast<QWidget *>(page.tree), static_cast<QWidget *>(page.backButton),
+          static_cast<QWidget *>(page.input)}) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), next);
+    }
+}
+
+void tst_TodoView::startsEmpty()
+{
+    const Page page;
+    QCOMPARE(page.tree->topLevelItemCount(), 0);
+    QCOMPARE(page.summary->text(), u"0 active · 0 total"_s);
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoView::showsTheTreeInOrder()
+{
+    writeTasks({u"[ ] b"_s, u"[ ] b1<b"_s, u"[ ] a"_s, u"[ ] b2<b"_s, u"[ ] b11<b1"_s,
+                u"[ ] orphan<gone"_s});
+    const Page page;
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] b"_s, u".[ ] b1"_s, u"..[ ] b11"_s, u".[ ] b2"_s, u"[ ] a"_s}));
+    QCOMPARE(page.summary->text(), u"6 active · 6 total"_s);
+}
+
+void tst_TodoView::carriesIdAndStateInTheRows()
+{
+    writeTasks({u"[ ] open"_s, u"[x] done"_s});
+    const Page page;
+    QCOMPARE(page.row(u"open"_s)->data(0, Qt::UserRole), QVariant(u"open"_s));
+    QCOMPARE(page.row(u"open"_s)->data(0, Qt::UserRole + 1), QVariant(false));
+    QCOMPARE(page.row(u"done"_s)->data(0, Qt::UserRole + 1), QVariant(true));
+    QVERIFY(page.row(u"open"_s)->flags().testFlags(Qt::ItemIsEditable | Qt::ItemIsUserCheckable));
+    QCOMPARE(page.row(u"open"_s)->data(0, Qt::ForegroundRole), QVariant());
+    QVERIFY(isGrey(page.row(u"done"_s)));
+    QVERIFY(!page.row(u"done"_s)->font(0).strikeOut());
+}
+
+void tst_TodoView::returnAddsATask()
+{
+    const Page page;
+    for (const QString &title : {u"first"_s, u"second"_s}) {
+        QTest::keyClicks(page.input, u"  "_s + title + u' ');
+        QTest::keyClick(page.input, Qt::Key_Return);
+        QVERIFY(page.input->text().isEmpty());
+        QVERIFY(taskfile::tasksByTitle().contains(title));
+        QCOMPARE(parentOnDisk(title), QString());
+        QTest::qWait(2); // the clock decides the order
+    }
+    QCOMPARE(page.rows(), QStringList({u"[ ] first"_s, u"[ ] second"_s}));
+    QCOMPARE(page.summary->text(), u"2 active · 2 total"_s);
+}
+
+void tst_TodoView::buttonAddsATask()
+{
+    const Page page;
+    QTest::keyClicks(page.input, u"task"_s);
+    QTest::mouseClick(page.addButton, Qt::LeftButton);
+    QVERIFY(page.input->text().isEmpty());
+    QCOMPARE(page.rows(), QStringList{u"[ ] task"_s});
+    QCOMPARE(titlesOnDisk(), QStringList{u"task"_s});
+}
+
+void tst_TodoView::blankEntryChangesNothing_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("blanks") << u"   "_s;
+}
+
+void tst_TodoView::blankEntryChangesNothing()
+{
+    QFETCH(const QString, text);
+    const Page page;
+    page.input->setText(text);
+    QTest::keyClick(page.input, Qt::Key_Return);
+    QTest::mouseClick(page.addButton, Qt::LeftButton);
+    QCOMPARE(page.input->text(), text);
+    QCOMPARE(page.tree->topLevelItemCount(), 0);
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoView::filters_data()
+{
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QStringList>("rows");
+    QTest::newRow("active with completed parents of open tasks")
+        << int(Active)
+        << QStringList{u"[x] done parent"_s, u".[ ] open child"_s, u"[ ] open parent"_s};
+    QTest::newRow("all") << int(All) << QStringList{u"[x] done parent"_s,      u".[ ] open child"_s,
+                                                    u".[x] done child"_s,      u"[ ] open parent"_s,
+                                                    u".[x] done below open"_s, u"[x] done alone"_s};
+    QTest::newRow("completed with open parents of completed tasks")
+        << int(Completed)
+        << QStringList{u"[x] done parent"_s, u".[x] done child"_s, u"[ ] open parent"_s,
+                       u".[x] done below open"_s, u"[x] done alone"_s};
+}
+
+void tst_TodoView::filters()
+{
+    QFETCH(const int, filter);
+    QFETCH(const QStringList, rows);
+    writeTasks({u"[x] done parent"_s, u"[ ] open child<done parent"_s,
+                u"[x] done child<done parent"_s, u"[ ] open parent"_s,
+                u"[x] done below open<open parent"_s, u"[x] done alone"_s});
+    const QByteArray stored = taskfile::bytes();
+    const Page page;
+    page.filter->setCurrentIndex((filter + 1) % 3);
+    page.filter->setCurrentIndex(filter);
+
+    QCOMPARE(page.rows(), rows);
+    QCOMPARE(page.summary->text(), u"2 active · 6 total"_s);
+    QCOMPARE(taskfile::bytes(), stored);
+}
+
+void tst_TodoView::unknownFilterMatchesNothing()
+{
+    writeTasks({u"[ ] open"_s, u"[x] done"_s});
+    const Page page;
+    page.filter->addItem(u"other"_s, 3);
+    page.filter->setCurrentIndex(3);
+    QCOMPARE(page.rows(), QStringList());
+}
+
+void tst_TodoView::summaryCountsSubtasksUnderAnyFilter()
+{
+    writeTasks({u"[ ] a"_s, u"[x] a1<a"_s, u"[ ] a2<a"_s});
+    const Page page;
+    for (const int filter : {Active, All, Completed}) {
+        page.filter->setCurrentIndex(filter);
+        QCOMPARE(page.summary->text(), u"2 active · 3 total"_s);
+    }
+}
+
+void tst_TodoView::tickingGreysTheSubtreeAndTicksTheParent()
+{
+    writeTasks({u"[ ] parent"_s, u"[x] done<parent"_s, u"[ ] last<parent"_s, u"[ ] below<last"_s});
+    const Page page;
+    page.filter->setCurrentIndex(All);
+    page.click(page.checkBoxOf(u"last"_s));
+
+    QCOMPARE(page.rows(),
+             QStringList({u"[x] parent"_s, u".[x] done"_s, u".[x] last"_s, u"..[x] below"_s}));
+    for (const QString &title : {u"parent"_s, u"done"_s, u"last"_s, u"below"_s}) {
+        QVERIFY(isGrey(page.row(title)));
+        QVERIFY(isCompletedOnDisk(title));
+    }
+    QCOMPARE(page.summary->text(), u"0 active · 4 total"_s);
+
+    page.click(page.checkBoxOf(u"below"_s));
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] parent"_s, u".[x] done"_s, u".[ ] last"_s, u"..[ ] below"_s}));
+    QVERIFY(!isCompletedOnDisk(u"parent"_s));
+}
+
+void tst_TodoView::tickingUnderActiveTakesTheRowAway()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
+    const Page page;
+    page.click(page.checkBoxOf(u"a"_s));
+
+    QCOMPARE(page.rows(), QStringList{u"[ ] b"_s});
+    QCOMPARE(page.summary->text(), u"1 active · 3 total"_s);
+    QVERIFY(isCompletedOnDisk(u"a"_s));
+    QVERIFY(isCompletedOnDisk(u"a1"_s));
+}
+
+void tst_TodoView::untickingUnderCompletedTakesTheRowAway()
+{
+    writeTasks({u"[x] a"_s, u"[x] b"_s});
+    const Page page;
+    page.filter->setCurrentIndex(Completed);
+    page.click(page.checkBoxOf(u"a"_s));
+    QCOMPARE(page.rows(), QStringList{u"[x] b"_s});
+    QVERIFY(!isCompletedOnDisk(u"a"_s));
+}
+
+void tst_TodoView::spaceTicksTheCurrentRow()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s});
+    const Page page;
+    page.tree->setFocus();
+    QTest::keyClick(page.tree, Qt::Key_Down);
+    QTest::keyClick(page.tree, Qt::Key_Down);
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QVERIFY(isCompletedOnDisk(u"b"_s));
+    QVERIFY(!isCompletedOnDisk(u"a"_s));
+    QCOMPARE(page.rows(), QStringList{u"[ ] a"_s});
+}
+
+void tst_TodoView::editsByDoubleClick()
+{
+    writeTasks({u"[ ] parent"_s, u"[ ] child<parent"_s});
+    const Page page;
+    QLineEdit *editor = page.edit(u"child"_s);
+    QVERIFY(editor);
+    editor->setText(u"  renamed "_s);
+    page.endEditor(Qt::Key_Return);
+
+    QCOMPARE(page.rows(), QStringList({u"[ ] parent"_s, u".[ ] renamed"_s}));
+    QCOMPARE(parentOnDisk(u"renamed"_s), u"parent"_s);
+    QCOMPARE(titlesOnDisk(), QStringList({u"parent"_s, u"renamed"_s}));
+}
+
+void tst_TodoView::editsByTheEditKey()
+{
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"task"_s));
+    QTest::keyClick(page.tree, Qt::Key_F2);
+    QLineEdit *editor = page.editor();
+    QVERIFY(editor);
+    QCOMPARE(editor->selectedText(), u"task"_s);
+    QTest::keyClicks(editor, u"renamed"_s);
+    page.endEditor(Qt::Key_Return);
+    QCOMPARE(page.rows(), QStringList{u"[ ] renamed"_s});
+    QCOMPARE(QApplication::focusWidget(), page.tree);
+    QCOMPARE(titlesOnDisk(), QStringList{u"renamed"_s});
+}
+
+void tst_TodoView::escapeLeavesTheTitle()
+{
+    writeTasks({u"[ ] task"_s});
+    const QByteArray stored = taskfile::bytes();
+    const Page page;
+    QLineEdit *editor = page.edit(u"task"_s);
+    QTest::keyClicks(editor, u"renamed"_s);
+    page.endEditor(Qt::Key_Escape);
+    QCOMPARE(page.rows(), QStringList{u"[ ] task"_s});
+    QCOMPARE(taskfile::bytes(), stored);
+}
+
+void tst_TodoView::emptyTitleIsRefused_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("blanks") << u"  "_s;
+}
+
+void tst_TodoView::emptyTitleIsRefused()
+{
+    QFETCH(const QString, text);
+    writeTasks({u"[ ] parent"_s, u"[ ] child<parent"_s});
+    const QByteArray stored = taskfile::bytes();
+    const Page page;
+    QLineEdit *editor = page.edit(u"child"_s);
+    editor->setText(text);
+    page.endEditor(Qt::Key_Return);
+    QCOMPARE(page.rows(), QStringList({u"[ ] parent"_s, u".[ ] child"_s}));
+    QCOMPARE(taskfile::bytes(), stored);
+}
+
+void tst_TodoView::clickElsewhereTakesTheTitle()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QLineEdit *editor = page.edit(u"a1"_s);
+    QTest::keyClicks(editor, u"renamed"_s);
+    page.click(page.checkBoxOf(u"b"_s));
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] renamed"_s}));
+    QTRY_VERIFY(!page.editor());
+    QVERIFY(isCompletedOnDisk(u"b"_s));
+    QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
+}
+
+void tst_TodoView::tabTakesTheTitle()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QTest::keyClicks(page.edit(u"a"_s), u"renamed"_s);
+    page.endEditor(Qt::Key_Tab);
+    QCOMPARE(page.rows(), QStringList({u"[ ] renamed"_s, u"[ ] b"_s}));
+    QCOMPARE(titlesOnDisk(), QStringList({u"b"_s, u"renamed"_s}));
+    QCOMPARE(QApplication::focusWidget(), page.tree);
+}
+
+void tst_TodoView::rebuildTakesTheTitleOfAnEditor()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
+    Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QTest::keyClicks(page.edit(u"a1"_s), u"renamed"_s);
+    page.view.activate();
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] renamed"_s}));
+    QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
+    QCOMPARE(QApplication::focusWidget(), page.input);
+    QTRY_VERIFY(!page.editor());
+}
+
+void tst_TodoView::noOtherTriggerEdits()
+{
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    page.tree->setCurrentItem(page.row(u"task"_s));
+    page.click(page.textOf(u"task"_s));
+    page.click(page.textOf(u"task"_s));
+    QTest::keyClick(page.tree, Qt::Key_X);
+    QVERIFY(!page.editor());
+}
+
+void tst_TodoView::changeOfARowIsShownAtOnce()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
+    const Page page;
+    page.row(u"a1"_s)->setText(0, u"renamed"_s);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] renamed"_s}));
+    page.row(u"renamed"_s)->setText(0, QString());
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] renamed"_s}));
+    page.row(u"renamed"_s)->setCheckState(0, Qt::Checked);
+    QCOMPARE(page.rows(), QStringList());
+    QCOMPARE(page.summary->text(), u"0 active · 2 total"_s);
+}
+
+void tst_TodoView::menuOffersToAddAndDelete()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s});
+    const QByteArray stored = taskfile::bytes();
+    const Page page;
+    const MenuUser user;
+    const QPoint position = page.textOf(u"b"_s);
+    page.requestMenu(position);
+
+    QCOMPARE(user.texts(), QStringList({u"Add Subtask"_s, u"Delete"_s}));
+    QCOMPARE(user.position(), page.tree->viewport()->mapToGlobal(position));
+    QCOMPARE(page.tree->currentItem(), page.row(u"b"_s));
+    QCOMPARE(taskfile::bytes(), stored);
+}
+
+void tst_TodoView::menuAddsASubtask()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s});
+    const Page page;
+    const MenuUser user(u"Add Subtask"_s);
+    page.requestMenu(page.textOf(u"a"_s));
+
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] New Subtask"_s, u"[ ] b"_s}));
+    QCOMPARE(parentOnDisk(u"New Subtask"_s), u"a"_s);
+    QVERIFY(!page.editor());
+}
+
+void tst_TodoView::menuAddsNothingBelowLevelFive()
+{
+    writeTasks({u"[ ] 1"_s, u"[ ] 2<1"_s, u"[ ] 3<2"_s, u"[ ] 4<3"_s, u"[ ] 5<4"_s});
+    const QByteArray stored = taskfile::bytes();
+    const Page page;
+    {
+        const MenuUser user(u"Add Subtask"_s);
+        page.requestMenu(page.textOf(u"5"_s));
+    }
+    QCOMPARE(page.row(u"5"_s)->childCount(), 0);
+    QCOMPARE(taskfile::bytes(), stored);
+    QCOMPARE(page.tree->currentItem(), page.row(u"5"_s));
+
+    const MenuUser user(u"Add Subtask"_s);
+    page.requestMenu(page.textOf(u"4"_s));
+    QCOMPARE(page.row(u"4"_s)->childCount(), 2);
+}
+
+void tst_TodoView::menuAddsBelowACompletedRow()
+{
+    writeTasks({u"[x] done"_s, u"[ ] open<done"_s});
+    const Page page;
+    {
+        const MenuUser user(u"Add Subtask"_s);
+        page.requestMenu(page.textOf(u"done"_s));
+    }
+    QCOMPARE(page.rows(), QStringList({u"[x] done"_s, u".[ ] open"_s, u".[ ] New Subtask"_s}));
+
+    page.filter->setCurrentIndex(Completed);
+    const MenuUser user(u"Add Subtask"_s);
+    page.requestMenu(page.textOf(u"done"_s));
+    QCOMPARE(page.rows(), QStringList{u"[x] done"_s});
+    QCOMPARE(page.summary->text(), u"3 active · 4 total"_s);
+}
+
+void tst_TodoView::menuDeletesTheSubtree()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] a2<a1"_s, u"[ ] b"_s});
+    const Page page;
+    const MenuUser user(u"Delete"_s);
+    page.requestMenu(page.textOf(u"a"_s));
+    QCOMPARE(page.rows(), QStringList{u"[ ] b"_s});
+    QCOMPARE(titlesOnDisk(), QStringList{u"b"_s});
+}
+
+void tst_TodoView::emptySpaceHasNoMenu()
+{
+    writeTasks({u"[ ] a"_s});
+    const Page page;
+    const MenuUser user;
+    page.requestMenu(page.tree->viewport()->rect().bottomLeft() + QPoint(40, -5));
+    QVERIFY(user.texts().isEmpty());
+    QVERIFY(!page.tree->currentItem());
+}
+
+void tst_TodoView::keyOpensTheMenuOfTheCurrentRow()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s});
+    const Page page;
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    const MenuUser user(u"Delete"_s);
+    page.requestMenuByKey();
+    QCOMPARE(page.rows(), QStringList{u"[ ] a"_s});
+}
+
+void tst_TodoView::rebuildOpensEveryRowAndForgetsTheSelection()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
+    Page page;
+    page.tree->setCurrentItem(page.row(u"a1"_s));
+    page.row(u"a"_s)->setExpanded(false);
+    page.view.activate();
+    QVERIFY(page.row(u"a"_s)->isExpanded());
+    QVERIFY(!page.tree->currentItem());
+    QVERIFY(page.tree->selectedItems().isEmpty());
+}
+
+void tst_TodoView::activateRebuildsAndKeepsTheFilter()
+{
+    Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.filter->setCurrentIndex(All);
+    page.tree->setFocus();
+    page.service.setCompleted(page.service.createTask(u"task"_s), true);
+    QCOMPARE(page.rows(), QStringList());
+
+    page.view.activate();
+    QCOMPARE(page.rows(), QStringList{u"[x] task"_s});
+    QCOMPARE(page.filter->currentIndex(), int(All));
+    QCOMPARE(QApplication::focusWidget(), page.input);
+}
+
+void tst_TodoView::backAsksToClose()
+{
+    const Page page;
+    QSignalSpy closed(&page.view, &TodoView::closeRequested);
+    QTest::mouseClick(page.backButton, Qt::LeftButton);
+    QCOMPARE(closed.size(), 1);
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoView::survivesACircle_data()
+{
+    QTest::addColumn<QStringList>("circle");
+    QTest::newRow("its own parent") << QStringList{u"[ ] a<a"_s};
+    QTest::newRow("two in a circle") << QStringList{u"[ ] a<b"_s, u"[x] b<a"_s};
+    QTest::newRow("long circle with a tail")
+        << QStringList{u"[ ] a<d"_s, u"[x] b<a"_s, u"[ ] c<b"_s, u"[ ] d<c"_s, u"[ ] tail<a"_s};
+}
+
+void tst_TodoView::survivesACircle()
+{
+    QFETCH(const QStringList, circle);
+    writeTasks(circle + QStringList{u"[ ] good"_s, u"[ ] good child<good"_s});
+    const Page page;
+    QCOMPARE(page.rows(), QStringList({u"[ ] good"_s, u".[ ] good child"_s}));
+
+    page.click(page.checkBoxOf(u"good child"_s));
+    QCOMPARE(page.rows(), QStringList());
+    QCOMPARE(titlesOnDisk().size(), circle.size() + 2);
+
+    page.filter->setCurrentIndex(All);
+    const MenuUser user(u"Delete"_s);
+    page.requestMenu(page.textOf(u"good"_s));
+    QCOMPARE(titlesOnDisk().size(), circle.size());
+}
+
+void tst_TodoView::survivesALongChain()
+{
+    constexpr int length = 100000;
+    QJsonArray array;
+    for (int i = 0; i < length; ++i) {
+        array.append(QJsonObject{{u"id"_s, QString::number(i)},
+                                 {u"parentId"_s, i == 0 ? QString() : QString::number(i - 1)}});
+    }
+    taskfile::write(QJsonDocument(array).toJson());
+    const Page page;
+    QCOMPARE(page.tree->topLevelItemCount(), 1);
+    QCOMPARE(page.summary->text(), u"100000 active · 100000 total"_s);
+}
+
+QTEST_MAIN(tst_TodoView)
+#include "tst_TodoView.moc"
