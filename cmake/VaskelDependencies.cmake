@@ -1,1 +1,59 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
+#
+# The libraries that are hardly packaged for this Qt. Each is taken from the first of these that is
+# there, and is linked by the target name that it has upstream, wherever it comes from:
+#
+#   1. an installed package that was built for this Qt,
+#   2. the source folder that FETCHCONTENT_SOURCE_DIR_<NAME> gives, the name in capitals,
+#   3. the upstream release, if VASKEL_FETCH_DEPENDENCIES is on,
+#   4. our stand-in in compat/.
+
+include(FetchContent)
+
+# vaskel_add_dependency(Name target REPOSITORY url COMMIT hash
+#                       [COMPONENTS component...] [SETTINGS variable value ...])
+#
+# COMPONENTS are those of the installed package, SETTINGS the variables that its own CMake code is
+# given when it is built here. cmake/probe/<Name>.cpp uses the library as this project does.
+function(vaskel_add_dependency name target)
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "REPOSITORY;COMMIT" "COMPONENTS;SETTINGS")
+    if(TARGET ${target})
+        return()
+    endif()
+
+    set(package ${name} CONFIG)
+    if(arg_COMPONENTS)
+        list(APPEND package COMPONENTS ${arg_COMPONENTS})
+    endif()
+    add_subdirectory("${PROJECT_SOURCE_DIR}/cmake/probe" "${PROJECT_BINARY_DIR}/cmake/probe/${name}")
+
+    string(TOUPPER "${name}" upper_name)
+    if(usable)
+        find_package(${package} REQUIRED GLOBAL)
+        message(STATUS "${name}: installed in ${${name}_DIR}")
+    elseif(FETCHCONTENT_SOURCE_DIR_${upper_name} OR VASKEL_FETCH_DEPENDENCIES)
+        while(arg_SETTINGS)
+            list(POP_FRONT arg_SETTINGS variable value)
+            set(${variable} ${value})
+        endwhile()
+        # Old projects would otherwise let their options hide these settings.
+        set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
+        FetchContent_Declare(${name} SYSTEM
+            GIT_REPOSITORY ${arg_REPOSITORY}
+            GIT_TAG ${arg_COMMIT}
+        )
+        FetchContent_MakeAvailable(${name})
+        message(STATUS "${name}: built from ${${name}_SOURCE_DIR}")
+    else()
+        add_subdirectory("${PROJECT_SOURCE_DIR}/compat/${name}" "${PROJECT_BINARY_DIR}/compat/${name}")
+        message(STATUS "${name}: our stand-in")
+    endif()
+endfunction()
+
+vaskel_add_dependency(SingleApplication SingleApplication::SingleApplication
+    REPOSITORY https://github.com/itay-grudev/SingleApplication.git
+    COMMIT b117282439dd3bbfea3fb715b6ff04549dbfa1e7 # v3.5.5
+    SETTINGS
+        QT_DEFAULT_MAJOR_VERSION 6
+        QAPPLICATION_CLASS QApplication
+)

@@ -1,13 +1,126 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Link.h"
 
+#include "platform/ProgramEnvironment.h"
+#include "platform/linux/DesktopEntry.h"
+
+#include <QFile>
+
+#include <array>
+#include <csignal>
+
+#include <unistd.h>
+
 namespace platform {
+
+namespace {
+
+constexpr const char *group = G_KEY_FILE_DESKTOP_GROUP;
+
+// Runs between fork and exec, where little more than system calls is allowed.
+void standAlone(void *)
+{
+    setsid();
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    for (int number = 1; number < NSIG; ++number) {
+        std::signal(number, SIG_DFL);
+    }
+}
+
+ObjectPointer<GAppLaunchContext> launchContext()
+{
+    ObjectPointer<GAppLaunchContext> context(g_app_launch_context_new());
+    const QProcessEnvironment kept = programEnvironment();
+    const QStringList names = QProcessEnvironment::systemEnvironment().keys();
+    for (const QString &name : names) {
+        if (!kept.contains(name)) {
+            g_app_launch_context_unsetenv(context.get(), QFile::encodeName(name).constData());
+        }
+    }
+    return context;
+}
+
+bool launch(GDesktopAppInfo *application)
+{
+    return g_desktop_app_info_launch_uris_as_manager(application, nullptr, launchContext().get(),
+                                                     G_SPAWN_SEARCH_PATH, &standAlone, nullptr,
+                                                     nullptr, nullptr, nullptr);
+}
+
+// An entry with a command is started by it even where D-Bus might do so. The bus gives programs its
+// own environment, on many sessions one without a display, and does not tell whether they start.
+bool takesCommandInsteadOfBus(GDesktopAppInfo *application)
+{
+    return g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)
+           && g_app_info_get_commandline(G_APP_INFO(application));
+}
+
+// Starts an altered copy of an entry. Only %k, the place of the entry itself, is lost on the way.
+bool launchCopy(const QString &filePath, bool (*alter)(GKeyFile *))
+{
+    const KeyFilePointer entry = loadDesktopEntry(filePath);
+    if (!entry || !alter(entry.get())) {
+        return false;
+    }
+    const ObjectPointer<GDesktopAppInfo> application(
+        g_desktop_app_info_new_from_keyfile(entry.get()));
+    return application && launch(application.get());
+}
+
+bool withoutBus(GKeyFile *entry)
+{
+    return g_key_file_remove_key(entry, group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
+}
+
+// Terminals that take a command behind "-e" and that GIO does not know of.
+QByteArray furtherTerminal()
+{
+    constexpr std::array names = {
+        "x-terminal-emulator", "qterminal", "kitty", "alacritty", "foot", "urxvt", "st"};
+    for (const char *name : names) {
+        if (const TextPointer program{g_find_program_in_path(name)}) {
+            return name;
+        }
+    }
+    return {};
+}
+
+bool inFurtherTerminal(GKeyFile *entry)
+{
+    const QByteArray terminal = furtherTerminal();
+    const TextPointer command(
+        g_key_file_get_string(entry, group, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
+    if (terminal.isEmpty() || !command) {
+        return false;
+    }
+    const QByteArray wrapped = terminal + " -e " + command.get();
+    g_key_file_set_string(entry, group, G_KEY_FILE_DESKTOP_KEY_EXEC, wrapped.constData());
+    g_key_file_set_boolean(entry, group, G_KEY_FILE_DESKTOP_KEY_TERMINAL, FALSE);
+    g_key_file_set_boolean(entry, group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, FALSE);
+    return true;
+}
+
+} // namespace
+
 QString linkSuffix()
 {
     return QStringLiteral("desktop");
 }
-bool openLink(const QString &)
+
+bool openLink(const QString &filePath)
 {
-    return false;
+    const ObjectPointer<GDesktopAppInfo> application = loadApplication(filePath);
+    if (!application) {
+        return false;
+    }
+    const bool isStarted = takesCommandInsteadOfBus(application.get())
+                               ? launchCopy(filePath, &withoutBus)
+                               : launch(application.get());
+    const bool needsTerminal =
+        g_desktop_app_info_get_boolean(application.get(), G_KEY_FILE_DESKTOP_KEY_TERMINAL);
+    return isStarted || (needsTerminal && launchCopy(filePath, &inFurtherTerminal));
 }
+
 } // namespace platform

@@ -24,6 +24,9 @@ namespace platform {
 void applyAutoStart(bool enabled)
 {
     fakePlatform().autoStartCalls.append(enabled);
+    if (fakePlatform().duringAutoStartCall) {
+        fakePlatform().duringAutoStartCall();
+    }
 }
 
 ProgramInfo builtinProgram(BuiltinProgram program)
@@ -74,8 +77,9 @@ QString startMenuPattern()
     return fakePlatform().startMenuPattern;
 }
 
-std::optional<QString> startMenuName(const QString &, const QString &filePath)
+std::optional<QString> startMenuName(const QString &root, const QString &filePath)
 {
+    fakePlatform().startMenuNameCalls.append({root, filePath});
     if (fakePlatform().unlistedFiles.contains(filePath)) {
         return std::nullopt;
     }

@@ -9,12 +9,16 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
+#include <functional>
+#include <utility>
+
 /// The recording bodies of the platform headers: they answer from fields that a test fills in and
 /// keep what they were asked.
 struct FakePlatform
 {
     // AutoStart.h
     QList<bool> autoStartCalls;
+    std::function<void()> duringAutoStartCall;
 
     // BuiltinPrograms.h; a program without an entry gets a path made of its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
@@ -40,6 +44,7 @@ struct FakePlatform
     QString startMenuPattern = QStringLiteral("*.link");
     QHash<QString, QString> startMenuNames;
     QStringList unlistedFiles;
+    QList<std::pair<QString, QString>> startMenuNameCalls;
 };
 
 /// The one state of the fake bodies; assign FakePlatform() to start anew.

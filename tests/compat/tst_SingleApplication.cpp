@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <SingleApplication>
+
+#include "compat/SingleApplication/InstanceLock.h"
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLocalServer>
+#include <QProcess>
+#include <QScopeGuard>
+#include <QTest>
+
+#include <memory>
+#include <vector>
+
+#include <pwd.h>
+#include <signal.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString userData = u"Vaskel"_s;
+constexpr int timeout = 1000;
+
+/// A process of the helper program that reads what it says.
+class Instance
+{
+public:
+    explicit Instance(const QString &extra = {}, const QString &data = userData, int wait = timeout)
+        : Instance(extra, data, wait, QProcessEnvironment::systemEnvironment())
+    {
+    }
+
+    Instance(const QString &extra, const QString &data, int wait,
+             const QProcessEnvironment &environment)
+    {
+        QStringList arguments{data, QString::number(wait)};
+        if (!extra.isEmpty()) {
+            arguments.append(extra);
+        }
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.setProcessEnvironment(environment);
+        m_process.start(QStringLiteral(SINGLE_INSTANCE), arguments);
+    }
+
+    ~Instance()
+    {
+        if (m_process.state() != QProcess::NotRunning) {
+            m_process.kill();
+            m_process.waitForFinished();
+        }
+    }
+
+    void quit()
+    {
+        m_process.closeWriteChannel();
+        m_process.waitForFinished();
+    }
+
+    void signal(int number) { ::kill(pid_t(m_process.processId()), number); }
+
+    QProcess &process() { return m_process; }
+
+    QStringList said()
+    {
+        m_said += m_process.readAllStandardOutput();
+        return QString::fromLocal8Bit(m_said).split(u'\n', Qt::SkipEmptyParts);
+    }
+
+    qsizetype timesTold() { return said().count(u"told"_s); }
+    bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
+
+    /// Whether the process ended untroubled and without becoming an instance.
+    bool hasGivenWay()
+    {
+        return !isRunning() && m_process.exitStatus() == QProcess::NormalExit
+               && m_process.exitCode() == 0 && said() == QStringList{u"starting"_s};
+    }
+
+private:
+    QProcess m_process;
+    QByteArray m_said;
+};
+
+bool isPrimary(Instance &instance)
+{
+    return instance.said().contains(u"primary"_s);
+}
+
+QString pathOf(const QString &suffix, const QString &folderName = u"runtime"_s)
+{
+    const QDir folder(testhome::path() + u'/' + folderName);
+    const QStringList names =
+        folder.entryList({u"SingleApplication-*"_s + suffix}, QDir::Files | QDir::System);
+    return names.size() == 1 ? folder.filePath(names.first()) : QString();
+}
+
+// Opens the session's runtime folder to all, and puts a file where Qt looks next.
+void closeRuntimeFolders()
+{
+    QVERIFY(QFile::setPermissions(testhome::path() + "/runtime"_L1, QFile::Permissions(0x7777)));
+    const QString user = QString::fromLocal8Bit(getpwuid(geteuid())->pw_name);
+    testhome::writeFile("tmp/runtime-"_L1 + user, {});
+}
+
+} // namespace
+
+class tst_SingleApplication : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void firstInstanceIsPrimary();
+    void secondStartTellsTheFirstAndEndsWithinASecond();
+    void everyStartIsTold();
+    void nextStartIsPrimaryAfterTheFirstHasQuit();
+    void killedInstanceBlocksNoStart();
+    void leftoversOfAnotherMachineBlockNoStart();
+    void startedProgramKeepsNothingOfTheLock();
+    void twentyStartsAtOnceLeaveOne();
+    void stoppedInstanceIsToldWhenItGoesOn();
+    void instanceThatIsStillStartingIsTold();
+    void instanceThatNeverListensIsGivenTheTimeout();
+    void waitingStartTakesOverFromAnInstanceThatEnds();
+    void otherUserDataIsAnotherProgram();
+    void secondaryInstanceIsNotToldOf();
+    void otherUsersHaveNoAccess();
+    void folderThatOthersMayWriteToIsNotUsed();
+    void startsWithoutAnyFolder();
+};
+
+void tst_SingleApplication::init()
+{
+    testhome::reset();
+}
+
+void tst_SingleApplication::firstInstanceIsPrimary()
+{
+    Instance first;
+    QTRY_COMPARE(first.said(), (QStringList{u"starting"_s, u"primary"_s}));
+    first.quit();
+    QCOMPARE(first.process().exitCode(), 0);
+    QCOMPARE(first.timesTold(), 0);
+}
+
+void tst_SingleApplication::secondStartTellsTheFirstAndEndsWithinASecond()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+
+    QElapsedTimer timer;
+    timer.start();
+    Instance second;
+    QVERIFY(second.process().waitForFinished());
+    QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY(second.hasGivenWay());
+    QTRY_COMPARE(first.timesTold(), 1);
+    QVERIFY(first.isRunning());
+}
+
+void tst_SingleApplication::everyStartIsTold()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    for (int told = 1; told <= 5; ++told) {
+        Instance next;
+        QTRY_VERIFY(next.hasGivenWay());
+        QTRY_COMPARE(first.timesTold(), told);
+    }
+}
+
+void tst_SingleApplication::nextStartIsPrimaryAfterTheFirstHasQuit()
+{
+    for (int round = 0; round < 3; ++round) {
+        Instance instance;
+        QTRY_VERIFY(isPrimary(instance));
+        instance.quit();
+        QVERIFY(!instance.isRunning());
+    }
+}
+
+void tst_SingleApplication::killedInstanceBlocksNoStart()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    first.signal(SIGKILL);
+    QVERIFY(first.process().waitForFinished());
+    QVERIFY(!pathOf(u".lock"_s).isEmpty());
+    QVERIFY(!pathOf(u".socket"_s).isEmpty());
+
+    Instance second;
+    QTRY_VERIFY(isPrimary(second));
+    Instance third;
+    QTRY_VERIFY(third.hasGivenWay());
+    QTRY_COMPARE(second.timesTold(), 1);
+}
+
+// A lock file that names its holder would be taken for a living one's after the process id was
+// given to another process, and for one that cannot be examined after the host was renamed.
+void tst_SingleApplication::leftoversOfAnotherMachineBlockNoStart()
+{
+    const InstanceLock lock(userData);
+    QString lockPath = lock.serverName();
+    lockPath.replace(u".socket"_s, u".lock"_s);
+    QFile file(lockPath);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray::number(getpid()) + "\ntst_SingleApplication\nelsewhere\n");
+    file.close();
+    QFile socket(lock.serverName());
+    QVERIFY(socket.open(QIODevice::WriteOnly));
+    socket.close();
+
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    Instance second;
+    QTRY_VERIFY(second.hasGivenWay());
+    QTRY_COMPARE(first.timesTold(), 1);
+}
+
+void tst_SingleApplication::startedProgramKeepsNothingOfTheLock()
+{
+    Instance first(u"child"_s);
+    QTRY_COMPARE(first.said().size(), 3);
+    const pid_t child = first.said().last().toInt();
+    const auto cleanUp = qScopeGuard([child] { ::kill(child, SIGKILL); });
+    first.signal(SIGKILL);
+    QVERIFY(first.process().waitForFinished());
+
+    Instance second;
+    QTRY_VERIFY(isPrimary(second));
+    QCOMPARE(::kill(child, 0), 0);
+}
+
+void tst_SingleApplication::twentyStartsAtOnceLeaveOne()
+{
+    constexpr int starts = 20;
+    std::vector<std::unique_ptr<Instance>> instances;
+    for (int i = 0; i < starts; ++i) {
+        instances.push_back(std::make_unique<Instance>());
+    }
+
+    const auto running = [&] {
+        return std::ranges::count_if(instances, [](auto &one) { return one->isRunning(); });
+    };
+    QTRY_COMPARE_WITH_TIMEOUT(running(), 1, 30000);
+    const auto primary =
+        std::ranges::find_if(instances, [](auto &one) { return one->isRunning(); });
+    QTRY_VERIFY(isPrimary(**primary));
+    QTRY_COMPARE((*primary)->timesTold(), starts - 1);
+    for (auto &instance : instances) {
+        QVERIFY(instance == *primary || instance->hasGivenWay());
+    }
+}
+
+void tst_SingleApplication::stoppedInstanceIsToldWhenItGoesOn()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    first.signal(SIGSTOP);
+
+    QElapsedTimer timer;
+    timer.start();
+    Instance second;
+    QVERIFY(second.process().waitForFinished());
+    QVERIFY(second.hasGivenWay());
+    QVERIFY2(timer.elapsed() < timeout, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(first.timesTold(), 0);
+
+    first.signal(SIGCONT);
+    QTRY_COMPARE(first.timesTold(), 1);
+}
+
+void tst_SingleApplication::instanceThatIsStillStartingIsTold()
+{
+    InstanceLock lock(userData);
+    QCOMPARE(lock.tryLock(), InstanceLock::State::Held);
+
+    Instance second(QString(), userData, 60000);
+    QTRY_VERIFY(!second.said().isEmpty());
+    QVERIFY(!second.process().waitForFinished(500));
+
+    QLocalServer server;
+    QVERIFY(server.listen(lock.serverName()));
+    QTRY_VERIFY(second.hasGivenWay());
+    QTRY_VERIFY(server.hasPendingConnections());
+}
+
+void tst_SingleApplication::instanceThatNeverListensIsGivenTheTimeout()
+{
+    InstanceLock lock(userData);
+    QCOMPARE(lock.tryLock(), InstanceLock::State::Held);
+
+    QElapsedTimer timer;
+    timer.start();
+    Instance second(QString(), userData, 700);
+    QVERIFY(second.process().waitForFinished());
+    QVERIFY(second.hasGivenWay());
+    QVERIFY2(timer.elapsed() >= 700, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void tst_SingleApplication::waitingStartTakesOverFromAnInstanceThatEnds()
+{
+    auto lock = std::make_unique<InstanceLock>(userData);
+    QCOMPARE(lock->tryLock(), InstanceLock::State::Held);
+
+    Instance second(QString(), userData, 60000);
+    QTRY_VERIFY(!second.said().isEmpty());
+    QVERIFY(!second.process().waitForFinished(500));
+
+    lock.reset();
+    QTRY_VERIFY(isPrimary(second));
+}
+
+void tst_SingleApplication::otherUserDataIsAnotherProgram()
+{
+    Instance one;
+    QTRY_VERIFY(isPrimary(one));
+    Instance other(QString(), u"another"_s);
+    QTRY_VERIFY(isPrimary(other));
+    Instance nameless(QString(), u""_s);
+    QTRY_VERIFY(isPrimary(nameless));
+    QCOMPARE(one.timesTold(), 0);
+}
+
+void tst_SingleApplication::secondaryInstanceIsNotToldOf()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    Instance second(u"secondary"_s);
+    QTRY_COMPARE(second.said(), (QStringList{u"starting"_s, u"secondary"_s}));
+    second.quit();
+    QCOMPARE(second.process().exitCode(), 0);
+    QCOMPARE(first.timesTold(), 0);
+
+    first.quit();
+    Instance third(u"secondary"_s);
+    QTRY_VERIFY(isPrimary(third));
+}
+
+void tst_SingleApplication::otherUsersHaveNoAccess()
+{
+    constexpr auto ofOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+                              | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    const QStringList paths{testhome::path() + "/runtime"_L1, pathOf(u".lock"_s),
+                            pathOf(u".socket"_s)};
+    for (const QString &path : paths) {
+        const QFileInfo info(path);
+        QVERIFY2(info.exists(), qPrintable(path));
+        QCOMPARE(info.ownerId(), getuid());
+        QVERIFY2(!(info.permissions() & ofOthers), qPrintable(path));
+    }
+}
+
+void tst_SingleApplication::folderThatOthersMayWriteToIsNotUsed()
+{
+    closeRuntimeFolders();
+    Instance instance;
+    QTRY_VERIFY(isPrimary(instance));
+    QVERIFY(pathOf(u".lock"_s).isEmpty());
+    QVERIFY(!pathOf(u".lock"_s, u"cache"_s).isEmpty());
+    QVERIFY(!pathOf(u".socket"_s, u"cache"_s).isEmpty());
+}
+
+void tst_SingleApplication::startsWithoutAnyFolder()
+{
+    closeRuntimeFolders();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_CACHE_HOME"_s, u"/proc/nowhere"_s);
+    Instance instance(QString(), userData, timeout, environment);
+    QTRY_VERIFY(isPrimary(instance));
+}
+
+QTEST_GUILESS_MAIN(tst_SingleApplication)
+#include "tst_SingleApplication.moc"

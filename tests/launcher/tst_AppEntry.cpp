@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "launcher/AppEntry.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_AppEntry : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void keepsWhatItIsGiven();
+    void spellsTheNameAlone();
+    void lowersWhatASearchCompares();
+};
+
+void tst_AppEntry::keepsWhatItIsGiven()
+{
+    const AppEntry app(u"QQ音乐"_s, u"/menu/QQ.lnk"_s, u"Start Menu / 腾讯"_s, u"/icons/1.png"_s);
+    QCOMPARE(app.name, u"QQ音乐"_s);
+    QCOMPARE(app.path, u"/menu/QQ.lnk"_s);
+    QCOMPARE(app.description, u"Start Menu / 腾讯"_s);
+    QCOMPARE(app.iconPath, u"/icons/1.png"_s);
+}
+
+void tst_AppEntry::spellsTheNameAlone()
+{
+    const AppEntry app(u"QQ音乐 2"_s, u"微信"_s, u"腾讯"_s, u"图"_s);
+    QCOMPARE(app.pinyin, u"qqyinle 2"_s);
+    QCOMPARE(app.pinyinInitials, u"qqyl"_s);
+}
+
+void tst_AppEntry::lowersWhatASearchCompares()
+{
+    const AppEntry app(u"Éclair QQ"_s, u"PATH"_s, u"START Menu / ÄÖ"_s, QString());
+    QCOMPARE(app.lowerName, u"éclair qq"_s);
+    QCOMPARE(app.lowerDescription, u"start menu / äö"_s);
+}
+
+QTEST_GUILESS_MAIN(tst_AppEntry)
+#include "tst_AppEntry.moc"
