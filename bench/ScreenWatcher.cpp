@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ScreenWatcher.h"
+
+#include <poll.h>
+#include <xcb/damage.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <set>
+
+namespace {
+
+constexpr auto kPatience = std::chrono::minutes(1);
+
+// Toolkits open helper windows of a few pixels, which nobody sees.
+constexpr int kLeastWidth = 100;
+
+struct Free
+{
+    void operator()(void *memory) const { std::free(memory); }
+};
+using Event = std::unique_ptr<xcb_generic_event_t, Free>;
+
+int typeOf(const xcb_generic_event_t &event)
+{
+    return event.response_type & 0x7f;
+}
+
+template <typename Specific> const Specific &as(const Event &event)
+{
+    return *reinterpret_cast<const Specific *>(event.get());
+}
+
+} // namespace
+
+ScreenWatcher::ScreenWatcher()
+    : m_connection(xcb_connect(nullptr, nullptr))
+{
+    if (!isConnected()) {
+        return;
+    }
+    const auto *damage = xcb_get_extension_data(m_connection, &xcb_damage_id);
+    m_damageNotify = static_cast<uint8_t>(damage->first_event + XCB_DAMAGE_NOTIFY);
+    std::free(xcb_damage_query_version_reply(m_connection, //
+                                             xcb_damage_query_version(m_connection, 1, 1),
+                                             nullptr));
+
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
+    const uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(m_connection, root, XCB_CW_EVENT_MASK, &events);
+
+    // The damage of the root window is that of all windows. Mapping one does none; painting does.
+    xcb_damage_create(m_connection, xcb_generate_id(m_connection), root,
+                      XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
+    xcb_flush(m_connection);
+}
+
+ScreenWatcher::~ScreenWatcher()
+{
+    xcb_disconnect(m_connection);
+}
+
+bool ScreenWatcher::isConnected() const
+{
+    return xcb_connection_has_error(m_connection) == 0;
+}
+
+std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow()
+{
+    std::set<xcb_window_t> large;
+    std::optional<xcb_window_t> mapped;
+    const auto deadline = Clock::now() + kPatience;
+    while (const Event event{nextEvent(deadline)}) {
+        if (typeOf(*event) == XCB_CREATE_NOTIFY) {
+            const auto &created = as<xcb_create_notify_event_t>(event);
+            if (!created.override_redirect && created.width >= kLeastWidth) {
+                large.insert(created.window);
+            }
+        } else if (typeOf(*event) == XCB_MAP_NOTIFY) {
+            const xcb_window_t window = as<xcb_map_notify_event_t>(event).window;
+            mapped = large.contains(window) ? window : mapped;
+        } else if (typeOf(*event) == m_damageNotify && mapped) {
+            return mapped;
+        }
+    }
+    return {};
+}
+
+void ScreenWatcher::requestClose(xcb_window_t window)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    xcb_send_event(m_connection, 0, window, XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char *>(&message));
+    xcb_flush(m_connection);
+}
+
+bool ScreenWatcher::waitForHiddenWindow(xcb_window_t window)
+{
+    const auto deadline = Clock::now() + kPatience;
+    while (const Event event{nextEvent(deadline)}) {
+        if (typeOf(*event) == XCB_UNMAP_NOTIFY
+            && as<xcb_unmap_notify_event_t>(event).window == window) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ScreenWatcher::discardEvents()
+{
+    while (Event(xcb_poll_for_event(m_connection))) {
+    }
+}
+
+// The next event, which the caller frees; null when the deadline passes or the display is gone.
+xcb_generic_event_t *ScreenWatcher::nextEvent(Clock::time_point deadline)
+{
+    while (Clock::now() < deadline && isConnected()) {
+        if (auto *event = xcb_poll_for_event(m_connection)) {
+            return event;
+        }
+        pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
+        poll(&descriptor, 1, 1000);
+    }
+    return nullptr;
+}
+
+xcb_atom_t ScreenWatcher::atom(const char *name)
+{
+    const auto length = static_cast<uint16_t>(std::strlen(name));
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(xcb_intern_atom_reply(
+        m_connection, xcb_intern_atom(m_connection, 0, length, name), nullptr));
+    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
+}

@@ -1,0 +1,294 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// What the whole program costs, seen from outside and next to a bare window of the same size: the
+// time from its start until its window is on the screen with its first picture, the memory that
+// it takes two seconds later, and the processor time that it takes while it is hidden.
+#include "ScreenWatcher.h"
+
+#include <benchmark/benchmark.h>
+
+#include <csignal>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr int kEntries = 500;
+
+/// A home with installed programs, and the environment of a process that lives in it.
+class Home
+{
+public:
+    Home();
+    ~Home() { std::filesystem::remove_all(m_folder); }
+    Home(const Home &) = delete;
+    Home &operator=(const Home &) = delete;
+
+    std::vector<std::string> environment() const;
+    long cachedIcons() const;
+
+private:
+    void addEntry(int number) const;
+
+    std::filesystem::path m_folder;
+};
+
+Home::Home()
+{
+    std::string pattern = std::filesystem::temp_directory_path() / "vaskel-bench-XXXXXX";
+    m_folder = mkdtemp(pattern.data());
+    for (const char *folder : {"tmp", "runtime", "system/applications"}) {
+        std::filesystem::create_directories(m_folder / folder);
+    }
+    std::filesystem::permissions(m_folder / "runtime", std::filesystem::perms::owner_all);
+    for (const char *shared : {"icons", "mime"}) {
+        std::filesystem::create_directory_symlink(std::filesystem::path("/usr/share") / shared,
+                                                  m_folder / "system" / shared);
+    }
+    for (int number = 0; number < kEntries; ++number) {
+        addEntry(number);
+    }
+}
+
+// Sized like the entries of a real desktop, most of whose lines are translations.
+void Home::addEntry(int number) const
+{
+    std::ofstream entry(m_folder / "system/applications"
+                        / ("program" + std::to_string(number) + ".desktop"));
+    entry << "[Desktop Entry]\nType=Application\nVersion=1.0\n"
+          << "Name=Program " << number << "\nExec=true %U\nIcon=application-x-executable\n"
+          << "Categories=Utility;\nMimeType=text/plain;\nTerminal=false\nStartupNotify=true\n";
+    for (const char *language : {"ca", "cs", "da", "de", "el", "es", "fi", "fr", "hu", "it",
+                                 "ja", "ko", "nl", "pl", "pt", "ru", "sv", "tr", "uk", "zh_CN"}) {
+        entry << "Name[" << language << "]=Program " << number << " (" << language << ")\n"
+              << "Comment[" << language << "]=One of the programs of this system\n";
+    }
+}
+
+std::vector<std::string> Home::environment() const
+{
+    const std::string folder = m_folder.string();
+    std::vector<std::string> variables{
+        "HOME=" + folder,
+        "TMPDIR=" + folder + "/tmp",
+        "XDG_RUNTIME_DIR=" + folder + "/runtime",
+        "XDG_DATA_DIRS=" + folder + "/system",
+        "LANG=C.UTF-8",
+        "QT_QPA_PLATFORM=xcb",
+    };
+    for (const char *inherited : {"PATH", "DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS"}) {
+        if (const char *value = std::getenv(inherited)) {
+            variables.push_back(std::string(inherited) + '=' + value);
+        }
+    }
+    return variables;
+}
+
+long Home::cachedIcons() const
+{
+    const std::filesystem::directory_iterator icons(m_folder / "tmp/Vaskel/icons");
+    return std::distance(begin(icons), end(icons));
+}
+
+/// A running program; it is ended with the object.
+class Process
+{
+public:
+    Process(std::string program, std::vector<std::string> environment);
+    ~Process();
+    Process(const Process &) = delete;
+    Process &operator=(const Process &) = delete;
+
+    /// The memory that it takes, with its share of what it has in common with others, in bytes.
+    double proportionalMemory() const;
+
+    /// The processor time that all its threads have used so far, in clock ticks.
+    long processorTicks() const;
+
+private:
+    std::string file(const std::string &name) const;
+
+    pid_t m_pid = 0;
+};
+
+Process::Process(std::string program, std::vector<std::string> environment)
+{
+    std::vector<char *> variables;
+    for (std::string &variable : environment) {
+        variables.push_back(variable.data());
+    }
+    variables.push_back(nullptr);
+    char *arguments[] = {program.data(), nullptr};
+    posix_spawn(&m_pid, program.c_str(), nullptr, nullptr, arguments, variables.data());
+}
+
+Process::~Process()
+{
+    if (m_pid > 0) {
+        kill(m_pid, SIGTERM);
+        waitpid(m_pid, nullptr, 0);
+    }
+}
+
+double Process::proportionalMemory() const
+{
+    std::istringstream lines(file("smaps_rollup"));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("Pss:")) {
+            return std::stod(line.substr(4)) * 1024;
+        }
+    }
+    return 0;
+}
+
+long Process::processorTicks() const
+{
+    // The name in parentheses may hold blanks; the fields behind it begin with the third.
+    const std::string line = file("stat");
+    std::istringstream fields(line.substr(line.rfind(')') + 1));
+    const std::vector<std::string> values{std::istream_iterator<std::string>(fields), {}};
+    return std::stol(values.at(14 - 3)) + std::stol(values.at(15 - 3));
+}
+
+std::string Process::file(const std::string &name) const
+{
+    const std::ifstream stream("/proc/" + std::to_string(m_pid) + '/' + name);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+/// One start of a program, from its process to its painted window.
+struct Start
+{
+    Start(const Home &home, ScreenWatcher &screen, const char *program)
+        : process(program, home.environment())
+        , window(screen.waitForPaintedWindow())
+    {
+    }
+
+    Clock::time_point begin = Clock::now();
+    Process process;
+    std::optional<xcb_window_t> window;
+    std::chrono::duration<double> duration = Clock::now() - begin;
+};
+
+/// The home and the screen that all measurements of a run share.
+struct Stage
+{
+    Home home;
+    ScreenWatcher screen;
+};
+
+Stage &stage()
+{
+    static Stage shared;
+    return shared;
+}
+
+// The first start ever fills the icon folder, and the first of each program reads it from disk.
+bool warmUp(const char *program)
+{
+    static std::vector<std::string> warm;
+    if (std::find(warm.begin(), warm.end(), program) == warm.end()) {
+        const Start start(stage().home, stage().screen, program);
+        if (!start.window) {
+            return false;
+        }
+        warm.emplace_back(program);
+    }
+    stage().screen.discardEvents();
+    return program != std::string(VASKEL_PROGRAM) || stage().home.cachedIcons() >= kEntries;
+}
+
+void startToShownWindow(benchmark::State &state, const char *program)
+{
+    if (!warmUp(program)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    for (auto _ : state) {
+        const Start start(stage().home, stage().screen, program);
+        state.SetIterationTime(start.duration.count());
+    }
+}
+
+void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
+{
+    if (!warmUp(program)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    for (auto _ : state) {
+        const Start start(stage().home, stage().screen, program);
+        std::this_thread::sleep_for(2s);
+        state.SetIterationTime(start.duration.count());
+        state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
+    }
+    state.SetLabel("MiB");
+}
+
+void processorTimeWhileHidden(benchmark::State &state)
+{
+    if (!warmUp(VASKEL_PROGRAM)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    for (auto _ : state) {
+        const Start start(stage().home, stage().screen, VASKEL_PROGRAM);
+        std::this_thread::sleep_for(1s);
+        stage().screen.requestClose(*start.window);
+        if (!stage().screen.waitForHiddenWindow(*start.window)) {
+            state.SkipWithError("The window does not hide.");
+            return;
+        }
+        // Hiding itself goes on for a moment after the window is off the screen.
+        std::this_thread::sleep_for(1s);
+        const long before = start.process.processorTicks();
+        std::this_thread::sleep_for(10s);
+        state.counters["value"] = static_cast<double>(start.process.processorTicks() - before);
+        state.SetIterationTime(start.duration.count());
+    }
+    state.SetLabel("ticks");
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const auto repeat = [](benchmark::internal::Benchmark *benchmark, int repetitions) {
+        benchmark->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+        benchmark->Repetitions(repetitions);
+    };
+    repeat(benchmark::RegisterBenchmark("start/measured", startToShownWindow, VASKEL_PROGRAM), 31);
+    repeat(benchmark::RegisterBenchmark("start/floor", startToShownWindow, BARE_WINDOW), 31);
+    repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
+           5);
+    repeat(benchmark::RegisterBenchmark("memory/floor", memoryAfterTwoSeconds, BARE_WINDOW), 5);
+    repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
+
+    benchmark::Initialize(&argc, argv);
+    if (!stage().screen.isConnected()) {
+        std::fputs("bench_process: there is no X display\n", stderr);
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
