@@ -38,10 +38,9 @@ function(vaskel_add_dependency name target)
         endwhile()
         # Old projects would otherwise let their options hide these settings.
         set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
-        FetchContent_Declare(${name}
+        FetchContent_Declare(${name} SYSTEM
             GIT_REPOSITORY ${arg_REPOSITORY}
             GIT_TAG ${arg_COMMIT}
-            SYSTEM
         )
         FetchContent_MakeAvailable(${name})
         message(STATUS "${name}: built from ${${name}_SOURCE_DIR}")

@@ -51,6 +51,8 @@ Q_SIGNALS:
     void pinsChanged();
 
 private:
+    friend class AppLauncherBench; // compares search() with bare tests on the very same texts
+
     void loadBuiltinApps();
     void scanStartMenu();
     void scanFolder(const QString &root, const QDir &folder, const QString &description,

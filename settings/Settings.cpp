@@ -72,18 +72,6 @@ void Settings::setSearchEngine(const QString &engine)
     }
 }
 
-bool Settings::pluginAutoEnter() const
-{
-    return m_settings.value(u"pluginAutoEnter"_s, false).toBool();
-}
-
-void Settings::setPluginAutoEnter(bool enabled)
-{
-    if (storeIfChanged(u"pluginAutoEnter"_s, pluginAutoEnter(), enabled)) {
-        Q_EMIT pluginAutoEnterChanged();
-    }
-}
-
 bool Settings::autoStart() const
 {
     return m_autoStart;
@@ -182,6 +170,18 @@ void Settings::setPluginHotkey(const QString &name, const QString &sequence)
 {
     if (storeIfChanged(pluginHotkeyKey(name), pluginHotkey(name), sequence)) {
         Q_EMIT pluginHotkeyChanged(name);
+    }
+}
+
+bool Settings::pluginAutoEnter() const
+{
+    return m_settings.value(u"pluginAutoEnter"_s, false).toBool();
+}
+
+void Settings::setPluginAutoEnter(bool enabled)
+{
+    if (storeIfChanged(u"pluginAutoEnter"_s, pluginAutoEnter(), enabled)) {
+        Q_EMIT pluginAutoEnterChanged();
     }
 }
 

@@ -43,10 +43,6 @@ public:
     QString searchEngine() const;
     void setSearchEngine(const QString &engine);
 
-    /// Whether a command with a page opens it as soon as its word is typed.
-    Q_INVOKABLE bool pluginAutoEnter() const;
-    Q_INVOKABLE void setPluginAutoEnter(bool enabled);
-
     /// Whether the program starts at log-in: what was last asked for, not what the system holds.
     bool autoStart() const;
     void setAutoStart(bool enabled);
@@ -77,6 +73,10 @@ public:
     /// The hotkey of a plugin in QKeySequence::PortableText form; empty means none.
     QString pluginHotkey(const QString &name) const;
     void setPluginHotkey(const QString &name, const QString &sequence);
+
+    /// Whether a command with a page opens it as soon as its word is typed.
+    Q_INVOKABLE bool pluginAutoEnter() const;
+    Q_INVOKABLE void setPluginAutoEnter(bool enabled);
 
     /// The floating icon's position in screen pixels; (-1, -1) if it was never placed.
     Q_INVOKABLE QPoint floatIconPos() const;

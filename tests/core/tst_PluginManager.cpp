@@ -166,9 +166,9 @@ QString clipboardText()
 // A program that writes down its number of arguments, its parent process and its folder.
 QString installRecorder(const QString &name)
 {
-    const QString path = testhome::writeFile(name, "#!/bin/sh\n"
-                                                   "{ echo $#; echo $PPID; pwd; } > \"$0.part\"\n"
-                                                   "mv \"$0.part\" \"$0.ran\"\n");
+    QString path = testhome::writeFile(name, "#!/bin/sh\n"
+                                             "{ echo $#; echo $PPID; pwd; } > \"$0.part\"\n"
+                                             "mv \"$0.part\" \"$0.ran\"\n");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }

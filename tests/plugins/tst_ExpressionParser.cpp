@@ -299,6 +299,13 @@ void tst_ExpressionParser::fails_data()
     row(u"pi_"_s, noName, 4);
     row(u"sqrt 4"_s, noName, 6);
 
+    row(u"sqrt()"_s, u"Function 'sqrt' expects one argument"_s, 7);
+    row(u"sqrt( )"_s, u"Function 'sqrt' expects one argument"_s, 8);
+    row(u"sqrt(1,2)"_s, u"Function 'sqrt' expects one argument"_s, 10);
+    row(u"SQRT(1,2)"_s, u"Function 'sqrt' expects one argument"_s, 10);
+    row(u"min(1)"_s, u"Function 'min' expects two arguments"_s, 7);
+    row(u"log(1,2,3)"_s, u"Function 'log' expects two arguments"_s, 11);
+
     row(u"foo(1)"_s, u"Unknown function 'foo'"_s, 7);
     row(u"FOO(1)"_s, u"Unknown function 'foo'"_s, 7);
     row(u"foo()"_s, u"Unknown function 'foo'"_s, 6);
@@ -629,6 +636,7 @@ void tst_ExpressionParser::refusesWhatIsNestedTooDeeply_data()
     QTest::newRow("last arguments") << wrapped(u"max(1,"_s, 257, u"2"_s, u")"_s) << 256 * 6 + 5;
     QTest::newRow("powers") << u"1^"_s.repeated(257) + u'7' << 257 * 2 + 1;
     QTest::newRow("signed exponents") << u"1^-"_s.repeated(257) + u'7' << 257 * 3;
+    QTest::newRow("powers with blanks") << u"1^ "_s.repeated(257) + u'7' << 257 * 3 + 1;
     QTest::newRow("unknown names") << wrapped(u"f("_s, 257, u"1"_s, u")"_s) << 257 * 2 + 1;
 }
 
@@ -671,6 +679,10 @@ void tst_ExpressionParser::answersDeepTextOnASmallStack_data()
     QTest::newRow("powers of unknown names") << u"f^"_s.repeated(count) + u'1';
     QTest::newRow("exponents in parentheses") << wrapped(u"2^("_s, count, u"1"_s, u")"_s);
     QTest::newRow("exponents in calls") << wrapped(u"2^sin("_s, count, u"1"_s, u")"_s);
+    QTest::newRow("digits") << QString(count, u'7');
+    QTest::newRow("decimals") << u"0."_s + QString(count, u'7');
+    QTest::newRow("letters") << QString(count, u'x') + u"(1)"_s;
+    QTest::newRow("blanks") << QString(count, u' ');
     QTest::newRow("products of sums") << wrapped(u"2*(1+"_s, count, u"1"_s, u")"_s);
 }
 

@@ -24,6 +24,9 @@ namespace platform {
 void applyAutoStart(bool enabled)
 {
     fakePlatform().autoStartCalls.append(enabled);
+    if (fakePlatform().duringAutoStartCall) {
+        fakePlatform().duringAutoStartCall();
+    }
 }
 
 ProgramInfo builtinProgram(BuiltinProgram program)

@@ -9,6 +9,7 @@
 #include <QProcessEnvironment>
 #include <QStringList>
 
+#include <functional>
 #include <utility>
 
 /// The recording bodies of the platform headers: they answer from fields that a test fills in and
@@ -17,6 +18,7 @@ struct FakePlatform
 {
     // AutoStart.h
     QList<bool> autoStartCalls;
+    std::function<void()> duringAutoStartCall;
 
     // BuiltinPrograms.h; a program without an entry gets a path made of its number
     QHash<int, platform::ProgramInfo> builtinPrograms;

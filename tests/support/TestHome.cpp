@@ -6,31 +6,46 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QStringList>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-void makeFolders(const QString &home)
+const QStringList standardFolders = {u"config"_s,  u"data"_s,   u"cache"_s,
+                                     u"state"_s,   u"system"_s, u"system/applications"_s,
+                                     u"runtime"_s, u"tmp"_s};
+
+void makeAccessible(const QString &folder)
 {
-    for (const auto *folder :
-         {"config", "data", "cache", "state", "system/applications", "runtime", "tmp"}) {
-        QDir().mkpath(home + u'/' + QString::fromLatin1(folder));
-    }
-    QFile::setPermissions(home + "/runtime"_L1,
-                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-void removeEntries(const QString &folder)
+void makeFolders(const QString &home)
 {
-    const QFileInfoList entries = QDir(folder).entryInfoList(QDir::AllEntries | QDir::Hidden
-                                                             | QDir::System | QDir::NoDotAndDotDot);
+    for (const QString &folder : standardFolders) {
+        QDir().mkpath(home + u'/' + folder);
+        makeAccessible(home + u'/' + folder);
+    }
+}
+
+// Removing a folder is slow on a busy disk, and each case would do it eight times over: the
+// standard folders are only emptied.
+void removeEntries(const QDir &home, const QString &folder)
+{
+    const QFileInfoList entries =
+        QDir(home.filePath(folder))
+            .entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
-        if (entry.isDir() && !entry.isSymLink()) {
-            QDir(entry.filePath()).removeRecursively();
-        } else {
+        const QString relativePath = home.relativeFilePath(entry.filePath());
+        if (!entry.isDir() || entry.isSymLink()) {
             QFile::remove(entry.filePath());
+        } else if (standardFolders.contains(relativePath)) {
+            makeAccessible(entry.filePath());
+            removeEntries(home, relativePath);
+        } else {
+            QDir(entry.filePath()).removeRecursively();
         }
     }
 }
@@ -94,7 +109,7 @@ void reset()
     // unchanged; so it must write what is pending before the files go, and see that they are gone.
     QSettings store(u"Vaskel"_s, u"Vaskel"_s);
     store.sync();
-    removeEntries(path());
+    removeEntries(QDir(path()), QString());
     store.sync();
     makeFolders(path());
 }

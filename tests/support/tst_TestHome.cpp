@@ -2,9 +2,11 @@
 #include "support/TestHome.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +31,7 @@ private Q_SLOTS:
     void keepsTheSettingsStoreInside();
     void writesFilesWithTheirFolders();
     void resetEmptiesTheHome();
+    void resetLeavesWhatALinkPointsTo();
     void resetForgetsTheSettingsStore();
     void resetForgetsWhatALiveStoreHasNotWrittenYet();
     void resetForgetsAStoreOfTheSameSizeAndAge();
@@ -83,13 +86,40 @@ void tst_TestHome::writesFilesWithTheirFolders()
 
 void tst_TestHome::resetEmptiesTheHome()
 {
+    const auto entries = [] {
+        QStringList paths;
+        QDirIterator all(testhome::path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+        while (all.hasNext()) {
+            paths.append(all.next());
+        }
+        paths.sort();
+        return paths;
+    };
+    const QStringList fresh = entries();
+    QVERIFY(fresh.contains(testhome::path() + "/system/applications"_L1));
+
     testhome::writeFile(u"data/one/two.txt"_s, "text");
+    testhome::writeFile(u"system/applications/sub/.hidden"_s, "text");
     testhome::writeFile(u".hidden"_s, "text");
+    testhome::writeFile(u"another/data/one.txt"_s, "text");
+    QVERIFY(QDir(testhome::path() + "/cache"_L1).removeRecursively());
+    testhome::writeFile(u"cache"_s, "a file in place of a folder");
+    QVERIFY(QFile::link(testhome::path() + "/data"_L1, testhome::path() + "/tmp/link"_L1));
     testhome::reset();
-    QVERIFY(!QFileInfo::exists(testhome::path() + "/data/one"_L1));
-    QVERIFY(!QFileInfo::exists(testhome::path() + "/.hidden"_L1));
-    QVERIFY(QFileInfo(testhome::path() + "/data"_L1).isDir());
-    QVERIFY(QFileInfo(QDir::tempPath()).isDir());
+    QCOMPARE(entries(), fresh);
+}
+
+void tst_TestHome::resetLeavesWhatALinkPointsTo()
+{
+    const QTemporaryDir outside(testhome::path() + "-outside-XXXXXX"_L1);
+    QFile file(outside.filePath(u"kept"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QVERIFY(QDir(testhome::path() + "/data"_L1).removeRecursively());
+    QVERIFY(QFile::link(outside.path(), testhome::path() + "/data"_L1));
+    testhome::reset();
+    QVERIFY(file.exists());
+    QVERIFY(!QFileInfo(testhome::path() + "/data"_L1).isSymLink());
 }
 
 void tst_TestHome::resetForgetsTheSettingsStore()

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PrivateFolder.h"
+
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString folderPath()
+{
+    return testhome::path() + "/tmp/a/b/folder"_L1;
+}
+
+int modeOf(const QString &path)
+{
+    struct stat status = {};
+    return ::lstat(QFile::encodeName(path).constData(), &status) == 0 ? int(status.st_mode & 07777)
+                                                                      : -1;
+}
+
+/// A folder that belongs to somebody else, whoever runs this.
+QString foreignFolder()
+{
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() != 0) {
+        return u"/"_s;
+    }
+    QDir().mkpath(folderPath());
+    const QByteArray name = QFile::encodeName(folderPath());
+    return ::chown(name.constData(), nobody, nobody) == 0 ? folderPath() : QString();
+}
+
+} // namespace
+
+class tst_PrivateFolder : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testhome::reset(); }
+
+    void makesTheFolderForTheUserAlone();
+    void closesAFolderThatIsThere();
+    void refusesAFolderOfSomebodyElse();
+    void refusesWhatIsNoFolder_data();
+    void refusesWhatIsNoFolder();
+    void failsWhereNothingCanBeMade();
+};
+
+void tst_PrivateFolder::makesTheFolderForTheUserAlone()
+{
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+    QCOMPARE(modeOf(folderPath()), 0700);
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+}
+
+void tst_PrivateFolder::closesAFolderThatIsThere()
+{
+    const QString file = testhome::writeFile(u"tmp/a/b/folder/file"_s, "content");
+    QCOMPARE(::chmod(QFile::encodeName(folderPath()).constData(), 0777), 0);
+
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+    QCOMPARE(modeOf(folderPath()), 0700);
+    QVERIFY(QFile::exists(file));
+}
+
+void tst_PrivateFolder::refusesAFolderOfSomebodyElse()
+{
+    const QString folder = foreignFolder();
+    QVERIFY(!folder.isEmpty());
+    const int mode = modeOf(folder);
+
+    QVERIFY(!platform::makePrivateFolder(folder));
+    QCOMPARE(modeOf(folder), mode);
+}
+
+void tst_PrivateFolder::refusesWhatIsNoFolder_data()
+{
+    QTest::addColumn<QString>("linkTarget");
+
+    QTest::newRow("file") << QString();
+    QTest::newRow("link to a folder of the user's own") << u"own"_s;
+    QTest::newRow("link to nothing") << u"nowhere"_s;
+    QTest::newRow("link to itself") << u"folder"_s;
+}
+
+void tst_PrivateFolder::refusesWhatIsNoFolder()
+{
+    QFETCH(QString, linkTarget);
+    const QString own = testhome::path() + "/tmp/a/b/own"_L1;
+    QVERIFY(QDir().mkpath(own));
+    const int mode = modeOf(own);
+    if (linkTarget.isEmpty()) {
+        testhome::writeFile(u"tmp/a/b/folder"_s, "content");
+    } else {
+        QVERIFY(QFile::link(linkTarget, folderPath()));
+    }
+
+    QVERIFY(!platform::makePrivateFolder(folderPath()));
+    QCOMPARE(modeOf(own), mode);
+    QVERIFY(!QFile::exists(testhome::path() + "/tmp/a/b/nowhere"_L1));
+}
+
+void tst_PrivateFolder::failsWhereNothingCanBeMade()
+{
+    testhome::writeFile(u"tmp/a"_s, "a file in the way of the parents");
+    QVERIFY(!platform::makePrivateFolder(folderPath()));
+}
+
+QTEST_GUILESS_MAIN(tst_PrivateFolder)
+#include "tst_PrivateFolder.moc"

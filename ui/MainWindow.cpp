@@ -1,0 +1,593 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/MainWindow.h"
+
+#include "core/IPlugin.h"
+#include "core/PluginManager.h"
+#include "launcher/AppLauncher.h"
+#include "settings/Settings.h"
+#include "ui/CommandLineEdit.h"
+#include "ui/CommandText.h"
+#include "ui/ListHeight.h"
+#include "ui/ResultDelegate.h"
+#include "ui/ResultItem.h"
+#include "ui/ResultRecord.h"
+#include "ui/WebSearch.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QResizeEvent>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int pageHeight = 460; // whatever the user has made of the list's
+constexpr int minimumWindowWidth = 720;
+constexpr qsizetype maximumRequests = 16; // more than any window system leaves unanswered
+constexpr auto searchDelay = 120ms;
+constexpr auto focusLossDelay = 50ms;
+
+} // namespace
+
+MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
+                       QWidget *parent)
+    : QWidget(parent)
+    , m_launcher(launcher)
+    , m_pluginManager(pluginManager)
+    , m_settings(settings)
+{
+    buildWindow();
+    connectSearch();
+    connectList();
+    createShortcuts();
+    connectServices();
+    rebuildPinnedStrip();
+    performSearch();
+}
+
+void MainWindow::buildWindow()
+{
+    setAttribute(Qt::WA_DontCreateNativeAncestors);
+    setWindowTitle(u"Vaskel"_s);
+    resize(760, 460);
+    setMinimumWidth(minimumWindowWidth);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(buildTitleBar());
+    layout->addWidget(buildContent(), 1);
+}
+
+QWidget *MainWindow::buildTitleBar()
+{
+    auto *bar = new QWidget(this);
+    bar->setObjectName(u"windowTitleBar"_s);
+    bar->setFixedHeight(36);
+
+    auto *title = new QLabel(u"Vaskel"_s, bar);
+    title->setObjectName(u"windowTitle"_s);
+    auto *closeButton = new QPushButton(u"×"_s, bar);
+    closeButton->setObjectName(u"windowCloseButton"_s);
+    closeButton->setFixedSize(32, 28);
+    closeButton->setAccessibleName(QCoreApplication::translate("FloatIcon", "Hide main window"));
+
+    auto *layout = new QHBoxLayout(bar);
+    layout->setContentsMargins(14, 0, 6, 0);
+    layout->addWidget(title);
+    layout->addStretch();
+    layout->addWidget(closeButton);
+
+    connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
+    return bar;
+}
+
+QWidget *MainWindow::buildContent()
+{
+    auto *content = new QWidget(this);
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(20, 8, 20, 20);
+    layout->setSpacing(12);
+    buildCommandEdit(layout);
+    buildPinnedStrip(layout);
+    buildPages(layout);
+    return content;
+}
+
+void MainWindow::buildCommandEdit(QBoxLayout *layout)
+{
+    const QStringList words = m_pluginManager->commands();
+    m_commandEdit = new CommandLineEdit(this);
+    m_commandEdit->setCommands(QSet<QString>(words.cbegin(), words.cend()));
+    m_commandEdit->lineEdit()->setPlaceholderText(tr("Search apps or type cmd space args..."));
+    connect(m_commandEdit, &CommandLineEdit::managementRequested, this,
+            [this] { openPluginView(u"user"_s); });
+    layout->addWidget(m_commandEdit);
+
+    m_statusLabel = new QLabel(this);
+    m_statusLabel->setObjectName(u"muted"_s);
+    m_statusLabel->setTextFormat(Qt::PlainText);
+    // A word of any length may be typed; it must not widen the window.
+    m_statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_statusLabel->hide();
+    layout->addWidget(m_statusLabel);
+}
+
+void MainWindow::buildPinnedStrip(QBoxLayout *layout)
+{
+    m_pinnedBar = new QWidget(this);
+    m_pinnedLayout = new QHBoxLayout(m_pinnedBar);
+    m_pinnedLayout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_pinnedBar);
+}
+
+void MainWindow::buildPages(QBoxLayout *layout)
+{
+    m_stack = new QStackedWidget(this);
+    m_resultList = new QListWidget(m_stack);
+    m_resultList->setAccessibleName(windowTitle());
+    m_resultList->setIconSize(QSize(40, 40));
+    m_resultList->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    m_resultList->setUniformItemSizes(true);
+    m_resultList->setItemDelegate(new ResultDelegate(m_resultList));
+    m_stack->addWidget(m_resultList);
+
+    // The spacing above the stack stays when the stack is hidden, so that the window without the
+    // list and the list add up to the window with it.
+    QSizePolicy policy = m_stack->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_stack->setSizePolicy(policy);
+    layout->addWidget(m_stack, 1);
+    layout->addStretch(); // what the user's resizing leaves over goes below the rows
+}
+
+void MainWindow::connectSearch()
+{
+    auto *timer = new QTimer(this);
+    timer->setInterval(searchDelay);
+    timer->setSingleShot(true);
+
+    const QLineEdit *edit = m_commandEdit->lineEdit();
+    connect(edit, &QLineEdit::textChanged, timer, qOverload<>(&QTimer::start));
+    connect(timer, &QTimer::timeout, this, &MainWindow::performSearch);
+    connect(edit, &QLineEdit::returnPressed, this, &MainWindow::launchCurrent);
+}
+
+void MainWindow::connectList()
+{
+    m_resultList->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_resultList, &QListWidget::itemClicked, this, &MainWindow::clickRow);
+    connect(m_resultList, &QListWidget::itemDoubleClicked, this, &MainWindow::doubleClickRow);
+    connect(m_resultList, &QListWidget::customContextMenuRequested, this, &MainWindow::openRowMenu);
+}
+
+void MainWindow::createShortcuts()
+{
+    const auto addShortcut = [this](const QKeySequence &key, const auto &effect) {
+        auto *shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WindowShortcut);
+        connect(shortcut, &QShortcut::activated, this, effect);
+    };
+    addShortcut(Qt::Key_Down, [this] { moveSelection(+1); });
+    addShortcut(Qt::Key_Up, [this] { moveSelection(-1); });
+    addShortcut(QKeySequence(u"Ctrl+N"_s), [this] { moveSelection(+1); });
+    addShortcut(QKeySequence(u"Ctrl+P"_s), [this] { moveSelection(-1); });
+    addShortcut(Qt::Key_Escape, [this] { hide(); });
+}
+
+void MainWindow::connectServices()
+{
+    connect(m_launcher, &AppLauncher::pinsChanged, this, &MainWindow::rebuildPinnedStrip);
+    connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
+            &MainWindow::performSearch);
+}
+
+void MainWindow::showAndActivate()
+{
+    show();
+    raise();
+    activateWindow();
+    m_commandEdit->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::activateCommand(const QString &command)
+{
+    showAndActivate();
+    m_commandEdit->setText(command + u' ');
+    performSearch();
+
+    const IPlugin *plugin = m_pluginManager->pluginForCommand(command);
+    if (plugin && plugin->hasView()) {
+        openPluginView(command);
+    }
+}
+
+bool MainWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowDeactivate && m_settings->autoHideOnFocusLoss()) {
+        // The focus may only be passing through another window on its way back to this one.
+        QTimer::singleShot(focusLossDelay, this, [this] {
+            if (!isActiveWindow() && m_settings->autoHideOnFocusLoss()) {
+                hide();
+            }
+        });
+    }
+    return QWidget::event(event);
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    hide();
+}
+
+void MainWindow::performSearch()
+{
+    const QString text = m_commandEdit->text();
+    const std::optional<QString> arguments = takeCommand(text);
+    if (arguments && opensAtOnce(*arguments)) {
+        launchCurrent();
+        return;
+    }
+
+    showResults(resultsFor(text, arguments.value_or(QString())));
+    updateStatus();
+    // A page stays only while the box still names the command that opened it.
+    if (showsList() || !m_commandMode || m_currentCommand != m_viewCommand) {
+        closePluginView();
+    }
+    updatePinnedStripVisibility();
+}
+
+// The arguments are unset where no blank ends the word.
+std::optional<QString> MainWindow::takeCommand(const QString &text)
+{
+    const CommandText parts = splitCommandText(text);
+    if (parts.arguments && !parts.word.isEmpty()) {
+        m_commandMode = true;
+        m_currentCommand = parts.word.trimmed();
+        return parts.arguments;
+    }
+
+    const QString word = text.trimmed();
+    m_commandMode = !word.isEmpty() && m_pluginManager->commands().contains(word);
+    m_currentCommand = m_commandMode ? word : QString();
+    return std::nullopt;
+}
+
+bool MainWindow::opensAtOnce(const QString &arguments) const
+{
+    return showsList() && arguments.trimmed().isEmpty()
+           && m_pluginManager->autoEnterForCommand(m_currentCommand);
+}
+
+QVariantList MainWindow::resultsFor(const QString &text, const QString &arguments) const
+{
+    const QString trimmed = text.trimmed();
+    QVariantList results;
+    if (m_commandMode) {
+        results = m_pluginManager->queryCommand(m_currentCommand, arguments);
+    } else if (!trimmed.isEmpty() || m_settings->showAllAppsWhenSearchEmpty()) {
+        results = m_launcher->search(text);
+    }
+    if (results.isEmpty() && !trimmed.isEmpty()) {
+        results.append(webSearchRecord(trimmed));
+    }
+    return results;
+}
+
+QVariantMap MainWindow::webSearchRecord(const QString &text) const
+{
+    const QVariantMap action{{u"type"_s, u"openUrl"_s}, {u"data"_s, webSearchUrl(text)}};
+    return {
+        {u"title"_s, tr("Search \"%1\"").arg(text)},
+        {u"subtitle"_s, tr("Search with %1").arg(m_settings->searchEngine())},
+        {u"action"_s, action},
+    };
+}
+
+QString MainWindow::webSearchUrl(const QString &text) const
+{
+    return ::webSearchUrl(m_settings->searchEngine(), text);
+}
+
+void MainWindow::showResults(const QVariantList &results)
+{
+    m_results = results;
+    m_resultList->clear();
+    for (const QVariant &result : results) {
+        m_resultList->addItem(new ResultItem(result.toMap()));
+    }
+    if (m_resultList->count() > 0) {
+        m_resultList->setCurrentRow(0);
+    }
+}
+
+void MainWindow::updateStatus()
+{
+    if (!m_commandMode) {
+        m_statusLabel->hide();
+        return;
+    }
+    const QString description = m_pluginManager->commandDescription(m_currentCommand);
+    m_statusLabel->setText(description.isEmpty()
+                               ? tr("%1 | Unknown command").arg(m_currentCommand)
+                               : tr("%1 | %2").arg(m_currentCommand, description));
+    m_statusLabel->show();
+}
+
+void MainWindow::launchCurrent()
+{
+    if (m_commandMode && openPluginView(m_currentCommand)) {
+        return;
+    }
+    const QListWidgetItem *item = m_resultList->currentItem();
+    if (!item) {
+        return;
+    }
+
+    const QVariantMap record = item->data(Qt::UserRole).toMap();
+    const QVariantMap action = recordAction(record);
+    const QString path = recordPath(record);
+    if (!action.isEmpty()) {
+        m_pluginManager->executeAction(action);
+        hide();
+    } else if (!path.isEmpty()) {
+        m_launcher->launch(path);
+        hide();
+    }
+}
+
+void MainWindow::moveSelection(int delta)
+{
+    const int count = m_resultList->count();
+    if (showsList() && count > 0) {
+        m_resultList->setCurrentRow(std::clamp(m_resultList->currentRow() + delta, 0, count - 1));
+    }
+}
+
+void MainWindow::clickRow(const QListWidgetItem *item)
+{
+    if (m_settings->appLaunchRequiresDoubleClick() || m_commandMode) {
+        return;
+    }
+    if (!recordPath(item->data(Qt::UserRole).toMap()).isEmpty()) {
+        launchCurrent();
+    }
+}
+
+void MainWindow::doubleClickRow()
+{
+    if (m_settings->appLaunchRequiresDoubleClick() || m_commandMode) {
+        launchCurrent();
+    }
+}
+
+void MainWindow::openRowMenu(const QPoint &position)
+{
+    const QListWidgetItem *item = m_resultList->itemAt(position);
+    if (!item) {
+        return;
+    }
+    // A copy, since a search may replace the rows while the menu is open.
+    const QVariantMap record = item->data(Qt::UserRole).toMap();
+    const QString path = recordPath(record);
+    if (path.isEmpty()) {
+        return;
+    }
+
+    QMenu menu(this);
+    const QAction *action =
+        menu.addAction(m_launcher->isPinned(path) ? tr("Unpin from Start") : tr("Pin to Start"));
+    if (menu.exec(m_resultList->viewport()->mapToGlobal(position)) != action) {
+        return;
+    }
+    if (m_launcher->isPinned(path)) {
+        m_launcher->unpinApp(path);
+    } else {
+        m_launcher->pinApp(path, recordTitle(record), recordIcon(record));
+    }
+}
+
+bool MainWindow::openPluginView(const QString &command)
+{
+    const IPlugin *plugin = m_pluginManager->pluginForCommand(command);
+    QWidget *page = m_pluginManager->viewForCommand(command);
+    if (!page) {
+        return false;
+    }
+    if (plugin) {
+        connect(plugin, &IPlugin::viewCloseRequested, this, &MainWindow::closePluginView,
+                Qt::UniqueConnection);
+    }
+    if (m_stack->indexOf(page) < 0) {
+        m_stack->addWidget(page);
+    }
+    m_stack->setCurrentWidget(page);
+    m_stack->setVisible(true);
+    m_stack->setMinimumHeight(0);
+    m_stack->setMaximumHeight(QWIDGETSIZE_MAX);
+    setMinimumSize(minimumWidth(), 0); // unlike setMinimumHeight(), leaves it to the layout
+    if (height() != pageHeight) {
+        resize(width(), pageHeight);
+    }
+    m_viewCommand = command;
+    return true;
+}
+
+void MainWindow::closePluginView()
+{
+    m_stack->setCurrentWidget(m_resultList);
+    m_stack->hide();
+    m_stack->setFixedHeight(0);
+    m_stack->updateGeometry();
+    m_viewCommand.clear();
+    scheduleHeightUpdate();
+}
+
+void MainWindow::rebuildPinnedStrip()
+{
+    clearPinnedStrip();
+    const QVariantList pins = m_launcher->pinnedApps();
+    if (!pins.isEmpty()) {
+        auto *label = new QLabel(tr("Pinned"), m_pinnedBar);
+        label->setObjectName(u"muted"_s);
+        m_pinnedLayout->addWidget(label);
+        for (const QVariant &pin : pins) {
+            addPinnedButton(pin.toMap());
+        }
+        m_pinnedLayout->addStretch();
+    }
+    updatePinnedStripVisibility();
+    scheduleHeightUpdate();
+}
+
+void MainWindow::clearPinnedStrip()
+{
+    while (QLayoutItem *item = m_pinnedLayout->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+}
+
+void MainWindow::addPinnedButton(const QVariantMap &pin)
+{
+    const QString path = recordPath(pin);
+    const QString icon = recordIcon(pin);
+    // An ampersand in a name is a letter, not the mark of a shortcut.
+    const QString text = recordTitle(pin).replace(u'&', "&&"_L1);
+
+    auto *button = new QPushButton(text, m_pinnedBar);
+    button->setObjectName(u"pinnedAppButton"_s);
+    button->setIconSize(QSize(24, 24));
+    if (!icon.isEmpty()) {
+        button->setIcon(QIcon(icon));
+    }
+    button->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(button, &QPushButton::clicked, this, [this, path] {
+        m_launcher->launch(path);
+        hide();
+    });
+    connect(button, &QPushButton::customContextMenuRequested, this,
+            [this, button, path](const QPoint &position) {
+                openPinMenu(path, button->mapToGlobal(position));
+            });
+    m_pinnedLayout->addWidget(button);
+}
+
+void MainWindow::openPinMenu(const QString &path, const QPoint &globalPosition)
+{
+    QMenu menu(this);
+    const QAction *unpin = menu.addAction(tr("Unpin from Start"));
+    if (menu.exec(globalPosition) == unpin) {
+        m_launcher->unpinApp(path);
+    }
+}
+
+void MainWindow::updatePinnedStripVisibility()
+{
+    m_pinnedBar->setVisible(!m_launcher->pinnedApps().isEmpty() && m_commandEdit->text().isEmpty()
+                            && !m_commandMode && m_viewCommand.isEmpty());
+}
+
+bool MainWindow::showsList() const
+{
+    return m_stack->currentWidget() == m_resultList;
+}
+
+void MainWindow::scheduleHeightUpdate()
+{
+    if (!m_heightUpdatePending) {
+        m_heightUpdatePending = true;
+        QTimer::singleShot(0ms, this, &MainWindow::updateHeight);
+    }
+}
+
+void MainWindow::updateHeight()
+{
+    m_heightUpdatePending = false;
+    if (!showsList()) {
+        return;
+    }
+
+    m_stack->hide();
+    m_stack->setFixedHeight(0);
+    m_stack->updateGeometry();
+    if (QWidget *parent = m_stack->parentWidget()) {
+        parent->updateGeometry();
+    }
+    layout()->activate();
+    m_baseHeight = sizeHint().height();
+
+    const int stackHeight = listHeightFor(m_expandedHeight);
+    if (stackHeight > 0) {
+        m_stack->setFixedHeight(stackHeight);
+        m_stack->show();
+    }
+    layout()->activate();
+    takeHeight(stackHeight + m_baseHeight, listHeightFor(0) + m_baseHeight);
+}
+
+// The layout's own minimum would not let the user drag the window smaller than its rows, as the
+// list has a fixed height. It is lowered before the resize and raised after it, so that the window
+// takes its height in one step. Many pins make the window wider.
+void MainWindow::takeHeight(int height, int minimum)
+{
+    setMinimumWidth(std::max(minimumWindowWidth, minimumSizeHint().width()));
+    setMinimumHeight(std::min(minimumHeight(), minimum));
+    if (this->height() != height) {
+        resize(width(), height);
+    }
+    setMinimumHeight(minimum);
+}
+
+int MainWindow::listHeightFor(int height) const
+{
+    return listHeight(m_resultList->count(), m_resultList->sizeHintForRow(0),
+                      m_resultList->frameWidth(), height - m_baseHeight);
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    const int height = event->size().height();
+    if (!event->spontaneous()) {
+        rememberRequest(height);
+    } else if (!takeRequest(height) && showsList() && m_stack->isVisible()
+               && m_resultList->count() > 0) {
+        m_expandedHeight = height;
+        m_stack->setFixedHeight(listHeightFor(height));
+    }
+}
+
+// When the program resizes the window several times in quick succession, the window system's answer
+// to an earlier request comes as a spontaneous resize, which must not be taken for the user's.
+void MainWindow::rememberRequest(int height)
+{
+    if (m_requestedHeights.size() == maximumRequests) {
+        m_requestedHeights.removeFirst();
+    }
+    m_requestedHeights.append(height);
+}
+
+// Answers come in the order of the requests, though not to each of them.
+bool MainWindow::takeRequest(int height)
+{
+    const qsizetype index = m_requestedHeights.indexOf(height);
+    m_requestedHeights.remove(0, index < 0 ? m_requestedHeights.size() : index + 1);
+    return index >= 0;
+}

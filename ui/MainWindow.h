@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QVariantList>
+#include <QWidget>
+
+#include <optional>
+
+class AppLauncher;
+class CommandLineEdit;
+class PluginManager;
+class QBoxLayout;
+class QHBoxLayout;
+class QLabel;
+class QListWidget;
+class QListWidgetItem;
+class QStackedWidget;
+class Settings;
+
+/// The launcher's one window: the command box, the pinned applications, and below them the list of
+/// results or a plugin's page. It takes the height of what it shows. Closing it hides it.
+class MainWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The services are not owned and must outlive the window; all plugins must be registered.
+    MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
+               QWidget *parent = nullptr);
+
+public Q_SLOTS:
+    /// Shows the page of a command word's plugin in place of the list and leaves the box as it is.
+    /// False, with nothing changed, when there is no such page.
+    bool openPluginView(const QString &command);
+
+    /// Brings the window up with the command in the box, its rows, and its page if it has one.
+    void activateCommand(const QString &command);
+
+    /// Shows the window where it was last, in front and with the focus in the box.
+    void showAndActivate();
+
+protected:
+    bool event(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private Q_SLOTS:
+    void performSearch();
+    void launchCurrent();
+    void moveSelection(int delta);
+
+private:
+    void buildWindow();
+    QWidget *buildTitleBar();
+    QWidget *buildContent();
+    void buildCommandEdit(QBoxLayout *layout);
+    void buildPinnedStrip(QBoxLayout *layout);
+    void buildPages(QBoxLayout *layout);
+    void connectSearch();
+    void connectList();
+    void createShortcuts();
+    void connectServices();
+
+    std::optional<QString> takeCommand(const QString &text);
+    bool opensAtOnce(const QString &arguments) const;
+    QVariantList resultsFor(const QString &text, const QString &arguments) const;
+    QVariantMap webSearchRecord(const QString &text) const;
+    QString webSearchUrl(const QString &text) const;
+    void showResults(const QVariantList &results);
+    void updateStatus();
+
+    void clickRow(const QListWidgetItem *item);
+    void doubleClickRow();
+    void openRowMenu(const QPoint &position);
+
+    void closePluginView();
+
+    void rebuildPinnedStrip();
+    void clearPinnedStrip();
+    void addPinnedButton(const QVariantMap &pin);
+    void openPinMenu(const QString &path, const QPoint &globalPosition);
+    void updatePinnedStripVisibility();
+
+    bool showsList() const;
+    void scheduleHeightUpdate();
+    void updateHeight();
+    void takeHeight(int height, int minimum);
+    int listHeightFor(int height) const;
+    void rememberRequest(int height);
+    bool takeRequest(int height);
+
+    AppLauncher *m_launcher = nullptr;
+    PluginManager *m_pluginManager = nullptr;
+    Settings *m_settings = nullptr;
+    CommandLineEdit *m_commandEdit = nullptr;
+    QLabel *m_statusLabel = nullptr;
+    QWidget *m_pinnedBar = nullptr;
+    QHBoxLayout *m_pinnedLayout = nullptr;
+    QListWidget *m_resultList = nullptr;
+    QStackedWidget *m_stack = nullptr;
+    QVariantList m_results;
+    bool m_commandMode = false;
+    QString m_currentCommand;
+    QString m_viewCommand;      // the word by which the page on show was opened; empty for the list
+    int m_expandedHeight = 460; // what the window may grow to for its rows
+    int m_baseHeight = 0;       // what it takes without them
+    bool m_heightUpdatePending = false;
+    QList<int> m_requestedHeights; // not yet answered by the window system, oldest first
+};

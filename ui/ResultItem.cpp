@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ResultItem.h"
+
+#include "ui/ResultRecord.h"
+
+ResultItem::ResultItem(const QVariantMap &record)
+    : QListWidgetItem(nullptr, UserType)
+    , m_record(record)
+{
+}
+
+QVariant ResultItem::data(int role) const
+{
+    switch (role) {
+    case Qt::DisplayRole:
+        return QString(recordTitle(m_record) + u'\n' + recordSubtitle(m_record));
+    case Qt::DecorationRole:
+        return decoration();
+    case Qt::UserRole:
+        return m_record;
+    default:
+        return QListWidgetItem::data(role);
+    }
+}
+
+QVariant ResultItem::decoration() const
+{
+    const QString path = recordIcon(m_record);
+    if (path.isEmpty()) {
+        return {};
+    }
+    if (m_icon.isNull()) {
+        m_icon = QIcon(path);
+    }
+    return m_icon;
+}
