@@ -57,3 +57,18 @@ vaskel_add_dependency(SingleApplication SingleApplication::SingleApplication
         QT_DEFAULT_MAJOR_VERSION 6
         QAPPLICATION_CLASS QApplication
 )
+
+# From 1.5 on, its Wayland half takes what came with Qt 6.5.
+if(Qt6_VERSION VERSION_LESS 6.5)
+    set(qwindowkit_commit 5c04046acae6e61280fba7fef31401edd7c36087) # 1.4.0
+else()
+    set(qwindowkit_commit 35e88f3655720ed0537c7dd1dde243bf4a70c94c) # 1.5.0
+endif()
+vaskel_add_dependency(QWindowKit QWindowKit::Widgets
+    REPOSITORY https://github.com/stdware/qwindowkit.git
+    COMMIT ${qwindowkit_commit}
+    COMPONENTS Core Widgets
+    SETTINGS
+        QWINDOWKIT_BUILD_STATIC ON
+        QWINDOWKIT_INSTALL OFF
+)
