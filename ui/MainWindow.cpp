@@ -446,13 +446,13 @@ void MainWindow::rebuildPinnedStrip()
     if (!pins.isEmpty()) {
         auto *label = new QLabel(tr("Pinned"), m_pinnedBar);
         label->setObjectName(u"muted"_s);
-        m_pinnedLayout->addWidget(label);
+        addToPinnedStrip(label);
         for (const QVariant &pin : pins) {
             addPinnedButton(pin.toMap());
         }
         m_pinnedLayout->addStretch();
     }
-    m_pinnedBar->updateGeometry(); // at once, as the fit does not wait for its layout
+    m_pinnedBar->updateGeometry();
     updatePinnedStripVisibility();
     scheduleHeightUpdate();
 }
@@ -487,7 +487,14 @@ void MainWindow::addPinnedButton(const QVariantMap &pin)
             [this, button, path](const QPoint &position) {
                 openPinMenu(path, button->mapToGlobal(position));
             });
-    m_pinnedLayout->addWidget(button);
+    addToPinnedStrip(button);
+}
+
+// Left to the layout, a widget would show only after the fit, which would not count it.
+void MainWindow::addToPinnedStrip(QWidget *widget)
+{
+    m_pinnedLayout->addWidget(widget);
+    widget->show();
 }
 
 void MainWindow::openPinMenu(const QString &path, const QPoint &globalPosition)

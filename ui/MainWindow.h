@@ -79,6 +79,7 @@ private:
 
     void rebuildPinnedStrip();
     void clearPinnedStrip();
+    void addToPinnedStrip(QWidget *widget);
     void addPinnedButton(const QVariantMap &pin);
     void openPinMenu(const QString &path, const QPoint &globalPosition);
     void updatePinnedStripVisibility();

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ResultDelegate.h"
 
+#include "ui/ResultRecord.h"
+
 #include <QApplication>
 #include <QStyle>
 
@@ -29,4 +31,7 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelI
     const QSize iconPlace = option->decorationSize;
     QStyledItemDelegate::initStyleOption(option, index);
     option->decorationSize = iconPlace;
+    if (!recordPath(index.data(Qt::UserRole).toMap()).isEmpty()) {
+        option->features |= QStyleOptionViewItem::HasDecoration;
+    }
 }

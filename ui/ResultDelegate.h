@@ -4,7 +4,8 @@
 #include <QStyledItemDelegate>
 
 /// Gives every row of the result list one height, whatever it holds: that of an icon and of two
-/// lines, Latin or Chinese. Icons of any size take the same room. Rows ask for no width, so that a
+/// lines, Latin or Chinese. Icons of any size take the same room, and an application without one
+/// leaves it free. Rows ask for no width, so that a
 /// long text is elided at the edge of the list instead of scrolling it sideways.
 class ResultDelegate : public QStyledItemDelegate
 {

@@ -34,10 +34,28 @@ public:
         resize(300, 400);
     }
 
-    void add(const QString &title, const QString &iconPath = QString())
+    void add(const QString &title, const QString &iconPath = QString(),
+             const QString &path = QString())
     {
-        addItem(new ResultItem(
-            {{u"title"_s, title}, {u"subtitle"_s, u"subtitle"_s}, {u"icon"_s, iconPath}}));
+        addItem(new ResultItem({{u"title"_s, title},
+                                {u"subtitle"_s, u"subtitle"_s},
+                                {u"icon"_s, iconPath},
+                                {u"path"_s, path}}));
+    }
+
+    /// The column of the first dark pixel in a row that is not selected, or -1.
+    int textColumn(int row)
+    {
+        const QImage image = viewport()->grab(visualItemRect(item(row))).toImage();
+        for (int x = 0; x < image.width(); ++x) {
+            for (int y = 0; y < image.height(); ++y) {
+                const QColor colour = image.pixelColor(x, y);
+                if (colour.lightness() < 60 && colour != Qt::red) {
+                    return x;
+                }
+            }
+        }
+        return -1;
     }
 
     /// The column of the first red pixel in a row, or -1.
@@ -64,6 +82,7 @@ private Q_SLOTS:
     void everyRowHasOneHeight();
     void rowHasRoomForIconAndBothLines();
     void textsStartInOneColumnWhateverTheIconsSize();
+    void rowWithoutIconAndPathStartsAtTheEdge();
     void smallIconStandsInTheMiddleOfItsPlace();
     void longTextDoesNotScrollSideways();
 };
@@ -100,24 +119,23 @@ void tst_ResultDelegate::textsStartInOneColumnWhateverTheIconsSize()
     List list;
     list.add(u"█"_s, icon(40));
     list.add(u"█"_s, icon(16));
+    list.add(u"█"_s, QString(), u"/application"_s);
     list.show();
     QVERIFY(QTest::qWaitForWindowExposed(&list));
 
-    const auto textColumn = [&list](int row) {
-        const QRect rect = list.visualItemRect(list.item(row));
-        const QImage image = list.viewport()->grab(rect).toImage();
-        for (int x = 42; x < image.width(); ++x) {
-            for (int y = 0; y < image.height(); ++y) {
-                const QColor colour = image.pixelColor(x, y);
-                if (colour.lightness() < 60 && colour != Qt::red) {
-                    return x;
-                }
-            }
-        }
-        return -1;
-    };
-    QVERIFY(textColumn(0) > 0);
-    QCOMPARE(textColumn(1), textColumn(0));
+    QVERIFY(list.textColumn(0) > 40);
+    QCOMPARE(list.textColumn(1), list.textColumn(0));
+    QCOMPARE(list.textColumn(2), list.textColumn(0));
+}
+
+void tst_ResultDelegate::rowWithoutIconAndPathStartsAtTheEdge()
+{
+    List list;
+    list.add(u"█"_s);
+    list.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&list));
+    QVERIFY(list.textColumn(0) >= 0);
+    QVERIFY(list.textColumn(0) < 10);
 }
 
 void tst_ResultDelegate::smallIconStandsInTheMiddleOfItsPlace()

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// What MainWindow::performSearch costs with as many results as a catalogue can hold, against a bare
+// list that is given the same texts and icons. Both are measured until the rows are on the screen.
+#include "core/PluginManager.h"
+#include "launcher/AppLauncher.h"
+#include "settings/Settings.h"
+#include "ui/CommandLineEdit.h"
+#include "ui/MainWindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QListWidget>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int entryCount = 10000;
+
+// It is in the subtitle of every start-menu entry, and in nothing of a built-in one.
+const QString query = u"menu"_s;
+
+struct Row
+{
+    QString text;
+    QString icon;
+};
+
+void useHome(const QString &home)
+{
+    const QByteArray path = QFile::encodeName(home);
+    qputenv("HOME", path);
+    qputenv("XDG_DATA_HOME", path + "/data");
+    qputenv("XDG_DATA_DIRS", path + "/system");
+    qputenv("XDG_CONFIG_HOME", path + "/config");
+    qputenv("XDG_CACHE_HOME", path + "/cache");
+    qputenv("XDG_RUNTIME_DIR", path);
+    qputenv("TMPDIR", path);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+        qFatal("cannot write %s", qUtf8Printable(path));
+    }
+}
+
+/// A start menu of real desktop entries, each with an icon file to be drawn into the icon folder.
+void writeStartMenu(const QString &home)
+{
+    const QString folder = home + "/data/applications"_L1;
+    QDir().mkpath(folder);
+    const QString icon = home + "/icon.png"_L1;
+    QImage image(64, 64, QImage::Format_ARGB32);
+    image.fill(Qt::darkCyan);
+    image.save(icon);
+    for (int index = 0; index < entryCount; ++index) {
+        writeFile(folder + u"/%1.desktop"_s.arg(index),
+                  "[Desktop Entry]\nType=Application\nExec=true\nName=Application "
+                      + QByteArray::number(index) + "\nIcon=" + QFile::encodeName(icon) + '\n');
+    }
+}
+
+std::vector<Row> rowsOf(const AppLauncher &launcher)
+{
+    std::vector<Row> rows;
+    const QVariantList records = launcher.search(query);
+    for (const QVariant &record : records) {
+        const QVariantMap fields = record.toMap();
+        rows.push_back(
+            {fields.value(u"name"_s).toString() + u'\n' + fields.value(u"desc"_s).toString(),
+             fields.value(u"icon"_s).toString()});
+        if (!QFile::exists(rows.back().icon)) {
+            qFatal("an entry has no icon file");
+        }
+    }
+    if (rows.size() != entryCount) {
+        qFatal("the query matches %zu entries", rows.size());
+    }
+    return rows;
+}
+
+void measured(benchmark::State &state, AppLauncher &launcher)
+{
+    Settings settings;
+    PluginManager plugins;
+    MainWindow window(&launcher, &plugins, &settings);
+    window.show();
+    window.findChild<CommandLineEdit *>()->setText(query);
+    for (auto _ : state) {
+        QMetaObject::invokeMethod(&window, "performSearch");
+        QCoreApplication::processEvents();
+    }
+    if (window.findChild<QListWidget *>()->count() != entryCount) {
+        qFatal("the list does not show the entries");
+    }
+}
+
+void floorOfIt(benchmark::State &state, const std::vector<Row> &rows)
+{
+    QListWidget list;
+    list.resize(720, 344);
+    list.setIconSize(QSize(40, 40));
+    list.setUniformItemSizes(true);
+    list.show();
+    for (auto _ : state) {
+        list.clear();
+        for (const Row &row : rows) {
+            list.addItem(new QListWidgetItem(QIcon(row.icon), row.text));
+        }
+        list.setCurrentRow(0);
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    benchmark::Initialize(&argc, argv);
+    const QTemporaryDir home;
+    useHome(home.path());
+    writeStartMenu(home.path());
+    const QApplication app(argc, argv);
+
+    AppLauncher launcher;
+    const std::vector<Row> rows = rowsOf(launcher);
+
+    benchmark::RegisterBenchmark("perform_search/measured", [&launcher](benchmark::State &state) {
+        measured(state, launcher);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("perform_search/floor", [&rows](benchmark::State &state) {
+        floorOfIt(state, rows);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
