@@ -10,6 +10,7 @@
 /// From loosest to tightest: `+ -`, then `* / %`, then prefix signs, then `^`, which groups from
 /// the right and takes a signed exponent. Operands are decimal numbers, the constants pi and e,
 /// parenthesised expressions and calls such as `sqrt(2)`. Names ignore case, angles are radians.
+/// Nesting deeper than 256 parentheses and exponents is an error; signs stack without limit.
 class ExpressionParser
 {
 public:

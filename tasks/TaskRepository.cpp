@@ -17,11 +17,6 @@ bool isOlder(const Task &a, const Task &b)
     return a.id < b.id;
 }
 
-void sortSiblings(QList<Task> &siblings)
-{
-    std::stable_sort(siblings.begin(), siblings.end(), isOlder);
-}
-
 } // namespace
 
 TaskRepository::TaskRepository(QObject *parent)
@@ -78,40 +73,39 @@ QList<Task> TaskRepository::children(const QString &parentId) const
             siblings.append(task);
         }
     }
-    sortSiblings(siblings);
+    std::stable_sort(siblings.begin(), siblings.end(), isOlder);
     return siblings;
 }
 
-QHash<QString, QList<Task>> TaskRepository::childrenByParent() const
+TaskGroups TaskRepository::childrenByParent() const
 {
-    QHash<QString, QList<Task>> groups;
+    TaskGroups groups;
     for (const Task &task : m_tasks) {
-        groups[task.parentId].append(task);
+        groups[task.parentId].append(&task);
     }
-    for (QList<Task> &siblings : groups) {
-        sortSiblings(siblings);
+    for (QList<const Task *> &siblings : groups) {
+        std::stable_sort(siblings.begin(), siblings.end(),
+                         [](const Task *a, const Task *b) { return isOlder(*a, *b); });
     }
     return groups;
 }
 
 QStringList TaskRepository::descendants(const QString &id) const
 {
-    const QHash<QString, QList<Task>> groups = childrenByParent();
+    TaskGroups groups = childrenByParent();
     QStringList found;
-    // What was seen is skipped, as a file edited by hand may hold a circle of parents; the list of
-    // what is left to do stands for a recursion, which a long chain would take too deep.
-    QSet<QString> seen{id};
+    // A list of what is left to do in place of a recursion, for which a chain could be too long.
     QStringList pending{id};
     while (!pending.isEmpty()) {
-        const QString parentId = pending.takeLast();
-        if (parentId != id) {
-            found.append(parentId);
+        const QString current = pending.takeLast();
+        if (current != id) {
+            found.append(current);
         }
-        const QList<Task> siblings = groups.value(parentId);
-        for (auto task = siblings.crbegin(); task != siblings.crend(); ++task) {
-            if (!seen.contains(task->id)) {
-                seen.insert(task->id);
-                pending.append(task->id);
+        // Once taken, children are not met again, so that a circle of parents is left.
+        const QList<const Task *> children = groups.take(current);
+        for (auto child = children.crbegin(); child != children.crend(); ++child) {
+            if ((*child)->id != id) {
+                pending.append((*child)->id);
             }
         }
     }

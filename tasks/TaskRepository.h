@@ -10,6 +10,9 @@
 
 class QJsonArray;
 
+/// Tasks of a repository by their parentId, siblings in their order.
+using TaskGroups = QHash<QString, QList<const Task *>>;
+
 /// All tasks of the user, as a flat table by id. The tree exists only in the parentId of each task
 /// and is derived on demand; TaskService is the only writer. Tasks whose chain of parents runs in a
 /// circle, or ends at a task that is not there, are kept but are reached from no top-level task.
@@ -39,8 +42,9 @@ public:
     /// an empty id.
     QList<Task> children(const QString &parentId) const;
 
-    /// What children() gives for every parentId in the table, for walks over the whole tree.
-    QHash<QString, QList<Task>> childrenByParent() const;
+    /// What children() gives for every parentId in the table, for walks over the whole tree. Good
+    /// until the next change.
+    TaskGroups childrenByParent() const;
 
     /// The ids of everything below the task, each once: parents before their children, siblings in
     /// the order of children().

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TodoView.h"
 
-#include "tasks/TaskRepository.h"
 #include "tasks/TaskService.h"
 
 #include <QAbstractItemDelegate>
@@ -188,10 +187,10 @@ QList<QTreeWidgetItem *> TodoView::buildChildren(const TaskGroups &groups, const
     if (level > deepestShownLevel) {
         return rows;
     }
-    const QList<Task> tasks = groups.value(parentId);
-    for (const Task &task : tasks) {
-        QTreeWidgetItem *row = buildRow(task);
-        row->addChildren(buildChildren(groups, task.id, level + 1));
+    const QList<const Task *> tasks = groups.value(parentId);
+    for (const Task *task : tasks) {
+        QTreeWidgetItem *row = buildRow(*task);
+        row->addChildren(buildChildren(groups, task->id, level + 1));
         rows.append(row);
     }
     return rows;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "tasks/Task.h"
+#include "tasks/TaskRepository.h"
 
-#include <QHash>
 #include <QList>
 #include <QWidget>
 
@@ -37,8 +36,6 @@ Q_SIGNALS:
     void closeRequested();
 
 private:
-    using TaskGroups = QHash<QString, QList<Task>>;
-
     QBoxLayout *buildHeading();
     QBoxLayout *buildEntry();
     QBoxLayout *buildFilter();

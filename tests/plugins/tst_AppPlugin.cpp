@@ -96,14 +96,14 @@ void tst_AppPlugin::cleanup()
 void tst_AppPlugin::answersTheContract()
 {
     QObject parent;
-    auto *plugin = new AppPlugin(m_launcher.get(), &parent);
-    QCOMPARE(plugin->parent(), &parent);
-    QCOMPARE(plugin->command(), u"app"_s);
-    QCOMPARE(plugin->description(), u"Search and launch applications"_s);
-    QVERIFY(plugin->aliases().isEmpty());
-    QVERIFY(!plugin->hasView());
-    plugin->setViewCommand(u"app"_s);
-    QVERIFY(!plugin->createView());
+    AppPlugin plugin(m_launcher.get(), &parent);
+    QCOMPARE(plugin.parent(), &parent);
+    QCOMPARE(plugin.command(), u"app"_s);
+    QCOMPARE(plugin.description(), u"Search and launch applications"_s);
+    QVERIFY(plugin.aliases().isEmpty());
+    QVERIFY(!plugin.hasView());
+    plugin.setViewCommand(u"app"_s);
+    QVERIFY(!plugin.createView());
 }
 
 void tst_AppPlugin::blankArgumentsListTheWholeCatalogue_data()

@@ -88,14 +88,14 @@ void tst_CalcPlugin::init()
 void tst_CalcPlugin::answersTheContract()
 {
     QObject parent;
-    auto *plugin = new CalcPlugin(&parent);
-    QCOMPARE(plugin->parent(), &parent);
-    QCOMPARE(plugin->command(), u"calc"_s);
-    QCOMPARE(plugin->description(), u"Calculator"_s);
-    QVERIFY(plugin->aliases().isEmpty());
-    QVERIFY(!plugin->hasView());
-    plugin->setViewCommand(u"calc"_s);
-    QVERIFY(!plugin->createView());
+    CalcPlugin plugin(&parent);
+    QCOMPARE(plugin.parent(), &parent);
+    QCOMPARE(plugin.command(), u"calc"_s);
+    QCOMPARE(plugin.description(), u"Calculator"_s);
+    QVERIFY(plugin.aliases().isEmpty());
+    QVERIFY(!plugin.hasView());
+    plugin.setViewCommand(u"calc"_s);
+    QVERIFY(!plugin.createView());
 }
 
 void tst_CalcPlugin::answersWithOneRecord_data()
@@ -203,7 +203,7 @@ void tst_CalcPlugin::refusesWhatItCannotCopy_data()
     QTest::newRow("inert type") << QVariantMap{{type, u"none"_s}, {data, u"3"_s}};
     QTest::newRow("type in capitals") << QVariantMap{{type, u"Copy"_s}, {data, u"3"_s}};
     QTest::newRow("no data") << QVariantMap{{type, u"copy"_s}};
-    QTest::newRow("empty data") << QVariantMap{{type, u"copy"_s}, {data, QString()}};
+    QTest::newRow("empty data") << QVariantMap{{type, u"copy"_s}, {data, u""_s}};
     QTest::newRow("data that is no text") << QVariantMap{{type, u"copy"_s}, {data, QVariantMap()}};
 }
 

@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTest>
+#include <QTimeZone>
 
 using namespace Qt::StringLiterals;
 
@@ -47,7 +48,8 @@ private Q_SLOTS:
     void valueOfAnotherTypeGivesTheDefault();
     void priorityMustBeAWhole32BitNumber_data();
     void priorityMustBeAWhole32BitNumber();
-    void dropsMilliseconds();
+    void writesTimesAsQtDoes_data();
+    void writesTimesAsQtDoes();
     void textThatIsNoDateBecomesEmpty();
 };
 
@@ -163,11 +165,37 @@ void tst_Task::priorityMustBeAWhole32BitNumber()
     QCOMPARE(Task::fromJson({{u"priority"_s, stored}}).priority, priority);
 }
 
-void tst_Task::dropsMilliseconds()
+void tst_Task::writesTimesAsQtDoes_data()
 {
+    QTest::addColumn<QDateTime>("time");
+    QTest::addColumn<QString>("text");
+    const QDate date(2026, 3, 1);
+    const QTime clock(9, 30, 15, 999);
+    QTest::newRow("without milliseconds") << QDateTime(date, clock) << u"2026-03-01T09:30:15"_s;
+    QTest::newRow("two digits throughout")
+        << QDateTime(QDate(1999, 12, 31), QTime(23, 59, 58)) << u"1999-12-31T23:59:58"_s;
+    QTest::newRow("midnight") << QDateTime(date, QTime(0, 0)) << u"2026-03-01T00:00:00"_s;
+    QTest::newRow("early year") << QDateTime(QDate(7, 1, 2), clock) << u"0007-01-02T09:30:15"_s;
+    QTest::newRow("last year of four digits")
+        << QDateTime(QDate(9999, 12, 31), clock) << u"9999-12-31T09:30:15"_s;
+    QTest::newRow("year of five digits") << QDateTime(QDate(10000, 1, 1), clock) << QString();
+    QTest::newRow("year before the first") << QDateTime(QDate(-44, 3, 15), clock) << QString();
+    QTest::newRow("universal time")
+        << QDateTime(date, clock, QTimeZone::utc()).toUTC() << u"2026-03-01T09:30:15Z"_s;
+    QTest::newRow("offset") << QDateTime(date, clock).toOffsetFromUtc(3600)
+                            << u"2026-03-01T10:30:15+01:00"_s;
+    QTest::newRow("invalid") << QDateTime() << QString();
+    QTest::newRow("date without a time") << QDateTime(date, QTime()) << u"2026-03-01T00:00:00"_s;
+}
+
+void tst_Task::writesTimesAsQtDoes()
+{
+    QFETCH(const QDateTime, time);
+    QFETCH(const QString, text);
     Task task;
-    task.createdTime = QDateTime(QDate(2026, 3, 1), QTime(9, 30, 15, 999));
-    QCOMPARE(task.toJson().value("createdTime"_L1).toString(), u"2026-03-01T09:30:15"_s);
+    task.createdTime = time;
+    QCOMPARE(time.toString(Qt::ISODate), text);
+    QCOMPARE(task.toJson().value("createdTime"_L1).toString(), text);
 }
 
 void tst_Task::textThatIsNoDateBecomesEmpty()

@@ -563,14 +563,14 @@ void tst_TaskService::survivesACircle()
 void tst_TaskService::survivesALongChain()
 {
     QStringList chain;
-    for (int i = 0; i < 100000; ++i) {
+    for (int i = 0; i < 20000; ++i) {
         chain.append(u"%1<%2"_s.arg(i).arg(i == 0 ? QString() : QString::number(i - 1)));
     }
     taskfile::write(fileOf(chain));
     TaskService service;
     service.setCompleted(u"0"_s, true);
-    QVERIFY(isCompleted(service, u"99999"_s));
-    QCOMPARE(service.createSubTask(u"99999"_s, u"sub"_s), QString());
+    QVERIFY(isCompleted(service, u"19999"_s));
+    QCOMPARE(service.createSubTask(u"19999"_s, u"sub"_s), QString());
     service.deleteTask(u"0"_s);
     QCOMPARE(taskfile::bytes(), "[]"_ba);
 }

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// What the task list costs beyond the work that no such list can avoid: making the rows of its
+// tree, and writing its file.
+#include "tasks/TaskRepository.h"
+#include "tasks/TaskService.h"
+#include "tasks/TodoView.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QLoggingCategory>
+#include <QSaveFile>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTreeWidget>
+
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int taskCount = 2000;
+// With so many children each, the tasks form a tree that is five deep.
+constexpr int childCount = 7;
+
+const QString rootId = u"task 0"_s;
+
+/// One root with everything below it, every third task completed.
+Task makeTask(int index)
+{
+    static const QDateTime firstMoment(QDate(2026, 3, 1), QTime(9, 30));
+    Task task;
+    task.id = u"task %1"_s.arg(index);
+    task.parentId = index == 0 ? QString() : u"task %1"_s.arg((index - 1) / childCount);
+    task.title = u"Call the bank about account %1"_s.arg(index);
+    task.completed = index % 3 == 2;
+    task.createdTime = firstMoment.addSecs(index);
+    task.updatedTime = task.createdTime;
+    return task;
+}
+
+void fill(TaskRepository *repository)
+{
+    for (int i = 0; i < taskCount; ++i) {
+        repository->addTask(makeTask(i));
+    }
+}
+
+QTreeWidgetItem *makeRow(const Task &task, const QBrush &completedBrush)
+{
+    auto *row = new QTreeWidgetItem;
+    row->setText(0, task.title);
+    row->setData(0, Qt::UserRole, task.id);
+    row->setData(0, Qt::UserRole + 1, task.completed);
+    row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
+    row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
+    if (task.completed) {
+        row->setForeground(0, completedBrush);
+    }
+    return row;
+}
+
+int countRows(const QTreeWidgetItem *row)
+{
+    int count = 1;
+    for (int i = 0; i < row->childCount(); ++i) {
+        count += countRows(row->child(i));
+    }
+    return count;
+}
+
+// What a rebuild leaves to paint is painted outside the measured time, the same for both.
+void paint(benchmark::State &state)
+{
+    state.PauseTiming();
+    QCoreApplication::processEvents();
+    state.ResumeTiming();
+}
+
+void rebuild(benchmark::State &state)
+{
+    TaskService service;
+    fill(service.repository());
+    TodoView view(&service);
+    view.findChild<QComboBox *>()->setCurrentIndex(1);
+    view.resize(720, 400);
+    view.show();
+    const auto *tree = view.findChild<QTreeWidget *>();
+    for (auto _ : state) {
+        view.activate();
+        // The rows of before are deleted by a call that waits here.
+        QCoreApplication::sendPostedEvents(&view, QEvent::MetaCall);
+        paint(state);
+    }
+    if (countRows(tree->topLevelItem(0)) != taskCount) {
+        state.SkipWithError("The page does not show all tasks.");
+    }
+}
+
+void bareRows(benchmark::State &state)
+{
+    std::vector<Task> tasks;
+    for (int i = 0; i < taskCount; ++i) {
+        tasks.push_back(makeTask(i));
+    }
+    QTreeWidget tree;
+    tree.setHeaderHidden(true);
+    tree.setUniformRowHeights(true);
+    tree.resize(720, 400);
+    tree.show();
+    const QBrush completedBrush = tree.palette().brush(QPalette::PlaceholderText);
+    std::vector<QTreeWidgetItem *> rows(taskCount);
+    for (auto _ : state) {
+        tree.clear();
+        for (int i = 0; i < taskCount; ++i) {
+            rows[i] = makeRow(tasks[i], completedBrush);
+            if (i > 0) {
+                rows[(i - 1) / childCount]->addChild(rows[i]);
+            }
+        }
+        tree.addTopLevelItem(rows[0]);
+        tree.expandAll();
+        paint(state);
+    }
+}
+
+void setCompleted(benchmark::State &state)
+{
+    TaskService service;
+    fill(service.repository());
+    bool isCompleted = false;
+    for (auto _ : state) {
+        isCompleted = !isCompleted;
+        service.setCompleted(rootId, isCompleted);
+    }
+}
+
+void writeDocument(benchmark::State &state)
+{
+    TaskService service;
+    fill(service.repository());
+    service.persist();
+    const QString path =
+        QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/todo.json"_s;
+    const QJsonDocument document(service.repository()->toJson());
+    for (auto _ : state) {
+        QSaveFile file(path);
+        if (!file.open(QIODevice::WriteOnly)
+            || file.write(document.toJson(QJsonDocument::Compact)) <= 0 || !file.commit()) {
+            state.SkipWithError("The file cannot be written.");
+            return;
+        }
+    }
+}
+
+} // namespace
+
+BENCHMARK(rebuild)->Name("TodoView.rebuild/measured")->Unit(benchmark::kMillisecond);
+BENCHMARK(bareRows)->Name("TodoView.rebuild/floor")->Unit(benchmark::kMillisecond);
+
+// In real time, since writing is mostly waiting.
+BENCHMARK(setCompleted)
+    ->Name("TaskService.setCompleted/measured")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK(writeDocument)
+    ->Name("TaskService.setCompleted/floor")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+int main(int argc, char **argv)
+{
+    // Never the user's own task file.
+    const QTemporaryDir home;
+    qputenv("HOME", home.path().toLocal8Bit());
+    qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());
+    QStandardPaths::setTestModeEnabled(true);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QLoggingCategory::setFilterRules(u"*.debug=false"_s);
+    const QApplication app(argc, argv);
+
+    benchmark::Initialize(&argc, argv);
+    if (!home.isValid() || benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return 1;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
