@@ -223,7 +223,7 @@ QString AppLauncher::extractIcon(const QString &path) const
     if (m_iconCacheDir.isEmpty()) {
         return {};
     }
-    const QString target = m_iconCacheDir + u'/' + iconKey(path) + ".png"_L1;
+    QString target = m_iconCacheDir + u'/' + iconKey(path) + ".png"_L1;
     if (QFile::exists(target)) {
         return target;
     }
@@ -244,7 +244,7 @@ bool AppLauncher::loadPins()
         return false;
     }
     const QJsonArray pins = document.array();
-    for (const QJsonValue &value : pins) {
+    for (const QJsonValueConstRef value : pins) {
         const QJsonObject pin = value.toObject();
         m_pinnedApps.append({pin.value("name"_L1).toString(), pin.value("path"_L1).toString(),
                              pin.value("iconPath"_L1).toString()});

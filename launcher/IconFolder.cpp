@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 QString makeIconFolder()
 {
     const QString parent = QDir::tempPath() + "/Vaskel"_L1;
-    const QString folder = parent + "/icons"_L1;
+    QString folder = parent + "/icons"_L1;
     // Whoever owns the parent could put another folder in the place of this one.
     if (!platform::makePrivateFolder(parent) || !platform::makePrivateFolder(folder)) {
         return {};

@@ -129,16 +129,17 @@ void tst_AppLauncherLaunch::cleanupTestCase()
 QString tst_AppLauncherLaunch::writeRecorder(const QString &relativePath)
 {
     const QByteArray record = QFile::encodeName(recordFile());
-    const QString path = testhome::writeFile(relativePath, "#!/bin/sh\n"
-                                                           "{\n"
-                                                           "echo \"arguments=$#\"\n"
-                                                           "echo \"folder=$(pwd -P)\"\n"
-                                                           "echo \"token=$TOKEN\"\n"
-                                                           "echo \"wanted=$WANTED\"\n"
-                                                           "echo \"status=$(cat /proc/$$/stat)\"\n"
-                                                           "} >'"
-                                                               + record + ".part'\nmv '" + record
-                                                               + ".part' '" + record + "'\n");
+    const QByteArray part = record + ".part";
+    const QByteArray script = "#!/bin/sh\n"
+                              "{\n"
+                              "echo \"arguments=$#\"\n"
+                              "echo \"folder=$(pwd -P)\"\n"
+                              "echo \"token=$TOKEN\"\n"
+                              "echo \"wanted=$WANTED\"\n"
+                              "echo \"status=$(cat /proc/$$/stat)\"\n"
+                              "} >'"
+                              + part + "'\nmv '" + part + "' '" + record + "'\n";
+    QString path = testhome::writeFile(relativePath, script);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }
