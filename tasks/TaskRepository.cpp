@@ -130,7 +130,7 @@ int TaskRepository::depth(const QString &id) const
 void TaskRepository::fromJson(const QJsonArray &array)
 {
     m_tasks.clear();
-    for (const QJsonValue &element : array) {
+    for (const auto &element : array) {
         const Task task = Task::fromJson(element.toObject());
         if (!task.id.isEmpty()) {
             m_tasks.insert(task.id, task);
