@@ -5,7 +5,6 @@
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/IconTheme.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -20,31 +19,6 @@ bool canBeDrawn(const QIcon &icon)
     return !icon.pixmap(QSize(32, 32)).isNull();
 }
 
-QIcon iconFromFile(GFile *file)
-{
-    const TextPointer path(g_file_get_path(file));
-    return path ? QIcon(QFile::decodeName(path.get())) : QIcon();
-}
-
-QIcon iconFromTheme(GThemedIcon *icon)
-{
-    for (const char *const *name = g_themed_icon_get_names(icon); *name; ++name) {
-        if (const QIcon found = QIcon::fromTheme(QString::fromUtf8(*name)); !found.isNull()) {
-            return found;
-        }
-    }
-    return {};
-}
-
-QIcon ownIcon(GAppInfo *application)
-{
-    GIcon *icon = g_app_info_get_icon(application);
-    if (G_IS_FILE_ICON(icon)) {
-        return iconFromFile(g_file_icon_get_file(G_FILE_ICON(icon)));
-    }
-    return G_IS_THEMED_ICON(icon) ? iconFromTheme(G_THEMED_ICON(icon)) : QIcon();
-}
-
 } // namespace
 
 QIcon linkIcon(const QString &filePath)
@@ -52,12 +26,13 @@ QIcon linkIcon(const QString &filePath)
     if (QFileInfo(filePath).suffix().toLower() != linkSuffix()) {
         return {};
     }
-    const ObjectPointer<GDesktopAppInfo> application = loadApplication(filePath);
-    if (!application) {
+    const std::optional<DesktopEntry> entry = DesktopEntry::load(filePath);
+    if (!entry) {
         return {};
     }
     prepareIconTheme();
-    const QIcon icon = ownIcon(G_APP_INFO(application.get()));
+    const QString name = entry->icon();
+    const QIcon icon = name.startsWith(u'/') ? QIcon(name) : QIcon::fromTheme(name);
     return canBeDrawn(icon) ? icon : QIcon::fromTheme(u"application-x-executable"_s);
 }
 

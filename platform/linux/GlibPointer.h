@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <gio/gdesktopappinfo.h>
-#include <gio/gio.h>
+#include <glib-object.h>
 
 #include <memory>
 

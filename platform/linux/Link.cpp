@@ -9,6 +9,8 @@
 #include <array>
 #include <csignal>
 
+#include <gio/gdesktopappinfo.h>
+
 #include <unistd.h>
 
 namespace platform {
@@ -58,20 +60,16 @@ bool takesCommandInsteadOfBus(GDesktopAppInfo *application)
 }
 
 // Starts an altered copy of an entry. Only %k, the place of the entry itself, is lost on the way.
-bool launchCopy(const QString &filePath, bool (*alter)(GKeyFile *))
+bool launchCopy(GKeyFile *entry)
 {
-    const KeyFilePointer entry = loadDesktopEntry(filePath);
-    if (!entry || !alter(entry.get())) {
-        return false;
-    }
-    const ObjectPointer<GDesktopAppInfo> application(
-        g_desktop_app_info_new_from_keyfile(entry.get()));
+    const ObjectPointer<GDesktopAppInfo> application(g_desktop_app_info_new_from_keyfile(entry));
     return application && launch(application.get());
 }
 
-bool withoutBus(GKeyFile *entry)
+bool launchWithoutBus(GKeyFile *entry)
 {
-    return g_key_file_remove_key(entry, group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
+    g_key_file_remove_key(entry, group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
+    return launchCopy(entry);
 }
 
 // Terminals that take a command behind "-e" and that GIO does not know of.
@@ -87,7 +85,7 @@ QByteArray furtherTerminal()
     return {};
 }
 
-bool inFurtherTerminal(GKeyFile *entry)
+bool launchInFurtherTerminal(GKeyFile *entry)
 {
     const QByteArray terminal = furtherTerminal();
     const TextPointer command(
@@ -98,8 +96,7 @@ bool inFurtherTerminal(GKeyFile *entry)
     const QByteArray wrapped = terminal + " -e " + command.get();
     g_key_file_set_string(entry, group, G_KEY_FILE_DESKTOP_KEY_EXEC, wrapped.constData());
     g_key_file_set_boolean(entry, group, G_KEY_FILE_DESKTOP_KEY_TERMINAL, FALSE);
-    g_key_file_set_boolean(entry, group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, FALSE);
-    return true;
+    return launchWithoutBus(entry);
 }
 
 } // namespace
@@ -111,16 +108,21 @@ QString linkSuffix()
 
 bool openLink(const QString &filePath)
 {
-    const ObjectPointer<GDesktopAppInfo> application = loadApplication(filePath);
+    const std::optional<DesktopEntry> entry = DesktopEntry::load(filePath);
+    if (!entry) {
+        return false;
+    }
+    const ObjectPointer<GDesktopAppInfo> application(
+        g_desktop_app_info_new_from_filename(QFile::encodeName(filePath).constData()));
     if (!application) {
         return false;
     }
     const bool isStarted = takesCommandInsteadOfBus(application.get())
-                               ? launchCopy(filePath, &withoutBus)
+                               ? launchWithoutBus(entry->keyFile())
                                : launch(application.get());
     const bool needsTerminal =
         g_desktop_app_info_get_boolean(application.get(), G_KEY_FILE_DESKTOP_KEY_TERMINAL);
-    return isStarted || (needsTerminal && launchCopy(filePath, &inFurtherTerminal));
+    return isStarted || (needsTerminal && launchInFurtherTerminal(entry->keyFile()));
 }
 
 } // namespace platform

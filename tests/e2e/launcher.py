@@ -24,8 +24,10 @@ def has_state(accessible, state):
 
 
 def children(accessible):
-    found = (accessible.get_child_at_index(i) for i in range(accessible.get_child_count()))
-    return [child for child in found if child]
+    found = [accessible.get_child_at_index(i) for i in range(accessible.get_child_count())]
+    if None in found:
+        raise NotYet("widgets come and go")
+    return found
 
 
 def find(accessible, role):
@@ -204,10 +206,7 @@ class Launcher:
     def rows(self):
         """The rows of the list as pairs of title and subtitle."""
         rows = self._list()
-        if not rows:
-            return []
-        names = [rows.get_child_at_index(i).get_name() for i in range(rows.get_child_count())]
-        return [tuple(name.split("\n", 1)) for name in names]
+        return [tuple(row.get_name().split("\n", 1)) for row in children(rows)] if rows else []
 
     def titles(self):
         return [row[0] for row in self.rows()]
@@ -217,9 +216,8 @@ class Launcher:
         return rows.get_child_count() if rows else 0
 
     def current_row(self):
-        rows = self._list()
-        selected = [i for i in range(rows.get_child_count())
-                    if has_state(rows.get_child_at_index(i), Atspi.StateType.SELECTED)]
+        selected = [i for i, row in enumerate(children(self._list()))
+                    if has_state(row, Atspi.StateType.SELECTED)]
         return selected[0] if len(selected) == 1 else None
 
     def list_height(self):
@@ -250,13 +248,11 @@ class Launcher:
         self.press("ctrl+v")
 
     def click_row(self, title, button=1, times=1):
-        rows = self._list()
-        index = self.titles().index(title)
-        self.desktop.click(*centre(rows.get_child_at_index(index)), button, times)
+        row = children(self._list())[self.titles().index(title)]
+        self.desktop.click(*centre(row), button, times)
 
     def click_close(self):
-        buttons = find(self._application(), Atspi.Role.PUSH_BUTTON)
-        self.desktop.click(*centre(next(b for b in buttons if b.get_name() == "×")))
+        self.desktop.click(*centre(find(self._application(), Atspi.Role.PUSH_BUTTON)[0]))
 
     def click_pin(self, name, button=1):
         pin = next(pin for pin in self._pin_buttons() if pin.get_name() == name)

@@ -10,6 +10,8 @@
 #include <QStandardPaths>
 #include <QTest>
 
+#include <gio/gio.h>
+
 using namespace Qt::StringLiterals;
 
 /// What openLink() does with a session bus and a display.

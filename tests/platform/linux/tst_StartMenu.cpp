@@ -9,6 +9,8 @@
 #include <QScopeGuard>
 #include <QTest>
 
+#include <gio/gdesktopappinfo.h>
+
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/DefaultPrograms.h"
+
+#include "platform/StartMenu.h"
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/DesktopFileId.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+// GIO would answer as well, but would watch all these folders from a thread ever after, and a
+// program that waits in the background is not to wake up when somebody writes a setting.
+
+namespace platform {
+
+namespace {
+
+QStringList choiceFiles()
+{
+    QStringList files;
+    const QByteArrayList desktops = currentDesktops();
+    const QStringList folders =
+        QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation) + startMenuRoots();
+    for (const QString &folder : folders) {
+        for (const QByteArray &desktop : desktops) {
+            files += folder + u'/' + QString::fromUtf8(desktop).toLower() + "-mimeapps.list"_L1;
+        }
+        files += folder + "/mimeapps.list"_L1;
+    }
+    return files;
+}
+
+QStringList installedPrograms(const QString &file, const char *group, const QByteArray &contentType)
+{
+    const KeyFilePointer lists(g_key_file_new());
+    if (!g_key_file_load_from_file(lists.get(), QFile::encodeName(file).constData(),
+                                   G_KEY_FILE_NONE, nullptr)) {
+        return {};
+    }
+    const TextListPointer ids(
+        g_key_file_get_string_list(lists.get(), group, contentType.constData(), nullptr, nullptr));
+    QStringList paths;
+    for (char **id = ids.get(); id && *id; ++id) {
+        paths += installedProgram(QString::fromUtf8(*id));
+    }
+    paths.removeAll(QString());
+    return paths;
+}
+
+} // namespace
+
+QStringList chosenPrograms(const QByteArray &contentType)
+{
+    QStringList paths;
+    for (const QString &file : choiceFiles()) {
+        paths += installedPrograms(file, "Default Applications", contentType);
+    }
+    return paths;
+}
+
+QStringList associatedPrograms(const QByteArray &contentType)
+{
+    QStringList paths;
+    for (const QString &root : startMenuRoots()) {
+        paths += installedPrograms(root + "/mimeinfo.cache"_L1, "MIME Cache", contentType);
+    }
+    return paths;
+}
+
+QString installedProgram(const QString &id)
+{
+    for (const QString &root : startMenuRoots()) {
+        const QString path = fileOfId(root, id);
+        if (path.isEmpty()) {
+            continue;
+        }
+        const std::optional<DesktopEntry> entry = DesktopEntry::load(path);
+        return entry && entry->canStart() ? path : QString();
+    }
+    return {};
+}
+
+} // namespace platform

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/DesktopFileId.h"
+
+#include <QFile>
+
+#include <sys/stat.h>
+
+namespace platform {
+
+namespace {
+
+// Links may lead in circles, so the search ends at a depth that no menu reaches.
+constexpr int maximumDepth = 5;
+
+bool isFolder(const QByteArray &path)
+{
+    struct stat status = {};
+    return stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+bool isFile(const QByteArray &path)
+{
+    struct stat status = {};
+    return lstat(path.constData(), &status) == 0 && !isFolder(path);
+}
+
+// Each dash of the id stands for itself or for a slash.
+QByteArray find(const QByteArray &folder, const QByteArray &id, int depth)
+{
+    if (const QByteArray file = folder + '/' + id; isFile(file)) {
+        return file;
+    }
+    for (auto dash = id.indexOf('-'); dash != -1 && depth < maximumDepth;
+         dash = id.indexOf('-', dash + 1)) {
+        const QByteArray name = id.left(dash);
+        const QByteArray subfolder = folder + '/' + name;
+        if (name.isEmpty() || name == "." || name == ".." || !isFolder(subfolder)) {
+            continue;
+        }
+        if (const QByteArray file = find(subfolder, id.mid(dash + 1), depth + 1); !file.isEmpty()) {
+            return file;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+QString desktopFileId(const QString &root, const QString &filePath)
+{
+    return filePath.mid(root.size() + 1).replace(QLatin1Char('/'), QLatin1Char('-'));
+}
+
+QString fileOfId(const QString &root, const QString &id)
+{
+    return QFile::decodeName(find(QFile::encodeName(root), QFile::encodeName(id), 0));
+}
+
+} // namespace platform
