@@ -93,8 +93,8 @@ void rebuild(benchmark::State &state)
     const auto *tree = view.findChild<QTreeWidget *>();
     for (auto _ : state) {
         view.activate();
-        // The rows of before are deleted by a call that waits here.
-        QCoreApplication::sendPostedEvents(&view, QEvent::MetaCall);
+        // The page deletes the rows of before from the event loop.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         paint(state);
     }
     if (countRows(tree->topLevelItem(0)) != taskCount) {

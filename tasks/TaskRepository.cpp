@@ -92,7 +92,7 @@ TaskGroups TaskRepository::childrenByParent() const
 
 QStringList TaskRepository::descendants(const QString &id) const
 {
-    TaskGroups groups = childrenByParent();
+    const TaskGroups groups = childrenByParent();
     QStringList found;
     // A list of what is left to do in place of a recursion, for which a chain could be too long.
     QStringList pending{id};
@@ -101,9 +101,9 @@ QStringList TaskRepository::descendants(const QString &id) const
         if (current != id) {
             found.append(current);
         }
-        // Once taken, children are not met again, so that a circle of parents is left.
-        const QList<const Task *> children = groups.take(current);
+        const QList<const Task *> children = groups.value(current);
         for (auto child = children.crbegin(); child != children.crend(); ++child) {
+            // The only circle of parents that can be met from here is one that runs through here.
             if ((*child)->id != id) {
                 pending.append((*child)->id);
             }
@@ -130,7 +130,7 @@ int TaskRepository::depth(const QString &id) const
 void TaskRepository::fromJson(const QJsonArray &array)
 {
     m_tasks.clear();
-    for (const QJsonValue &element : array) {
+    for (const auto &element : array) {
         const Task task = Task::fromJson(element.toObject());
         if (!task.id.isEmpty()) {
             m_tasks.insert(task.id, task);

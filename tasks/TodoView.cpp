@@ -15,7 +15,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -35,6 +34,24 @@ constexpr int completedRole = Qt::UserRole + 1;
 // QTreeView lays rows out by a recursion over their levels. The service makes no more than a few,
 // but a file edited by hand may hold a chain that would exhaust the stack.
 constexpr int deepestShownLevel = 500;
+
+/// Owns rows that have left the tree.
+class RowKeeper : public QObject
+{
+public:
+    RowKeeper(const QList<QTreeWidgetItem *> &rows, QObject *parent)
+        : QObject(parent)
+        , m_rows(rows)
+    {
+    }
+
+    ~RowKeeper() override { qDeleteAll(m_rows); }
+
+    Q_DISABLE_COPY_MOVE(RowKeeper)
+
+private:
+    QList<QTreeWidgetItem *> m_rows;
+};
 
 bool isMatch(int filter, bool completed)
 {
@@ -174,10 +191,8 @@ void TodoView::clearTree()
 {
     // What led here may be a change of a row, with QTreeWidgetItem::setData() still to return into
     // that row. So the old rows live until control is back in the event loop.
-    const auto oldRows = std::make_shared<QTreeWidgetItem>();
-    oldRows->addChildren(m_tree->invisibleRootItem()->takeChildren());
-    QMetaObject::invokeMethod(
-        this, [oldRows] {}, Qt::QueuedConnection);
+    auto *oldRows = new RowKeeper(m_tree->invisibleRootItem()->takeChildren(), this);
+    oldRows->deleteLater();
 }
 
 QList<QTreeWidgetItem *> TodoView::buildChildren(const TaskGroups &groups, const QString &parentId,

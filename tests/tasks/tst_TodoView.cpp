@@ -265,6 +265,7 @@ private Q_SLOTS:
     void rebuildTakesTheTitleOfAnEditor();
     void noOtherTriggerEdits();
     void changeOfARowIsShownAtOnce();
+    void changedRowOutlivesTheRebuild();
 
     void menuOffersToAddAndDelete();
     void menuAddsASubtask();
@@ -719,6 +720,19 @@ void tst_TodoView::changeOfARowIsShownAtOnce()
     page.row(u"renamed"_s)->setCheckState(0, Qt::Checked);
     QCOMPARE(page.rows(), QStringList());
     QCOMPARE(page.summary->text(), u"0 active · 2 total"_s);
+}
+
+void tst_TodoView::changedRowOutlivesTheRebuild()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
+    const Page page;
+    // Called after the page, like the rest of QTreeWidgetItem::setData(), which uses the row too.
+    QString title;
+    connect(page.tree, &QTreeWidget::itemChanged, this,
+            [&title](const QTreeWidgetItem *row) { title = row->text(0); });
+    page.row(u"a1"_s)->setCheckState(0, Qt::Checked);
+    QCOMPARE(page.rows(), QStringList());
+    QCOMPARE(title, u"a1"_s);
 }
 
 void tst_TodoView::menuOffersToAddAndDelete()
