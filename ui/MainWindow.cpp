@@ -452,6 +452,7 @@ void MainWindow::rebuildPinnedStrip()
         }
         m_pinnedLayout->addStretch();
     }
+    m_pinnedBar->updateGeometry(); // at once, as the fit does not wait for its layout
     updatePinnedStripVisibility();
     scheduleHeightUpdate();
 }

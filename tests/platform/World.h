@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+
+/// The system around the platform headers, as the contract tests need it. Each half of platform/
+/// and its fake bring their own bodies; what the functions have made goes with the next reset().
+namespace world {
+
+/// A user without programs and without anything that starts at log-in.
+void reset();
+
+/// Puts a program into one of the two start-menu folders, 0 being the user's own, and gives the
+/// path of its file. The file name comes without a suffix.
+QString install(int root, const QString &fileName, const QString &name);
+
+/// The same with an icon of one colour.
+QString installWithIcon(const QString &fileName);
+
+/// Hides the program from the menus.
+void hide(const QString &path);
+
+/// Fills the file with nonsense.
+void damage(const QString &path);
+
+/// Whether the program has been started since it was installed.
+bool isStarted(const QString &path);
+
+/// Makes an installed program the one that edits texts.
+void makeTextEditor(const QString &path);
+
+/// Whether something under this program's name starts at log-in.
+bool startsAtLogIn();
+
+/// Lets another tool register something under this program's name.
+void registerAtLogIn();
+
+/// A variable of this process's environment that is meant for this process alone.
+QString privateVariable();
+
+/// A folder that belongs to somebody else.
+QString foreignFolder();
+
+} // namespace world

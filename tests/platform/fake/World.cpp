@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/World.h"
+
+#include "support/FakePlatform.h"
+#include "support/TestHome.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+namespace world {
+
+void reset()
+{
+    testhome::reset();
+    fakePlatform() = FakePlatform();
+    fakePlatform().startMenuRoots = {testhome::path() + "/user"_L1, testhome::path() + "/all"_L1};
+    fakePlatform().programEnvironment.remove(privateVariable());
+}
+
+QString install(int root, const QString &fileName, const QString &name)
+{
+    const QString folder = root == 0 ? u"user/"_s : u"all/"_s;
+    const QString path = testhome::writeFile(folder + fileName + ".link"_L1, {});
+    fakePlatform().startMenuNames.insert(path, name);
+    if (root != 0 && QFile::exists(testhome::path() + "/user/"_L1 + fileName + ".link"_L1)) {
+        fakePlatform().unlistedFiles.append(path);
+    }
+    return path;
+}
+
+QString installWithIcon(const QString &fileName)
+{
+    const QString path = install(0, fileName, fileName);
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::red);
+    fakePlatform().linkIcons.insert(path, QIcon(pixmap));
+    return path;
+}
+
+void hide(const QString &path)
+{
+    fakePlatform().unlistedFiles.append(path);
+}
+
+void damage(const QString &path)
+{
+    fakePlatform().unlistedFiles.append(path);
+    fakePlatform().linkIcons.remove(path);
+    fakePlatform().openLinkResult = false;
+}
+
+bool isStarted(const QString &path)
+{
+    return fakePlatform().openLinkResult && fakePlatform().openedLinks.contains(path);
+}
+
+void makeTextEditor(const QString &path)
+{
+    fakePlatform().builtinPrograms.insert(int(platform::BuiltinProgram::Notepad),
+                                          {path, fakePlatform().startMenuNames.value(path), path});
+}
+
+bool startsAtLogIn()
+{
+    return !fakePlatform().autoStartCalls.isEmpty() && fakePlatform().autoStartCalls.last();
+}
+
+void registerAtLogIn()
+{
+    fakePlatform().autoStartCalls.append(true);
+}
+
+QString privateVariable()
+{
+    return u"PRIVATE"_s;
+}
+
+QString foreignFolder()
+{
+    const QString path = testhome::path() + "/foreign"_L1;
+    fakePlatform().foreignFolders.append(path);
+    return path;
+}
+
+} // namespace world

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/World.h"
+
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString startedMark(const QString &path)
+{
+    return testhome::path() + "/started-"_L1 + QFileInfo(path).completeBaseName();
+}
+
+QString writeEntry(const QString &path, const QString &name, const QString &furtherLine = {})
+{
+    const QString entry = u"[Desktop Entry]\nType=Application\nName=%1\nExec=touch \"%2\"\n%3\n"_s;
+    return testhome::writeFile(path.mid(testhome::path().size() + 1),
+                               entry.arg(name, startedMark(path), furtherLine).toUtf8());
+}
+
+} // namespace
+
+namespace world {
+
+void reset()
+{
+    testhome::reset();
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
+    qputenv(qPrintable(privateVariable()), "private");
+    qunsetenv("XDG_CURRENT_DESKTOP");
+}
+
+QString install(int root, const QString &fileName, const QString &name)
+{
+    const QString folder = root == 0 ? u"/data"_s : u"/system"_s;
+    return writeEntry(testhome::path() + folder + "/applications/"_L1 + fileName + ".desktop"_L1,
+                      name);
+}
+
+QString installWithIcon(const QString &fileName)
+{
+    const QString iconPath = testhome::path() + "/icon.png"_L1;
+    QImage image(32, 32, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    image.save(iconPath);
+    return writeEntry(install(0, fileName, fileName), fileName, "Icon="_L1 + iconPath);
+}
+
+void hide(const QString &path)
+{
+    writeEntry(path, u"Hidden"_s, u"NoDisplay=true"_s);
+}
+
+void damage(const QString &path)
+{
+    testhome::writeFile(path.mid(testhome::path().size() + 1), "nonsense");
+}
+
+bool isStarted(const QString &path)
+{
+    return QFile::exists(startedMark(path));
+}
+
+void makeTextEditor(const QString &path)
+{
+    testhome::writeFile(u"config/mimeapps.list"_s,
+                        "[Default Applications]\ntext/plain=" + QFileInfo(path).fileName().toUtf8()
+                            + '\n');
+}
+
+bool startsAtLogIn()
+{
+    return QFile::exists(testhome::path() + "/config/autostart/Vaskel.desktop"_L1);
+}
+
+void registerAtLogIn()
+{
+    testhome::writeFile(u"config/autostart/Vaskel.desktop"_s, "by hand");
+}
+
+QString privateVariable()
+{
+    return u"NOTIFY_SOCKET"_s;
+}
+
+// Root owns everything, and so has to give something away.
+QString foreignFolder()
+{
+    if (geteuid() != 0) {
+        return u"/"_s;
+    }
+    constexpr uid_t nobody = 65534;
+    const QString path = testhome::path() + "/foreign"_L1;
+    QDir().mkpath(path);
+    return chown(QFile::encodeName(path).constData(), nobody, nobody) == 0 ? path : QString();
+}
+
+} // namespace world

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// usage: autostarter [on|off]
+//
+// Has itself started at log-in, or no longer. Without an argument it is being started and writes
+// its own path to the file that the variable RECORD names.
+
+#include "platform/AutoStart.h"
+
+#include <QCoreApplication>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    if (argc == 2) {
+        platform::applyAutoStart(application.arguments().at(1) == "on"_L1);
+        return 0;
+    }
+    QSaveFile file(qEnvironmentVariable("RECORD"));
+    if (argc != 1 || !file.open(QIODevice::WriteOnly)) {
+        return 1;
+    }
+    file.write(QCoreApplication::applicationFilePath().toUtf8());
+    return file.commit() ? 0 : 1;
+}

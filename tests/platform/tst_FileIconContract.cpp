@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileIcon.h"
+
+#include "platform/World.h"
+#include "support/TestHome.h"
+
+#include <QImage>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_FileIconContract : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { world::reset(); }
+    void showsTheIconOfTheLink();
+    void leavesOtherFilesToTheProvider_data();
+    void leavesOtherFilesToTheProvider();
+    void leavesADamagedLinkToTheProvider();
+};
+
+void tst_FileIconContract::showsTheIconOfTheLink()
+{
+    const QIcon icon = platform::linkIcon(world::installWithIcon(u"program"_s));
+    const QImage image = icon.pixmap(QSize(32, 32), QIcon::Normal, QIcon::Off).toImage();
+    QCOMPARE(image.size(), QSize(32, 32));
+    QCOMPARE(image.pixelColor(16, 16), QColor(Qt::red));
+}
+
+void tst_FileIconContract::leavesOtherFilesToTheProvider_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("command") << u"notepad"_s;
+    QTest::newRow("missing file") << testhome::path() + "/missing.txt"_L1;
+    QTest::newRow("folder") << testhome::path();
+    QTest::newRow("address") << u"https://example.org/"_s;
+}
+
+void tst_FileIconContract::leavesOtherFilesToTheProvider()
+{
+    QFETCH(QString, path);
+    QVERIFY(platform::linkIcon(path).isNull());
+}
+
+void tst_FileIconContract::leavesADamagedLinkToTheProvider()
+{
+    const QString path = world::installWithIcon(u"program"_s);
+    world::damage(path);
+    QVERIFY(platform::linkIcon(path).isNull());
+}
+
+QTEST_MAIN(tst_FileIconContract)
+#include "tst_FileIconContract.moc"

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Link.h"
+
+#include "platform/World.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_LinkContract : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { world::reset(); }
+    void suffixIsPlainAndLowerCase();
+    void startsTheProgram();
+    void startsAHiddenProgram();
+    void startsNothingFromADamagedFile();
+};
+
+void tst_LinkContract::suffixIsPlainAndLowerCase()
+{
+    const QString suffix = platform::linkSuffix();
+    QVERIFY(!suffix.isEmpty());
+    QCOMPARE(suffix, suffix.toLower());
+    QVERIFY(!suffix.contains(u'.'));
+}
+
+void tst_LinkContract::startsTheProgram()
+{
+    const QString path = world::install(0, u"program"_s, u"Program"_s);
+    const QString other = world::install(0, u"other"_s, u"Other"_s);
+    QVERIFY(!world::isStarted(path));
+    QVERIFY(platform::openLink(path));
+    QTRY_VERIFY(world::isStarted(path));
+    QVERIFY(!world::isStarted(other));
+}
+
+void tst_LinkContract::startsAHiddenProgram()
+{
+    const QString path = world::install(0, u"program"_s, u"Program"_s);
+    world::hide(path);
+    QVERIFY(platform::openLink(path));
+    QTRY_VERIFY(world::isStarted(path));
+}
+
+void tst_LinkContract::startsNothingFromADamagedFile()
+{
+    const QString path = world::install(0, u"program"_s, u"Program"_s);
+    world::damage(path);
+    QVERIFY(!platform::openLink(path));
+    QVERIFY(!world::isStarted(path));
+}
+
+QTEST_GUILESS_MAIN(tst_LinkContract)
+#include "tst_LinkContract.moc"

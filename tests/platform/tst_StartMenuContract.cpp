@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/StartMenu.h"
+
+#include "platform/Link.h"
+#include "platform/World.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_StartMenuContract : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { world::reset(); }
+    void rootsAreAbsoluteAndGivenOnce();
+    void patternFindsTheFilesThatCanBeOpened();
+    void listsAProgramUnderItsName();
+    void listsTheSameProgramOnce();
+    void doesNotListAHiddenProgram();
+    void doesNotListADamagedFile();
+};
+
+void tst_StartMenuContract::rootsAreAbsoluteAndGivenOnce()
+{
+    const QStringList roots = platform::startMenuRoots();
+    QCOMPARE(roots.size(), 2);
+    QVERIFY(roots.at(0) != roots.at(1));
+    for (const QString &root : roots) {
+        QCOMPARE(root, QDir::cleanPath(root));
+        QVERIFY(QDir::isAbsolutePath(root));
+    }
+}
+
+void tst_StartMenuContract::patternFindsTheFilesThatCanBeOpened()
+{
+    const QString path = world::install(0, u"Foo.Bar"_s, u"Foo"_s);
+    const QDir root(platform::startMenuRoots().at(0));
+    QFile other(root.filePath(u"other.txt"_s));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    const QFileInfoList files = root.entryInfoList({platform::startMenuPattern()}, QDir::Files);
+    QCOMPARE(files.size(), 1);
+    QCOMPARE(files.at(0).absoluteFilePath(), path);
+    QCOMPARE(files.at(0).suffix(), platform::linkSuffix());
+}
+
+void tst_StartMenuContract::listsAProgramUnderItsName()
+{
+    const QStringList roots = platform::startMenuRoots();
+    for (int root = 0; root < 2; ++root) {
+        const QString name = u"记事本 %1"_s.arg(root);
+        const QString path = world::install(root, u"program%1"_s.arg(root), name);
+        QCOMPARE(platform::startMenuName(roots.at(root), path), name);
+    }
+}
+
+void tst_StartMenuContract::listsTheSameProgramOnce()
+{
+    const QString users = world::install(0, u"program"_s, u"User's"_s);
+    const QString everyones = world::install(1, u"program"_s, u"Everyone's"_s);
+    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(0), users), u"User's"_s);
+    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(1), everyones), std::nullopt);
+}
+
+void tst_StartMenuContract::doesNotListAHiddenProgram()
+{
+    const QString path = world::install(0, u"program"_s, u"Program"_s);
+    world::hide(path);
+    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(0), path), std::nullopt);
+}
+
+void tst_StartMenuContract::doesNotListADamagedFile()
+{
+    const QString path = world::install(0, u"program"_s, u"Program"_s);
+    world::damage(path);
+    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(0), path), std::nullopt);
+}
+
+QTEST_GUILESS_MAIN(tst_StartMenuContract)
+#include "tst_StartMenuContract.moc"

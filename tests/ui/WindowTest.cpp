@@ -1,0 +1,292 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/WindowTest.h"
+
+#include "launcher/LauncherTest.h"
+#include "support/FakePlatform.h"
+
+#include "ui/CommandLineEdit.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QLoggingCategory>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+#include <QUrl>
+
+#include <qpa/qwindowsysteminterface.h>
+
+using namespace Qt::StringLiterals;
+
+namespace windowtest {
+
+FakePlugin::FakePlugin(const QString &word, View view, QObject *parent, const QStringList &aliases)
+    : IPlugin(parent)
+    , m_word(word)
+    , m_aliases(aliases)
+    , m_view(view)
+{
+}
+
+QVariantList FakePlugin::query(const QString &args)
+{
+    queries.append(args);
+    return rows;
+}
+
+bool FakePlugin::execute(const QVariantMap &action)
+{
+    actions.append(action);
+    return false;
+}
+
+QWidget *FakePlugin::createView()
+{
+    if (hasView() && !page) {
+        page = new QWidget;
+    }
+    return page;
+}
+
+int FakePlugin::closeReceivers() const
+{
+    return receivers(SIGNAL(viewCloseRequested())); // takes no member pointer
+}
+
+UrlRecorder::UrlRecorder()
+{
+    QDesktopServices::setUrlHandler(u"https"_s, this, "open");
+}
+
+UrlRecorder::~UrlRecorder()
+{
+    QDesktopServices::unsetUrlHandler(u"https"_s);
+}
+
+void UrlRecorder::open(const QUrl &url)
+{
+    addresses.append(url.toString(QUrl::FullyEncoded));
+}
+
+namespace {
+
+FakePlugin &addPlugin(PluginManager &plugins, const QString &word, FakePlugin::View view,
+                      const QStringList &aliases = {})
+{
+    auto *plugin = new FakePlugin(word, view, &plugins, aliases);
+    plugins.registerPlugin(plugin);
+    return *plugin;
+}
+
+QWidget *layoutWidget(const QWidget *parent, int index)
+{
+    return parent->layout()->itemAt(index)->widget();
+}
+
+} // namespace
+
+Window::Window()
+    : calc(addPlugin(plugins, u"calc"_s, FakePlugin::View::None))
+    , todo(addPlugin(plugins, u"todo"_s, FakePlugin::View::Page))
+    , set(addPlugin(plugins, u"set"_s, FakePlugin::View::Page, {u"user"_s}))
+    , window(&launcher, &plugins, &settings, nullptr)
+{
+    plugins.setSettings(&settings);
+    titleBar = layoutWidget(&window, 0);
+    const QWidget *content = layoutWidget(&window, 1);
+    box = qobject_cast<CommandLineEdit *>(layoutWidget(content, 0));
+    edit = box->lineEdit();
+    status = qobject_cast<QLabel *>(layoutWidget(content, 1));
+    strip = layoutWidget(content, 2);
+    stack = qobject_cast<QStackedWidget *>(layoutWidget(content, 3));
+    list = qobject_cast<QListWidget *>(stack->widget(0));
+}
+
+void Window::enter(const QString &text)
+{
+    box->setText(text);
+    search();
+}
+
+void Window::search()
+{
+    QMetaObject::invokeMethod(&window, "performSearch");
+}
+
+void Window::launchCurrent()
+{
+    QMetaObject::invokeMethod(&window, "launchCurrent");
+}
+
+void Window::moveSelection(int delta)
+{
+    QMetaObject::invokeMethod(&window, "moveSelection", Q_ARG(int, delta));
+}
+
+void Window::settle() const
+{
+    // A fit changes the layout, whose requests are posted in their turn.
+    for (int pass = 0; pass < 5; ++pass) {
+        QCoreApplication::processEvents();
+    }
+}
+
+bool Window::showActive()
+{
+    window.showAndActivate();
+    const bool isActive = QTest::qWaitForWindowActive(&window);
+    settle();
+    return isActive;
+}
+
+void Window::drag(const QSize &size)
+{
+    QWindowSystemInterface::handleGeometryChange<QWindowSystemInterface::SynchronousDelivery>(
+        window.windowHandle(), QRect(window.windowHandle()->position(), size));
+    settle();
+}
+
+void Window::dragHeight(int height)
+{
+    drag(QSize(window.width(), height));
+}
+
+QStringList Window::useMenu(QWidget *target, const QPoint &position, const QString &choice)
+{
+    QStringList texts;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (!menu) {
+            return;
+        }
+        poll.stop();
+        QAction *chosen = nullptr;
+        for (QAction *candidate : menu->actions()) {
+            texts.append(candidate->text());
+            chosen = candidate->text() == choice ? candidate : chosen;
+        }
+        if (chosen) {
+            menu->setActiveAction(chosen);
+            QTest::keyClick(menu, Qt::Key_Return);
+        } else {
+            menu->close();
+        }
+    });
+    poll.start(0);
+
+    QContextMenuEvent event(QContextMenuEvent::Mouse, position, target->mapToGlobal(position));
+    QCoreApplication::sendEvent(target, &event);
+    settle();
+    return texts;
+}
+
+QStringList Window::rows() const
+{
+    QStringList texts;
+    for (int index = 0; index < list->count(); ++index) {
+        texts.append(list->item(index)->text());
+    }
+    return texts;
+}
+
+QString Window::currentTitle() const
+{
+    const QListWidgetItem *item = list->currentItem();
+    return item ? item->text().section(u'\n', 0, 0) : QString();
+}
+
+QPushButton &Window::closeButton() const
+{
+    return *titleBar->findChild<QPushButton *>(u"windowCloseButton"_s);
+}
+
+QList<QPushButton *> Window::pinButtons() const
+{
+    QList<QPushButton *> buttons;
+    const QLayout *layout = strip->layout();
+    for (int index = 0; index < layout->count(); ++index) {
+        if (auto *button = qobject_cast<QPushButton *>(layout->itemAt(index)->widget())) {
+            buttons.append(button);
+        }
+    }
+    return buttons;
+}
+
+QTimer &Window::searchTimer() const
+{
+    return *window.findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+int Window::fittedHeight() const
+{
+    return baseHeight() + (stack->isHidden() ? 0 : stack->height());
+}
+
+int Window::fullListHeight() const
+{
+    return list->count() * list->sizeHintForRow(0) + 2 * (list->frameWidth() + 5);
+}
+
+int Window::baseHeight() const
+{
+    return window.sizeHint().height() - (stack->isHidden() ? 0 : stack->height());
+}
+
+void reset()
+{
+    QLoggingCategory::setFilterRules(u"default.debug=false"_s);
+    launchertest::reset();
+    for (int index = 0; index < launchertest::builtinCount; ++index) {
+        fakePlatform().builtinPrograms.insert(index, {programPath(index), {}, {}});
+    }
+}
+
+QString programPath(int index)
+{
+    return u"/programs/%1.link"_s.arg(index);
+}
+
+QStringList launched()
+{
+    return fakePlatform().openedLinks;
+}
+
+QVariantMap row(const QString &title, const QVariantMap &action, const QString &path)
+{
+    QVariantMap record{{u"title"_s, title}, {u"subtitle"_s, u"about "_s + title}};
+    if (!action.isEmpty()) {
+        record.insert(u"action"_s, action);
+    }
+    if (!path.isEmpty()) {
+        record.insert(u"path"_s, path);
+    }
+    return record;
+}
+
+QVariantMap action(const QString &type, const QString &data, const QString &plugin)
+{
+    QVariantMap map{{u"type"_s, type}};
+    if (!data.isEmpty()) {
+        map.insert(u"data"_s, data);
+    }
+    if (!plugin.isEmpty()) {
+        map.insert(u"plugin"_s, plugin);
+    }
+    return map;
+}
+
+QVariantList numberedRows(int count)
+{
+    QVariantList rows;
+    for (int number = 1; number <= count; ++number) {
+        rows.append(row(u"row %1"_s.arg(number)));
+    }
+    return rows;
+}
+
+} // namespace windowtest

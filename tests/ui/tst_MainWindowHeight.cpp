@@ -1,0 +1,432 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/MainWindow.h"
+
+#include "ui/CommandLineEdit.h"
+#include "ui/WindowTest.h"
+
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace windowtest;
+
+namespace {
+
+/// Counts the resizes of a widget.
+class ResizeCounter : public QObject
+{
+public:
+    explicit ResizeCounter(QWidget *widget) { widget->installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::Resize ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+void showRows(Window &w, int count)
+{
+    w.calc.rows = numberedRows(count);
+    w.enter(u"calc "_s);
+    w.settle();
+}
+
+} // namespace
+
+/// How the window's height follows the list, and how its user changes what it may grow to.
+class tst_MainWindowHeight : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { reset(); }
+
+    void withoutRowsItIsTheBaseHeight();
+    void withRowsItIsTheBaseHeightAndTheList_data();
+    void withRowsItIsTheBaseHeightAndTheList();
+    void rowsBeyondTheLimitScrollByThePixel();
+    void allRowsOfALongListAreEquallyTall();
+    void statusLineAndStripBelongToTheBase();
+    void emptiedListShrinksTheWindow();
+    void searchItselfDoesNotResize();
+    void burstOfChangesResizesOnce();
+    void hiddenWindowIsFittedWhenItShows();
+
+    void dragSetsTheLimit();
+    void dragMakesTheListSmaller();
+    void dragBelowOneRowStillShowsOne();
+    void dragWithoutRowsChangesNoLimit();
+    void dragOnAPageChangesNoLimit();
+    void dragOfAShortListIsALimitForTheNext();
+    void programsOwnResizeChangesNoLimit();
+    void lateAnswersToRequestsChangeNoLimit();
+    void dragWorksAgainAfterLateAnswers();
+    void userCanMakeTheWindowAsSmallAsOneRow();
+
+    void pageTakesTheInitialHeight_data();
+    void pageTakesTheInitialHeight();
+    void pageFillsTheWindow();
+    void pageLiftsTheLimitsOfTheList();
+    void pageDragIsKeptUntilThePageGoes();
+    void fitLeavesAPageAlone();
+};
+
+void tst_MainWindowHeight::withoutRowsItIsTheBaseHeight()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.showActive());
+    QVERIFY(w.stack->isHidden());
+    QCOMPARE(w.stack->minimumHeight(), 0);
+    QCOMPARE(w.stack->maximumHeight(), 0);
+    QCOMPARE(w.window.height(), w.window.sizeHint().height());
+    QVERIFY(w.window.height() < 200);
+}
+
+void tst_MainWindowHeight::withRowsItIsTheBaseHeightAndTheList_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("one row") << 1;
+    QTest::newRow("two rows") << 2;
+    QTest::newRow("four rows") << 4;
+}
+
+void tst_MainWindowHeight::withRowsItIsTheBaseHeightAndTheList()
+{
+    QFETCH(int, count);
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, count);
+    QVERIFY(w.stack->isVisible());
+    QCOMPARE(w.stack->minimumHeight(), w.fullListHeight());
+    QCOMPARE(w.stack->maximumHeight(), w.fullListHeight());
+    QCOMPARE(w.stack->height(), w.fullListHeight());
+    QCOMPARE(w.list->height(), w.fullListHeight());
+    QCOMPARE(w.window.height(), w.baseHeight() + w.fullListHeight());
+    QCOMPARE(w.list->verticalScrollBar()->maximum(), 0);
+}
+
+void tst_MainWindowHeight::rowsBeyondTheLimitScrollByThePixel()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 460);
+    QCOMPARE(w.stack->height(), 460 - w.baseHeight());
+    QVERIFY(w.list->verticalScrollBar()->maximum() > 0);
+    QCOMPARE(w.list->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
+    w.list->verticalScrollBar()->setValue(1);
+    QCOMPARE(w.list->visualItemRect(w.list->item(0)).top(), -1);
+}
+
+void tst_MainWindowHeight::allRowsOfALongListAreEquallyTall()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.calc.rows = numberedRows(50);
+    w.calc.rows.insert(3, row(u"记事本"_s));
+    w.enter(u"calc "_s);
+    w.settle();
+    QVERIFY(w.list->uniformItemSizes());
+    for (int index = 0; index < w.list->count(); ++index) {
+        QCOMPARE(w.list->visualItemRect(w.list->item(index)).height(), w.list->sizeHintForRow(0));
+    }
+}
+
+void tst_MainWindowHeight::statusLineAndStripBelongToTheBase()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    w.settle();
+    const int withStrip = w.window.height();
+    w.launcher.unpinApp(programPath(1));
+    w.launcher.unpinApp(programPath(5));
+    w.settle();
+    const int bare = w.window.height();
+    QVERIFY(bare < withStrip);
+
+    showRows(w, 1);
+    QVERIFY(w.window.height() > bare + w.fullListHeight());
+    QCOMPARE(w.window.height(), w.fittedHeight());
+}
+
+void tst_MainWindowHeight::emptiedListShrinksTheWindow()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QCOMPARE(w.window.height(), w.fittedHeight());
+    const int before = w.window.height();
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.stack->isHidden());
+    QTRY_VERIFY(w.window.height() < before);
+    QCOMPARE(w.window.height(), w.window.sizeHint().height());
+    QVERIFY(w.stack->isHidden());
+}
+
+void tst_MainWindowHeight::searchItselfDoesNotResize()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    const int before = w.window.height();
+    w.calc.rows = numberedRows(1);
+    w.enter(u"calc "_s);
+    QCOMPARE(w.window.height(), before);
+    QVERIFY(w.stack->isHidden());
+    QCOMPARE(w.stack->maximumHeight(), 0);
+    QTRY_VERIFY(w.window.height() != before);
+    QVERIFY(w.stack->isVisible());
+}
+
+void tst_MainWindowHeight::burstOfChangesResizesOnce()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.showActive());
+    ResizeCounter resizes(&w.window);
+    for (const int count : {1, 5, 3, 2, 4}) {
+        w.calc.rows = numberedRows(count);
+        w.enter(u"calc "_s);
+    }
+    w.launcher.unpinApp(programPath(1));
+    w.settle();
+    QCOMPARE(w.window.height(), w.baseHeight() + w.fullListHeight());
+    QCOMPARE(resizes.count, 1);
+}
+
+void tst_MainWindowHeight::hiddenWindowIsFittedWhenItShows()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.window.hide();
+    showRows(w, 2);
+    QVERIFY(w.showActive());
+    QCOMPARE(w.window.height(), w.baseHeight() + w.fullListHeight());
+}
+
+void tst_MainWindowHeight::dragSetsTheLimit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 100);
+    w.dragHeight(600);
+    QCOMPARE(w.window.height(), 600);
+    QCOMPARE(w.stack->height(), 600 - w.baseHeight());
+    QCOMPARE(w.stack->minimumHeight(), w.stack->height());
+    QCOMPARE(w.stack->maximumHeight(), w.stack->height());
+
+    showRows(w, 1);
+    QCOMPARE(w.window.height(), w.baseHeight() + w.fullListHeight());
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 600);
+}
+
+void tst_MainWindowHeight::dragMakesTheListSmaller()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 100);
+    w.dragHeight(300);
+    QCOMPARE(w.window.height(), 300);
+    QCOMPARE(w.stack->height(), 300 - w.baseHeight());
+    showRows(w, 200);
+    QCOMPARE(w.window.height(), 300);
+}
+
+void tst_MainWindowHeight::dragBelowOneRowStillShowsOne()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 3);
+    w.dragHeight(60);
+    QCOMPARE(w.stack->height(), w.list->sizeHintForRow(0));
+    showRows(w, 4);
+    QCOMPARE(w.stack->height(), w.list->sizeHintForRow(0));
+    QCOMPARE(w.window.height(), w.baseHeight() + w.list->sizeHintForRow(0));
+    QVERIFY(w.window.height() > 60);
+}
+
+void tst_MainWindowHeight::dragWithoutRowsChangesNoLimit()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.showActive());
+    w.dragHeight(300);
+    QVERIFY(w.stack->isHidden());
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 460);
+}
+
+void tst_MainWindowHeight::dragOnAPageChangesNoLimit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 100);
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    w.settle();
+    w.dragHeight(650);
+    QCOMPARE(w.window.height(), 650);
+    Q_EMIT w.todo.viewCloseRequested();
+    w.settle();
+    QCOMPARE(w.window.height(), 460);
+}
+
+void tst_MainWindowHeight::dragOfAShortListIsALimitForTheNext()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 1);
+    w.dragHeight(550);
+    QCOMPARE(w.window.height(), 550);
+    QCOMPARE(w.stack->height(), w.fullListHeight());
+    // What is left over goes below the rows.
+    QCOMPARE(w.stack->mapTo(&w.window, QPoint()).y(), w.baseHeight() - 20);
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 550);
+}
+
+void tst_MainWindowHeight::programsOwnResizeChangesNoLimit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 100);
+    w.window.resize(760, 600);
+    w.settle();
+    w.search();
+    w.settle();
+    QCOMPARE(w.window.height(), 460);
+}
+
+void tst_MainWindowHeight::lateAnswersToRequestsChangeNoLimit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QList<int> heights;
+    for (const int count : {3, 1, 4, 2}) {
+        showRows(w, count);
+        heights.append(w.window.height());
+    }
+    // The window system carries each of them out only now.
+    for (const int height : heights) {
+        w.dragHeight(height);
+    }
+    QCOMPARE(w.window.height(), heights.last());
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 460);
+}
+
+void tst_MainWindowHeight::dragWorksAgainAfterLateAnswers()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 3);
+    const int three = w.window.height();
+    showRows(w, 1);
+    w.dragHeight(three);
+    w.dragHeight(500);
+    w.dragHeight(three);
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), three);
+}
+
+void tst_MainWindowHeight::userCanMakeTheWindowAsSmallAsOneRow()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 100);
+    QCOMPARE(w.window.minimumHeight(), w.baseHeight() + w.list->sizeHintForRow(0));
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    w.enter(QString());
+    w.settle();
+    QCOMPARE(w.window.minimumHeight(), w.baseHeight());
+}
+
+void tst_MainWindowHeight::pageTakesTheInitialHeight_data()
+{
+    QTest::addColumn<int>("rowCount");
+    QTest::addColumn<int>("limit");
+    QTest::newRow("from a short list") << 1 << 460;
+    QTest::newRow("from a full list") << 100 << 460;
+    QTest::newRow("from a list that was made longer") << 100 << 700;
+    QTest::newRow("from a list that was made shorter") << 100 << 250;
+}
+
+void tst_MainWindowHeight::pageTakesTheInitialHeight()
+{
+    QFETCH(int, rowCount);
+    QFETCH(int, limit);
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, rowCount);
+    if (limit != 460) {
+        w.dragHeight(limit);
+    }
+    const int before = w.window.height();
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    QCOMPARE(w.window.height(), 460);
+    w.settle();
+    QCOMPARE(w.window.height(), 460);
+    QCOMPARE(w.window.width(), 760);
+    Q_EMIT w.todo.viewCloseRequested();
+    w.settle();
+    QCOMPARE(w.window.height(), before);
+}
+
+void tst_MainWindowHeight::pageFillsTheWindow()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.showActive());
+    const int base = w.window.height();
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    w.settle();
+    QCOMPARE(w.todo.page->height(), 460 - base);
+    QCOMPARE(w.todo.page->width(), 720);
+}
+
+void tst_MainWindowHeight::pageLiftsTheLimitsOfTheList()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    QVERIFY(w.stack->isVisible());
+    QCOMPARE(w.stack->minimumHeight(), 0);
+    QCOMPARE(w.stack->maximumHeight(), QWIDGETSIZE_MAX);
+
+    // The window cannot become too small for its page.
+    w.todo.page->setMinimumHeight(200);
+    w.settle();
+    QVERIFY(w.window.minimumHeight() > 200);
+}
+
+void tst_MainWindowHeight::pageDragIsKeptUntilThePageGoes()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.enter(u"todo "_s);
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    w.settle();
+    w.dragHeight(600);
+    w.enter(u"todo x"_s);
+    w.settle();
+    QCOMPARE(w.window.height(), 600);
+}
+
+void tst_MainWindowHeight::fitLeavesAPageAlone()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    w.launcher.unpinApp(programPath(1)); // asks for a fit
+    w.settle();
+    QVERIFY(w.todo.page->isVisible());
+    QCOMPARE(w.window.height(), 460);
+}
+
+QTEST_MAIN(tst_MainWindowHeight)
+#include "tst_MainWindowHeight.moc"

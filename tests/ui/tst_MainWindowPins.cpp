@@ -1,0 +1,300 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/MainWindow.h"
+
+#include "support/TestHome.h"
+#include "ui/CommandLineEdit.h"
+#include "ui/WindowTest.h"
+
+#include <QAccessible>
+#include <QImage>
+#include <QLabel>
+#include <QLayout>
+#include <QLineEdit>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace windowtest;
+
+namespace {
+
+QStringList pinTexts(const Window &w)
+{
+    QStringList texts;
+    const QList<QPushButton *> buttons = w.pinButtons();
+    for (const QPushButton *button : buttons) {
+        texts.append(button->text());
+    }
+    return texts;
+}
+
+void unpinAll(Window &w)
+{
+    const QVariantList pins = w.launcher.pinnedApps();
+    for (const QVariant &pin : pins) {
+        w.launcher.unpinApp(pin.toMap().value(u"path"_s).toString());
+    }
+}
+
+} // namespace
+
+/// The strip of pinned applications.
+class tst_MainWindowPins : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { reset(); }
+
+    void stripIsALabelAndAButtonForEachPin();
+    void buttonShowsTheIconOfItsPin();
+    void ampersandIsALetter();
+    void stripFollowsThePins();
+    void rebuildingLeavesNoWidgetBehind();
+
+    void stripShowsWithPinsAndAnEmptyBox_data();
+    void stripShowsWithPinsAndAnEmptyBox();
+    void stripKeepsItsStateWhenAPageOpens();
+    void stripIsHiddenByTheSearchBehindAPage();
+    void pinChangedBehindAPageLeavesTheStripHidden();
+    void stripWaitsForTheSearchAfterAPage();
+    void pinChangedWhileTypingLeavesTheStripHidden();
+
+    void buttonLaunchesItsPinAndHides();
+    void menuUnpins();
+    void menuThatIsDismissedChangesNothing();
+    void menuOfTheLastPinHidesTheStrip();
+    void pinsChangeTheHeight();
+    void manyPinsWidenTheWindow();
+};
+
+void tst_MainWindowPins::stripIsALabelAndAButtonForEachPin()
+{
+    const Window w;
+    QCOMPARE(w.strip->layout()->contentsMargins(), QMargins());
+    QCOMPARE(w.strip->layout()->count(), 4);
+    const auto *label = qobject_cast<QLabel *>(w.strip->layout()->itemAt(0)->widget());
+    QVERIFY(label);
+    QCOMPARE(label->text(), u"Pinned"_s);
+    QCOMPARE(label->objectName(), u"muted"_s);
+    QVERIFY(w.strip->layout()->itemAt(3)->spacerItem());
+
+    QCOMPARE(pinTexts(w), QStringList({u"Calculator"_s, u"Task Manager"_s}));
+    const QList<QPushButton *> buttons = w.pinButtons();
+    for (const QPushButton *button : buttons) {
+        QCOMPARE(button->objectName(), u"pinnedAppButton"_s);
+        QCOMPARE(button->iconSize(), QSize(24, 24));
+        QCOMPARE(button->contextMenuPolicy(), Qt::CustomContextMenu);
+    }
+}
+
+void tst_MainWindowPins::buttonShowsTheIconOfItsPin()
+{
+    const QString icon = testhome::path() + "/pin.png"_L1;
+    QImage image(24, 24, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QVERIFY(image.save(icon));
+
+    Window w;
+    unpinAll(w);
+    w.launcher.pinApp(u"/a"_s, u"a"_s, icon);
+    w.launcher.pinApp(u"/nothing/there"_s, u"b"_s, QString());
+    const QString noIcon = w.launcher.pinnedApps().at(1).toMap().value(u"icon"_s).toString();
+    QCOMPARE(w.pinButtons().at(0)->icon().pixmap(24, 24).toImage().pixelColor(12, 12),
+             QColor(Qt::red));
+    QCOMPARE(w.pinButtons().at(1)->icon().isNull(), noIcon.isEmpty());
+}
+
+void tst_MainWindowPins::ampersandIsALetter()
+{
+    Window w;
+    unpinAll(w);
+    w.launcher.pinApp(u"/a"_s, u"Tips & Tricks"_s, QString());
+    QPushButton *button = w.pinButtons().at(0);
+    QVERIFY(button->shortcut().isEmpty());
+    QCOMPARE(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name),
+             u"Tips & Tricks"_s);
+}
+
+void tst_MainWindowPins::stripFollowsThePins()
+{
+    Window w;
+    w.launcher.pinApp(u"/new.link"_s, u"记事本"_s, QString());
+    QCOMPARE(pinTexts(w), QStringList({u"Calculator"_s, u"Task Manager"_s, u"记事本"_s}));
+    w.launcher.unpinApp(programPath(1));
+    QCOMPARE(pinTexts(w), QStringList({u"Task Manager"_s, u"记事本"_s}));
+    unpinAll(w);
+    QCOMPARE(w.strip->layout()->count(), 0);
+    QVERIFY(w.strip->isHidden());
+}
+
+void tst_MainWindowPins::rebuildingLeavesNoWidgetBehind()
+{
+    Window w;
+    const QPointer<QPushButton> button = w.pinButtons().at(0);
+    w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
+    QVERIFY(!button);
+    QCOMPARE(w.strip->findChildren<QPushButton *>().size(), 3);
+    QCOMPARE(w.strip->findChildren<QLabel *>().size(), 1);
+}
+
+void tst_MainWindowPins::stripShowsWithPinsAndAnEmptyBox_data()
+{
+    QTest::addColumn<bool>("pins");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("shows");
+
+    for (const bool pins : {true, false}) {
+        const auto row = [pins](const char *name, const QString &text, bool shows) {
+            QTest::addRow("%s, %s", pins ? "pins" : "no pins", name) << pins << text << shows;
+        };
+        row("empty box", QString(), pins);
+        row("one letter", u"x"_s, false);
+        row("blanks", u"  "_s, false);
+        row("command without arguments", u"calc "_s, false);
+        row("command with arguments", u"calc 1"_s, false);
+        row("unknown word", u"xyz abc"_s, false);
+    }
+}
+
+void tst_MainWindowPins::stripShowsWithPinsAndAnEmptyBox()
+{
+    QFETCH(bool, pins);
+    QFETCH(QString, text);
+    QFETCH(bool, shows);
+
+    Window w;
+    if (!pins) {
+        unpinAll(w);
+    }
+    w.enter(text);
+    QCOMPARE(!w.strip->isHidden(), shows);
+
+    // A rebuilt strip follows the same rule.
+    w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
+    QCOMPARE(!w.strip->isHidden(), text.isEmpty());
+    w.enter(u"note"_s);
+    QVERIFY(w.strip->isHidden());
+    w.enter(QString());
+    QVERIFY(!w.strip->isHidden());
+}
+
+void tst_MainWindowPins::stripKeepsItsStateWhenAPageOpens()
+{
+    Window w;
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    QVERIFY(!w.strip->isHidden());
+}
+
+void tst_MainWindowPins::stripIsHiddenByTheSearchBehindAPage()
+{
+    Window w;
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    w.enter(u"todo "_s);
+    QVERIFY(w.strip->isHidden());
+}
+
+void tst_MainWindowPins::pinChangedBehindAPageLeavesTheStripHidden()
+{
+    Window w;
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    QVERIFY(!w.strip->isHidden());
+    w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
+    QVERIFY(w.strip->isHidden());
+}
+
+void tst_MainWindowPins::stripWaitsForTheSearchAfterAPage()
+{
+    Window w;
+    w.enter(u"todo "_s);
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    Q_EMIT w.todo.viewCloseRequested();
+    QVERIFY(w.strip->isHidden());
+    w.enter(QString());
+    QVERIFY(!w.strip->isHidden());
+}
+
+void tst_MainWindowPins::pinChangedWhileTypingLeavesTheStripHidden()
+{
+    Window w;
+    w.enter(u"note"_s);
+    w.launcher.unpinApp(programPath(1));
+    QVERIFY(w.strip->isHidden());
+
+    // The search of a text that was emptied since is still to come; the box's text counts.
+    w.box->setText(QString());
+    w.launcher.unpinApp(programPath(5));
+    w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
+    QVERIFY(!w.strip->isHidden());
+}
+
+void tst_MainWindowPins::buttonLaunchesItsPinAndHides()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QTest::mouseClick(w.pinButtons().at(1), Qt::LeftButton);
+    QCOMPARE(launched(), QStringList(programPath(5)));
+    QVERIFY(!w.window.isVisible());
+}
+
+void tst_MainWindowPins::menuUnpins()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QCOMPARE(w.useMenu(w.pinButtons().at(0), QPoint(5, 5), u"Unpin from Start"_s),
+             QStringList(u"Unpin from Start"_s));
+    QCOMPARE(pinTexts(w), QStringList(u"Task Manager"_s));
+    QVERIFY(!w.launcher.isPinned(programPath(1)));
+    QVERIFY(w.window.isVisible());
+    QCOMPARE(launched(), QStringList());
+}
+
+void tst_MainWindowPins::menuThatIsDismissedChangesNothing()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QCOMPARE(w.useMenu(w.pinButtons().at(0), QPoint(5, 5), {}), QStringList(u"Unpin from Start"_s));
+    QCOMPARE(pinTexts(w), QStringList({u"Calculator"_s, u"Task Manager"_s}));
+}
+
+void tst_MainWindowPins::menuOfTheLastPinHidesTheStrip()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.launcher.unpinApp(programPath(1));
+    w.useMenu(w.pinButtons().at(0), QPoint(5, 5), u"Unpin from Start"_s);
+    QVERIFY(w.strip->isHidden());
+    QVERIFY(w.launcher.pinnedApps().isEmpty());
+}
+
+void tst_MainWindowPins::pinsChangeTheHeight()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QVERIFY(w.showActive());
+    const int withStrip = w.window.height();
+    unpinAll(w);
+    QTRY_VERIFY(w.window.height() < withStrip);
+    QCOMPARE(w.window.height(), w.fittedHeight());
+    w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
+    QTRY_COMPARE(w.window.height(), withStrip);
+}
+
+void tst_MainWindowPins::manyPinsWidenTheWindow()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QCOMPARE(w.window.minimumWidth(), 720);
+    for (int number = 0; number < 20; ++number) {
+        w.launcher.pinApp(u"/%1.link"_s.arg(number), u"Application"_s, QString());
+    }
+    w.settle();
+    QVERIFY(w.window.minimumWidth() > 760);
+    QCOMPARE(w.window.width(), w.window.minimumWidth());
+    QVERIFY(w.strip->width() >= w.strip->minimumSizeHint().width());
+    unpinAll(w);
+    w.settle();
+    QCOMPARE(w.window.minimumWidth(), 720);
+}
+
+QTEST_MAIN(tst_MainWindowPins)
+#include "tst_MainWindowPins.moc"

@@ -1,0 +1,423 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/MainWindow.h"
+
+#include "ui/CommandLineEdit.h"
+#include "ui/WindowTest.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace windowtest;
+
+namespace {
+
+const QString bingRow = u"\nSearch with Bing"_s;
+
+void paste(QLineEdit &edit, const QString &text)
+{
+    QGuiApplication::clipboard()->setText(text);
+    edit.paste();
+}
+
+} // namespace
+
+/// From the text of the box to the rows, the status line and the page.
+class tst_MainWindowSearch : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { reset(); }
+
+    void searchesOnceAtTheStart();
+    void takesTheText_data();
+    void takesTheText();
+    void emptyBoxFollowsThePreferenceAtOnce();
+    void blanksAloneSearchTheCatalogueAsTheyAre();
+    void blanksAloneShowNothingWithThePreferenceOff();
+
+    void rowsKeepTheOrderAndTheNumberOfTheResults();
+    void rowCarriesItsRecord();
+    void recordWithoutTextsIsALineFeed();
+    void newSearchReplacesTheRowsAndStartsAtTheFirst();
+
+    void statusLineTellsTheCommand_data();
+    void statusLineTellsTheCommand();
+    void statusLineShowsMarkupAsItStands();
+    void longWordDoesNotWidenTheWindow();
+
+    void webRowHoldsTheAddress();
+    void webRowFollowsTheEngine();
+    void webRowStandsInForACommandWithoutResults();
+    void switchedOffPluginShowsItsNotice();
+
+    void typedCommandLeavesItsBlankToTheArguments();
+    void pastedCommandDoesNot();
+
+    void waitsForAPauseInTheTyping();
+    void everyChangeStartsTheDelayAnew();
+    void badgeSearchesOnceForBothOfItsChanges();
+
+    void autoEnterOpensThePageAtOnce();
+    void autoEnterNeedsEmptyArguments_data();
+    void autoEnterNeedsEmptyArguments();
+    void autoEnterNeedsTheBlank();
+    void autoEnterLeavesAPageAlone();
+};
+
+void tst_MainWindowSearch::searchesOnceAtTheStart()
+{
+    const Window w;
+    QCOMPARE(w.list->count(), 8);
+    QCOMPARE(w.list->item(0)->text(), u"Notepad\n"_s);
+    QCOMPARE(w.list->currentRow(), 0);
+    QVERIFY(w.status->isHidden());
+    QVERIFY(!w.searchTimer().isActive());
+}
+
+void tst_MainWindowSearch::takesTheText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("queries");
+    QTest::addColumn<QString>("status");
+    QTest::addColumn<QString>("firstRow");
+
+    const QStringList none;
+    const QString noStatus;
+    const QString calcRow = u"row 1\nabout row 1"_s;
+    const QString calcStatus = u"calc | CALC"_s;
+    QTest::newRow("word and blank is a command without arguments")
+        << u"calc "_s << QStringList{QString()} << calcStatus << calcRow;
+    QTest::newRow("word alone is a command without arguments")
+        << u"calc"_s << QStringList{QString()} << calcStatus << calcRow;
+    QTest::newRow("arguments arrive untrimmed")
+        << u"calc  1 + 2 "_s << QStringList{u" 1 + 2 "_s} << calcStatus << calcRow;
+    QTest::newRow("blank in front of a word runs it without arguments")
+        << u" calc"_s << QStringList{QString()} << calcStatus << calcRow;
+    QTest::newRow("blanks around a word run it without arguments")
+        << u"  calc  "_s << QStringList{QString()} << calcStatus << calcRow;
+    QTest::newRow("blank in front of word and arguments searches the web")
+        << u" calc 1"_s << none << noStatus << u"Search \"calc 1\""_s + bingRow;
+    QTest::newRow("word in capitals alone is no command")
+        << u"CALC"_s << none << noStatus << u"Calculator\n"_s;
+    QTest::newRow("word in capitals with a blank is a command")
+        << u"CALC 1"_s << QStringList{u"1"_s} << u"CALC | CALC"_s << calcRow;
+    QTest::newRow("tab in front of the word goes with the trimming")
+        << u"\tcalc 1"_s << QStringList{u"1"_s} << calcStatus << calcRow;
+    QTest::newRow("two unknown words never reach the applications")
+        << u"task manager"_s << none << u"task | Unknown command"_s
+        << u"Search \"task manager\""_s + bingRow;
+    QTest::newRow("unknown word with an argument")
+        << u"xyz abc"_s << none << u"xyz | Unknown command"_s << u"Search \"xyz abc\""_s + bingRow;
+    QTest::newRow("unknown word with a blank")
+        << u"xyz "_s << none << u"xyz | Unknown command"_s << u"Search \"xyz\""_s + bingRow;
+    QTest::newRow("unknown word alone")
+        << u"xyz"_s << none << noStatus << u"Search \"xyz\""_s + bingRow;
+    QTest::newRow("part of a name") << u"notep"_s << none << noStatus << u"Notepad\n"_s;
+    QTest::newRow("part of a name behind a blank")
+        << u" notep "_s << none << noStatus << u"Notepad\n"_s;
+}
+
+void tst_MainWindowSearch::takesTheText()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, queries);
+    QFETCH(QString, status);
+    QFETCH(QString, firstRow);
+
+    Window w;
+    w.calc.rows = numberedRows(1);
+    w.enter(text);
+    QCOMPARE(w.calc.queries, queries);
+    QCOMPARE(w.status->isHidden(), status.isEmpty());
+    if (!status.isEmpty()) {
+        QCOMPARE(w.status->text(), status);
+    }
+    QVERIFY(w.list->count() > 0);
+    QCOMPARE(w.list->item(0)->text(), firstRow);
+}
+
+void tst_MainWindowSearch::emptyBoxFollowsThePreferenceAtOnce()
+{
+    Window w;
+    QCOMPARE(w.list->count(), 8);
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    QCOMPARE(w.list->count(), 0);
+    w.settings.setShowAllAppsWhenSearchEmpty(true);
+    QCOMPARE(w.list->count(), 8);
+}
+
+void tst_MainWindowSearch::blanksAloneSearchTheCatalogueAsTheyAre()
+{
+    Window w;
+    w.enter(u"   "_s);
+    QCOMPARE(w.list->count(), 8);
+    QVERIFY(w.status->isHidden());
+    QVERIFY(w.strip->isHidden());
+}
+
+void tst_MainWindowSearch::blanksAloneShowNothingWithThePreferenceOff()
+{
+    Window w;
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    w.enter(u"   "_s);
+    QCOMPARE(w.list->count(), 0);
+    QVERIFY(w.strip->isHidden());
+}
+
+void tst_MainWindowSearch::rowsKeepTheOrderAndTheNumberOfTheResults()
+{
+    Window w;
+    w.calc.rows = numberedRows(500);
+    w.enter(u"calc "_s);
+    QCOMPARE(w.list->count(), 500);
+    QCOMPARE(w.list->item(0)->text(), u"row 1\nabout row 1"_s);
+    QCOMPARE(w.list->item(499)->text(), u"row 500\nabout row 500"_s);
+}
+
+void tst_MainWindowSearch::rowCarriesItsRecord()
+{
+    Window w;
+    const QVariantMap record = row(u"t"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/p"_s);
+    w.calc.rows = {record};
+    w.enter(u"calc "_s);
+    QCOMPARE(w.list->item(0)->data(Qt::UserRole).toMap(), record);
+    QVERIFY(w.list->item(0)->icon().isNull());
+}
+
+void tst_MainWindowSearch::recordWithoutTextsIsALineFeed()
+{
+    Window w;
+    w.calc.rows = {QVariantMap(), QVariant(5)};
+    w.enter(u"calc "_s);
+    QCOMPARE(w.rows(), QStringList({u"\n"_s, u"\n"_s}));
+}
+
+void tst_MainWindowSearch::newSearchReplacesTheRowsAndStartsAtTheFirst()
+{
+    Window w;
+    w.moveSelection(3);
+    QCOMPARE(w.list->currentRow(), 3);
+    w.calc.rows = numberedRows(2);
+    w.enter(u"calc "_s);
+    QCOMPARE(w.rows(), QStringList({u"row 1\nabout row 1"_s, u"row 2\nabout row 2"_s}));
+    QCOMPARE(w.list->currentRow(), 0);
+    QVERIFY(w.list->item(0)->isSelected());
+}
+
+void tst_MainWindowSearch::statusLineTellsTheCommand_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("status");
+    QTest::newRow("known word") << u"todo x"_s << u"todo | TODO"_s;
+    QTest::newRow("alias") << u"user x"_s << u"user | SET"_s;
+    QTest::newRow("word as it was typed") << u"ToDo x"_s << u"ToDo | TODO"_s;
+    QTest::newRow("unknown word") << u"Xyz x"_s << u"Xyz | Unknown command"_s;
+    QTest::newRow("place markers stay") << u"%2 x"_s << u"%2 | Unknown command"_s;
+}
+
+void tst_MainWindowSearch::statusLineTellsTheCommand()
+{
+    QFETCH(QString, text);
+    Window w;
+    w.enter(text);
+    QVERIFY(!w.status->isHidden());
+    QTEST(w.status->text(), "status");
+    w.enter(u"note"_s);
+    QVERIFY(w.status->isHidden());
+}
+
+void tst_MainWindowSearch::statusLineShowsMarkupAsItStands()
+{
+    const Window w;
+    QCOMPARE(w.status->textFormat(), Qt::PlainText);
+}
+
+void tst_MainWindowSearch::longWordDoesNotWidenTheWindow()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.enter(QString(500, u'w') + u" x"_s);
+    w.settle();
+    QCOMPARE(w.window.width(), 760);
+}
+
+void tst_MainWindowSearch::webRowHoldsTheAddress()
+{
+    Window w;
+    w.enter(u" xyz 天 "_s);
+    const QVariantMap record = w.list->item(0)->data(Qt::UserRole).toMap();
+    QCOMPARE(record,
+             QVariantMap(
+                 {{u"title"_s, u"Search \"xyz 天\""_s},
+                  {u"subtitle"_s, u"Search with Bing"_s},
+                  {u"action"_s,
+                   QVariantMap{{u"type"_s, u"openUrl"_s},
+                               {u"data"_s, u"https://www.bing.com/search?q=xyz%20%E5%A4%A9"_s}}}}));
+}
+
+void tst_MainWindowSearch::webRowFollowsTheEngine()
+{
+    Window w;
+    w.settings.setSearchEngine(u"DuckDuckGo"_s);
+    w.enter(u"xyz"_s);
+    QCOMPARE(w.list->item(0)->text(), u"Search \"xyz\"\nSearch with DuckDuckGo"_s);
+    const QVariantMap record = w.list->item(0)->data(Qt::UserRole).toMap();
+    QCOMPARE(record.value(u"action"_s).toMap().value(u"data"_s).toString(),
+             u"https://duckduckgo.com/?q=xyz"_s);
+}
+
+void tst_MainWindowSearch::webRowStandsInForACommandWithoutResults()
+{
+    Window w;
+    w.enter(u"calc 1"_s);
+    QCOMPARE(w.rows(), QStringList(u"Search \"calc 1\""_s + bingRow));
+    QCOMPARE(w.status->text(), u"calc | CALC"_s);
+}
+
+void tst_MainWindowSearch::switchedOffPluginShowsItsNotice()
+{
+    Window w;
+    w.settings.setPluginEnabled(u"calc"_s, false);
+    w.calc.rows = numberedRows(3);
+    w.enter(u"calc 1"_s);
+    QCOMPARE(w.rows(),
+             QStringList(u"Plugin disabled\ncalc plugin has been disabled in settings"_s));
+    QCOMPARE(w.status->text(), u"calc | CALC"_s);
+}
+
+void tst_MainWindowSearch::typedCommandLeavesItsBlankToTheArguments()
+{
+    Window w;
+    QTest::keyClicks(w.edit, u"calc 1+2"_s);
+    QCOMPARE(w.edit->text(), u" 1+2"_s);
+    w.search();
+    QCOMPARE(w.calc.queries, QStringList(u" 1+2"_s));
+}
+
+void tst_MainWindowSearch::pastedCommandDoesNot()
+{
+    Window w;
+    paste(*w.edit, u"calc 1+2"_s);
+    QCOMPARE(w.edit->text(), u"1+2"_s);
+    w.search();
+    QCOMPARE(w.calc.queries, QStringList(u"1+2"_s));
+}
+
+void tst_MainWindowSearch::waitsForAPauseInTheTyping()
+{
+    Window w;
+    w.calc.rows = numberedRows(1);
+    QVERIFY(w.searchTimer().isSingleShot());
+    QCOMPARE(w.searchTimer().interval(), 120);
+    w.box->setText(u"calc 1"_s);
+    QCOMPARE(w.list->count(), 8);
+    QTRY_COMPARE(w.list->count(), 1);
+    QCOMPARE(w.calc.queries, QStringList(u"1"_s));
+}
+
+void tst_MainWindowSearch::everyChangeStartsTheDelayAnew()
+{
+    Window w;
+    QTimer &timer = w.searchTimer();
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setInterval(60000); // no slow machine searches in the midst of the typing
+    QTest::keyClicks(w.edit, u"calc 1"_s);
+    QVERIFY(timer.isActive());
+    QTRY_VERIFY(timer.remainingTime() < 59800);
+    QTest::keyClicks(w.edit, u"2"_s);
+    QVERIFY(timer.remainingTime() >= 59800);
+    QCOMPARE(w.calc.queries, QStringList());
+
+    timer.start(0);
+    QTRY_COMPARE(w.calc.queries, QStringList(u" 12"_s));
+}
+
+void tst_MainWindowSearch::badgeSearchesOnceForBothOfItsChanges()
+{
+    Window w;
+    const QSignalSpy changed(w.edit, &QLineEdit::textChanged);
+    const QSignalSpy timedOut(&w.searchTimer(), &QTimer::timeout);
+    paste(*w.edit, u"calc 1"_s);
+    QCOMPARE(changed.count(), 2);
+    QTRY_COMPARE(timedOut.count(), 1);
+    QVERIFY(!w.searchTimer().isActive());
+    QCOMPARE(w.calc.queries, QStringList(u"1"_s));
+}
+
+void tst_MainWindowSearch::autoEnterOpensThePageAtOnce()
+{
+    Window w;
+    w.settings.setPluginAutoEnter(true);
+    w.enter(u"note"_s);
+    const QStringList before = w.rows();
+    QVERIFY(w.strip->isHidden());
+
+    w.enter(u"todo "_s);
+    QVERIFY(w.todo.page);
+    QCOMPARE(w.stack->currentWidget(), w.todo.page);
+    QCOMPARE(w.todo.queries, QStringList());
+    QCOMPARE(w.rows(), before);
+    QVERIFY(w.status->isHidden());
+}
+
+void tst_MainWindowSearch::autoEnterNeedsEmptyArguments_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("preference");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("empty arguments open") << u"todo "_s << true << true << true;
+    QTest::newRow("blank arguments open") << u"todo   "_s << true << true << true;
+    QTest::newRow("arguments do not") << u"todo x"_s << true << true << false;
+    QTest::newRow("preference off does not") << u"todo "_s << false << true << false;
+    QTest::newRow("plugin switched off does not") << u"todo "_s << true << false << false;
+    QTest::newRow("plugin without a page does not") << u"calc "_s << true << true << false;
+    QTest::newRow("unknown word does not") << u"xyz "_s << true << true << false;
+}
+
+void tst_MainWindowSearch::autoEnterNeedsEmptyArguments()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, preference);
+    QFETCH(bool, enabled);
+    QFETCH(bool, opens);
+
+    Window w;
+    w.settings.setPluginAutoEnter(preference);
+    w.settings.setPluginEnabled(u"todo"_s, enabled);
+    w.enter(text);
+    QCOMPARE(!w.isOnList(), opens);
+    QCOMPARE(w.status->isHidden(), opens);
+}
+
+void tst_MainWindowSearch::autoEnterNeedsTheBlank()
+{
+    Window w;
+    w.settings.setPluginAutoEnter(true);
+    w.enter(u" todo"_s); // a command by its trimmed text, without a blank behind it
+    QVERIFY(w.isOnList());
+    QCOMPARE(w.todo.queries, QStringList(QString()));
+}
+
+void tst_MainWindowSearch::autoEnterLeavesAPageAlone()
+{
+    Window w;
+    w.settings.setPluginAutoEnter(true);
+    w.enter(u"todo "_s);
+    QCOMPARE(w.todo.viewCommands, QStringList(u"todo"_s));
+    w.search(); // on the page, the same text is queried like any other
+    QCOMPARE(w.todo.viewCommands, QStringList(u"todo"_s));
+    QCOMPARE(w.todo.queries, QStringList(QString()));
+    QCOMPARE(w.stack->currentWidget(), w.todo.page);
+    QVERIFY(!w.status->isHidden());
+}
+
+QTEST_MAIN(tst_MainWindowSearch)
+#include "tst_MainWindowSearch.moc"
