@@ -13,6 +13,7 @@ import collections
 import json
 import os
 import pathlib
+import re
 import statistics
 import subprocess
 import sys
@@ -34,7 +35,7 @@ def run(program, figures):
     """All single results of a program, as (figure, side) -> values with their unit."""
     with tempfile.NamedTemporaryFile("r", suffix=".json") as output:
         subprocess.run([program, f"--benchmark_out={output.name}", "--benchmark_out_format=json",
-                        "--benchmark_filter=^(" + "|".join(figures) + ")/",
+                        "--benchmark_filter=^(" + "|".join(map(re.escape, figures)) + ")/",
                         "--benchmark_repetitions=9", "--benchmark_enable_random_interleaving=true"],
                        check=True, stdout=subprocess.DEVNULL)
         text = output.read()
@@ -52,7 +53,8 @@ def value_of(entry):
     if "value" in entry:
         return entry["value"], entry["label"]
     # The clock on the wall counts where the work is done by another process.
-    clock = "real_time" if "manual_time" in entry["name"] else "cpu_time"
+    is_wall = entry["name"].endswith(("/manual_time", "/real_time"))
+    clock = "real_time" if is_wall else "cpu_time"
     return entry[clock] * NANOSECONDS[entry["time_unit"]], "ns"
 
 
@@ -88,7 +90,7 @@ def main():
             results |= run(program, figures)
 
     missing, missed = [], 0
-    print(f"{'figure':<18}{'measured':>14}{'floor':>14}{'ratio':>8}{'limit':>8}")
+    print(f"{'figure':<26}{'measured':>14}{'floor':>14}{'ratio':>8}{'limit':>8}")
     for figure in figures:
         limit, description = limits[figure]
         values = results.get((figure, "measured"))
@@ -100,7 +102,7 @@ def main():
         verdict = "ok" if judged <= limit else "MISSED"
         missed += verdict == "MISSED"
         unit = values[0][1]
-        print(f"{figure:<18}{show(measured, unit):>14}{show(floor, unit):>14}"
+        print(f"{figure:<26}{show(measured, unit):>14}{show(floor, unit):>14}"
               f"{show(judged if floor else None):>8}{show(limit):>8}  {verdict:<8}{description}")
     if missing:
         sys.exit("no result: " + ", ".join(missing))

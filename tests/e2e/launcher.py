@@ -236,7 +236,8 @@ class Launcher:
         self.desktop.press(*keys)
 
     def empty_box(self):
-        """Empties the box, badge and all."""
+        """Empties the box, badge and all, wherever the focus is."""
+        self._click_on(self._edit)
         self.press("End", "shift+Home", "BackSpace")
         wait_until(lambda: self.text() == "", "the arguments are gone")
         if self.badge():
@@ -248,15 +249,13 @@ class Launcher:
         self.press("ctrl+v")
 
     def click_row(self, title, button=1, times=1):
-        row = children(self._list())[self.titles().index(title)]
-        self.desktop.click(*centre(row), button, times)
+        self._click_on(lambda: children(self._list())[self.titles().index(title)], button, times)
 
     def click_close(self):
-        self.desktop.click(*centre(find(self._application(), Atspi.Role.PUSH_BUTTON)[0]))
+        self._click_on(lambda: find(self._application(), Atspi.Role.PUSH_BUTTON)[0])
 
     def click_pin(self, name, button=1):
-        pin = next(pin for pin in self._pin_buttons() if pin.get_name() == name)
-        self.desktop.click(*centre(pin), button)
+        self._click_on(lambda: next(p for p in self._pin_buttons() if p.get_name() == name), button)
 
     def choose_from_menu(self):
         """Chooses the one entry of the context menu that a right click has just opened."""
@@ -294,6 +293,15 @@ class Launcher:
                 application.set_cache_mask(Atspi.Cache.NONE)
                 return application
         raise NotYet("the program is not on the accessibility bus")
+
+    def _click_on(self, find_it, button=1, times=1):
+        # A window that has just been placed takes a moment to learn where it is.
+        wait_until(lambda: self._own_geometry() == self.geometry(), "the window knows its place")
+        self.desktop.click(*centre(find_it()), button, times)
+
+    def _own_geometry(self):
+        extents = children(self._application())[0].get_extents(Atspi.CoordType.SCREEN)
+        return extents.x, extents.y, extents.width, extents.height
 
     def _edit(self):
         found = find(self._application(), Atspi.Role.TEXT)
