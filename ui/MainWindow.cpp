@@ -27,6 +27,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <QWKWidgets/widgetwindowagent.h>
+
 #include <algorithm>
 #include <chrono>
 
@@ -69,11 +71,13 @@ void MainWindow::buildWindow()
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(buildTitleBar());
+    auto *agent = new QWK::WidgetWindowAgent(this);
+    agent->setup(this);
+    layout->addWidget(buildTitleBar(agent));
     layout->addWidget(buildContent(), 1);
 }
 
-QWidget *MainWindow::buildTitleBar()
+QWidget *MainWindow::buildTitleBar(QWK::WidgetWindowAgent *agent)
 {
     auto *bar = new QWidget(this);
     bar->setObjectName(u"windowTitleBar"_s);
@@ -92,6 +96,9 @@ QWidget *MainWindow::buildTitleBar()
     layout->addStretch();
     layout->addWidget(closeButton);
 
+    agent->setTitleBar(bar);
+    agent->setSystemButton(QWK::WindowAgentBase::Close, closeButton);
+    agent->setHitTestVisible(closeButton, true);
     connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
     return bar;
 }

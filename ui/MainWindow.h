@@ -19,6 +19,10 @@ class QListWidgetItem;
 class QStackedWidget;
 class Settings;
 
+namespace QWK {
+class WidgetWindowAgent;
+}
+
 /// The launcher's one window: the command box, the pinned applications, and below them the list of
 /// results or a plugin's page. It takes the height of what it shows. Closing it hides it.
 class MainWindow : public QWidget
@@ -53,7 +57,7 @@ private Q_SLOTS:
 
 private:
     void buildWindow();
-    QWidget *buildTitleBar();
+    QWidget *buildTitleBar(QWK::WidgetWindowAgent *agent);
     QWidget *buildContent();
     void buildCommandEdit(QBoxLayout *layout);
     void buildPinnedStrip(QBoxLayout *layout);
