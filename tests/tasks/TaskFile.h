@@ -38,8 +38,9 @@ inline QHash<QString, QJsonObject> tasksByTitle()
 {
     QHash<QString, QJsonObject> tasks;
     const QJsonArray array = QJsonDocument::fromJson(bytes()).array();
-    for (const QJsonValue &value : array) {
-        tasks.insert(value[QStringLiteral("title")].toString(), value.toObject());
+    for (const auto &value : array) {
+        const QJsonObject task = value.toObject();
+        tasks.insert(task.value(QStringLiteral("title")).toString(), task);
     }
     return tasks;
 }

@@ -173,9 +173,11 @@ void tst_TaskStorageFaults::survivesBeingKilledAtAnyMoment()
     for (int i = 0; i < 1000; ++i) {
         const pid_t child = fork();
         QVERIFY(child >= 0);
-        while (child == 0) {
-            save(newTasks);
-            save(oldTasks);
+        if (child == 0) {
+            for (;;) {
+                save(newTasks);
+                save(oldTasks);
+            }
         }
         usleep(QRandomGenerator::global()->bounded(2 * microseconds));
         QCOMPARE(kill(child, SIGKILL), 0);
