@@ -216,6 +216,7 @@ private Q_SLOTS:
     void launchesADetachedProcess_data();
     void launchesADetachedProcess();
     void doesNotSplitTheProgramToLaunch();
+    void launchesByTheExactTypeAlone();
     void reportsAProgramThatCannotStart();
     void opensUrls_data();
     void opensUrls();
@@ -597,6 +598,15 @@ void tst_PluginManager::doesNotSplitTheProgramToLaunch()
     const QString recorder = installRecorder(u"bin/record"_s);
     QVERIFY(!manager.executeAction(actionOf(u"launch"_s, QString(recorder + " argument"_L1))));
     QVERIFY(!QFile::exists(recorder + ".ran"_L1));
+}
+
+void tst_PluginManager::launchesByTheExactTypeAlone()
+{
+    PluginManager manager;
+    const QString recorder = installRecorder(u"bin/record"_s);
+    for (const QString &type : {u"Launch"_s, u"LAUNCH"_s, u"launch "_s, u"openFile"_s, u"open"_s}) {
+        QVERIFY2(!manager.executeAction(actionOf(type, recorder)), qPrintable(type));
+    }
 }
 
 void tst_PluginManager::reportsAProgramThatCannotStart()

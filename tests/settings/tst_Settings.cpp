@@ -12,6 +12,7 @@
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QTest>
+#include <QTranslator>
 
 #include <utility>
 
@@ -160,6 +161,19 @@ QString firstWrongKey(const Settings &settings, qsizetype size)
     return {};
 }
 
+// A user's language in which every word differs from the English one.
+class ForeignTranslator : public QTranslator
+{
+public:
+    using QTranslator::QTranslator;
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *source, const char *, int) const override
+    {
+        return u'x' + QString::fromLatin1(source);
+    }
+};
+
 // Keeps the signals of a Settings, in order, as "signal" or "signal(argument)".
 class SignalLog : public QObject
 {
@@ -256,6 +270,7 @@ private Q_SLOTS:
 
     void readsTheHotkeyOfTheOlderLayout_data();
     void readsTheHotkeyOfTheOlderLayout();
+    void readsTheHotkeyOfTheOlderLayoutInPortableForm();
     void prefersTheHotkeyToTheOlderKeys_data();
     void prefersTheHotkeyToTheOlderKeys();
     void ignoresTheHotkeyThatTheOlderKeysYield();
@@ -757,6 +772,14 @@ void tst_Settings::readsTheHotkeyOfTheOlderLayout()
         QVERIFY(!storedKeys().contains(u"globalHotkey"_s));
     }
     QCOMPARE(storeOnDisk(), before);
+}
+
+void tst_Settings::readsTheHotkeyOfTheOlderLayoutInPortableForm()
+{
+    ForeignTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const Settings settings;
+    QCOMPARE(settings.globalHotkey(), u"Ctrl+Alt+Space"_s);
 }
 
 void tst_Settings::prefersTheHotkeyToTheOlderKeys_data()
