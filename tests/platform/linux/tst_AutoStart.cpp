@@ -33,6 +33,7 @@ private Q_SLOTS:
     void survivesAFolderThatCannotBeWritten();
     void theDesktopStartsAnyPath_data();
     void theDesktopStartsAnyPath();
+    void startsAPathWithAnEqualsSignByTheShell();
     void followsTheProgramToAnotherPlace();
 };
 
@@ -216,6 +217,12 @@ void tst_AutoStart::theDesktopStartsAnyPath()
     QTRY_COMPARE(QString::fromUtf8(contentOf(testhome::path() + "/record"_L1)), program);
     QVERIFY(run(program, u"off"_s));
     QVERIFY(!QFile::exists(entryPath()));
+}
+
+void tst_AutoStart::startsAPathWithAnEqualsSignByTheShell()
+{
+    QVERIFY(run(installProgram(u"a=b/Vaskel"_s), u"on"_s));
+    QVERIFY(contentOf(entryPath()).contains("\nExec=sh -c \""));
 }
 
 void tst_AutoStart::followsTheProgramToAnotherPlace()

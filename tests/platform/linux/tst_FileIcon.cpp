@@ -60,6 +60,7 @@ void installIcons()
     testhome::writeFile(u"system/pixmaps/loose.png"_s, png(Qt::yellow));
     testhome::writeFile(u"data/pixmaps/users.png"_s, png(Qt::white));
     testhome::writeFile(u"a folder/of its own.png"_s, png(Qt::cyan));
+    testhome::writeFile(u"a folder/of its own"_s, "no picture");
     testhome::writeFile(u"drawn.svg"_s, "<svg xmlns='http://www.w3.org/2000/svg' width='9' "
                                         "height='9'><rect width='9' height='9' fill='#ff00ff'/>"
                                         "</svg>");

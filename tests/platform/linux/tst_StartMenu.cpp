@@ -96,6 +96,7 @@ void link(const QString &target, const QString &relativePath)
 void tst_StartMenu::init()
 {
     testhome::reset();
+    qputenv("XDG_DATA_HOME", testhome::path().toUtf8() + "/data");
     qputenv("XDG_DATA_DIRS", testhome::path().toUtf8() + "/system");
     qputenv("XDG_CURRENT_DESKTOP", "Ours:Base");
     qputenv("LANGUAGE", "");
@@ -111,7 +112,8 @@ void tst_StartMenu::rootsStandInTheOrderOfTheSystem()
 void tst_StartMenu::rootsAreGivenOnce()
 {
     const QByteArray home = testhome::path().toUtf8();
-    qputenv("XDG_DATA_DIRS", "/one/:/two:/one::relative:" + home + "/data/:/two//");
+    qputenv("XDG_DATA_HOME", home + "/data/");
+    qputenv("XDG_DATA_DIRS", "/one/:/two:/one::relative:" + home + "/data:/two//");
     const QStringList expected{userRoot(), u"/one/applications"_s, u"/two/applications"_s};
     QCOMPARE(platform::startMenuRoots(), expected);
 }
@@ -322,6 +324,7 @@ void tst_StartMenu::doesNotOverrideOtherIds()
     QFETCH(QString, root);
     QFETCH(QString, other);
     QFETCH(QString, listed);
+    testhome::writeFile(u"data/applications/any.desktop"_s, plainEntry);
     testhome::writeFile(other, plainEntry);
     QCOMPARE(platform::startMenuName(root, testhome::writeFile(listed, plainEntry)), u"Plain"_s);
 }
