@@ -57,3 +57,10 @@ vaskel_add_dependency(SingleApplication SingleApplication::SingleApplication
         QT_DEFAULT_MAJOR_VERSION 6
         QAPPLICATION_CLASS QApplication
 )
+vaskel_add_dependency(QHotkey QHotkey::QHotkey
+    REPOSITORY https://github.com/Skycoder42/QHotkey.git
+    COMMIT 34330d6ff5d2ca111c376f6d7da66be9d1817430 # 1.5.0
+    SETTINGS
+        QT_DEFAULT_MAJOR_VERSION 6
+        QHOTKEY_INSTALL OFF
+)
