@@ -72,3 +72,11 @@ vaskel_add_dependency(QWindowKit QWindowKit::Widgets
         QWINDOWKIT_BUILD_STATIC ON
         QWINDOWKIT_INSTALL OFF
 )
+
+vaskel_add_dependency(QHotkey QHotkey::QHotkey
+    REPOSITORY https://github.com/Skycoder42/QHotkey.git
+    COMMIT 34330d6ff5d2ca111c376f6d7da66be9d1817430 # 1.5.0
+    SETTINGS
+        QT_DEFAULT_MAJOR_VERSION 6
+        QHOTKEY_INSTALL OFF
+)

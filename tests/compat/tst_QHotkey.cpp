@@ -1,0 +1,520 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QHotkey>
+
+#include "compat/OtherClient.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QPointer>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+#include <X11/XF86keysym.h>
+#include <X11/keysym.h>
+#include <xcb/xcb.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint16 controlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+constexpr int mod3 = XCB_MAP_INDEX_3; // which nothing uses by default
+const QKeySequence controlAltSpace(Qt::CTRL | Qt::ALT | Qt::Key_Space);
+const QKeySequence controlAltY(Qt::CTRL | Qt::ALT | Qt::Key_Y);
+
+QList<quint16> allMixes()
+{
+    QList<quint16> mixes{0};
+    for (const quint16 lock : {XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2, XCB_MOD_MASK_3}) {
+        for (qsizetype i = 0, before = mixes.size(); i < before; ++i) {
+            mixes.append(mixes.at(i) | lock);
+        }
+    }
+    return mixes;
+}
+
+void addMixes()
+{
+    QTest::addColumn<quint16>("mix");
+    for (const quint16 mix : allMixes()) {
+        QTest::addRow("Caps Lock %s, Num Lock %s, Scroll Lock %s",
+                      mix & XCB_MOD_MASK_LOCK ? "on" : "off", mix & XCB_MOD_MASK_2 ? "on" : "off",
+                      mix & XCB_MOD_MASK_3 ? "on" : "off")
+            << mix;
+    }
+}
+
+/// Counts the presses of a key that the native event filters are shown.
+class KeyPressCounter : public QAbstractNativeEventFilter
+{
+public:
+    explicit KeyPressCounter(xcb_keycode_t code)
+        : m_code(code)
+    {
+        QCoreApplication::instance()->installNativeEventFilter(this);
+    }
+
+    int count() const { return m_count; }
+
+    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+    {
+        const auto *event = static_cast<xcb_key_press_event_t *>(message);
+        if (event->response_type == XCB_KEY_PRESS && event->detail == m_code) {
+            ++m_count;
+        }
+        return false;
+    }
+
+private:
+    xcb_keycode_t m_code;
+    int m_count = 0;
+};
+
+} // namespace
+
+class tst_QHotkey : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void supportsThisPlatform();
+    void startsUnregistered();
+    void registersWhatItIsMadeWith();
+    void registersNothingWithoutAShortcut();
+    void changesTheShortcutOfARegisteredOneOnlyToRegisterIt();
+    void tellsWhenTheRegistrationChanges();
+    void noticesTheKey_data();
+    void noticesTheKey();
+    void refusesAKeyThatTheKeyboardLacks();
+    void needsAllModifiersAndNoOther();
+    void noticesThePressUnderLocks_data();
+    void noticesThePressUnderLocks();
+    void countsAHeldKeyOnce();
+    void tellsAllObjectsOfOneSequence();
+    void keepsASequenceUntilItsLastObjectGoes();
+    void reportsASequenceThatAnotherClientHolds();
+    void keepsNothingOfAPartialGrab_data();
+    void keepsNothingOfAPartialGrab();
+    void releasesEveryMixOfLocks_data();
+    void releasesEveryMixOfLocks();
+    void bearsToBeDeletedByItsOwnSignal();
+    void tellsNothingAfterItsDestruction();
+    void followsTheKeyboardLayout();
+    void keepsTheKeyThatANewLayoutLacks();
+    void followsALockThatGetsAModifier();
+    void usesTheFirstCombinationOfSeveral();
+
+private:
+    bool isFree(xcb_keysym_t symbol, quint16 modifiers);
+    void setLayout(const QString &layout);
+
+    std::unique_ptr<OtherClient> m_other;
+};
+
+void tst_QHotkey::initTestCase()
+{
+    m_other = std::make_unique<OtherClient>();
+}
+
+void tst_QHotkey::init()
+{
+    m_other->reset();
+    QVERIFY(m_other->hasFocus());
+    QCOMPARE(m_other->modifiers(), quint16(0));
+    QVERIFY(m_other->setModifier(mod3, XK_Scroll_Lock));
+}
+
+void tst_QHotkey::cleanup()
+{
+    m_other->reset();
+}
+
+bool tst_QHotkey::isFree(xcb_keysym_t symbol, quint16 modifiers)
+{
+    const bool grabbed = m_other->grab(symbol, modifiers);
+    if (grabbed) {
+        m_other->ungrab(symbol, modifiers);
+    }
+    return grabbed;
+}
+
+void tst_QHotkey::setLayout(const QString &layout)
+{
+    QCOMPARE(QProcess::execute(u"setxkbmap"_s, {layout}), 0);
+}
+
+void tst_QHotkey::supportsThisPlatform()
+{
+    QVERIFY(QHotkey::isPlatformSupported());
+}
+
+void tst_QHotkey::startsUnregistered()
+{
+    QVERIFY(!QHotkey().isRegistered());
+    QVERIFY(QHotkey().shortcut().isEmpty());
+    const QHotkey withShortcut(controlAltSpace);
+    QVERIFY(!withShortcut.isRegistered());
+    QCOMPARE(withShortcut.shortcut(), controlAltSpace);
+    QVERIFY(isFree(XK_space, controlAlt));
+}
+
+void tst_QHotkey::registersWhatItIsMadeWith()
+{
+    QObject parent;
+    auto *hotkey = new QHotkey(controlAltSpace, true, &parent);
+    QVERIFY(hotkey->isRegistered());
+    QCOMPARE(hotkey->shortcut(), controlAltSpace);
+    QCOMPARE(hotkey->parent(), &parent);
+    QVERIFY(!isFree(XK_space, controlAlt));
+}
+
+void tst_QHotkey::registersNothingWithoutAShortcut()
+{
+    QHotkey hotkey;
+    QVERIFY(!hotkey.setRegistered(true));
+    QVERIFY(!hotkey.isRegistered());
+    QVERIFY(!hotkey.setShortcut({}, true));
+    QVERIFY(!hotkey.isRegistered());
+    QVERIFY(hotkey.setRegistered(false));
+}
+
+void tst_QHotkey::changesTheShortcutOfARegisteredOneOnlyToRegisterIt()
+{
+    QHotkey hotkey(controlAltSpace, true);
+    QVERIFY(!hotkey.setShortcut(controlAltY));
+    QCOMPARE(hotkey.shortcut(), controlAltSpace);
+    QVERIFY(hotkey.isRegistered());
+
+    QVERIFY(hotkey.setShortcut(controlAltY, true));
+    QCOMPARE(hotkey.shortcut(), controlAltY);
+    QVERIFY(isFree(XK_space, controlAlt));
+    QVERIFY(!isFree(XK_y, controlAlt));
+
+    QVERIFY(hotkey.setRegistered(false));
+    QVERIFY(hotkey.setShortcut(controlAltSpace));
+    QVERIFY(!hotkey.isRegistered());
+    QVERIFY(isFree(XK_space, controlAlt));
+}
+
+void tst_QHotkey::tellsWhenTheRegistrationChanges()
+{
+    QHotkey hotkey(controlAltSpace);
+    QSignalSpy changed(&hotkey, &QHotkey::registeredChanged);
+    QVERIFY(hotkey.setRegistered(true));
+    QVERIFY(hotkey.setRegistered(true));
+    QVERIFY(hotkey.setRegistered(false));
+    QVERIFY(hotkey.setRegistered(false));
+    QCOMPARE(QList<QVariantList>(changed), (QList<QVariantList>{{true}, {false}}));
+}
+
+void tst_QHotkey::noticesTheKey_data()
+{
+    QTest::addColumn<QKeyCombination>("combination");
+    QTest::addColumn<QList<uint>>("keys");
+
+    const auto row = [](const char *name, QKeyCombination combination, const QList<uint> &keys) {
+        QTest::newRow(name) << combination << keys;
+    };
+    row("letter", Qt::CTRL | Qt::Key_B, {XK_Control_L, XK_b});
+    row("letter with Shift", Qt::CTRL | Qt::SHIFT | Qt::Key_B, {XK_Control_L, XK_Shift_L, XK_b});
+    row("digit", Qt::ALT | Qt::Key_7, {XK_Alt_L, XK_7});
+    row("function key, no modifier", Qt::Key_F9, {XK_F9});
+    row("F12", Qt::CTRL | Qt::Key_F12, {XK_Control_L, XK_F12});
+    row("Meta is the Super key", Qt::META | Qt::Key_B, {XK_Super_L, XK_b});
+    row("all four modifiers", Qt::CTRL | Qt::SHIFT | Qt::ALT | Qt::META | Qt::Key_B,
+        {XK_Control_R, XK_Shift_R, XK_Alt_L, XK_Super_R, XK_b});
+    row("Space", Qt::CTRL | Qt::Key_Space, {XK_Control_L, XK_space});
+    row("Return", Qt::META | Qt::Key_Return, {XK_Super_L, XK_Return});
+    row("Escape", Qt::META | Qt::Key_Escape, {XK_Super_L, XK_Escape});
+    row("Tab", Qt::META | Qt::Key_Tab, {XK_Super_L, XK_Tab});
+    row("Tab with Shift", Qt::META | Qt::SHIFT | Qt::Key_Backtab, {XK_Super_L, XK_Shift_L, XK_Tab});
+    row("Backspace", Qt::META | Qt::Key_Backspace, {XK_Super_L, XK_BackSpace});
+    row("Insert", Qt::META | Qt::Key_Insert, {XK_Super_L, XK_Insert});
+    row("Delete", Qt::META | Qt::Key_Delete, {XK_Super_L, XK_Delete});
+    row("Home", Qt::META | Qt::Key_Home, {XK_Super_L, XK_Home});
+    row("End", Qt::META | Qt::Key_End, {XK_Super_L, XK_End});
+    row("PageUp", Qt::META | Qt::Key_PageUp, {XK_Super_L, XK_Page_Up});
+    row("PageDown", Qt::META | Qt::Key_PageDown, {XK_Super_L, XK_Page_Down});
+    row("Left", Qt::META | Qt::Key_Left, {XK_Super_L, XK_Left});
+    row("Right", Qt::META | Qt::Key_Right, {XK_Super_L, XK_Right});
+    row("Up", Qt::META | Qt::Key_Up, {XK_Super_L, XK_Up});
+    row("Down", Qt::META | Qt::Key_Down, {XK_Super_L, XK_Down});
+    row("Print", Qt::CTRL | Qt::Key_Print, {XK_Control_L, XK_Print});
+    row("Pause", Qt::META | Qt::Key_Pause, {XK_Super_L, XK_Pause});
+    row("punctuation", Qt::CTRL | Qt::Key_Comma, {XK_Control_L, XK_comma});
+    row("shifted punctuation takes Shift", Qt::CTRL | Qt::Key_Exclam,
+        {XK_Control_L, XK_Shift_L, XK_1});
+    row("keypad digit", Qt::ControlModifier | Qt::KeypadModifier | Qt::Key_5,
+        {XK_Control_L, XK_KP_5});
+    row("keypad operator", Qt::ControlModifier | Qt::KeypadModifier | Qt::Key_Plus,
+        {XK_Control_L, XK_KP_Add});
+    row("keypad Enter", Qt::ControlModifier | Qt::KeypadModifier | Qt::Key_Enter,
+        {XK_Control_L, XK_KP_Enter});
+    row("media key", Qt::Key_VolumeMute, {XF86XK_AudioMute});
+    row("media play key", Qt::Key_MediaPlay, {XF86XK_AudioPlay});
+}
+
+void tst_QHotkey::noticesTheKey()
+{
+    QFETCH(const QKeyCombination, combination);
+    QFETCH(const QList<uint>, keys);
+
+    QHotkey hotkey(QKeySequence(combination), true);
+    QVERIFY(hotkey.isRegistered());
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    m_other->type(keys);
+    QTRY_COMPARE(activated.count(), 1);
+    QCOMPARE(m_other->received(keys.last()), 0);
+}
+
+void tst_QHotkey::refusesAKeyThatTheKeyboardLacks()
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"keyboard has no key"_s));
+    QHotkey hotkey(QKeySequence(Qt::CTRL | Qt::Key_THORN), true);
+    QVERIFY(!hotkey.isRegistered());
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"keyboard has no key"_s));
+    QVERIFY(!hotkey.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Dead_Horn), true));
+}
+
+void tst_QHotkey::needsAllModifiersAndNoOther()
+{
+    QHotkey hotkey(controlAltSpace, true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    m_other->type({XK_space});
+    m_other->type({XK_Control_L, XK_space});
+    m_other->type({XK_Control_L, XK_Alt_L, XK_Shift_L, XK_space});
+    QCOMPARE(m_other->received(XK_space), 3);
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    QTRY_COMPARE(activated.count(), 1);
+    QCOMPARE(m_other->received(XK_space), 3);
+}
+
+void tst_QHotkey::noticesThePressUnderLocks_data()
+{
+    addMixes();
+}
+
+void tst_QHotkey::noticesThePressUnderLocks()
+{
+    QFETCH(const quint16, mix);
+    const auto toggleLocks = [&] {
+        if (mix & XCB_MOD_MASK_LOCK) {
+            m_other->type({XK_Caps_Lock});
+        }
+        if (mix & XCB_MOD_MASK_2) {
+            m_other->type({XK_Num_Lock});
+        }
+        if (mix & XCB_MOD_MASK_3) {
+            m_other->type({XK_Scroll_Lock});
+        }
+    };
+    toggleLocks();
+    const auto unlock = qScopeGuard(toggleLocks);
+    QCOMPARE(m_other->modifiers(), mix);
+
+    QHotkey hotkey(controlAltSpace, true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    QTRY_COMPARE(activated.count(), 1);
+    QCOMPARE(m_other->received(XK_space), 0);
+}
+
+void tst_QHotkey::countsAHeldKeyOnce()
+{
+    QHotkey hotkey(controlAltSpace, true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    const KeyPressCounter presses(m_other->keyOf(XK_space));
+    m_other->press(XK_Control_L);
+    m_other->press(XK_Alt_L);
+    m_other->press(XK_space);
+    QTRY_VERIFY(presses.count() >= 3);
+    QCOMPARE(activated.count(), 1);
+    m_other->release(XK_space);
+    m_other->type({XK_space});
+    QTRY_COMPARE(activated.count(), 2);
+}
+
+void tst_QHotkey::tellsAllObjectsOfOneSequence()
+{
+    QHotkey first(controlAltSpace, true);
+    QHotkey second(controlAltSpace, true);
+    QHotkey third(controlAltY, true);
+    QVERIFY(first.isRegistered() && second.isRegistered() && third.isRegistered());
+    QSignalSpy firstActivated(&first, &QHotkey::activated);
+    QSignalSpy secondActivated(&second, &QHotkey::activated);
+    QSignalSpy thirdActivated(&third, &QHotkey::activated);
+
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    QTRY_COMPARE(firstActivated.count(), 1);
+    QTRY_COMPARE(secondActivated.count(), 1);
+    QCOMPARE(thirdActivated.count(), 0);
+}
+
+void tst_QHotkey::keepsASequenceUntilItsLastObjectGoes()
+{
+    auto first = std::make_unique<QHotkey>(controlAltSpace, true);
+    QHotkey second(controlAltSpace, true);
+    QSignalSpy activated(&second, &QHotkey::activated);
+    first.reset();
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    QTRY_COMPARE(activated.count(), 1);
+
+    second.setRegistered(false);
+    QVERIFY(isFree(XK_space, controlAlt));
+}
+
+void tst_QHotkey::reportsASequenceThatAnotherClientHolds()
+{
+    QVERIFY(m_other->grab(XK_space, controlAlt));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"another program holds.*Space"_s));
+    QHotkey hotkey(controlAltSpace, true);
+    QVERIFY(!hotkey.isRegistered());
+
+    QSignalSpy changed(&hotkey, &QHotkey::registeredChanged);
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"another program holds.*Space"_s));
+    QVERIFY(!hotkey.setRegistered(true));
+    QCOMPARE(changed.count(), 0);
+
+    m_other->ungrab(XK_space, controlAlt);
+    QVERIFY(hotkey.setRegistered(true));
+}
+
+void tst_QHotkey::keepsNothingOfAPartialGrab_data()
+{
+    addMixes();
+}
+
+void tst_QHotkey::keepsNothingOfAPartialGrab()
+{
+    QFETCH(const quint16, mix);
+    QHotkey kept(controlAltY, true);
+    QVERIFY(m_other->grab(XK_space, controlAlt | mix));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"another program holds"_s));
+    QHotkey hotkey(controlAltSpace, true);
+    QVERIFY(!hotkey.isRegistered());
+    for (const quint16 other : allMixes()) {
+        QVERIFY(isFree(XK_space, controlAlt | other));
+        QVERIFY(!isFree(XK_y, controlAlt | other));
+    }
+}
+
+void tst_QHotkey::releasesEveryMixOfLocks_data()
+{
+    QTest::addColumn<bool>("byDestruction");
+
+    QTest::newRow("setRegistered(false)") << false;
+    QTest::newRow("destruction") << true;
+}
+
+void tst_QHotkey::releasesEveryMixOfLocks()
+{
+    QFETCH(const bool, byDestruction);
+    auto hotkey = std::make_unique<QHotkey>(controlAltSpace, true);
+    for (const quint16 mix : allMixes()) {
+        QVERIFY(!isFree(XK_space, controlAlt | mix));
+    }
+    if (byDestruction) {
+        hotkey.reset();
+    } else {
+        QVERIFY(hotkey->setRegistered(false));
+    }
+    for (const quint16 mix : allMixes()) {
+        QVERIFY(isFree(XK_space, controlAlt | mix));
+    }
+}
+
+void tst_QHotkey::bearsToBeDeletedByItsOwnSignal()
+{
+    QPointer<QHotkey> first = new QHotkey(controlAltSpace, true);
+    QPointer<QHotkey> second = new QHotkey(controlAltSpace, true);
+    const auto deleteBoth = [&] {
+        delete second;
+        delete first;
+    };
+    connect(first, &QHotkey::activated, this, deleteBoth);
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    QTRY_VERIFY(!first && !second);
+    QVERIFY(isFree(XK_space, controlAlt));
+}
+
+void tst_QHotkey::tellsNothingAfterItsDestruction()
+{
+    auto hotkey = std::make_unique<QHotkey>(controlAltSpace, true);
+    int count = 0;
+    connect(hotkey.get(), &QHotkey::activated, this, [&count] { ++count; });
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    hotkey.reset();
+    QHotkey fence(controlAltY, true);
+    QSignalSpy activated(&fence, &QHotkey::activated);
+    m_other->type({XK_Control_L, XK_Alt_L, XK_y});
+    QTRY_COMPARE(activated.count(), 1);
+    QCOMPARE(count, 0);
+}
+
+void tst_QHotkey::followsTheKeyboardLayout()
+{
+    QHotkey hotkey(controlAltY, true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    const xcb_keycode_t before = m_other->keyOf(XK_y);
+
+    setLayout(u"de"_s);
+    const auto reset = qScopeGuard([this] { setLayout(u"us"_s); });
+    QVERIFY(m_other->keyOf(XK_y) != before);
+    QTRY_VERIFY(!isFree(XK_y, controlAlt));
+    QVERIFY2(isFree(XK_z, controlAlt), "the key that was Y before");
+    m_other->type({XK_Control_L, XK_Alt_L, XK_y});
+    QTRY_COMPARE(activated.count(), 1);
+    QCOMPARE(m_other->received(XK_y), 0);
+    QVERIFY(hotkey.isRegistered());
+
+    hotkey.setRegistered(false);
+    QVERIFY(isFree(XK_y, controlAlt));
+}
+
+void tst_QHotkey::keepsTheKeyThatANewLayoutLacks()
+{
+    QHotkey hotkey(controlAltY, true);
+    QHotkey fence(QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_Period), true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    const xcb_keycode_t before = m_other->keyOf(XK_period);
+
+    setLayout(u"ru"_s);
+    const auto reset = qScopeGuard([this] { setLayout(u"us"_s); });
+    QVERIFY(m_other->keyOf(XK_period) != before);
+    QTRY_VERIFY(!isFree(XK_period, controlAlt));
+    QCOMPARE(m_other->keyOf(XK_y), xcb_keycode_t(0));
+    m_other->type({XK_Control_L, XK_Alt_L, XK_Cyrillic_en});
+    QTRY_COMPARE(activated.count(), 1);
+}
+
+void tst_QHotkey::followsALockThatGetsAModifier()
+{
+    QVERIFY(m_other->setModifier(mod3, XCB_NO_SYMBOL));
+    QHotkey hotkey(controlAltSpace, true);
+    QVERIFY(isFree(XK_space, controlAlt | XCB_MOD_MASK_3));
+
+    QVERIFY(m_other->setModifier(mod3, XK_Scroll_Lock));
+    QTRY_VERIFY(!isFree(XK_space, controlAlt | XCB_MOD_MASK_3));
+    QVERIFY(m_other->setModifier(mod3, XCB_NO_SYMBOL));
+    QTRY_VERIFY(isFree(XK_space, controlAlt | XCB_MOD_MASK_3));
+}
+
+void tst_QHotkey::usesTheFirstCombinationOfSeveral()
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"only the first combination"_s));
+    QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Space, Ctrl+Alt+Y"_s), true);
+    QVERIFY(hotkey.isRegistered());
+    QVERIFY(!isFree(XK_space, controlAlt));
+    QVERIFY(isFree(XK_y, controlAlt));
+}
+
+QTEST_MAIN(tst_QHotkey)
+#include "tst_QHotkey.moc"
