@@ -91,7 +91,7 @@ void rebuild(benchmark::State &state)
     view.resize(720, 400);
     view.show();
     const auto *tree = view.findChild<QTreeWidget *>();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         view.activate();
         // The page deletes the rows of before from the event loop.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -105,6 +105,7 @@ void rebuild(benchmark::State &state)
 void bareRows(benchmark::State &state)
 {
     std::vector<Task> tasks;
+    tasks.reserve(taskCount);
     for (int i = 0; i < taskCount; ++i) {
         tasks.push_back(makeTask(i));
     }
@@ -115,7 +116,7 @@ void bareRows(benchmark::State &state)
     tree.show();
     const QBrush completedBrush = tree.palette().brush(QPalette::PlaceholderText);
     std::vector<QTreeWidgetItem *> rows(taskCount);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         tree.clear();
         for (int i = 0; i < taskCount; ++i) {
             rows[i] = makeRow(tasks[i], completedBrush);
@@ -134,7 +135,7 @@ void setCompleted(benchmark::State &state)
     TaskService service;
     fill(service.repository());
     bool isCompleted = false;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         isCompleted = !isCompleted;
         service.setCompleted(rootId, isCompleted);
     }
@@ -148,7 +149,7 @@ void writeDocument(benchmark::State &state)
     const QString path =
         QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/todo.json"_s;
     const QJsonDocument document(service.repository()->toJson());
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         QSaveFile file(path);
         if (!file.open(QIODevice::WriteOnly)
             || file.write(document.toJson(QJsonDocument::Compact)) <= 0 || !file.commit()) {

@@ -16,9 +16,11 @@ QDateTime timeFromJson(const QJsonValue &value)
 /// of all tasks are written at each change.
 QString timeToJson(const QDateTime &time)
 {
+    if (!time.isValid()) {
+        return {};
+    }
     const QDate date = time.date();
-    if (!time.isValid() || time.timeSpec() != Qt::LocalTime || date.year() < 0
-        || date.year() > 9999) {
+    if (time.timeSpec() != Qt::LocalTime || date.year() < 0 || date.year() > 9999) {
         return time.toString(Qt::ISODate);
     }
     QString text = u"0000-00-00T00:00:00"_s;
@@ -56,7 +58,7 @@ Task Task::fromJson(const QJsonObject &object)
 
 QJsonObject Task::toJson() const
 {
-    // Most of the time goes into making keys and strings; a copy has the keys and the empty ones.
+    // Most of the time goes into making keys and values; a copy has the keys and what is usual.
     static const QJsonObject blank{
         {u"completed"_s, false}, {u"createdTime"_s, QString()}, {u"dueTime"_s, QString()},
         {u"id"_s, QString()},    {u"note"_s, QString()},        {u"parentId"_s, QString()},
@@ -68,13 +70,17 @@ QJsonObject Task::toJson() const
             object[key] = text;
         }
     };
-    object["completed"_L1] = completed;
+    if (completed) {
+        object["completed"_L1] = true;
+    }
+    if (priority != 0) {
+        object["priority"_L1] = priority;
+    }
     put("createdTime"_L1, timeToJson(createdTime));
     put("dueTime"_L1, timeToJson(dueTime));
     put("id"_L1, id);
     put("note"_L1, note);
     put("parentId"_L1, parentId);
-    object["priority"_L1] = priority;
     put("title"_L1, title);
     put("updatedTime"_L1, timeToJson(updatedTime));
     return object;
