@@ -111,8 +111,7 @@ void CommandLineEdit::replaceContent(const QString &text, const QString &placeho
 {
     // Listeners shall hear of the change, so the guard stands in for blocked signals.
     const QScopedValueRollback guard(m_updating, true);
-    m_edit->setText(text);
+    m_edit->setText(text); // puts the cursor at the end
     m_edit->setPlaceholderText(placeholder);
     m_edit->setAccessibleName(placeholder);
-    m_edit->end(false);
 }

@@ -79,6 +79,7 @@ class tst_ResultDelegate : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void everyRowHasOneHeight_data();
     void everyRowHasOneHeight();
     void rowHasRoomForIconAndBothLines();
     void textsStartInOneColumnWhateverTheIconsSize();
@@ -87,12 +88,22 @@ private Q_SLOTS:
     void longTextDoesNotScrollSideways();
 };
 
+void tst_ResultDelegate::everyRowHasOneHeight_data()
+{
+    QTest::addColumn<int>("iconSize");
+    QTest::newRow("icon taller than the lines") << 40;
+    QTest::newRow("lines taller than the icon") << 8;
+}
+
 void tst_ResultDelegate::everyRowHasOneHeight()
 {
+    QFETCH(int, iconSize);
     List list;
+    list.setIconSize(QSize(iconSize, iconSize));
     list.add(u"Latin"_s);
     list.add(QString());
     list.add(u"记事本"_s);
+    list.add(u"of\nthree lines"_s);
     list.add(u"icon"_s, icon(40));
     list.add(u"small icon"_s, icon(16));
     for (int row = 1; row < list.count(); ++row) {
