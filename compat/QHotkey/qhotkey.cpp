@@ -6,6 +6,8 @@
 #include <QDebug>
 #include <QList>
 
+#include <algorithm>
+
 /// The registered hotkeys of this process. The system knows each combination once, however many
 /// objects share it, and is left alone while there are none.
 class HotkeyTable
@@ -22,8 +24,12 @@ public:
         if (m_hotkeys.isEmpty()) {
             m_system = SystemHotkeys::create([this](QKeyCombination pressed) { notify(pressed); });
         }
+        if (!m_system) {
+            qWarning() << "QHotkey: this platform has no global hotkeys";
+            return false;
+        }
         const QKeyCombination combination = hotkey->shortcut()[0];
-        const bool held = m_system && (isUsed(combination) || m_system->hold(combination));
+        const bool held = isUsed(combination) || m_system->hold(combination);
         if (held) {
             m_hotkeys.append(hotkey);
         }

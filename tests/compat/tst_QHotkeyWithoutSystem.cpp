@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QHotkey>
+
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+// On a platform without global hotkeys, which the offscreen one is.
+class tst_QHotkeyWithoutSystem : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void supportsNothing();
+    void registersNothing();
+};
+
+void tst_QHotkeyWithoutSystem::supportsNothing()
+{
+    QVERIFY(!QHotkey::isPlatformSupported());
+}
+
+void tst_QHotkeyWithoutSystem::registersNothing()
+{
+    const QKeySequence sequence(Qt::CTRL | Qt::ALT | Qt::Key_Space);
+    QHotkey hotkey;
+    QSignalSpy changed(&hotkey, &QHotkey::registeredChanged);
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"no global hotkeys"_s));
+    QVERIFY(!hotkey.setShortcut(sequence, true));
+    QVERIFY(!hotkey.isRegistered());
+    QVERIFY(hotkey.setRegistered(false));
+    QCOMPARE(changed.count(), 0);
+
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"no global hotkeys"_s));
+    QVERIFY(!QHotkey(sequence, true).isRegistered());
+}
+
+QTEST_MAIN(tst_QHotkeyWithoutSystem)
+#include "tst_QHotkeyWithoutSystem.moc"
