@@ -20,11 +20,11 @@ namespace {
 // Qt gives out a runtime folder only if it is this user's own and closed to all others.
 QString privateFolder()
 {
-    const QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
     if (!runtime.isEmpty()) {
         return runtime;
     }
-    const QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
+    QString cache = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation);
     QDir().mkpath(cache);
     return cache;
 }

@@ -11,11 +11,12 @@
 #include <QScopeGuard>
 #include <QTest>
 
+#include <algorithm>
+#include <csignal>
 #include <memory>
 #include <vector>
 
 #include <pwd.h>
-#include <signal.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -239,10 +240,8 @@ void tst_SingleApplication::startedProgramKeepsNothingOfTheLock()
 void tst_SingleApplication::twentyStartsAtOnceLeaveOne()
 {
     constexpr int starts = 20;
-    std::vector<std::unique_ptr<Instance>> instances;
-    for (int i = 0; i < starts; ++i) {
-        instances.push_back(std::make_unique<Instance>());
-    }
+    std::vector<std::unique_ptr<Instance>> instances(starts);
+    std::ranges::generate(instances, [] { return std::make_unique<Instance>(); });
 
     const auto running = [&] {
         return std::ranges::count_if(instances, [](auto &one) { return one->isRunning(); });
