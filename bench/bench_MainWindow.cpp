@@ -97,7 +97,7 @@ void measured(benchmark::State &state, AppLauncher &launcher)
     MainWindow window(&launcher, &plugins, &settings);
     window.show();
     window.findChild<CommandLineEdit *>()->setText(query);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         QMetaObject::invokeMethod(&window, "performSearch");
         QCoreApplication::processEvents();
     }
@@ -113,7 +113,7 @@ void floorOfIt(benchmark::State &state, const std::vector<Row> &rows)
     list.setIconSize(QSize(40, 40));
     list.setUniformItemSizes(true);
     list.show();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         list.clear();
         for (const Row &row : rows) {
             list.addItem(new QListWidgetItem(QIcon(row.icon), row.text));

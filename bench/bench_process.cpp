@@ -131,6 +131,7 @@ private:
 Process::Process(std::string program, std::vector<std::string> environment)
 {
     std::vector<char *> variables;
+    variables.reserve(environment.size() + 1);
     for (std::string &variable : environment) {
         variables.push_back(variable.data());
     }
@@ -224,7 +225,7 @@ void startToShownWindow(benchmark::State &state, const char *program)
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const Start start(stage().home, stage().screen, program);
         state.SetIterationTime(start.duration.count());
     }
@@ -236,7 +237,7 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const Start start(stage().home, stage().screen, program);
         std::this_thread::sleep_for(2s);
         state.SetIterationTime(start.duration.count());
@@ -251,7 +252,7 @@ void processorTimeWhileHidden(benchmark::State &state)
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const Start start(stage().home, stage().screen, VASKEL_PROGRAM);
         std::this_thread::sleep_for(1s);
         stage().screen.requestClose(*start.window);

@@ -221,6 +221,7 @@ void X11Hotkeys::grab(const std::vector<X11Key> &keys)
     }
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(display)).data->root;
     std::vector<xcb_void_cookie_t> cookies;
+    cookies.reserve(keys.size());
     for (const X11Key &key : keys) {
         cookies.push_back(xcb_grab_key_checked(display, false, root, key.modifiers, key.code,
                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));

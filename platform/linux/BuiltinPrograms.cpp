@@ -187,7 +187,7 @@ QString firstFit(const Job &job, const QStringList &paths)
 QString firstInstalled(const std::vector<Candidate> &candidates)
 {
     for (const Candidate &candidate : candidates) {
-        const QString path = installedProgram(QLatin1String(candidate.id) + ".desktop"_L1);
+        QString path = installedProgram(QLatin1String(candidate.id) + ".desktop"_L1);
         const std::optional<DesktopEntry> entry = DesktopEntry::load(path);
         if (entry && entry->isForThisDesktop()) {
             return path;

@@ -27,7 +27,7 @@ bool isFile(const QByteArray &path)
 // Each dash of the id stands for itself or for a slash.
 QByteArray find(const QByteArray &folder, const QByteArray &id, int depth)
 {
-    if (const QByteArray file = folder + '/' + id; isFile(file)) {
+    if (QByteArray file = folder + '/' + id; isFile(file)) {
         return file;
     }
     for (auto dash = id.indexOf('-'); dash != -1 && depth < maximumDepth;
@@ -37,7 +37,7 @@ QByteArray find(const QByteArray &folder, const QByteArray &id, int depth)
         if (name.isEmpty() || name == "." || name == ".." || !isFolder(subfolder)) {
             continue;
         }
-        if (const QByteArray file = find(subfolder, id.mid(dash + 1), depth + 1); !file.isEmpty()) {
+        if (QByteArray file = find(subfolder, id.mid(dash + 1), depth + 1); !file.isEmpty()) {
             return file;
         }
     }

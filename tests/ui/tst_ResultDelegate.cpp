@@ -16,7 +16,7 @@ namespace {
 
 QString icon(int size)
 {
-    const QString path = testhome::path() + u"/%1.png"_s.arg(size);
+    QString path = testhome::path() + u"/%1.png"_s.arg(size);
     QImage image(size, size, QImage::Format_RGB32);
     image.fill(Qt::red);
     image.save(path);
