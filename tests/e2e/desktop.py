@@ -42,6 +42,12 @@ def wait_until(probe, what, patience=PATIENCE):
         time.sleep(0.03)
 
 
+def start_tied(command, **options):
+    """Starts a process in a session of its own that the kernel ends when this one is gone."""
+    return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command],
+                            stdin=subprocess.DEVNULL, start_new_session=True, **options)
+
+
 def stop(process):
     """Ends a process of ours and waits for it."""
     if process.poll() is None:
@@ -155,8 +161,7 @@ class Desktop:
 
     def _start(self, command, **options):
         log = open(self.folder / f"{pathlib.Path(command[0]).name}.log", "w")
-        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stderr=log,
-                                   start_new_session=True, **{"stdout": log, **options})
+        process = start_tied(command, stderr=log, **{"stdout": log, **options})
         log.close()
         self._processes.append(process)
         return process

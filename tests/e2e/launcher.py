@@ -6,13 +6,12 @@ import os
 import pathlib
 import shutil
 import signal
-import subprocess
 import sys
 import tempfile
 
 from gi.repository import Atspi
 
-from desktop import NotYet, stop, wait_until
+from desktop import NotYet, start_tied, stop, wait_until
 
 BUILTINS = ("Notepad", "Calculator", "Paint", "Command Prompt", "File Explorer", "Task Manager",
             "Settings", "Browser")
@@ -151,9 +150,8 @@ class Launcher:
         self.wait_until_ready()
 
     def start_process(self, **variables):
-        return subprocess.Popen([self.program], env=self.environment | variables,
-                                stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log,
-                                start_new_session=True)
+        return start_tied([self.program], env=self.environment | variables, stdout=self.log,
+                          stderr=self.log)
 
     def wait_until_ready(self):
         wait_until(self.is_visible, "the window shows")
