@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QApplication>
 #include <QLocale>
 #include <QStringList>
 #include <QtGlobal>
@@ -26,6 +27,15 @@ inline QString underscoredName(const QLocale &locale)
 #else
     return locale.name();
 #endif
+}
+
+/// Tells the application that the window is active, ahead of the window system.
+inline void setActiveWindow(QWidget *window)
+{
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED // from 6.5 on, without a substitute
+        QApplication::setActiveWindow(window);
+    QT_WARNING_POP
 }
 
 } // namespace qtversion

@@ -4,6 +4,7 @@
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
+#include "platform/QtVersion.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
@@ -208,6 +209,11 @@ void MainWindow::showAndActivate()
     show();
     raise();
     activateWindow();
+    // For 100 milliseconds after it was hidden, the window is still QGuiApplication's focus window,
+    // and its activation would pass unnoticed: keys would arrive, but no shortcut would work.
+    if (!QApplication::activeWindow() && QGuiApplication::focusWindow() == windowHandle()) {
+        qtversion::setActiveWindow(this);
+    }
     m_commandEdit->setFocus(Qt::OtherFocusReason);
 }
 

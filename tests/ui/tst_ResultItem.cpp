@@ -13,7 +13,7 @@ namespace {
 
 QString iconFile()
 {
-    const QString path = testhome::path() + "/row.png"_L1;
+    QString path = testhome::path() + "/row.png"_L1;
     QImage image(16, 16, QImage::Format_RGB32);
     image.fill(Qt::red);
     image.save(path);

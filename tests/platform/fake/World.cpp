@@ -21,7 +21,7 @@ void reset()
 QString install(int root, const QString &fileName, const QString &name)
 {
     const QString folder = root == 0 ? u"user/"_s : u"all/"_s;
-    const QString path = testhome::writeFile(folder + fileName + ".link"_L1, {});
+    QString path = testhome::writeFile(folder + fileName + ".link"_L1, {});
     fakePlatform().startMenuNames.insert(path, name);
     if (root != 0 && QFile::exists(testhome::path() + "/user/"_L1 + fileName + ".link"_L1)) {
         fakePlatform().unlistedFiles.append(path);
@@ -31,7 +31,7 @@ QString install(int root, const QString &fileName, const QString &name)
 
 QString installWithIcon(const QString &fileName)
 {
-    const QString path = install(0, fileName, fileName);
+    QString path = install(0, fileName, fileName);
     QPixmap pixmap(32, 32);
     pixmap.fill(Qt::red);
     fakePlatform().linkIcons.insert(path, QIcon(pixmap));
@@ -78,7 +78,7 @@ QString privateVariable()
 
 QString foreignFolder()
 {
-    const QString path = testhome::path() + "/foreign"_L1;
+    QString path = testhome::path() + "/foreign"_L1;
     fakePlatform().foreignFolders.append(path);
     return path;
 }

@@ -16,7 +16,7 @@ int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     if (argc == 2) {
-        platform::applyAutoStart(application.arguments().at(1) == "on"_L1);
+        platform::applyAutoStart(QCoreApplication::arguments().at(1) == "on"_L1);
         return 0;
     }
     QSaveFile file(qEnvironmentVariable("RECORD"));

@@ -57,7 +57,7 @@ QByteArray contentOf(const QString &path)
 
 QString installProgram(const QString &relativePath)
 {
-    const QString path = testhome::writeFile(relativePath, contentOf(QStringLiteral(AUTOSTARTER)));
+    QString path = testhome::writeFile(relativePath, contentOf(QStringLiteral(AUTOSTARTER)));
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }

@@ -64,7 +64,8 @@ QByteArray execLine(const QByteArray &arguments)
 QStringList recordedArguments()
 {
     QStringList list;
-    for (const QJsonValue &argument : recording::record().value("arguments"_L1).toArray()) {
+    const QJsonArray arguments = recording::record().value("arguments"_L1).toArray();
+    for (const QJsonValue &argument : arguments) {
         list.append(argument.toString());
     }
     return list;
@@ -72,7 +73,7 @@ QStringList recordedArguments()
 
 QString folder(const QString &name)
 {
-    const QString path = testhome::path() + u'/' + name;
+    QString path = testhome::path() + u'/' + name;
     QDir().mkpath(path);
     return path;
 }
