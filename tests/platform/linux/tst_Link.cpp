@@ -65,7 +65,7 @@ QStringList recordedArguments()
 {
     QStringList list;
     const QJsonArray arguments = recording::record().value("arguments"_L1).toArray();
-    for (const QJsonValue &argument : arguments) {
+    for (const auto &argument : arguments) {
         list.append(argument.toString());
     }
     return list;
