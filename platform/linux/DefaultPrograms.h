@@ -8,8 +8,8 @@ namespace platform {
 
 /// The desktop entries that the user, the desktop or the system has chosen for a content type, the
 /// first choice first; only those that can start. Addresses have types such as
-/// "x-scheme-handler/https". The files and their order are those of the specification "Association
-/// between MIME types and applications".
+/// "x-scheme-handler/https". The files and their order are those of the freedesktop.org standard
+/// "Association between MIME types and applications".
 QStringList chosenPrograms(const QByteArray &contentType);
 
 /// The desktop entries that merely say of themselves that they open the type, in no telling order.
