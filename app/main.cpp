@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Logger.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/Translation.h"
@@ -105,6 +106,9 @@ void connectTray(QSystemTrayIcon &tray, MainWindow &window)
 
 int main(int argc, char *argv[])
 {
+    Logger::instance().init({});
+    qInstallMessageHandler(qtMessageHandler);
+
     // A second process of the same user ends in here, with the first one told.
     SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
     QGuiApplication::setQuitOnLastWindowClosed(false);

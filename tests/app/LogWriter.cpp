@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// usage: LogWriter FOLDER [early | debug | info | warning | critical | threads | fatal]...
+//
+// Logs for tst_Logger as the program does, without an application object: a message for each word.
+// "early" is sent before the log is open. "threads" sends messages "<thread>.<number>" from several
+// threads at once. An empty FOLDER leaves the choice to the log.
+
+#include "app/Logger.h"
+
+#include <QDebug>
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+void logFromThreads()
+{
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 8; ++thread) {
+        threads.emplace_back([thread] {
+            for (int number = 0; number < 200; ++number) {
+                qInfo("%d.%d", thread, number);
+            }
+        });
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
+    }
+}
+
+void write(const QByteArray &word)
+{
+    if (word == "debug") {
+        qDebug("a debug text");
+    } else if (word == "info") {
+        qInfo("an info text");
+    } else if (word == "warning") {
+        qWarning("a warning text");
+    } else if (word == "critical") {
+        qCritical("a critical text");
+    } else if (word == "threads") {
+        logFromThreads();
+    } else if (word == "fatal") {
+        qFatal("a fatal text");
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const std::vector<QByteArray> words(argv + 2, argv + argc);
+    if (!words.empty() && words.front() == "early") {
+        qtMessageHandler(QtWarningMsg, {}, QStringLiteral("an early text"));
+    }
+    Logger::instance().init(QString::fromLocal8Bit(argv[1]));
+    qInstallMessageHandler(qtMessageHandler);
+    for (const QByteArray &word : words) {
+        write(word);
+    }
+    return 0;
+}
