@@ -43,6 +43,8 @@ public Q_SLOTS:
 
 FileManager fileManager;
 
+const QByteArray searchPath = qgetenv("PATH");
+
 } // namespace
 
 namespace world {
@@ -55,7 +57,7 @@ void reset()
     qunsetenv("XDG_CURRENT_DESKTOP");
     QDesktopServices::unsetUrlHandler(u"file"_s);
     fileManager.folders.clear();
-    plocate::remove();
+    qputenv("PATH", searchPath);
 }
 
 QString install(int root, const QString &fileName, const QString &name)
