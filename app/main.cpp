@@ -5,11 +5,13 @@
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
+#include "platform/ColorScheme.h"
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
+#include "settings/ThemeManager.h"
 #include "ui/MainWindow.h"
 
 #include <QIcon>
@@ -32,6 +34,28 @@ void toggle(MainWindow &window)
     } else {
         window.showAndActivate();
     }
+}
+
+void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
+{
+    const auto setTheme = [&] {
+        theme.setTheme(settings.theme());
+    };
+    setTheme();
+
+    const auto apply = [&] {
+        // Restyling costs time in every widget, and a new theme is not always a new palette.
+        const QString sheet = theme.styleSheet();
+        if (sheet != app.styleSheet()) {
+            app.setStyleSheet(sheet);
+        }
+    };
+    QObject::connect(&theme, &ThemeManager::paletteChanged, &app, apply);
+    QObject::connect(&theme, &ThemeManager::themeChanged, &app, apply);
+    apply();
+
+    QObject::connect(&settings, &Settings::themeChanged, &theme, setTheme);
+    platform::watchColorScheme(&theme, [&theme] { theme.updateDarkState(); });
 }
 
 void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
@@ -121,7 +145,9 @@ int main(int argc, char *argv[])
 
     AppLauncher launcher;
     Settings settings;
+    ThemeManager theme;
     GlobalHotkey hotkey;
+    connectTheme(app, theme, settings);
 
     PluginManager plugins;
     registerPlugins(plugins, launcher, settings);
