@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FloatIconPosition.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/Translation.h"
@@ -12,16 +13,20 @@
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
+#include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 
 #include <QIcon>
 #include <QLocale>
 #include <QMenu>
 #include <QProcess>
+#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTranslator>
 
 #include <SingleApplication>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +70,24 @@ void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &se
     plugins.registerPlugin(new CalcPlugin(&plugins));
     plugins.setSettings(&settings);
     plugins.registerPlugin(new TodoPlugin(&plugins));
+}
+
+void placeFloatIcon(FloatIcon &icon, const Settings &settings)
+{
+    std::optional<QRect> available;
+    if (const QScreen *screen = QGuiApplication::primaryScreen()) {
+        available = screen->availableGeometry();
+    }
+    icon.move(floatIconPosition(settings.floatIconPos(), available));
+}
+
+void connectFloatIcon(FloatIcon &icon, const Settings &settings)
+{
+    const auto showIfWanted = [&] {
+        icon.setVisible(settings.showFloatIcon());
+    };
+    QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, showIfWanted);
+    showIfWanted();
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -154,6 +177,10 @@ int main(int argc, char *argv[])
 
     MainWindow window(&launcher, &plugins, &settings);
     window.setWindowIcon(appIcon);
+
+    FloatIcon floatIcon(&settings, &theme, &window);
+    placeFloatIcon(floatIcon, settings);
+    connectFloatIcon(floatIcon, settings);
 
     QObject::connect(&app, &SingleApplication::instanceStarted, &window,
                      &MainWindow::showAndActivate);
