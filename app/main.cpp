@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/FloatIconPosition.h"
+#include "app/FontFallback.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/Translation.h"
@@ -13,6 +14,7 @@
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
+#include "ui/ApplicationStyle.h"
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 
@@ -48,6 +50,8 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
     };
     setTheme();
 
+    QApplication::setStyle(new ApplicationStyle);
+    substituteDesktopFont(QApplication::font());
     const auto apply = [&] {
         // Restyling costs time in every widget, and a new theme is not always a new palette.
         const QString sheet = theme.styleSheet();
