@@ -20,7 +20,6 @@ void drawFocusFrame(const QStyleOption &option, QPainter &painter, const QWidget
     painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
 }
 
-// Half of the text's colour, half of what is below, as the frames of the sheet are.
 void drawCheckBox(const QStyleOption &option, QPainter &painter)
 {
     const QColor text = option.palette.color(
@@ -63,4 +62,12 @@ void ApplicationStyle::drawPrimitive(PrimitiveElement element, const QStyleOptio
         drawCheckBox(*option, *painter);
     }
     painter->restore();
+}
+
+QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                              const QStyleOption *option) const
+{
+    // A tint would blur the icon of the very row that is about to be started.
+    return mode == QIcon::Selected ? pixmap
+                                   : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
 }

@@ -15,4 +15,6 @@ public:
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                const QStyleOption *option) const override;
 };

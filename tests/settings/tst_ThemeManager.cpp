@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <utility>
 
@@ -18,6 +19,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using platform::ColorScheme;
+
+/// The share of a colour in what the eye sees, by the W3C's accessibility guidelines.
+double luminance(const QColor &color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+           + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
 
 /// Notes the signals of a theme in their order, with the palette that a receiver sees.
 class Journal : public QObject
@@ -104,6 +121,9 @@ private Q_SLOTS:
     void themeIsAWritableProperty();
     void colors_data();
     void colors();
+
+    void textStandsOutFromWhatIsBehindIt_data();
+    void textStandsOutFromWhatIsBehindIt();
 
     void sheetHoldsTheColorsOfThePalette_data();
     void sheetHoldsTheColorsOfThePalette();
@@ -286,6 +306,52 @@ void tst_ThemeManager::colors()
     QTEST(color(), "dark");
     theme.setTheme(u"light"_s);
     QTEST(color(), "light");
+}
+
+void tst_ThemeManager::textStandsOutFromWhatIsBehindIt_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("background");
+    // 0 where it has to be enough; else what the given colours make of it, which is less.
+    QTest::addColumn<double>("darkException");
+    QTest::addColumn<double>("lightException");
+
+    const auto row = [](const char *name, const QString &text, const QString &background,
+                        double darkException = 0, double lightException = 0) {
+        QTest::newRow(name) << text << background << darkException << lightException;
+    };
+    row("page", u"text"_s, u"bg"_s);
+    row("edit, button, row, menu", u"text"_s, u"surface"_s);
+    row("hovered button, row, combo box", u"text"_s, u"hover"_s);
+    row("pressed button, tool tip", u"text"_s, u"surfacePressed"_s);
+    row("section, muted text", u"textSecondary"_s, u"bg"_s);
+    row("title bar", u"textSecondary"_s, u"surface"_s);
+    row("hovered close button", u"#ffffff"_s, u"#e81123"_s);
+    row("pressed close button", u"#ffffff"_s, u"#c50f1f"_s);
+    row("badge, selected row, primary button", u"#ffffff"_s, u"accent"_s, 3.65, 3.65);
+    row("pressed primary button", u"#ffffff"_s, u"accentPressed"_s, 2.83);
+    row("disabled button", u"placeholder"_s, u"surface"_s, 4.27, 3.26);
+    row("floating icon", u"bg"_s, u"accent"_s, 0, 3.35);
+}
+
+void tst_ThemeManager::textStandsOutFromWhatIsBehindIt()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, background);
+    QFETCH(double, darkException);
+    QFETCH(double, lightException);
+    for (const QString &name : {u"dark"_s, u"light"_s}) {
+        ThemeManager theme;
+        theme.setTheme(name);
+        const auto color = [&](const QString &part) {
+            return part.startsWith(u'#') ? QColor(part)
+                                         : theme.property(part.toLatin1()).value<QColor>();
+        };
+        const double ratio = contrast(color(text), color(background));
+        const double exception = theme.isDark() ? darkException : lightException;
+        QVERIFY2(exception > 0 ? std::abs(ratio - exception) < 0.005 : ratio >= 4.5,
+                 qPrintable(u"%1: %2"_s.arg(name).arg(ratio)));
+    }
 }
 
 void tst_ThemeManager::sheetHoldsTheColorsOfThePalette_data()

@@ -4,6 +4,7 @@
 #include "settings/ThemeManager.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QImage>
 #include <QPushButton>
 #include <QTest>
@@ -30,7 +31,7 @@ double luminance(const QColor &color)
 
 double contrast(const QColor &one, const QColor &other)
 {
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 
@@ -59,6 +60,7 @@ private Q_SLOTS:
     void focusOfAButtonIsSeen();
     void boxOfARowIsSeen_data() { focusOfAButtonIsSeen_data(); }
     void boxOfARowIsSeen();
+    void iconOfASelectedRowKeepsItsColors();
 
 private:
     void useTheme(const QString &name);
@@ -138,6 +140,15 @@ void tst_ApplicationStyle::boxOfARowIsSeen()
         QVERIFY(checked != empty);
         QVERIFY(strongestContrast(checked, background) >= 3);
     }
+}
+
+void tst_ApplicationStyle::iconOfASelectedRowKeepsItsColors()
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::yellow);
+    const QIcon icon(pixmap);
+    QCOMPARE(icon.pixmap(16, QIcon::Selected).toImage().pixelColor(8, 8), QColor(Qt::yellow));
+    QVERIFY(icon.pixmap(16, QIcon::Disabled).toImage().pixelColor(8, 8) != QColor(Qt::yellow));
 }
 
 QTEST_MAIN(tst_ApplicationStyle)
