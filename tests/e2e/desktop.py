@@ -8,6 +8,7 @@ longer.
 import itertools
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -137,6 +138,13 @@ class Desktop:
     def picture(self, path):
         """Saves what the screen shows."""
         self.run("import", "-silent", "-window", "root", str(path))
+
+    def pixel(self, x, y):
+        """The colour of a pixel of the screen, as #rrggbb."""
+        line = self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth",
+                        "8", "txt:-")
+        found = re.search("#[0-9A-Fa-f]{6}", line)
+        return found.group().lower() if found else None
 
     def active_window(self):
         return self.run("xdotool", "getactivewindow")
