@@ -149,10 +149,10 @@ class Desktop:
     def active_window(self):
         return self.run("xdotool", "getactivewindow")
 
-    def top_window(self):
-        """The uppermost of the windows that are managed."""
-        stack = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
-        return str(int(stack.split(",")[-1].split()[-1], 16))
+    def stack(self):
+        """The windows that are managed, the uppermost last."""
+        listing = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
+        return [str(int(window.split()[-1], 16)) for window in listing.split(",")]
 
     def open_window(self):
         """Opens a window of another program and waits until it is active; returns its process."""

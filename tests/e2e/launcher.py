@@ -197,6 +197,10 @@ class Launcher:
         icons = [window for window in self._all_windows() if self._is_float_icon(window)]
         return self.geometry_of(icons[0]) if icons else None
 
+    def top_window(self):
+        """The uppermost window of any program below the floating icon."""
+        return [window for window in self.desktop.stack() if not self._is_float_icon(window)][-1]
+
     def menu_is_open(self):
         return len(self._windows()) == (2 if self.is_visible() else 1)
 
