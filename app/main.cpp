@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FloatIconPosition.h"
+#include "app/FontFallback.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/Translation.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
+#include "platform/ColorScheme.h"
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
@@ -12,6 +15,9 @@
 #include "plugins/FilePlugin.h"
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
+#include "settings/ThemeManager.h"
+#include "ui/ApplicationStyle.h"
+#include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 #include "ui/ProgramIcon.h"
 
@@ -19,10 +25,13 @@
 #include <QLocale>
 #include <QMenu>
 #include <QProcess>
+#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTranslator>
 
 #include <SingleApplication>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -37,6 +46,30 @@ void toggle(MainWindow &window)
     }
 }
 
+void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
+{
+    const auto setTheme = [&] {
+        theme.setTheme(settings.theme());
+    };
+    setTheme();
+
+    QApplication::setStyle(new ApplicationStyle);
+    substituteDesktopFont(QApplication::font());
+    const auto apply = [&] {
+        // Restyling costs time in every widget, and a new theme is not always a new palette.
+        const QString sheet = theme.styleSheet();
+        if (sheet != app.styleSheet()) {
+            app.setStyleSheet(sheet);
+        }
+    };
+    QObject::connect(&theme, &ThemeManager::paletteChanged, &app, apply);
+    QObject::connect(&theme, &ThemeManager::themeChanged, &app, apply);
+    apply();
+
+    QObject::connect(&settings, &Settings::themeChanged, &theme, setTheme);
+    platform::watchColorScheme(&theme, [&theme] { theme.updateDarkState(); });
+}
+
 void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
 {
     // The first plugin of a word keeps it, so the order matters.
@@ -46,6 +79,24 @@ void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &se
     plugins.setSettings(&settings);
     plugins.registerPlugin(new FilePlugin(&plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
+}
+
+void placeFloatIcon(FloatIcon &icon, const Settings &settings)
+{
+    std::optional<QRect> available;
+    if (const QScreen *screen = QGuiApplication::primaryScreen()) {
+        available = screen->availableGeometry();
+    }
+    icon.move(floatIconPosition(settings.floatIconPos(), available));
+}
+
+void connectFloatIcon(FloatIcon &icon, const Settings &settings)
+{
+    const auto showIfWanted = [&] {
+        icon.setVisible(settings.showFloatIcon());
+    };
+    QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, showIfWanted);
+    showIfWanted();
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -126,13 +177,19 @@ int main(int argc, char *argv[])
 
     AppLauncher launcher;
     Settings settings;
+    ThemeManager theme;
     GlobalHotkey hotkey;
+    connectTheme(app, theme, settings);
 
     PluginManager plugins;
     registerPlugins(plugins, launcher, settings);
 
     MainWindow window(&launcher, &plugins, &settings);
     window.setWindowIcon(appIcon);
+
+    FloatIcon floatIcon(&settings, &theme, &window);
+    placeFloatIcon(floatIcon, settings);
+    connectFloatIcon(floatIcon, settings);
 
     QObject::connect(&app, &SingleApplication::instanceStarted, &window,
                      &MainWindow::showAndActivate);

@@ -121,6 +121,12 @@ class Home:
         path.parent.mkdir(exist_ok=True)
         path.write_text("[General]\n" + "".join(f"{k}={v}\n" for k, v in preferences.items()))
 
+    def preferences(self):
+        """The stored preferences without a group of their own, as texts."""
+        path = self.configuration / "Vaskel/Vaskel.conf"
+        lines = path.read_text().splitlines() if path.exists() else []
+        return dict(line.split("=", 1) for line in lines if "=" in line)
+
     def pins(self):
         return json.loads((self.data / "Vaskel/pins.json").read_text())
 
@@ -191,7 +197,22 @@ class Launcher:
 
     def geometry(self):
         """x, y, width and height of the window on the screen."""
-        lines = self.desktop.run("xwininfo", "-id", self.window).splitlines()
+        return self.geometry_of(self.window)
+
+    def float_icon(self):
+        """x, y, width and height of the floating icon, or None where it does not show."""
+        icons = [window for window in self._all_windows() if self._is_float_icon(window)]
+        return self.geometry_of(icons[0]) if icons else None
+
+    def top_window(self):
+        """The uppermost window of any program below the floating icon."""
+        return [window for window in self.desktop.stack() if not self._is_float_icon(window)][-1]
+
+    def menu_is_open(self):
+        return len(self._windows()) == (2 if self.is_visible() else 1)
+
+    def geometry_of(self, window):
+        lines = self.desktop.run("xwininfo", "-id", window).splitlines()
         values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
         return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
                                                   "Width", "Height"))
@@ -285,9 +306,16 @@ class Launcher:
         return next(iter(self._windows()), None)
 
     def _windows(self):
-        """All windows of the process that show; menus are windows of their own."""
+        """All windows of the process that show, but for the floating icon; menus are some too."""
+        return [window for window in self._all_windows() if not self._is_float_icon(window)]
+
+    def _all_windows(self):
         return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
                                 str(self.process.pid)).splitlines()
+
+    def _is_float_icon(self, window):
+        # The only one that is a tool of the program.
+        return "_UTILITY" in self.desktop.run("xprop", "-id", window, "_NET_WM_WINDOW_TYPE")
 
     def _application(self):
         desktop = Atspi.get_desktop(0)
@@ -305,8 +333,10 @@ class Launcher:
         self.desktop.click(*centre(find_it()), button, times)
 
     def _own_geometry(self):
-        extents = children(self._application())[0].get_extents(Atspi.CoordType.SCREEN)
-        return extents.x, extents.y, extents.width, extents.height
+        extents = [window.get_extents(Atspi.CoordType.SCREEN)
+                   for window in children(self._application())]
+        widest = max(extents, key=lambda rect: rect.width)
+        return widest.x, widest.y, widest.width, widest.height
 
     def _edit(self):
         found = find(self._application(), Atspi.Role.TEXT)
