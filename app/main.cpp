@@ -8,6 +8,7 @@
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
+#include "plugins/SettingsPlugin.h"
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "ui/MainWindow.h"
@@ -34,13 +35,16 @@ void toggle(MainWindow &window)
     }
 }
 
-void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
+SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
 {
+    auto *settingsPlugin = new SettingsPlugin(&settings, &plugins, &plugins);
     // The first plugin of a word keeps it, so the order matters.
     plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
     plugins.registerPlugin(new CalcPlugin(&plugins));
+    plugins.registerPlugin(settingsPlugin);
     plugins.setSettings(&settings);
     plugins.registerPlugin(new TodoPlugin(&plugins));
+    return settingsPlugin;
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -72,15 +76,15 @@ void restart()
     QCoreApplication::quit();
 }
 
-void fillTrayMenu(QMenu &menu, MainWindow &window)
+void fillTrayMenu(QMenu &menu, MainWindow &window, const SettingsPlugin &settingsPlugin)
 {
     const QAction *show = menu.addAction(QCoreApplication::translate("Main", "Show"));
     QObject::connect(show, &QAction::triggered, &window, &MainWindow::showAndActivate);
 
     const QAction *settings = menu.addAction(QCoreApplication::translate("Main", "Settings"));
-    QObject::connect(settings, &QAction::triggered, &window, [&window] {
+    QObject::connect(settings, &QAction::triggered, &window, [&window, &settingsPlugin] {
         window.showAndActivate();
-        window.openPluginView(u"set"_s);
+        window.openPluginView(settingsPlugin.command());
     });
 
     const QAction *again = menu.addAction(QCoreApplication::translate("Main", "Restart"));
@@ -124,7 +128,7 @@ int main(int argc, char *argv[])
     GlobalHotkey hotkey;
 
     PluginManager plugins;
-    registerPlugins(plugins, launcher, settings);
+    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
 
     MainWindow window(&launcher, &plugins, &settings);
     window.setWindowIcon(appIcon);
@@ -137,7 +141,7 @@ int main(int argc, char *argv[])
     QSystemTrayIcon tray(appIcon);
     tray.setToolTip(u"Vaskel"_s);
     QMenu trayMenu;
-    fillTrayMenu(trayMenu, window);
+    fillTrayMenu(trayMenu, window, *settingsPlugin);
     tray.setContextMenu(&trayMenu);
     connectTray(tray, window);
     tray.setVisible(true);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QKeySequenceEdit>
 #include <QLocale>
 #include <QStringList>
 #include <QtGlobal>
@@ -26,6 +27,17 @@ inline QString underscoredName(const QLocale &locale)
     return locale.name(QLocale::TagSeparator::Underscore);
 #else
     return locale.name();
+#endif
+}
+
+/// Limits what a field may record; before 6.5 it cannot be limited.
+inline void setMaximumSequenceLength(QKeySequenceEdit &edit, int count)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    edit.setMaximumSequenceLength(count);
+#else
+    Q_UNUSED(edit)
+    Q_UNUSED(count)
 #endif
 }
 
