@@ -3,6 +3,8 @@
 
 #include "platform/QtVersion.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -38,9 +40,55 @@ bool isPlain(const QKeyEvent &event, std::initializer_list<int> keys)
            && std::find(keys.begin(), keys.end(), event.key()) != keys.end();
 }
 
+// Empty for what QKeySequence could not read, too.
 QKeySequence firstCombination(const QKeySequence &sequence)
 {
-    return sequence.isEmpty() ? sequence : QKeySequence(sequence[0]);
+    const bool isKnown = !sequence.isEmpty() && sequence[0].key() != Qt::Key_unknown;
+    return isKnown ? QKeySequence(sequence[0]) : QKeySequence();
+}
+
+/// One field of text, where the base class would show a frame around a nameless line edit.
+class AccessibleHotkeyEdit : public QAccessibleWidget
+{
+public:
+    explicit AccessibleHotkeyEdit(HotkeyEdit *edit)
+        : QAccessibleWidget(edit, QAccessible::EditableText)
+    {
+    }
+
+    int childCount() const override { return 0; }
+    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    QAccessibleInterface *child(int) const override { return nullptr; }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.editable = true;
+        return state;
+    }
+
+    QString text(QAccessible::Text kind) const override
+    {
+        return kind == QAccessible::Value ? line()->text(kind) : QAccessibleWidget::text(kind);
+    }
+
+    void *interface_cast(QAccessible::InterfaceType type) override
+    {
+        return type == QAccessible::TextInterface ? line()->interface_cast(type)
+                                                  : QAccessibleWidget::interface_cast(type);
+    }
+
+private:
+    QAccessibleInterface *line() const
+    {
+        return QAccessible::queryAccessibleInterface(widget()->findChild<QLineEdit *>());
+    }
+};
+
+QAccessibleInterface *createInterface(const QString &, QObject *object)
+{
+    auto *edit = qobject_cast<HotkeyEdit *>(object);
+    return edit ? new AccessibleHotkeyEdit(edit) : nullptr;
 }
 
 } // namespace
@@ -50,6 +98,7 @@ HotkeyEdit::HotkeyEdit(QWidget *parent)
 {
     qtversion::setMaximumSequenceLength(*this, 1);
     setClearButtonEnabled(true);
+    QAccessible::installFactory(createInterface); // at most once, however often it is called
 }
 
 void HotkeyEdit::setHotkey(const QString &hotkey)
@@ -60,12 +109,6 @@ void HotkeyEdit::setHotkey(const QString &hotkey)
 QString HotkeyEdit::hotkey() const
 {
     return keySequence().toString(QKeySequence::PortableText);
-}
-
-void HotkeyEdit::setAccessibleLabel(const QString &label)
-{
-    setAccessibleName(label);
-    findChild<QLineEdit *>()->setAccessibleName(label);
 }
 
 bool HotkeyEdit::event(QEvent *event)

@@ -20,9 +20,6 @@ public:
     /// What the field shows, in QKeySequence::PortableText form; empty for no hotkey.
     QString hotkey() const;
 
-    /// What the field is called by a screen reader, which meets the line edit inside it too.
-    void setAccessibleLabel(const QString &label);
-
 protected:
     bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;

@@ -6,6 +6,7 @@
 #include "settings/HotkeyEdit.h"
 #include "settings/Settings.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -44,6 +45,7 @@ QLabel *buildLabel(const QString &text, const QString &objectName, QWidget *pare
     auto *label = new QLabel(text, parent);
     label->setObjectName(objectName);
     label->setTextFormat(Qt::PlainText);
+    label->setIndent(0); // else a label with a padding of its own stands out of line
     return label;
 }
 
@@ -188,7 +190,7 @@ void SettingsView::buildSettingsPage()
     QBoxLayout *layout = addPage(tr("Settings"));
     QLabel *label = addSection(layout, tr("Global Hotkey"));
     m_hotkeyEdit = new HotkeyEdit(layout->parentWidget());
-    m_hotkeyEdit->setAccessibleLabel(label->text());
+    m_hotkeyEdit->setAccessibleName(label->text());
     label->setBuddy(m_hotkeyEdit);
     layout->addWidget(m_hotkeyEdit);
 
@@ -214,6 +216,9 @@ void SettingsView::buildPluginsPage()
 QWidget *SettingsView::buildButtons()
 {
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
+    for (QAbstractButton *button : buttons->buttons()) {
+        button->setIcon(QIcon()); // no other button of the program has one
+    }
     connect(buttons, &QDialogButtonBox::accepted, this, &SettingsView::apply);
     connect(buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, [this] {
         reload();
@@ -251,6 +256,7 @@ QComboBox *SettingsView::addCombo(QBoxLayout *layout, const QString &label)
     QLabel *section = addSection(layout, label);
     auto *combo = new QComboBox(layout->parentWidget());
     combo->setAccessibleName(label);
+    combo->view()->setAccessibleName(label);
     section->setBuddy(combo);
     layout->addWidget(combo);
     return combo;
@@ -325,7 +331,7 @@ HotkeyEdit *SettingsView::buildPluginHotkeyEdit(const QString &command, QWidget 
     auto *edit = new HotkeyEdit(card);
     edit->setProperty(commandProperty, command);
     edit->setToolTip(tr("Global plugin hotkey"));
-    edit->setAccessibleLabel(command + u' ' + tr("Hotkey"));
+    edit->setAccessibleName(command + u' ' + tr("Hotkey"));
     edit->setFixedWidth(150);
     m_pluginHotkeyEdits.append(edit);
     return edit;

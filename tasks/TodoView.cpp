@@ -4,6 +4,7 @@
 #include "tasks/TaskService.h"
 
 #include <QAbstractItemDelegate>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
@@ -133,6 +134,7 @@ QBoxLayout *TodoView::buildFilter()
     m_filter->addItem(tr("Completed"), int(TaskStatusFilter::Completed));
     m_filter->setAccessibleName(
         QStringList{tr("Active"), tr("All"), tr("Completed")}.join(u" / "_s));
+    m_filter->view()->setAccessibleName(m_filter->accessibleName());
     m_summary = new QLabel(this);
     m_summary->setObjectName(u"muted"_s);
 
