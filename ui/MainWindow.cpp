@@ -189,11 +189,18 @@ void MainWindow::createShortcuts()
         auto *shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WindowShortcut);
         connect(shortcut, &QShortcut::activated, this, effect);
+        return shortcut;
     };
-    addShortcut(Qt::Key_Down, [this] { moveSelection(+1); });
-    addShortcut(Qt::Key_Up, [this] { moveSelection(-1); });
-    addShortcut(QKeySequence(u"Ctrl+N"_s), [this] { moveSelection(+1); });
-    addShortcut(QKeySequence(u"Ctrl+P"_s), [this] { moveSelection(-1); });
+    const auto addMove = [this, addShortcut](const QKeySequence &key, int delta) {
+        QShortcut *shortcut = addShortcut(key, [this, delta] { moveSelection(delta); });
+        // The lists and combo boxes of a plugin's page need these keys themselves.
+        connect(m_stack, &QStackedWidget::currentChanged, shortcut,
+                [this, shortcut] { shortcut->setEnabled(showsList()); });
+    };
+    addMove(Qt::Key_Down, +1);
+    addMove(Qt::Key_Up, -1);
+    addMove(QKeySequence(u"Ctrl+N"_s), +1);
+    addMove(QKeySequence(u"Ctrl+P"_s), -1);
     addShortcut(Qt::Key_Escape, [this] { hide(); });
 }
 
