@@ -103,7 +103,8 @@ SettingsView::SettingsView(Settings *settings, PluginManager *pluginManager, QWi
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(columns, 1);
-    layout->addWidget(buildButtons());
+    buildButtons();
+    layout->addWidget(m_buttons);
 
     reload();
     m_navigation->setCurrentRow(SettingsPage);
@@ -160,6 +161,13 @@ bool SettingsView::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
+void SettingsView::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    // The box makes it the default button whenever it shows, which looks as if it had the focus.
+    m_buttons->button(QDialogButtonBox::Save)->setDefault(false);
+}
+
 void SettingsView::buildPages()
 {
     buildUserPage();
@@ -213,18 +221,19 @@ void SettingsView::buildPluginsPage()
     layout->addStretch();
 }
 
-QWidget *SettingsView::buildButtons()
+void SettingsView::buildButtons()
 {
-    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
-    for (QAbstractButton *button : buttons->buttons()) {
-        button->setIcon(QIcon()); // no other button of the program has one
+    m_buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
+    const QList<QAbstractButton *> buttons = m_buttons->buttons();
+    for (QAbstractButton *button : buttons) {
+        button->setIcon(QIcon());                                  // as all others here
+        qobject_cast<QPushButton *>(button)->setAutoDefault(true); // Enter presses it too
     }
-    connect(buttons, &QDialogButtonBox::accepted, this, &SettingsView::apply);
-    connect(buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, [this] {
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &SettingsView::apply);
+    connect(m_buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, [this] {
         reload();
         Q_EMIT closeRequested();
     });
-    return buttons;
 }
 
 QBoxLayout *SettingsView::addPage(const QString &title)
@@ -295,13 +304,14 @@ QWidget *SettingsView::buildPluginCard(const QString &command)
 {
     auto *card = new QFrame(m_pages);
     card->setObjectName(u"pluginCard"_s);
+    QLabel *word = buildLabel(command, u"pluginCommand"_s, card);
     QLabel *description =
         buildLabel(m_pluginManager->commandDescription(command), u"muted"_s, card);
     description->setWordWrap(true); // else the longest would make the page wider than the window
 
     auto *texts = new QVBoxLayout;
     texts->setSpacing(3);
-    texts->addWidget(buildLabel(command, u"pluginCommand"_s, card));
+    texts->addWidget(word);
     texts->addWidget(description);
 
     auto *layout = new QHBoxLayout(card);

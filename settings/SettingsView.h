@@ -9,6 +9,7 @@ class PluginManager;
 class QBoxLayout;
 class QCheckBox;
 class QComboBox;
+class QDialogButtonBox;
 class QListWidget;
 class QStackedWidget;
 class Settings;
@@ -37,13 +38,14 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void buildPages();
     void buildUserPage();
     void buildSettingsPage();
     void buildPluginsPage();
-    QWidget *buildButtons();
+    void buildButtons();
     QBoxLayout *addPage(const QString &title);
     QCheckBox *addCheck(QBoxLayout *layout, const QString &text);
     QComboBox *addCombo(QBoxLayout *layout, const QString &label);
@@ -60,6 +62,7 @@ private:
     PluginManager *m_pluginManager;
     QListWidget *m_navigation = nullptr;
     QStackedWidget *m_pages = nullptr;
+    QDialogButtonBox *m_buttons = nullptr;
     HotkeyEdit *m_hotkeyEdit = nullptr;
     QComboBox *m_themeCombo = nullptr;
     QComboBox *m_searchEngineCombo = nullptr;

@@ -389,6 +389,8 @@ private Q_SLOTS:
     void isReachedByTheTabKeyInOrder();
     void tabKeyScrollsToWhatItReaches();
     void isChangedByTheKeyboardAlone();
+    void enterPressesTheButtonWithTheFocus();
+    void noButtonLooksFocusedThatIsNot();
     void everyControlHasANameForScreenReaders();
     void fitsIntoTheNarrowestWindow();
 };
@@ -1109,6 +1111,35 @@ void tst_SettingsView::isChangedByTheKeyboardAlone()
     QCOMPARE(stored(u"globalHotkey"_s), u"Alt+F9"_s);
     QCOMPARE(stored(u"theme"_s), u"light"_s);
     QCOMPARE(stored(u"searchEngine"_s), u"DuckDuckGo"_s);
+}
+
+void tst_SettingsView::enterPressesTheButtonWithTheFocus()
+{
+    const Page p;
+    QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
+    QSignalSpy closed(p.view.get(), &SettingsView::closeRequested);
+    QTest::keyClick(p.hotkey(), Qt::Key_F9);
+    QPushButton *save = p.standardButton(QDialogButtonBox::Save);
+    save->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(save, Qt::Key_Return);
+    QCOMPARE(stored(u"globalHotkey"_s), u"F9"_s);
+    QPushButton *cancel = p.standardButton(QDialogButtonBox::Cancel);
+    cancel->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(cancel, Qt::Key_Return);
+    QCOMPARE(closed.size(), 1);
+}
+
+void tst_SettingsView::noButtonLooksFocusedThatIsNot()
+{
+    const Page p;
+    QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
+    for (int i = 0; i < 2; ++i) {
+        p.navigation()->setFocus();
+        QVERIFY(!p.standardButton(QDialogButtonBox::Save)->isDefault());
+        p.view->hide();
+        p.view->show();
+        QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
+    }
 }
 
 void tst_SettingsView::everyControlHasANameForScreenReaders()
