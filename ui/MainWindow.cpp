@@ -14,6 +14,8 @@
 #include "ui/ResultRecord.h"
 #include "ui/WebSearch.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -44,6 +46,13 @@ constexpr qsizetype maximumRequests = 16; // more than any window system leaves 
 constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
 
+// A plain widget is no window to a screen reader.
+QAccessibleInterface *createInterface(const QString &, QObject *object)
+{
+    auto *window = qobject_cast<MainWindow *>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
 } // namespace
 
 MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
@@ -66,6 +75,7 @@ void MainWindow::buildWindow()
 {
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
+    QAccessible::installFactory(createInterface); // at most once, however often it is called
     resize(760, 460);
     setMinimumWidth(minimumWindowWidth);
 
