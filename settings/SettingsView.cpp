@@ -4,6 +4,7 @@
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
 #include "settings/HotkeyEdit.h"
+#include "settings/ItemFocusDelegate.h"
 #include "settings/Settings.h"
 
 #include <QAbstractItemView>
@@ -90,6 +91,7 @@ SettingsView::SettingsView(Settings *settings, PluginManager *pluginManager, QWi
     m_navigation->setObjectName(u"settingsNavigation"_s);
     m_navigation->setAccessibleName(tr("Settings"));
     m_navigation->setFixedWidth(132);
+    m_navigation->setItemDelegate(new ItemFocusDelegate(m_navigation));
     m_pages = new QStackedWidget(this);
     m_pages->setObjectName(u"settingsPages"_s);
     connect(m_navigation, &QListWidget::currentRowChanged, m_pages,

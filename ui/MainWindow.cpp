@@ -518,6 +518,7 @@ void MainWindow::addPinnedButton(const QVariantMap &pin)
                 openPinMenu(path, button->mapToGlobal(position));
             });
     addToPinnedStrip(button);
+    setTabOrder(button, m_resultList); // which is older than the button, but below it
 }
 
 // Left to the layout, a widget would show only after the fit, which would not count it.
