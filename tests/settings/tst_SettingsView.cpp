@@ -693,7 +693,6 @@ void tst_SettingsView::saveWritesOneEdit()
 
 void tst_SettingsView::saveWritesAllEditsInOrder()
 {
-    saveWritesOneEdit_data();
     const Page p;
     p.navigation()->setCurrentRow(UserPage);
     QTest::keyClick(p.hotkey(), Qt::Key_F9);
