@@ -171,14 +171,14 @@ void tst_SettingsPlugin::eachWordOpensItsPlace()
     const std::unique_ptr<QWidget> page(w.plugins.viewForCommand(word));
     QVERIFY(qobject_cast<SettingsView *>(page.get()));
     QVERIFY(!page->parent());
-    QCOMPARE(w.row(page.get()), row);
+    QCOMPARE(World::row(page.get()), row);
 }
 
 void tst_SettingsPlugin::opensAtTheSettingsUntilItIsToldAWord()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
-    QCOMPARE(w.row(page.get()), 1);
+    QCOMPARE(World::row(page.get()), 1);
 }
 
 void tst_SettingsPlugin::keepsTheLastWord()
@@ -188,7 +188,7 @@ void tst_SettingsPlugin::keepsTheLastWord()
     const std::unique_ptr<QWidget> page(w.plugin.createView());
     page->findChild<QListWidget *>()->setCurrentRow(0);
     w.plugin.createView();
-    QCOMPARE(w.row(page.get()), 2);
+    QCOMPARE(World::row(page.get()), 2);
 }
 
 void tst_SettingsPlugin::turnsAnOpenPageAtOnce()
@@ -196,7 +196,7 @@ void tst_SettingsPlugin::turnsAnOpenPageAtOnce()
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
     w.plugin.setViewCommand(u"user"_s);
-    QCOMPARE(w.row(page.get()), 0);
+    QCOMPARE(World::row(page.get()), 0);
 }
 
 void tst_SettingsPlugin::givesTheSamePageEachTime()
@@ -210,7 +210,7 @@ void tst_SettingsPlugin::eachOpeningShowsTheStoredValues()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
-    QCheckBox *check = w.firstCheck(page.get());
+    QCheckBox *check = World::firstCheck(page.get());
     QVERIFY(!check->isChecked());
     check->click();
     w.plugin.createView();
@@ -228,7 +228,7 @@ void tst_SettingsPlugin::makesANewPageAfterTheOldOneIsGone()
     w.plugin.setViewCommand(u"user"_s);
     const std::unique_ptr<QWidget> page(w.plugin.createView());
     QVERIFY(page);
-    QCOMPARE(w.row(page.get()), 0);
+    QCOMPARE(World::row(page.get()), 0);
 }
 
 void tst_SettingsPlugin::passesTheWishToCloseOn()
