@@ -13,6 +13,7 @@
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
 #include "plugins/FilePlugin.h"
+#include "plugins/SettingsPlugin.h"
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
@@ -70,15 +71,18 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
     platform::watchColorScheme(&theme, [&theme] { theme.updateDarkState(); });
 }
 
-void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
+SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
 {
+    auto *settingsPlugin = new SettingsPlugin(&settings, &plugins, &plugins);
     // The first plugin of a word keeps it, so the order matters.
     plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
     plugins.registerPlugin(new CalcPlugin(&plugins));
     plugins.registerPlugin(new DirectoryPlugin(&plugins));
+    plugins.registerPlugin(settingsPlugin);
     plugins.setSettings(&settings);
     plugins.registerPlugin(new FilePlugin(&plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
+    return settingsPlugin;
 }
 
 void placeFloatIcon(FloatIcon &icon, const Settings &settings)
@@ -128,15 +132,15 @@ void restart()
     QCoreApplication::quit();
 }
 
-void fillTrayMenu(QMenu &menu, MainWindow &window)
+void fillTrayMenu(QMenu &menu, MainWindow &window, const SettingsPlugin &settingsPlugin)
 {
     const QAction *show = menu.addAction(QCoreApplication::translate("Main", "Show"));
     QObject::connect(show, &QAction::triggered, &window, &MainWindow::showAndActivate);
 
     const QAction *settings = menu.addAction(QCoreApplication::translate("Main", "Settings"));
-    QObject::connect(settings, &QAction::triggered, &window, [&window] {
+    QObject::connect(settings, &QAction::triggered, &window, [&window, &settingsPlugin] {
         window.showAndActivate();
-        window.openPluginView(u"set"_s);
+        window.openPluginView(settingsPlugin.command());
     });
 
     const QAction *again = menu.addAction(QCoreApplication::translate("Main", "Restart"));
@@ -182,7 +186,7 @@ int main(int argc, char *argv[])
     connectTheme(app, theme, settings);
 
     PluginManager plugins;
-    registerPlugins(plugins, launcher, settings);
+    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
 
     MainWindow window(&launcher, &plugins, &settings);
     window.setWindowIcon(appIcon);
@@ -199,7 +203,7 @@ int main(int argc, char *argv[])
     QSystemTrayIcon tray(appIcon);
     tray.setToolTip(u"Vaskel"_s);
     QMenu trayMenu;
-    fillTrayMenu(trayMenu, window);
+    fillTrayMenu(trayMenu, window, *settingsPlugin);
     tray.setContextMenu(&trayMenu);
     connectTray(tray, window);
     tray.setVisible(true);

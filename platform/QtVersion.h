@@ -4,6 +4,7 @@
 #include "platform/ColorScheme.h"
 
 #include <QApplication>
+#include <QKeySequenceEdit>
 #include <QLocale>
 #include <QStringList>
 #include <QStyleHints>
@@ -57,6 +58,17 @@ inline void watchColorScheme([[maybe_unused]] QObject *context,
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
     QObject::connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, context,
                      changed);
+#endif
+}
+
+/// Limits what a field may record; before 6.5 it cannot be limited.
+inline void setMaximumSequenceLength(QKeySequenceEdit &edit, int count)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    edit.setMaximumSequenceLength(count);
+#else
+    Q_UNUSED(edit)
+    Q_UNUSED(count)
 #endif
 }
 

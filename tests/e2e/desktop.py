@@ -146,6 +146,13 @@ class Desktop:
         found = re.search("#[0-9A-Fa-f]{6}", line)
         return found.group().lower() if found else None
 
+    def pixels(self, x, y, width, height):
+        """The colours of a part of the screen."""
+        return subprocess.run(["import", "-silent", "-window", "root", "-crop",
+                               f"{width}x{height}+{max(x, 0)}+{max(y, 0)}", "-depth", "8", "rgb:-"],
+                              env=os.environ | self.environment(), stdout=subprocess.PIPE,
+                              check=True).stdout
+
     def active_window(self):
         return self.run("xdotool", "getactivewindow")
 
