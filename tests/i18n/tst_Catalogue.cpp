@@ -230,7 +230,8 @@ QList<Text> textsOfSources()
         }
     }
     const QString list = testhome::path() + "/sources.ts"_L1;
-    const QStringList options = {u"-silent"_s, u"-locations"_s, u"none"_s};
+    const QStringList options = {u"-silent"_s, u"-locations"_s, u"none"_s, u"-I"_s,
+                                 QStringLiteral(SOURCE_FOLDER)};
     if (!run(QStringLiteral(LUPDATE), options + folders + QStringList{u"-ts"_s, list})) {
         return {};
     }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include "platform/BuiltinPrograms.h"
+#include "platform/ColorScheme.h"
 
 #include <QHash>
 #include <QIcon>
 #include <QPixmap>
+#include <QPointer>
 #include <QProcessEnvironment>
 #include <QStringList>
 
@@ -23,10 +25,26 @@ struct FakePlatform
     // BuiltinPrograms.h; a program without an entry gets a path made of its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
 
+    // ColorScheme.h
+    platform::ColorScheme colorScheme = platform::ColorScheme::Unknown;
+    QList<std::pair<QPointer<QObject>, std::function<void()>>> colorSchemeWatchers;
+    /// Changes the scheme and tells those who watch it.
+    void changeColorScheme(platform::ColorScheme scheme);
+
     // FileIcon.h
     QHash<QString, QIcon> linkIcons;
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
+
+    // FileIndex.h; a path that is empty counts as one that cannot be read, and fits every text
+    QString indexName = QStringLiteral("Fake");
+    QStringList indexedPaths;
+    unsigned indexError = 0;
+    QStringList indexCalls; // each function's name with its argument
+
+    // Folder.h
+    bool openFolderResult = true;
+    QStringList openedFolders;
 
     // Link.h
     QString linkSuffix = QStringLiteral("link");
