@@ -139,10 +139,7 @@ const QList<Text> untranslated = {
 const QList<Text> ofOneSystem = {};
 
 /// Contexts of the catalogue whose sources are not all there yet.
-const QStringList incompleteContexts = {
-    u"AppLauncher"_s, u"DirectoryPlugin"_s, u"FilePlugin"_s,   u"FloatIcon"_s,
-    u"MainWindow"_s,  u"SettingsPlugin"_s,  u"SettingsView"_s,
-};
+const QStringList incompleteContexts = {u"AppLauncher"_s, u"MainWindow"_s};
 
 /// A message as a translation source file holds it.
 struct SourceMessage
