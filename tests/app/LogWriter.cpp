@@ -18,6 +18,7 @@ namespace {
 void logFromThreads()
 {
     std::vector<std::thread> threads;
+    threads.reserve(8);
     for (int thread = 0; thread < 8; ++thread) {
         threads.emplace_back([thread] {
             for (int number = 0; number < 200; ++number) {
