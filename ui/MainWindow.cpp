@@ -189,11 +189,18 @@ void MainWindow::createShortcuts()
         auto *shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WindowShortcut);
         connect(shortcut, &QShortcut::activated, this, effect);
+        return shortcut;
     };
-    addShortcut(Qt::Key_Down, [this] { moveSelection(+1); });
-    addShortcut(Qt::Key_Up, [this] { moveSelection(-1); });
-    addShortcut(QKeySequence(u"Ctrl+N"_s), [this] { moveSelection(+1); });
-    addShortcut(QKeySequence(u"Ctrl+P"_s), [this] { moveSelection(-1); });
+    const auto addListShortcut = [&](const QKeySequence &key, int delta) {
+        auto *shortcut = addShortcut(key, [this, delta] { moveSelection(delta); });
+        // A shortcut takes its key away from the page on show, even when it then does nothing.
+        connect(m_stack, &QStackedWidget::currentChanged, shortcut,
+                [this, shortcut] { shortcut->setEnabled(showsList()); });
+    };
+    addListShortcut(Qt::Key_Down, +1);
+    addListShortcut(Qt::Key_Up, -1);
+    addListShortcut(QKeySequence(u"Ctrl+N"_s), +1);
+    addListShortcut(QKeySequence(u"Ctrl+P"_s), -1);
     addShortcut(Qt::Key_Escape, [this] { hide(); });
 }
 

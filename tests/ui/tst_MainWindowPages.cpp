@@ -5,6 +5,7 @@
 #include "ui/ManagementIcon.h"
 #include "ui/WindowTest.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -12,6 +13,27 @@
 
 using namespace Qt::StringLiterals;
 using namespace windowtest;
+
+namespace {
+
+/// Notes the keys that reach a widget.
+class KeyRecorder : public QObject
+{
+public:
+    explicit KeyRecorder(QWidget *widget) { widget->installEventFilter(this); }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::KeyPress) {
+            pressed.append(static_cast<QKeyEvent *>(event)->keyCombination());
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    QList<QKeyCombination> pressed;
+};
+
+} // namespace
 
 /// The plugins' pages: how they come and when they go.
 class tst_MainWindowPages : public QObject
@@ -40,6 +62,8 @@ private Q_SLOTS:
     void editOfTheArgumentsAsksAndKeepsThePage();
     void editOfTheWordClosesThePage();
 
+    void pageHasTheKeysOfTheList_data();
+    void pageHasTheKeysOfTheList();
     void escapeAndCloseLeaveThePage();
     void managementIconOpensTheUsersPage();
 
@@ -254,6 +278,39 @@ void tst_MainWindowPages::editOfTheWordClosesThePage()
     QCOMPARE(w.stack->currentWidget(), w.todo.page);
     QTest::keyClick(w.edit, Qt::Key_Backspace);
     QTRY_VERIFY(w.isOnList());
+}
+
+void tst_MainWindowPages::pageHasTheKeysOfTheList_data()
+{
+    QTest::addColumn<QKeyCombination>("key");
+    QTest::addColumn<int>("row"); // of three, from the middle, once the list has it again
+
+    QTest::newRow("down") << QKeyCombination(Qt::Key_Down) << 2;
+    QTest::newRow("up") << QKeyCombination(Qt::Key_Up) << 0;
+    QTest::newRow("Ctrl+N") << (Qt::CTRL | Qt::Key_N) << 2;
+    QTest::newRow("Ctrl+P") << (Qt::CTRL | Qt::Key_P) << 0;
+}
+
+void tst_MainWindowPages::pageHasTheKeysOfTheList()
+{
+    QFETCH(const QKeyCombination, key);
+    QFETCH(const int, row);
+    Window w;
+    QVERIFY(w.showActive());
+    w.calc.rows = numberedRows(3);
+    w.enter(u"calc 1"_s);
+    w.moveSelection(1);
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    w.todo.page->setFocusPolicy(Qt::StrongFocus);
+    w.todo.page->setFocus();
+    KeyRecorder keys(w.todo.page);
+    QTest::keyClick(w.todo.page, key.key(), key.keyboardModifiers());
+    QVERIFY(keys.pressed.contains(key)); // perhaps behind its modifier
+
+    Q_EMIT w.todo.viewCloseRequested();
+    w.edit->setFocus();
+    QTest::keyClick(w.edit, key.key(), key.keyboardModifiers());
+    QCOMPARE(w.list->currentRow(), row);
 }
 
 void tst_MainWindowPages::escapeAndCloseLeaveThePage()
