@@ -99,6 +99,15 @@ class Desktop:
     def press(self, *keys):
         self.run("xdotool", "key", "--delay", "15", "--", *keys)
 
+    def hold(self, *keys):
+        """Presses the keys one by one and lets none go."""
+        for key in keys:
+            self.run("xdotool", "keydown", key)
+
+    def let_go(self, *keys):
+        for key in reversed(keys):
+            self.run("xdotool", "keyup", key)
+
     def move_pointer(self, x, y):
         self.run("xdotool", "mousemove", str(x), str(y))
 

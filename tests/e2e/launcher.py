@@ -109,10 +109,14 @@ class Home:
         path = self.records / file
         return json.loads(path.read_text()) if path.exists() else None
 
-    def set_preferences(self, **preferences):
+    def set_preferences(self, preferences=(), **more):
+        """Writes the preferences, whose keys may have a group in front, as in "plugins/calc"."""
+        separator = "\\"  # between a group and its keys, in the section without a name
+        lines = [f"{key.replace('/', separator)}={value}"
+                 for key, value in (dict(preferences) | more).items()]
         path = self.configuration / "Vaskel/Vaskel.conf"
         path.parent.mkdir(exist_ok=True)
-        path.write_text("[General]\n" + "".join(f"{k}={v}\n" for k, v in preferences.items()))
+        path.write_text("\n".join(["[General]", *lines, ""]))
 
     def pins(self):
         return json.loads((self.data / "Vaskel/pins.json").read_text())
@@ -199,7 +203,7 @@ class Launcher:
 
     def status(self):
         """The status line, or None."""
-        return self._shown_label(self._content())
+        return self._shown_label(self.content())
 
     def rows(self):
         """The rows of the list as pairs of title and subtitle."""
@@ -307,14 +311,14 @@ class Launcher:
             raise NotYet("no line edit shows")
         return found[0]
 
-    def _content(self):
+    def content(self):
         return self._edit().get_parent().get_parent()
 
     def _list(self):
         return next(iter(find(self._application(), Atspi.Role.LIST)), None)
 
     def _pin_buttons(self):
-        for label in find(self._content(), Atspi.Role.LABEL):
+        for label in find(self.content(), Atspi.Role.LABEL):
             if label.get_name() == "Pinned":
                 return find(label.get_parent(), Atspi.Role.PUSH_BUTTON)
         return []
