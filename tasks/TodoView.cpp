@@ -92,6 +92,14 @@ void TodoView::activate()
 {
     refresh();
     m_input->setFocus(Qt::OtherFocusReason);
+    // A page that is opened for the first time gets into its window only after this, and the focus
+    // of that window can be had only then.
+    const auto takeFocus = [this] {
+        if (m_input->isVisible()) {
+            m_input->setFocus(Qt::OtherFocusReason);
+        }
+    };
+    QMetaObject::invokeMethod(m_input, takeFocus, Qt::QueuedConnection);
 }
 
 QBoxLayout *TodoView::buildHeading()

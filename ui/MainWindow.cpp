@@ -451,6 +451,10 @@ bool MainWindow::openPluginView(const QString &command)
 
 void MainWindow::closePluginView()
 {
+    // A page that goes with the focus in it would leave that to the next widget, the close button.
+    if (!showsList() && m_stack->isAncestorOf(focusWidget())) {
+        m_commandEdit->setFocus(Qt::OtherFocusReason);
+    }
     m_stack->setCurrentWidget(m_resultList);
     m_stack->hide();
     m_stack->setFixedHeight(0);

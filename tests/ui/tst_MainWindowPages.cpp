@@ -55,6 +55,7 @@ private Q_SLOTS:
 
     void closeSignalGoesBackToTheList();
     void closeSignalLeavesEverythingElseAlone();
+    void closeSignalTakesTheFocusFromThePageToTheBox();
 
     void searchKeepsThePage_data();
     void searchKeepsThePage();
@@ -194,6 +195,20 @@ void tst_MainWindowPages::closeSignalLeavesEverythingElseAlone()
     QCOMPARE(w.list->count(), 3);
     QCOMPARE(w.list->currentRow(), 2);
     QCOMPARE(w.status->text(), u"calc | CALC"_s);
+    QVERIFY(w.edit->hasFocus());
+}
+
+void tst_MainWindowPages::closeSignalTakesTheFocusFromThePageToTheBox()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    QPushButton back(w.todo.page);
+    back.show();
+    back.setFocus();
+    QVERIFY(back.hasFocus());
+    Q_EMIT w.todo.viewCloseRequested();
+    w.settle();
     QVERIFY(w.edit->hasFocus());
 }
 
