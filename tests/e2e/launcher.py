@@ -261,9 +261,9 @@ class Launcher:
 
     def choose_from_menu(self):
         """Chooses the one entry of the context menu that a right click has just opened."""
-        wait_until(lambda: len(self._windows()) == 2, "the menu opens")
+        wait_until(lambda: len(self.windows()) == 2, "the menu opens")
         self.press("Down", "Return")
-        wait_until(lambda: len(self._windows()) == 1, "the menu closes")
+        wait_until(lambda: len(self.windows()) == 1, "the menu closes")
 
     # How it is found
 
@@ -279,9 +279,9 @@ class Launcher:
     def _find_window(self):
         if self.process.poll() is not None:
             raise RuntimeError(f"The program ended with {self.process.returncode}: {self.messages()}")
-        return next(iter(self._windows()), None)
+        return next(iter(self.windows()), None)
 
-    def _windows(self):
+    def windows(self):
         """All windows of the process that show; menus are windows of their own."""
         return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
                                 str(self.process.pid)).splitlines()
