@@ -4,14 +4,15 @@
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 import sys
 import tempfile
 
-from gi.repository import Atspi
+from gi.repository import Atspi, GLib
 
-from desktop import NotYet, start_tied, stop, wait_until
+from desktop import PATIENCE, NotYet, start_tied, stop, wait_until
 
 BUILTINS = ("Notepad", "Calculator", "Paint", "Command Prompt", "File Explorer", "Task Manager",
             "Settings", "Browser")
@@ -45,6 +46,34 @@ def find(accessible, role):
 def centre(accessible):
     extents = accessible.get_extents(Atspi.CoordType.SCREEN)
     return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+
+class FocusLog:
+    """Notes the names of what gets the focus, of one role, while it is entered. A popup menu can be
+    read in no other way, since it is no child of its application."""
+
+    def __init__(self, role):
+        self._role = role
+        self._names = []
+        self._listener = Atspi.EventListener.new(self._note)
+
+    def __enter__(self):
+        self._listener.register("object:state-changed:focused")
+        return self
+
+    def __exit__(self, *_):
+        self._listener.deregister("object:state-changed:focused")
+
+    def names(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return list(self._names)
+
+    def _note(self, event):
+        # The same focus may be told more than once.
+        name = event.source.get_name()
+        if event.source.get_role() == self._role and name not in self._names[-1:]:
+            self._names.append(name)
 
 
 class Home:
@@ -132,6 +161,33 @@ class Home:
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
+class ForeignProcess:
+    """What Launcher needs of a process, for one that is no child of this one."""
+
+    def __init__(self, pid):
+        self.pid = pid
+        self.returncode = None
+
+    def poll(self):
+        return None if os.path.exists(f"/proc/{self.pid}") else 0
+
+    def send_signal(self, number):
+        try:
+            os.kill(self.pid, number)
+        except ProcessLookupError:
+            pass
+
+    def terminate(self):
+        self.send_signal(signal.SIGTERM)
+
+    def kill(self):
+        self.send_signal(signal.SIGKILL)
+
+    def wait(self, timeout=PATIENCE):
+        wait_until(lambda: self.poll() is not None, f"process {self.pid} ends", timeout)
+        return self.returncode
+
+
 class Launcher:
     """The running program, read through the accessibility bus and driven by keys and mouse."""
 
@@ -152,6 +208,10 @@ class Launcher:
         self.process = process
         self.window = wait_until(self._find_window, "the window shows")
         self.wait_until_ready()
+
+    def attach_to_foreign(self, pid):
+        """As attach(), for a process that was not started from here."""
+        self.attach(ForeignProcess(pid))
 
     def start_process(self, **variables):
         return start_tied([self.program], env=self.environment | variables, stdout=self.log,
@@ -188,10 +248,11 @@ class Launcher:
 
     def geometry(self):
         """x, y, width and height of the window on the screen."""
-        lines = self.desktop.run("xwininfo", "-id", self.window).splitlines()
-        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
-        return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
-                                                  "Width", "Height"))
+        return self.desktop.geometry(self.window)
+
+    def tray_icon(self):
+        """The window of the icon in the system tray, or None."""
+        return next(filter(self._is_embedded, self._all_windows()), None)
 
     def text(self):
         """The text of the line edit: what is typed, without the word in the badge."""
@@ -254,7 +315,7 @@ class Launcher:
         self._click_on(lambda: children(self._list())[self.titles().index(title)], button, times)
 
     def click_close(self):
-        self._click_on(lambda: find(self._application(), Atspi.Role.PUSH_BUTTON)[0])
+        self._click_on(lambda: find(self.application(), Atspi.Role.PUSH_BUTTON)[0])
 
     def click_pin(self, name, button=1):
         self._click_on(lambda: next(p for p in self._pin_buttons() if p.get_name() == name), button)
@@ -283,10 +344,20 @@ class Launcher:
 
     def windows(self):
         """All windows of the process that show; menus are windows of their own."""
+        return [window for window in self._all_windows() if not self._is_embedded(window)]
+
+    def _all_windows(self):
         return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
                                 str(self.process.pid)).splitlines()
 
-    def _application(self):
+    def _is_embedded(self, window):
+        """Whether the window is within another program's, and not for the window manager's frame."""
+        tree = self.desktop.run("xwininfo", "-id", window, "-tree")
+        root, parent = re.findall(r"(?:Root|Parent) window id: (\w+)", tree)
+        return parent != root and "window state" not in self.desktop.run("xprop", "-id", window,
+                                                                         "WM_STATE")
+
+    def application(self):
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
@@ -302,11 +373,11 @@ class Launcher:
         self.desktop.click(*centre(find_it()), button, times)
 
     def _own_geometry(self):
-        extents = children(self._application())[0].get_extents(Atspi.CoordType.SCREEN)
+        extents = children(self.application())[0].get_extents(Atspi.CoordType.SCREEN)
         return extents.x, extents.y, extents.width, extents.height
 
     def _edit(self):
-        found = find(self._application(), Atspi.Role.TEXT)
+        found = find(self.application(), Atspi.Role.TEXT)
         if not found:
             raise NotYet("no line edit shows")
         return found[0]
@@ -315,7 +386,7 @@ class Launcher:
         return self._edit().get_parent().get_parent()
 
     def _list(self):
-        return next(iter(find(self._application(), Atspi.Role.LIST)), None)
+        return next(iter(find(self.application(), Atspi.Role.LIST)), None)
 
     def _pin_buttons(self):
         for label in find(self.content(), Atspi.Role.LABEL):
