@@ -2,6 +2,7 @@
 #include "ui/ApplicationStyle.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
 
