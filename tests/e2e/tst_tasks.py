@@ -8,7 +8,8 @@ from launcher import children, find, has_state
 from gi.repository import Atspi
 
 INDENTATION = 22
-TICK_BOX = 8  # from the left edge of a row to the middle of its box
+UP, DOWN = 4, 5  # the wheel, as buttons
+TICK_BOX = 18  # from the left edge of a row to the middle of its box
 
 
 class TaskPage(EndToEndCase):
@@ -87,14 +88,25 @@ class TaskPage(EndToEndCase):
         self.launcher.type(title)
         self.launcher.press("Return")
 
+    def place(self, title):
+        """The row's place on the screen, once the tree is scrolled to it by the wheel."""
+        tree = self.tree().get_extents(Atspi.CoordType.SCREEN)
+
+        def seen():
+            row = self.cell(title).get_extents(Atspi.CoordType.SCREEN)
+            if tree.y <= row.y and row.y + row.height <= tree.y + tree.height:
+                return row
+            wheel = UP if row.y < tree.y else DOWN
+            self.desktop.click(tree.x + tree.width // 2, tree.y + tree.height // 2, wheel)
+            return None
+        return wait_until(seen, f"the row of {title!r} is in view")
+
     def click_row(self, title, button=1, times=1):
-        def middle():
-            extents = self.cell(title).get_extents(Atspi.CoordType.SCREEN)
-            return extents.x + 40, extents.y + extents.height // 2
-        self.desktop.click(*middle(), button, times)
+        extents = self.place(title)
+        self.desktop.click(extents.x + 40, extents.y + extents.height // 2, button, times)
 
     def tick(self, title):
-        extents = self.cell(title).get_extents(Atspi.CoordType.SCREEN)
+        extents = self.place(title)
         self.desktop.click(extents.x + TICK_BOX, extents.y + extents.height // 2)
 
     def click(self, name):
