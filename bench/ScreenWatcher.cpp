@@ -87,6 +87,29 @@ std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow()
     return {};
 }
 
+bool ScreenWatcher::waitForShownWindow(xcb_window_t window)
+{
+    const auto deadline = Clock::now() + kPatience;
+    while (const Event event{nextEvent(deadline)}) {
+        if (typeOf(*event) == XCB_MAP_NOTIFY
+            && as<xcb_map_notify_event_t>(event).window == window) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ScreenWatcher::waitForPicture()
+{
+    const auto deadline = Clock::now() + kPatience;
+    while (const Event event{nextEvent(deadline)}) {
+        if (typeOf(*event) == m_damageNotify) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void ScreenWatcher::requestClose(xcb_window_t window)
 {
     xcb_client_message_event_t message{};

@@ -23,6 +23,12 @@ public:
     /// nothing after a minute without one.
     std::optional<xcb_window_t> waitForPaintedWindow();
 
+    /// Waits until a window that was hidden is back on the screen; false if it is not for a minute.
+    bool waitForShownWindow(xcb_window_t window);
+
+    /// Waits until a window that is on the screen is painted; false if it is not for a minute.
+    bool waitForPicture();
+
     /// Asks the window's program to close it, as its close button would.
     void requestClose(xcb_window_t window);
 

@@ -2,7 +2,9 @@
 //
 // What the whole program costs, seen from outside and next to a bare window of the same size: the
 // time from its start until its window is on the screen with its first picture, the memory that
-// it takes two seconds later, and the processor time that it takes while it is hidden.
+// it takes two seconds later, the time from a press of the hotkey until the window is back on the
+// screen, and the processor time that it takes while it is hidden.
+#include "Hotkey.h"
 #include "ScreenWatcher.h"
 
 #include <benchmark/benchmark.h>
@@ -23,6 +25,7 @@
 #include <sstream>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -31,6 +34,7 @@ using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
 constexpr int kEntries = 500;
+constexpr int kStrikes = 11;
 
 /// A home with installed programs, and the environment of a process that lives in it.
 class Home
@@ -196,6 +200,7 @@ struct Stage
 {
     Home home;
     ScreenWatcher screen;
+    Hotkey hotkey;
 };
 
 Stage &stage()
@@ -246,6 +251,57 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
     state.SetLabel("MiB");
 }
 
+enum class Until {
+    Shown,
+    Painted,
+};
+
+/// The time from a press of the hotkey until the hidden window is back; nothing if it is not.
+std::optional<double> timeOfReturn(xcb_window_t window, Until until)
+{
+    stage().hotkey.strike();
+    if (!stage().screen.waitForHiddenWindow(window)) {
+        return {};
+    }
+    // Hiding itself goes on for a moment after the window is off the screen.
+    std::this_thread::sleep_for(300ms);
+    stage().screen.discardEvents();
+
+    const Clock::time_point begin = stage().hotkey.strike();
+    if (!stage().screen.waitForShownWindow(window)
+        || (until == Until::Painted && !stage().screen.waitForPicture())) {
+        return {};
+    }
+    const std::chrono::duration<double> duration = Clock::now() - begin;
+    std::this_thread::sleep_for(100ms);
+    return duration.count();
+}
+
+// Both programs are up already and have their window made.
+void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
+{
+    if (!warmUp(program)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    while (state.KeepRunning()) {
+        const Start start(stage().home, stage().screen, program);
+        // The hotkey is set up behind the first show.
+        std::this_thread::sleep_for(1s);
+        std::vector<double> times;
+        while (times.size() < kStrikes) {
+            const std::optional<double> time = timeOfReturn(*start.window, until);
+            if (!time) {
+                state.SkipWithError("The hotkey does not hide and show the window.");
+                return;
+            }
+            times.push_back(*time);
+        }
+        std::nth_element(times.begin(), times.begin() + kStrikes / 2, times.end());
+        state.SetIterationTime(times[kStrikes / 2]);
+    }
+}
+
 void processorTimeWhileHidden(benchmark::State &state)
 {
     if (!warmUp(VASKEL_PROGRAM)) {
@@ -283,6 +339,15 @@ int main(int argc, char *argv[])
     repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
            5);
     repeat(benchmark::RegisterBenchmark("memory/floor", memoryAfterTwoSeconds, BARE_WINDOW), 5);
+    for (const auto &[side, program] :
+         {std::pair("measured", VASKEL_PROGRAM), {"floor", BARE_HOTKEY}}) {
+        repeat(benchmark::RegisterBenchmark((std::string("hotkey/") + side).c_str(), hotkeyToWindow,
+                                            program, Until::Shown),
+               5);
+        repeat(benchmark::RegisterBenchmark((std::string("hotkey_painted/") + side).c_str(),
+                                            hotkeyToWindow, program, Until::Painted),
+               5);
+    }
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
 
     benchmark::Initialize(&argc, argv);

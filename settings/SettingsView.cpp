@@ -245,6 +245,7 @@ QBoxLayout *SettingsView::addPage(const QString &title)
     auto *area = new QScrollArea(m_pages);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus); // it follows the focus of what it holds
+    area->verticalScrollBar()->setAccessibleName(title);
     auto *content = new QWidget(area);
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(14, 10, 14, 14);
@@ -268,6 +269,7 @@ QComboBox *SettingsView::addCombo(QBoxLayout *layout, const QString &label)
     auto *combo = new QComboBox(layout->parentWidget());
     combo->setAccessibleName(label);
     combo->view()->setAccessibleName(label);
+    combo->view()->verticalScrollBar()->setAccessibleName(label);
     section->setBuddy(combo);
     layout->addWidget(combo);
     return combo;

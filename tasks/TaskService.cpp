@@ -22,6 +22,26 @@ QString taskFilePath()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/todo.json"_s;
 }
 
+/// Reads the current time as often as it is asked to, and makes a local time of it, which has the C
+/// library look for the zone's file, once a millisecond at most.
+class Clock
+{
+public:
+    QDateTime now()
+    {
+        const qint64 moment = QDateTime::currentMSecsSinceEpoch();
+        if (!m_time.isValid() || moment != m_moment) {
+            m_moment = moment;
+            m_time = QDateTime::fromMSecsSinceEpoch(moment);
+        }
+        return m_time;
+    }
+
+private:
+    qint64 m_moment = 0;
+    QDateTime m_time;
+};
+
 } // namespace
 
 TaskService::TaskService(QObject *parent)
@@ -111,11 +131,12 @@ void TaskService::applyCompleted(const QString &id, bool completed)
     if (!m_repository->contains(id)) {
         return;
     }
+    Clock clock;
     const QStringList ids = QStringList(id) + m_repository->descendants(id);
     for (const QString &each : ids) {
         Task task = m_repository->task(each);
         task.completed = completed;
-        task.updatedTime = QDateTime::currentDateTime();
+        task.updatedTime = clock.now();
         m_repository->updateTask(task);
     }
 }

@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -122,6 +123,14 @@ void TodoView::activate()
 {
     refresh();
     m_input->setFocus(Qt::OtherFocusReason);
+    // A page that is opened for the first time gets into its window only after this, and the focus
+    // of that window can be had only then.
+    const auto takeFocus = [this] {
+        if (m_input->isVisible()) {
+            m_input->setFocus(Qt::OtherFocusReason);
+        }
+    };
+    QMetaObject::invokeMethod(m_input, takeFocus, Qt::QueuedConnection);
 }
 
 QBoxLayout *TodoView::buildHeading()
@@ -164,6 +173,7 @@ QBoxLayout *TodoView::buildFilter()
     m_filter->setAccessibleName(
         QStringList{tr("Active"), tr("All"), tr("Completed")}.join(u" / "_s));
     m_filter->view()->setAccessibleName(m_filter->accessibleName());
+    m_filter->view()->verticalScrollBar()->setAccessibleName(m_filter->accessibleName());
     m_summary = new QLabel(this);
     m_summary->setObjectName(u"muted"_s);
 
@@ -179,6 +189,7 @@ void TodoView::buildTree()
     m_tree = new QTreeWidget(this);
     m_tree->setObjectName(u"todoTree"_s);
     m_tree->setAccessibleName(tr("Todo"));
+    m_tree->verticalScrollBar()->setAccessibleName(tr("Todo"));
     m_tree->setItemDelegate(new RowDelegate(m_tree));
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ApplicationStyle.h"
 
+#include <QComboBox>
+#include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -40,11 +42,42 @@ void drawCheckBox(const QStyleOption &option, QPainter &painter)
     }
 }
 
+// The sheet styles the button of a combo box, and Qt then draws no arrow that the sheet does not
+// bring.
+void drawArrow(QComboBox &box)
+{
+    QStyleOptionComboBox option;
+    option.initFrom(&box);
+    QRectF place =
+        box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, &box);
+    const QPointF middle = place.center();
+    const QPointF arrow[] = {middle + QPointF(-4, -2), middle + QPointF(0, 2),
+                             middle + QPointF(4, -2)};
+    QPainter painter(&box);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(foreground(option, &box), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(arrow, 3);
+}
+
 } // namespace
 
 ApplicationStyle::ApplicationStyle()
     : QProxyStyle(u"fusion"_s)
 {
+}
+
+void ApplicationStyle::polish(QWidget *widget)
+{
+    QProxyStyle::polish(widget);
+    if (qobject_cast<QComboBox *>(widget)) {
+        widget->installEventFilter(this);
+    }
+}
+
+void ApplicationStyle::unpolish(QWidget *widget)
+{
+    widget->removeEventFilter(this);
+    QProxyStyle::unpolish(widget);
 }
 
 void ApplicationStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,
@@ -70,4 +103,15 @@ QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &p
     // A tint would blur the icon of the very row that is about to be started.
     return mode == QIcon::Selected ? pixmap
                                    : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+}
+
+bool ApplicationStyle::eventFilter(QObject *watched, QEvent *event)
+{
+    auto *box = qobject_cast<QComboBox *>(watched);
+    if (!box || event->type() != QEvent::Paint) {
+        return QProxyStyle::eventFilter(watched, event);
+    }
+    box->event(event);
+    drawArrow(*box);
+    return true;
 }

@@ -13,8 +13,15 @@ class ApplicationStyle : public QProxyStyle
 public:
     ApplicationStyle();
 
+    using QProxyStyle::polish;
+    using QProxyStyle::unpolish;
+    void polish(QWidget *widget) override;
+    void unpolish(QWidget *widget) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
     QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
                                 const QStyleOption *option) const override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 };

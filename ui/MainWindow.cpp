@@ -25,6 +25,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QResizeEvent>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
@@ -158,6 +159,7 @@ void MainWindow::buildPages(QBoxLayout *layout)
     m_stack = new QStackedWidget(this);
     m_resultList = new QListWidget(m_stack);
     m_resultList->setAccessibleName(windowTitle());
+    m_resultList->verticalScrollBar()->setAccessibleName(windowTitle());
     m_resultList->setIconSize(QSize(40, 40));
     m_resultList->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_resultList->setUniformItemSizes(true);
@@ -201,16 +203,16 @@ void MainWindow::createShortcuts()
         connect(shortcut, &QShortcut::activated, this, effect);
         return shortcut;
     };
-    const auto addMove = [this, addShortcut](const QKeySequence &key, int delta) {
-        QShortcut *shortcut = addShortcut(key, [this, delta] { moveSelection(delta); });
-        // The lists and combo boxes of a plugin's page need these keys themselves.
+    const auto addListShortcut = [&](const QKeySequence &key, int delta) {
+        auto *shortcut = addShortcut(key, [this, delta] { moveSelection(delta); });
+        // A shortcut takes its key away from the page on show, even when it then does nothing.
         connect(m_stack, &QStackedWidget::currentChanged, shortcut,
                 [this, shortcut] { shortcut->setEnabled(showsList()); });
     };
-    addMove(Qt::Key_Down, +1);
-    addMove(Qt::Key_Up, -1);
-    addMove(QKeySequence(u"Ctrl+N"_s), +1);
-    addMove(QKeySequence(u"Ctrl+P"_s), -1);
+    addListShortcut(Qt::Key_Down, +1);
+    addListShortcut(Qt::Key_Up, -1);
+    addListShortcut(QKeySequence(u"Ctrl+N"_s), +1);
+    addListShortcut(QKeySequence(u"Ctrl+P"_s), -1);
     addShortcut(Qt::Key_Escape, [this] { hide(); });
 }
 
@@ -461,6 +463,10 @@ bool MainWindow::openPluginView(const QString &command)
 
 void MainWindow::closePluginView()
 {
+    // A page that goes with the focus in it would leave that to the next widget, the close button.
+    if (!showsList() && m_stack->isAncestorOf(focusWidget())) {
+        m_commandEdit->setFocus(Qt::OtherFocusReason);
+    }
     m_stack->setCurrentWidget(m_resultList);
     m_stack->hide();
     m_stack->setFixedHeight(0);

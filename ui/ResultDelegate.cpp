@@ -8,6 +8,15 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool nextRowHasIcon(const QModelIndex &index)
+{
+    return index.siblingAtRow(index.row() + 1).data(Qt::DecorationRole).isValid();
+}
+
+} // namespace
+
 ResultDelegate::ResultDelegate(QObject *parent)
     : ItemFocusDelegate(parent)
 {
@@ -17,8 +26,9 @@ QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelI
 {
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    // The font of the Chinese glyphs is often taller than that of the Latin ones.
-    item.text = u"Åg\u4E2D\u2028Åg\u4E2D"_s;
+    // Chinese glyphs may be taller, but the style sheet leaves room for them, and measuring one
+    // would load its font at every start.
+    item.text = u"Åg\u2028Åg"_s;
     item.features |= QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasDecoration;
     const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
     return {0,
@@ -31,7 +41,7 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelI
     const QSize iconPlace = option->decorationSize;
     QStyledItemDelegate::initStyleOption(option, index);
     option->decorationSize = iconPlace;
-    if (!recordPath(index.data(Qt::UserRole).toMap()).isEmpty()) {
+    if (!recordPath(index.data(Qt::UserRole).toMap()).isEmpty() || nextRowHasIcon(index)) {
         option->features |= QStyleOptionViewItem::HasDecoration;
     }
 }

@@ -69,6 +69,7 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
     void notePress(const xcb_key_press_event_t &event);
+    static void letGoOfKeyboard(xcb_timestamp_t pressTime);
     void followKeyboard();
     std::set<X11Key> withLocks(const QList<X11Key> &keys) const;
     bool isGrabbed(const QList<X11Key> &keys) const;
@@ -140,7 +141,11 @@ void X11Hotkeys::notePress(const xcb_key_press_event_t &event)
 {
     // A key that is held down repeats itself, each time with a release of the same moment.
     const bool isRepeated = event.detail == m_released && event.time == m_releaseTime;
-    if (event.event != event.root || isRepeated) {
+    if (event.event != event.root) {
+        return;
+    }
+    letGoOfKeyboard(event.time);
+    if (isRepeated) {
         return;
     }
     constexpr quint16 allModifiers = 0xff;
@@ -149,6 +154,17 @@ void X11Hotkeys::notePress(const xcb_key_press_event_t &event)
         if (it.value().contains(pressed)) {
             m_pressed(it.key());
         }
+    }
+}
+
+// The press of a grabbed key takes the whole keyboard until the key is up again. Whatever is typed
+// before that would be lost, and the active window would not count as active.
+void X11Hotkeys::letGoOfKeyboard(xcb_timestamp_t pressTime)
+{
+    if (xcb_connection_t *display = connection()) {
+        // With this time, a grab that began later is left alone.
+        xcb_ungrab_keyboard(display, pressTime);
+        xcb_flush(display);
     }
 }
 

@@ -98,6 +98,7 @@ private Q_SLOTS:
     void noticesThePressUnderLocks_data();
     void noticesThePressUnderLocks();
     void countsAHeldKeyOnce();
+    void leavesTheKeyboardToOthersWhileItsKeyIsHeld();
     void tellsAllObjectsOfOneSequence();
     void keepsASequenceUntilItsLastObjectGoes();
     void reportsASequenceThatAnotherClientHolds();
@@ -340,6 +341,25 @@ void tst_QHotkey::countsAHeldKeyOnce()
     m_other->release(XK_space);
     m_other->type({XK_space});
     QTRY_COMPARE(activated.count(), 2);
+}
+
+void tst_QHotkey::leavesTheKeyboardToOthersWhileItsKeyIsHeld()
+{
+    QHotkey hotkey(controlAltSpace, true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    m_other->press(XK_Control_L);
+    m_other->press(XK_Alt_L);
+    m_other->press(XK_space);
+    QTRY_COMPARE(activated.count(), 1);
+    m_other->type({XK_b});
+    QCOMPARE(m_other->received(XK_b), 1);
+    QCOMPARE(m_other->received(XK_space), 0);
+
+    // Pressed again with the modifiers still down, it counts again.
+    m_other->release(XK_space);
+    m_other->press(XK_space);
+    QTRY_COMPARE(activated.count(), 2);
+    QCOMPARE(m_other->received(XK_space), 0);
 }
 
 void tst_QHotkey::tellsAllObjectsOfOneSequence()

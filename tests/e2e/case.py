@@ -3,6 +3,7 @@
 
 import pathlib
 import sys
+import time
 import unittest
 
 from desktop import PATIENCE, Desktop, stop, wait_until
@@ -47,8 +48,16 @@ class EndToEndCase(unittest.TestCase):
         self.assertEqual(self.launcher.processes(), [self.launcher.process.pid])
 
     def open_another_window(self):
+        """Opens a window of another program, which gets the focus, and returns it."""
         other = self.desktop.open_window()
         self.addCleanup(stop, other)
+        return self.desktop.active_window()
+
+    def stays(self, probe, what, seconds):
+        """Sees that probe() keeps giving something true where only a delay could change that."""
+        deadline = time.monotonic() + seconds
+        while time.monotonic() < deadline:
+            self.assertTrue(probe(), f"not for {seconds} s: {what}")
 
     def shows_rows(self, *rows):
         self.becomes(self.launcher.rows, list(rows))

@@ -5,6 +5,7 @@ Everything here waits for conditions, never for time to pass, so that a slow mac
 longer.
 """
 
+import collections
 import itertools
 import os
 import pathlib
@@ -100,6 +101,15 @@ class Desktop:
     def press(self, *keys):
         self.run("xdotool", "key", "--delay", "15", "--", *keys)
 
+    def hold(self, *keys):
+        """Presses the keys one by one and lets none go."""
+        for key in keys:
+            self.run("xdotool", "keydown", key)
+
+    def let_go(self, *keys):
+        for key in reversed(keys):
+            self.run("xdotool", "keyup", key)
+
     def move_pointer(self, x, y):
         self.run("xdotool", "mousemove", str(x), str(y))
 
@@ -168,6 +178,27 @@ class Desktop:
                               env=os.environ | self.environment())
         wait_until(lambda: self.active_window() not in ("", before), "another window is active")
         return process
+
+    def start_tray(self):
+        """Starts a system tray in the lower right corner; returns its process."""
+        return self._start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
+                            "request", "--height", "26"], env=os.environ | self.environment())
+
+    def geometry(self, window):
+        """x, y, width and height of a window on the screen."""
+        lines = self.run("xwininfo", "-id", window).splitlines()
+        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
+        return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
+                                                  "Width", "Height"))
+
+    def colours(self, window):
+        """How often each colour, as red, green and blue up to 255, is seen at the window's place."""
+        x, y, width, height = self.geometry(window)
+        pixels = subprocess.run(
+            ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}",
+             "-depth", "8", "rgb:-"],
+            env=os.environ | self.environment(), stdout=subprocess.PIPE, check=True).stdout
+        return collections.Counter(zip(pixels[::3], pixels[1::3], pixels[2::3]))
 
     def close(self):
         for process in reversed(self._processes):

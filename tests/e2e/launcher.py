@@ -5,14 +5,15 @@ import configparser
 import json
 import os
 import pathlib
+import re
 import shutil
 import signal
 import sys
 import tempfile
 
-from gi.repository import Atspi
+from gi.repository import Atspi, GLib
 
-from desktop import NotYet, start_tied, stop, wait_until
+from desktop import PATIENCE, NotYet, start_tied, stop, wait_until
 
 BUILTINS = ("Notepad", "Calculator", "Paint", "Command Prompt", "File Explorer", "Task Manager",
             "Settings", "Browser")
@@ -55,6 +56,34 @@ def everything(accessible):
 def centre(accessible):
     extents = accessible.get_extents(Atspi.CoordType.SCREEN)
     return extents.x + extents.width // 2, extents.y + extents.height // 2
+
+
+class FocusLog:
+    """Notes the names of what gets the focus, of one role, while it is entered. A popup menu can be
+    read in no other way, since it is no child of its application."""
+
+    def __init__(self, role):
+        self._role = role
+        self._names = []
+        self._listener = Atspi.EventListener.new(self._note)
+
+    def __enter__(self):
+        self._listener.register("object:state-changed:focused")
+        return self
+
+    def __exit__(self, *_):
+        self._listener.deregister("object:state-changed:focused")
+
+    def names(self):
+        while GLib.MainContext.default().iteration(False):
+            pass
+        return list(self._names)
+
+    def _note(self, event):
+        # The same focus may be told more than once.
+        name = event.source.get_name()
+        if event.source.get_role() == self._role and name not in self._names[-1:]:
+            self._names.append(name)
 
 
 class Home:
@@ -126,10 +155,14 @@ class Home:
         path = self.records / file
         return json.loads(path.read_text()) if path.exists() else None
 
-    def set_preferences(self, **preferences):
+    def set_preferences(self, preferences=(), **more):
+        """Writes the preferences, whose keys may have a group in front, as in "plugins/calc"."""
+        separator = "\\"  # between a group and its keys, in the section without a name
+        lines = [f"{key.replace('/', separator)}={value}"
+                 for key, value in (dict(preferences) | more).items()]
         path = self.configuration / "Vaskel/Vaskel.conf"
         path.parent.mkdir(exist_ok=True)
-        path.write_text("[General]\n" + "".join(f"{k}={v}\n" for k, v in preferences.items()))
+        path.write_text("\n".join(["[General]", *lines, ""]))
 
     def preferences(self):
         """What is stored, by the keys of the program."""
@@ -154,6 +187,33 @@ class Home:
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
+class ForeignProcess:
+    """What Launcher needs of a process, for one that is no child of this one."""
+
+    def __init__(self, pid):
+        self.pid = pid
+        self.returncode = None
+
+    def poll(self):
+        return None if os.path.exists(f"/proc/{self.pid}") else 0
+
+    def send_signal(self, number):
+        try:
+            os.kill(self.pid, number)
+        except ProcessLookupError:
+            pass
+
+    def terminate(self):
+        self.send_signal(signal.SIGTERM)
+
+    def kill(self):
+        self.send_signal(signal.SIGKILL)
+
+    def wait(self, timeout=PATIENCE):
+        wait_until(lambda: self.poll() is not None, f"process {self.pid} ends", timeout)
+        return self.returncode
+
+
 class Launcher:
     """The running program, read through the accessibility bus and driven by keys and mouse."""
 
@@ -174,6 +234,10 @@ class Launcher:
         self.process = process
         self.window = wait_until(self._find_window, "the window shows")
         self.wait_until_ready()
+
+    def attach_to_foreign(self, pid):
+        """As attach(), for a process that was not started from here."""
+        self.attach(ForeignProcess(pid))
 
     def start_process(self, **variables):
         return start_tied([self.program], env=self.environment | variables, stdout=self.log,
@@ -214,25 +278,23 @@ class Launcher:
 
     def geometry(self):
         """x, y, width and height of the window on the screen."""
-        return self.geometry_of(self.window)
+        return self.desktop.geometry(self.window)
 
     def float_icon(self):
         """x, y, width and height of the floating icon, or None where it does not show."""
         icons = [window for window in self._all_windows() if self._is_float_icon(window)]
-        return self.geometry_of(icons[0]) if icons else None
+        return self.desktop.geometry(icons[0]) if icons else None
 
     def top_window(self):
         """The uppermost window of any program below the floating icon."""
         return [window for window in self.desktop.stack() if not self._is_float_icon(window)][-1]
 
     def menu_is_open(self):
-        return len(self._windows()) == (2 if self.is_visible() else 1)
+        return len(self.windows()) == (2 if self.is_visible() else 1)
 
-    def geometry_of(self, window):
-        lines = self.desktop.run("xwininfo", "-id", window).splitlines()
-        values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
-        return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
-                                                  "Width", "Height"))
+    def tray_icon(self):
+        """The window of the icon in the system tray, or None."""
+        return next(filter(self._is_embedded, self._all_windows()), None)
 
     def text(self):
         """The text of the line edit: what is typed, without the word in the badge."""
@@ -244,7 +306,7 @@ class Launcher:
 
     def status(self):
         """The status line, or None."""
-        return self._shown_label(self._content())
+        return self._shown_label(self.content())
 
     def rows(self):
         """The rows of the list as pairs of title and subtitle."""
@@ -272,7 +334,7 @@ class Launcher:
 
     def everything(self):
         """Whatever shows, from the top down, menus included."""
-        return everything(self._application())
+        return everything(self.application())
 
     def control(self, name, role=None):
         """What shows under that name and can have the focus."""
@@ -317,7 +379,7 @@ class Launcher:
         self._click_on(lambda: children(self._list())[self.titles().index(title)], button, times)
 
     def click_close(self):
-        self._click_on(lambda: find(self._application(), Atspi.Role.PUSH_BUTTON)[0])
+        self._click_on(lambda: find(self.application(), Atspi.Role.PUSH_BUTTON)[0])
 
     def click_pin(self, name, button=1):
         self._click_on(lambda: next(p for p in self._pin_buttons() if p.get_name() == name), button)
@@ -335,15 +397,16 @@ class Launcher:
         """Opens the page of a command word by typing it; a control of the page shows that it is there."""
         self.empty_box()
         self.type(word)
-        wait_until(lambda: self.row_count() == 1 and self.badge() == word, "the command is known")
+        # The badge comes while one types, the status only with the search.
+        wait_until(lambda: (self.status() or "").startswith(f"{word} | "), "the command is known")
         self.press("Return")
         wait_until(lambda: self.control(control), "the page opens")
 
     def choose_from_menu(self):
         """Chooses the one entry of the context menu that a right click has just opened."""
-        wait_until(lambda: len(self._windows()) == 2, "the menu opens")
+        wait_until(lambda: len(self.windows()) == 2, "the menu opens")
         self.press("Down", "Return")
-        wait_until(lambda: len(self._windows()) == 1, "the menu closes")
+        wait_until(lambda: len(self.windows()) == 1, "the menu closes")
 
     # How it is found
 
@@ -359,11 +422,12 @@ class Launcher:
     def _find_window(self):
         if self.process.poll() is not None:
             raise RuntimeError(f"The program ended with {self.process.returncode}: {self.messages()}")
-        return next(iter(self._windows()), None)
+        return next(iter(self.windows()), None)
 
-    def _windows(self):
-        """All windows of the process that show, but for the floating icon; menus are some too."""
-        return [window for window in self._all_windows() if not self._is_float_icon(window)]
+    def windows(self):
+        """All windows of the process that show, but for its icons; menus are windows of their own."""
+        return [window for window in self._all_windows()
+                if not self._is_float_icon(window) and not self._is_embedded(window)]
 
     def _all_windows(self):
         return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
@@ -373,7 +437,14 @@ class Launcher:
         # The only one that is a tool of the program.
         return "_UTILITY" in self.desktop.run("xprop", "-id", window, "_NET_WM_WINDOW_TYPE")
 
-    def _application(self):
+    def _is_embedded(self, window):
+        """Whether the window is within another program's, and not for the window manager's frame."""
+        tree = self.desktop.run("xwininfo", "-id", window, "-tree")
+        root, parent = re.findall(r"(?:Root|Parent) window id: (\w+)", tree)
+        return parent != root and "window state" not in self.desktop.run("xprop", "-id", window,
+                                                                         "WM_STATE")
+
+    def application(self):
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
@@ -390,24 +461,24 @@ class Launcher:
 
     def _own_geometry(self):
         extents = [window.get_extents(Atspi.CoordType.SCREEN)
-                   for window in children(self._application())]
+                   for window in children(self.application())]
         widest = max(extents, key=lambda rect: rect.width)
         return widest.x, widest.y, widest.width, widest.height
 
     def _edit(self):
-        found = find(self._application(), Atspi.Role.TEXT)
+        found = find(self.application(), Atspi.Role.TEXT)
         if not found:
             raise NotYet("no line edit shows")
         return found[0]
 
-    def _content(self):
+    def content(self):
         return self._edit().get_parent().get_parent()
 
     def _list(self):
-        return next(iter(find(self._application(), Atspi.Role.LIST)), None)
+        return next(iter(find(self.application(), Atspi.Role.LIST)), None)
 
     def _pin_buttons(self):
-        for label in find(self._content(), Atspi.Role.LABEL):
+        for label in find(self.content(), Atspi.Role.LABEL):
             if label.get_name() == "Pinned":
                 return find(label.get_parent(), Atspi.Role.PUSH_BUTTON)
         return []

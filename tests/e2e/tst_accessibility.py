@@ -16,6 +16,7 @@ SILENT = {Role.FILLER, Role.FRAME, Role.INVALID, Role.LAYERED_PANE, Role.PANEL, 
 BOX = ["Search apps or type cmd space args...", "Open user management"]
 COMMAND_BOX = ["Type arguments...", "Open user management"]
 CLOSE = ["Hide main window"]
+PLUGINS = ("app", "calc", "cd", "file", "todo")
 
 
 class AccessibilityCase(EndToEndCase):
@@ -173,8 +174,9 @@ class Keyboard(AccessibilityCase):
     def test_walks_through_the_plugins_page(self):
         self.open_page("plugin")
         self.assert_walk(*COMMAND_BOX, "Settings", "Auto enter on empty args", "Enable all",
-                         "Disable all", "app Enabled", "app Hotkey", "calc Enabled", "calc Hotkey",
-                         "todo Enabled", "todo Hotkey", "Save", "Cancel", *CLOSE)
+                         "Disable all", *(f"{word} {control}" for word in PLUGINS
+                                          for control in ("Enabled", "Hotkey")),
+                         "Save", "Cancel", *CLOSE)
 
     def test_walks_through_the_task_page(self):
         self.open_tasks("water the plants", "feed the cat")

@@ -27,7 +27,7 @@ class FloatIcon(EndToEndCase):
         self.assertEqual(self.start_with_icon(), (1280 - 1 - 60, 1024 - 1 - 60, 48, 48))
         self.open_another_window()
         self.assertEqual(self.launcher.float_icon(),
-                         self.launcher.geometry_of(self.desktop.stack()[-1]))
+                         self.desktop.geometry(self.desktop.stack()[-1]))
         self.picture("corner")
 
     def test_click_hides_the_window_and_shows_it_ready_to_type(self):

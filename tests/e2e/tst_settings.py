@@ -222,15 +222,31 @@ class Effects(SettingsCase):
         self.save(autoStart="false")
         self.assertFalse(entry.exists())
 
-    def test_theme_is_stored(self):
+    def test_theme_changes_at_once(self):
         self.open_page("set")
-        self.choose("System", "End", "Dark")
+        self.becomes(self.margin, "#1e1e1e")
+        self.choose("System", "Down", "Light")
+        self.save(theme="light")
+        self.becomes(self.margin, "#f5f5f7")
+        self.picture("light")
+        self.choose("Light", "End", "Dark")
         self.save(theme="dark")
+        self.becomes(self.margin, "#1e1e1e")
 
-    def test_float_icon_is_switched(self):
+    def test_float_icon_goes_and_comes_back_to_its_place(self):
+        place = wait_until(self.launcher.float_icon, "the icon shows")
         self.open_page("user")
         self.toggle("Show float icon")
         self.save(showFloatIcon="false")
+        wait_until(lambda: not self.launcher.float_icon(), "the icon hides")
+        self.toggle("Show float icon")
+        self.save(showFloatIcon="true")
+        self.becomes(self.launcher.float_icon, place)
+
+    def margin(self):
+        """The colour of the window beside its contents."""
+        x, y, _, _ = self.launcher.geometry()
+        return self.desktop.pixel(x + 6, y + 60)
 
 
 class Restart(SettingsCase):

@@ -10,9 +10,11 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStackedWidget>
 #include <QTest>
 #include <QTranslator>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <memory>
 
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void readsTheTasksWhenItIsMade();
     void givesTheSamePageEachTime();
     void eachOpeningShowsTheTasksAnew();
+    void eachOpeningPutsTheCursorIntoTheEntryLine();
     void makesANewPageAfterTheOldOneIsGone();
     void passesTheWishToCloseOn();
 };
@@ -143,6 +146,29 @@ void tst_TodoPlugin::eachOpeningShowsTheTasksAnew()
     QVERIFY(!tree->currentItem());
     QCOMPARE(filter->currentIndex(), 1);
     QVERIFY(page->findChild<QLineEdit *>(u"todoInput"_s)->hasFocus());
+}
+
+void tst_TodoPlugin::eachOpeningPutsTheCursorIntoTheEntryLine()
+{
+    TodoPlugin plugin;
+    QWidget window;
+    QVBoxLayout layout(&window);
+    QLineEdit box;
+    QStackedWidget stack;
+    layout.addWidget(&box);
+    layout.addWidget(&stack);
+    stack.addWidget(new QWidget);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    for (int opening = 0; opening < 3; ++opening) {
+        box.setFocus();
+        QVERIFY(box.hasFocus());
+        QWidget *page = plugin.createView();
+        stack.addWidget(page);
+        stack.setCurrentWidget(page);
+        QTRY_VERIFY(page->findChild<QLineEdit *>(u"todoInput"_s)->hasFocus());
+        stack.setCurrentIndex(0);
+    }
 }
 
 void tst_TodoPlugin::makesANewPageAfterTheOldOneIsGone()

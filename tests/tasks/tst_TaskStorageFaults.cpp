@@ -13,7 +13,9 @@
 
 #include <csignal>
 #include <linux/capability.h>
+#include <sched.h>
 #include <sys/mman.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
@@ -90,6 +92,58 @@ private:
     rlimit m_oldLimit;
 };
 
+/// A disk of its own for a folder while it lives, seen by this process alone.
+class SmallDisk
+{
+public:
+    SmallDisk(const QString &folder, int bytes)
+        : m_folder(QFile::encodeName(folder))
+        , m_isMounted(enterNamespace()
+                      && mount("tmpfs", m_folder.constData(), "tmpfs", 0,
+                               QByteArray("size=" + QByteArray::number(bytes)).constData())
+                             == 0)
+    {
+    }
+
+    ~SmallDisk()
+    {
+        if (m_isMounted) {
+            umount2(m_folder.constData(), MNT_DETACH);
+        }
+    }
+
+    Q_DISABLE_COPY_MOVE(SmallDisk)
+
+    /// False where the system lets nobody mount anything.
+    bool isMounted() const { return m_isMounted; }
+
+private:
+    static bool enterNamespace()
+    {
+        const uint user = getuid();
+        const uint group = getgid();
+        if (unshare(CLONE_NEWNS) != 0) {
+            // Without rights, a namespace of users gives them; each is mapped to itself.
+            if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !write("/proc/self/setgroups", "deny")
+                || !write("/proc/self/uid_map", u"%1 %1 1"_s.arg(user).toLatin1())
+                || !write("/proc/self/gid_map", u"%1 %1 1"_s.arg(group).toLatin1())) {
+                return false;
+            }
+        }
+        return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    }
+
+    static bool write(const char *path, const QByteArray &text)
+    {
+        QFile file(QString::fromLatin1(path));
+        return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)
+               && file.write(text) == text.size();
+    }
+
+    QByteArray m_folder;
+    bool m_isMounted;
+};
+
 /// Makes a folder read-only while it lives, for root as well, who is else above permissions.
 class ReadOnlyFolder
 {
@@ -131,6 +185,7 @@ private Q_SLOTS:
     void keepsTheOldFileOnAFullDisk_data();
     void keepsTheOldFileOnAFullDisk();
     void goesOnWithAFullDisk();
+    void goesOnWithASmallDiskThatIsFull();
     void goesOnWithAReadOnlyFolder();
 
 private:
@@ -246,6 +301,30 @@ void tst_TaskStorageFaults::goesOnWithAFullDisk()
 
     service.deleteTask(first);
     QCOMPARE(taskfile::tasksByTitle().keys(), QStringList{u"second"_s});
+}
+
+void tst_TaskStorageFaults::goesOnWithASmallDiskThatIsFull()
+{
+    constexpr int size = 64 * 1024;
+    const SmallDisk disk(testhome::appDataPath(), size);
+    if (!disk.isMounted()) {
+        QSKIP("This system lets no test mount a disk.");
+    }
+    TaskService service;
+    const QString first = service.createTask(u"first"_s);
+    const QByteArray stored = taskfile::bytes();
+    QVERIFY(stored.contains("first"));
+
+    // The new file alone, and then the new one beside the old one.
+    for (const int length : {2 * size, size - int(stored.size())}) {
+        service.updateNote(first, QString(length, u'n'));
+        QCOMPARE(service.repository()->task(first).note.size(), length);
+        QCOMPARE(taskfile::bytes(), stored);
+        QCOMPARE(filesIn(testhome::appDataPath()), QStringList{u"todo.json"_s});
+    }
+
+    service.updateNote(first, u"short"_s);
+    QCOMPARE(taskfile::tasksByTitle().value(u"first"_s).value("note"_L1).toString(), u"short"_s);
 }
 
 void tst_TaskStorageFaults::goesOnWithAReadOnlyFolder()

@@ -4,6 +4,7 @@
 #include "settings/ThemeManager.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QIcon>
 #include <QImage>
 #include <QPushButton>
@@ -61,6 +62,8 @@ private Q_SLOTS:
     void boxOfARowIsSeen_data() { focusOfAButtonIsSeen_data(); }
     void boxOfARowIsSeen();
     void iconOfASelectedRowKeepsItsColors();
+    void arrowOfAComboBoxIsSeen_data() { focusOfAButtonIsSeen_data(); }
+    void arrowOfAComboBoxIsSeen();
 
 private:
     void useTheme(const QString &name);
@@ -149,6 +152,19 @@ void tst_ApplicationStyle::iconOfASelectedRowKeepsItsColors()
     const QIcon icon(pixmap);
     QCOMPARE(icon.pixmap(16, QIcon::Selected).toImage().pixelColor(8, 8), QColor(Qt::yellow));
     QVERIFY(icon.pixmap(16, QIcon::Disabled).toImage().pixelColor(8, 8) != QColor(Qt::yellow));
+}
+
+void tst_ApplicationStyle::arrowOfAComboBoxIsSeen()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    QComboBox box;
+    box.resize(200, 40);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    const QImage picture = box.grab().toImage();
+    const QImage right = picture.copy(box.width() - 24, 8, 20, box.height() - 16);
+    QVERIFY(strongestContrast(right, m_theme.surface()) >= 4.5);
 }
 
 QTEST_MAIN(tst_ApplicationStyle)

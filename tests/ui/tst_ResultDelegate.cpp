@@ -84,6 +84,7 @@ private Q_SLOTS:
     void rowHasRoomForIconAndBothLines();
     void textsStartInOneColumnWhateverTheIconsSize();
     void rowWithoutIconAndPathStartsAtTheEdge();
+    void headingOfRowsWithIconsIsInLineWithThem();
     void smallIconStandsInTheMiddleOfItsPlace();
     void longTextDoesNotScrollSideways();
 };
@@ -147,6 +148,17 @@ void tst_ResultDelegate::rowWithoutIconAndPathStartsAtTheEdge()
     QVERIFY(QTest::qWaitForWindowExposed(&list));
     QVERIFY(list.textColumn(0) >= 0);
     QVERIFY(list.textColumn(0) < 10);
+}
+
+void tst_ResultDelegate::headingOfRowsWithIconsIsInLineWithThem()
+{
+    List list;
+    list.add(u"█"_s);
+    list.add(u"█"_s, icon(40));
+    list.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&list));
+    QVERIFY(list.textColumn(1) > 40);
+    QCOMPARE(list.textColumn(0), list.textColumn(1));
 }
 
 void tst_ResultDelegate::smallIconStandsInTheMiddleOfItsPlace()
