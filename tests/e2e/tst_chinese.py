@@ -3,11 +3,11 @@ import os
 import shutil
 import subprocess
 
-from gi.repository import Atspi, GLib
+from gi.repository import Atspi
 
 from case import EndToEndCase, main
-from desktop import start_tied, stop, wait_until
-from launcher import BUILTINS
+from desktop import stop, wait_until
+from launcher import BUILTINS, FocusLog
 
 CHINESE_BUILTINS = ("记事本", "计算器", "画图", "命令提示符", "文件资源管理器", "任务管理器", "设置",
                     "浏览器")
@@ -25,35 +25,15 @@ class LanguageCase(EndToEndCase):
         """Waits until all of the names show."""
         wait_until(lambda: set(names) <= set(self.names()), f"{names} show")
 
-    def windows(self):
-        return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
-                                str(self.launcher.process.pid)).splitlines()
-
     def opens_menu(self, click, *entries):
-        """Opens a menu and walks down in it: it is no child of its application that could be read."""
-        names = []
-
-        def note(event):
-            if event.source.get_role() == Atspi.Role.MENU_ITEM:
-                names.append(event.source.get_name())
-
-        def walked(count):
-            while GLib.MainContext.default().iteration(False):
-                pass
-            return len(dict.fromkeys(names)) == count
-
-        before = len(self.windows())
+        before = len(self.launcher.windows())
         click()
-        wait_until(lambda: len(self.windows()) > before, "the menu opens")
-        listener = Atspi.EventListener.new(note)
-        listener.register("object:state-changed:focused")
-        try:
+        wait_until(lambda: len(self.launcher.windows()) > before, "the menu opens")
+        with FocusLog(Atspi.Role.MENU_ITEM) as log:
             for count in range(1, len(entries) + 1):
                 self.launcher.press("Down")
-                wait_until(lambda: walked(count), f"entry {count} is current")
-        finally:
-            listener.deregister("object:state-changed:focused")
-        self.assertEqual(list(dict.fromkeys(names)), list(entries))
+                wait_until(lambda: len(log.names()) == count, "the next entry is current")
+            self.assertEqual(log.names(), list(entries))
 
 
 class Chinese(LanguageCase):
@@ -149,14 +129,9 @@ class Chinese(LanguageCase):
 
     def test_tray_menu(self):
         self.start()
-        before = len(self.windows())
-        tray = start_tied(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
-                           "request", "--height", "26"],
-                          env=os.environ | self.desktop.environment())
-        self.addCleanup(stop, tray)
-        wait_until(lambda: len(self.windows()) > before, "the tray shows the icon")
-        panel = self.desktop.run("xdotool", "search", "--onlyvisible", "--pid", str(tray.pid))
-        x, y, width, height = self.launcher.geometry_of(panel)
+        self.addCleanup(stop, self.desktop.start_tray())
+        icon = wait_until(self.launcher.tray_icon, "the tray shows the icon")
+        x, y, width, height = self.desktop.geometry(icon)
         self.opens_menu(lambda: self.desktop.click(x + width // 2, y + height // 2, 3),
                         "显示", "设置", "重启", "退出")
         self.picture("menu")
