@@ -4,9 +4,11 @@
 #include "platform/AutoStart.h"
 #include "platform/FileIcon.h"
 #include "platform/Link.h"
+#include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProgramEnvironment.h"
 #include "platform/StartMenu.h"
+#include "platform/UpdateScript.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -57,6 +59,11 @@ bool openLink(const QString &filePath)
     return fakePlatform().openLinkResult;
 }
 
+bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
+{
+    return !fakePlatform().foreignFiles.contains(file.fileName()) && file.open(mode);
+}
+
 bool makePrivateFolder(const QString &path)
 {
     return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
@@ -88,6 +95,17 @@ QHash<QString, QString> startMenuNames(const QString &root, const QStringList &f
         }
     }
     return names;
+}
+
+QString updateScript(const QString &downloadPath, const QString &programPath)
+{
+    fakePlatform().updateScriptCalls.append({downloadPath, programPath});
+    return fakePlatform().updateScript;
+}
+
+void startUpdateScript(const QString &scriptPath)
+{
+    fakePlatform().startedUpdateScripts.append(scriptPath);
 }
 
 } // namespace platform
