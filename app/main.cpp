@@ -12,6 +12,7 @@
 #include "settings/Settings.h"
 #include "ui/MainWindow.h"
 #include "ui/ProgramIcon.h"
+#include "update/Updater.h"
 
 #include <QIcon>
 #include <QLocale>
@@ -123,11 +124,12 @@ int main(int argc, char *argv[])
     AppLauncher launcher;
     Settings settings;
     GlobalHotkey hotkey;
+    Updater updater;
 
     PluginManager plugins;
     registerPlugins(plugins, launcher, settings);
 
-    MainWindow window(&launcher, &plugins, &settings);
+    MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
 
     QObject::connect(&app, &SingleApplication::instanceStarted, &window,
