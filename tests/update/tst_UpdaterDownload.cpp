@@ -134,9 +134,8 @@ int tst_UpdaterDownload::download(Updater &updater, const QString &url)
 
 void tst_UpdaterDownload::installsWhatItDownloaded()
 {
-    const QByteArray program("\x7f"
-                             "ELF\0\r\n\x1a\xff new program",
-                             23);
+    const QByteArray program = QByteArrayLiteral("\x7f"
+                                                 "ELF\0\r\n\x1a\xff new program");
     m_server->answerBody(u"/new"_s, program);
     fakePlatform().updateScript = u"line é\nlast\n"_s;
     Updater updater;
