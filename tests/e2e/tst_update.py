@@ -196,9 +196,12 @@ class Update(EndToEndCase):
         wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
         self.start_again()
 
-    def test_stays_silent_without_a_server(self):
-        self.launcher.environment["VASKEL_TEST_UPDATE_SERVER"] = "http://127.0.0.1:1"
+    def test_stays_silent_without_an_answer(self):
+        is_over = threading.Event()
+        self.addCleanup(is_over.set)
+        self.server.answers[Server.CHECK] = lambda _: is_over.wait()
         self.start()
+        wait_until(lambda: self.server.requests == [Server.CHECK], "the server is asked")
         self.launcher.type("note")
         self.shows_titles("Notepad")
         self.assertIsNone(self.launcher.dialog(QUESTION))
