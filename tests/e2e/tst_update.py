@@ -1,8 +1,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 import http.server
 import json
+import os
 import platform
 import shutil
+import signal
 import stat
 import threading
 
@@ -113,6 +115,28 @@ class Update(EndToEndCase):
         self.assertEqual(stat.S_IMODE(self.copy.stat().st_mode), mode)
         self.becomes(self.temporary_files, [])
         self.assertEqual([path.name for path in self.copy.parent.iterdir()], ["Vaskel"])
+
+    def test_comes_back_as_the_new_version(self):
+        new = self.copy.read_bytes() + b"newer"
+        self.server.answer("/new", new)
+        self.server.offer()
+        self.start()
+        old = self.launcher.process.pid
+        self.wait_for_the_question()
+        del self.server.answers[Server.CHECK]
+        self.launcher.click_button(QUESTION, "Yes")
+        self.assertEqual(self.launcher.process.wait(60), 0)
+
+        self.addCleanup(self.kill_all)
+        wait_until(lambda: self.launcher.processes() not in ([], [old]), "the new version runs")
+        self.assertEqual(self.copy.read_bytes(), new)
+        # It counts as the running instance: a second start ends at once.
+        self.becomes(self.temporary_files, [])
+        self.assertEqual(self.launcher.start_process().wait(60), 0)
+
+    def kill_all(self):
+        for pid in self.launcher.processes():
+            os.kill(pid, signal.SIGKILL)
 
     def test_runs_on_when_the_user_declines(self):
         self.server.offer()
