@@ -22,6 +22,7 @@
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 #include "ui/ProgramIcon.h"
+#include "update/Updater.h"
 
 #include <QIcon>
 #include <QLocale>
@@ -187,12 +188,13 @@ int main(int argc, char *argv[])
     Settings settings;
     ThemeManager theme;
     GlobalHotkey hotkey;
+    Updater updater;
     connectTheme(app, theme, settings);
 
     PluginManager plugins;
     const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
 
-    MainWindow window(&launcher, &plugins, &settings);
+    MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
 
     FloatIcon floatIcon(&settings, &theme, &window);

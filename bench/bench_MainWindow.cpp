@@ -7,6 +7,7 @@
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/MainWindow.h"
+#include "update/Updater.h"
 
 #include <QApplication>
 #include <QDir>
@@ -94,7 +95,8 @@ void measured(benchmark::State &state, AppLauncher &launcher)
 {
     Settings settings;
     PluginManager plugins;
-    MainWindow window(&launcher, &plugins, &settings);
+    Updater updater;
+    MainWindow window(&launcher, &plugins, &settings, &updater);
     window.show();
     window.findChild<CommandLineEdit *>()->setText(query);
     while (state.KeepRunning()) {

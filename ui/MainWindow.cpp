@@ -9,10 +9,12 @@
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
 #include "ui/ListHeight.h"
+#include "ui/PlainMessage.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "ui/ResultRecord.h"
 #include "ui/WebSearch.h"
+#include "update/Updater.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -23,6 +25,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScrollBar>
@@ -35,6 +38,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -46,6 +50,7 @@ constexpr int minimumWindowWidth = 720;
 constexpr qsizetype maximumRequests = 16; // more than any window system leaves unanswered
 constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
+constexpr auto updateCheckDelay = 3000ms;
 
 // A plain widget is no window to a screen reader.
 QAccessibleInterface *createInterface(const QString &, QObject *object)
@@ -57,19 +62,22 @@ QAccessibleInterface *createInterface(const QString &, QObject *object)
 } // namespace
 
 MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
-                       QWidget *parent)
+                       Updater *updater, QWidget *parent)
     : QWidget(parent)
     , m_launcher(launcher)
     , m_pluginManager(pluginManager)
     , m_settings(settings)
+    , m_updater(updater)
 {
     buildWindow();
     connectSearch();
     connectList();
     createShortcuts();
     connectServices();
+    connectUpdater();
     rebuildPinnedStrip();
     performSearch();
+    QTimer::singleShot(updateCheckDelay, m_updater, &Updater::checkForUpdate);
 }
 
 void MainWindow::buildWindow()
@@ -221,6 +229,18 @@ void MainWindow::connectServices()
     connect(m_launcher, &AppLauncher::pinsChanged, this, &MainWindow::rebuildPinnedStrip);
     connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
             &MainWindow::performSearch);
+}
+
+// A check that finds nothing or fails is silent.
+void MainWindow::connectUpdater()
+{
+    connect(m_updater, &Updater::updateAvailable, this, &MainWindow::offerUpdate);
+    connect(m_updater, &Updater::downloadProgress, this, &MainWindow::showDownloadProgress);
+    connect(m_updater, &Updater::downloadFinished, this, &MainWindow::closeProgressDialog);
+    connect(m_updater, &Updater::downloadError, this, [this](const QString &message) {
+        closeProgressDialog();
+        showPlainMessage(this, QMessageBox::Warning, tr("Update failed"), message, QMessageBox::Ok);
+    });
 }
 
 void MainWindow::showAndActivate()
@@ -547,6 +567,45 @@ void MainWindow::updatePinnedStripVisibility()
 {
     m_pinnedBar->setVisible(!m_launcher->pinnedApps().isEmpty() && m_commandEdit->text().isEmpty()
                             && !m_commandMode && m_viewCommand.isEmpty());
+}
+
+void MainWindow::offerUpdate(const QString &version, const QString &changelog, const QString &url)
+{
+    const QString text =
+        tr("New version %1 is available.\n\n%2\n\nUpdate now?").arg(version, changelog);
+    if (showPlainMessage(this, QMessageBox::Question, tr("Update available"), text,
+                         QMessageBox::Yes | QMessageBox::No)
+        == QMessageBox::Yes) {
+        m_updater->downloadAndInstall(url);
+    }
+}
+
+void MainWindow::showDownloadProgress(qint64 bytesReceived, qint64 bytesTotal)
+{
+    if (!m_progressDialog) {
+        createProgressDialog();
+    }
+    if (bytesTotal > 0) {
+        m_progressDialog->setValue(int(bytesReceived * 100 / bytesTotal));
+    }
+    m_progressDialog->show();
+}
+
+void MainWindow::createProgressDialog()
+{
+    m_progressDialog = new QProgressDialog(tr("Downloading update..."), QString(), 0, 100, this);
+    m_progressDialog->setWindowModality(Qt::WindowModal);
+    m_progressDialog->setCancelButton(nullptr);
+    // A dialog that takes its own showing in hand runs the event loop from within setValue(). The
+    // download could end in there, and the dialog would be shown again after its end.
+    m_progressDialog->setMinimumDuration(std::numeric_limits<int>::max());
+}
+
+void MainWindow::closeProgressDialog()
+{
+    if (m_progressDialog) {
+        m_progressDialog->close();
+    }
 }
 
 bool MainWindow::showsList() const

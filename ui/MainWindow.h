@@ -16,8 +16,10 @@ class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QListWidgetItem;
+class QProgressDialog;
 class QStackedWidget;
 class Settings;
+class Updater;
 
 namespace QWK {
 class WidgetWindowAgent;
@@ -30,9 +32,10 @@ class MainWindow : public QWidget
     Q_OBJECT
 
 public:
-    /// The services are not owned and must outlive the window; all plugins must be registered.
+    /// The services are not owned and must outlive the window; all plugins must be registered. The
+    /// one check for an update follows three seconds later.
     MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
-               QWidget *parent = nullptr);
+               Updater *updater, QWidget *parent = nullptr);
 
 public Q_SLOTS:
     /// Shows the page of a command word's plugin in place of the list and leaves the box as it is.
@@ -66,6 +69,7 @@ private:
     void connectList();
     void createShortcuts();
     void connectServices();
+    void connectUpdater();
 
     std::optional<QString> takeCommand(const QString &text);
     bool opensAtOnce(const QString &arguments) const;
@@ -88,6 +92,11 @@ private:
     void openPinMenu(const QString &path, const QPoint &globalPosition);
     void updatePinnedStripVisibility();
 
+    void offerUpdate(const QString &version, const QString &changelog, const QString &url);
+    void showDownloadProgress(qint64 bytesReceived, qint64 bytesTotal);
+    void createProgressDialog();
+    void closeProgressDialog();
+
     bool showsList() const;
     void scheduleHeightUpdate();
     void updateHeight();
@@ -99,6 +108,8 @@ private:
     AppLauncher *m_launcher = nullptr;
     PluginManager *m_pluginManager = nullptr;
     Settings *m_settings = nullptr;
+    Updater *m_updater = nullptr;
+    QProgressDialog *m_progressDialog = nullptr; // made on the first report and kept
     CommandLineEdit *m_commandEdit = nullptr;
     QLabel *m_statusLabel = nullptr;
     QWidget *m_pinnedBar = nullptr;

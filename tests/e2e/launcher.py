@@ -353,6 +353,22 @@ class Launcher:
                 return found
         raise NotYet("no control has the focus")
 
+    def dialog(self, role):
+        """The name of the dialog of that role that shows, or None."""
+        found = find(self.application(), role)
+        return found[0].get_name() if found else None
+
+    def progress(self):
+        """The value of the progress bar that shows, or None."""
+        bars = find(self.application(), Atspi.Role.PROGRESS_BAR)
+        return Atspi.Value.get_current_value(bars[0]) if bars else None
+
+    def dialog_texts(self, role):
+        """The texts in the dialog of that role."""
+        dialog = self._dialog(role)
+        return [label.get_name() for label in find(dialog, Atspi.Role.LABEL)] + \
+            [Atspi.Text.get_text(text, 0, -1) for text in find(dialog, Atspi.Role.TEXT)]
+
     # What the user does
 
     def type(self, text):
@@ -401,6 +417,21 @@ class Launcher:
         wait_until(lambda: (self.status() or "").startswith(f"{word} | "), "the command is known")
         self.press("Return")
         wait_until(lambda: self.control(control), "the page opens")
+
+    def click_button(self, role, name):
+        """Clicks a button of the dialog of that role."""
+        buttons = wait_until(lambda: [button for button
+                                      in find(self._dialog(role), Atspi.Role.PUSH_BUTTON)
+                                      if button.get_name().replace("&", "") == name],
+                             f"the dialog has a button {name!r}")
+        last = None
+
+        def stands_still():
+            nonlocal last
+            previous, last = last, centre(buttons[0])
+            return previous == last
+        wait_until(stands_still, "the dialog stands still")
+        self.desktop.click(*last)
 
     def choose_from_menu(self):
         """Chooses the one entry of the context menu that a right click has just opened."""
@@ -453,6 +484,12 @@ class Launcher:
                 application.set_cache_mask(Atspi.Cache.NONE)
                 return application
         raise NotYet("the program is not on the accessibility bus")
+
+    def _dialog(self, role):
+        found = find(self.application(), role)
+        if not found:
+            raise NotYet("no such dialog shows")
+        return found[0]
 
     def _click_on(self, find_it, button=1, times=1):
         # A window that has just been placed takes a moment to learn where it is.

@@ -139,7 +139,7 @@ const QList<Text> untranslated = {
 const QList<Text> ofOneSystem = {};
 
 /// Contexts of the catalogue whose sources are not all there yet.
-const QStringList incompleteContexts = {u"AppLauncher"_s, u"MainWindow"_s};
+const QStringList incompleteContexts = {u"AppLauncher"_s};
 
 /// A message as a translation source file holds it.
 struct SourceMessage

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -56,5 +57,15 @@ void removeIndex();
 
 /// A folder that belongs to somebody else.
 QString foreignFolder();
+
+/// The path of a file that belongs to somebody else.
+QString foreignFile();
+
+/// Whether a script has put this download in the place of the program, started it, and cleaned up.
+/// Both paths are those of files that the case has written.
+bool isUpdated(const QString &downloadPath, const QString &programPath);
+
+/// The content of a program that isUpdated() can tell to have been started.
+QByteArray newProgram();
 
 } // namespace world

@@ -6,9 +6,11 @@
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/Link.h"
+#include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProgramEnvironment.h"
 #include "platform/StartMenu.h"
+#include "platform/UpdateScript.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -177,6 +179,11 @@ bool openLink(const QString &filePath)
     return fakePlatform().openLinkResult;
 }
 
+bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
+{
+    return !fakePlatform().foreignFiles.contains(file.fileName()) && file.open(mode);
+}
+
 bool makePrivateFolder(const QString &path)
 {
     return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
@@ -208,6 +215,17 @@ QHash<QString, QString> startMenuNames(const QString &root, const QStringList &f
         }
     }
     return names;
+}
+
+QString updateScript(const QString &downloadPath, const QString &programPath)
+{
+    fakePlatform().updateScriptCalls.append({downloadPath, programPath});
+    return fakePlatform().updateScript;
+}
+
+void startUpdateScript(const QString &scriptPath)
+{
+    fakePlatform().startedUpdateScripts.append(scriptPath);
 }
 
 } // namespace platform

@@ -51,6 +51,9 @@ struct FakePlatform
     bool openLinkResult = true;
     QStringList openedLinks;
 
+    // PrivateFile.h; any other file is opened as usual
+    QStringList foreignFiles;
+
     // PrivateFolder.h; any other folder is made
     QStringList foreignFolders;
 
@@ -63,6 +66,11 @@ struct FakePlatform
     QHash<QString, QString> startMenuNames;
     QStringList unlistedFiles;
     QList<std::pair<QString, QString>> startMenuNameCalls;
+
+    // UpdateScript.h; the pairs are of download and program
+    QString updateScript = QStringLiteral("script\n");
+    QList<std::pair<QString, QString>> updateScriptCalls;
+    QStringList startedUpdateScripts;
 };
 
 /// The one state of the fake bodies; assign FakePlatform() to start anew.

@@ -93,7 +93,7 @@ Window::Window()
     : calc(addPlugin(plugins, u"calc"_s, FakePlugin::View::None))
     , todo(addPlugin(plugins, u"todo"_s, FakePlugin::View::Page))
     , set(addPlugin(plugins, u"set"_s, FakePlugin::View::Page, {u"user"_s}))
-    , window(&launcher, &plugins, &settings, nullptr)
+    , window(&launcher, &plugins, &settings, &updater)
 {
     plugins.setSettings(&settings);
     titleBar = layoutWidget(&window, 0);

@@ -6,6 +6,7 @@
 #include "launcher/AppLauncher.h"
 #include "settings/Settings.h"
 #include "ui/MainWindow.h"
+#include "update/Updater.h"
 
 #include <QListWidget>
 #include <QPointer>
@@ -119,6 +120,7 @@ public:
     FakePlugin &todo;
     FakePlugin &set;
     UrlRecorder urls;
+    Updater updater;
     MainWindow window;
 
     QWidget *titleBar = nullptr;

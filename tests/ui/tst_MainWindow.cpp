@@ -111,8 +111,9 @@ void tst_MainWindow::destroyingItLeavesTheServices()
     AppLauncher launcher;
     Settings settings;
     PluginManager plugins;
+    Updater updater;
     {
-        const MainWindow window(&launcher, &plugins, &settings);
+        const MainWindow window(&launcher, &plugins, &settings, &updater);
     }
     launcher.pinApp(u"/a"_s, u"a"_s, QString());
     settings.setShowAllAppsWhenSearchEmpty(false);

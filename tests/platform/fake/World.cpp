@@ -112,4 +112,22 @@ QString foreignFolder()
     return path;
 }
 
+QString foreignFile()
+{
+    QString path = testhome::writeFile(u"tmp/foreign"_s, "foreign");
+    fakePlatform().foreignFiles.append(path);
+    return path;
+}
+
+bool isUpdated(const QString &downloadPath, const QString &programPath)
+{
+    return !fakePlatform().startedUpdateScripts.isEmpty()
+           && fakePlatform().updateScriptCalls.contains(std::pair(downloadPath, programPath));
+}
+
+QByteArray newProgram()
+{
+    return "new program";
+}
+
 } // namespace world

@@ -156,6 +156,29 @@ QString foreignFolder()
     return chown(QFile::encodeName(path).constData(), nobody, nobody) == 0 ? path : QString();
 }
 
+QString foreignFile()
+{
+    constexpr uid_t nobody = 65534;
+    if (::geteuid() != 0) {
+        return u"/etc/hostname"_s;
+    }
+    QString path = testhome::writeFile(u"tmp/foreign"_s, "foreign");
+    return ::chown(QFile::encodeName(path).constData(), nobody, nobody) == 0 ? path : QString();
+}
+
+bool isUpdated(const QString &downloadPath, const QString &programPath)
+{
+    QFile program(programPath);
+    return program.open(QIODevice::ReadOnly) && program.readAll() == newProgram()
+           && QFile::exists(testhome::path() + "/new-program-runs"_L1)
+           && !QFile::exists(downloadPath);
+}
+
+QByteArray newProgram()
+{
+    return "#!/bin/sh\n: >\"$HOME/new-program-runs\"\n";
+}
+
 } // namespace world
 
 #include "World.moc"

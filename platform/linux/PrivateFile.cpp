@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PrivateFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cerrno>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+// Others can rename what lies in a folder that they may write to, unless it is sticky, or that is
+// theirs.
+bool keepsFilesApart(const QString &folder)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(folder).constData(), &status) == 0
+           && (status.st_uid == ::geteuid() || status.st_uid == 0)
+           && ((status.st_mode & S_IWOTH) == 0 || (status.st_mode & S_ISVTX) != 0);
+}
+
+bool isFreeOrOwn(const QString &path)
+{
+    struct stat status = {};
+    if (::lstat(QFile::encodeName(path).constData(), &status) == -1) {
+        return errno == ENOENT;
+    }
+    return S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
+}
+
+} // namespace
+
+bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
+{
+    const QString path = file.fileName();
+    if (!keepsFilesApart(QFileInfo(path).path()) || !isFreeOrOwn(path)) {
+        return false;
+    }
+    // A leftover is not written to, as it may have further names. Whatever takes its name in this
+    // moment, even a link, makes the opening fail.
+    QFile::remove(path);
+    return file.open(mode | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+} // namespace platform

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/UpdateScript.h"
+
+#include "platform/ProgramEnvironment.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+// The new file is made beside the program, so that it takes its place in one step. "set -C" has a
+// name that is taken, even by a link, refused. $0 is the script's own path.
+constexpr const char16_t *script = uR"(#!/bin/sh
+download=%1
+program=%2
+new=$program.new.$$
+
+fail() {
+    echo 'Failed to copy update file' >&2
+    if command -v notify-send >/dev/null; then
+        notify-send Vaskel 'Failed to copy update file'
+    fi
+    exit 1
+}
+
+replace() {
+    cat "$download" >"$new" || return 1
+    chown %3 "$new" 2>/dev/null
+    chmod %4 "$new" && mv -f "$new" "$program"
+}
+
+for second in 1 2; do
+    if kill -0 %5 2>/dev/null; then
+        sleep 1
+    fi
+done
+
+umask 077
+set -C
+true >"$new" || fail
+set +C
+if ! replace; then
+    rm -f "$new"
+    fail
+fi
+rm -f "$download"
+"$program" </dev/null &
+rm -f "$0"
+)";
+
+// Between single quotes, the single quote alone is not what it stands for.
+QString quoted(QString path)
+{
+    return u'\'' + path.replace(u'\'', uR"('\'')"_s) + u'\'';
+}
+
+} // namespace
+
+QString updateScript(const QString &downloadPath, const QString &programPath)
+{
+    struct stat program = {};
+    program.st_mode = S_IRWXU; // for a program that has vanished from its place
+    ::stat(QFile::encodeName(programPath).constData(), &program);
+    const QString owner = u"%1:%2"_s.arg(program.st_uid).arg(program.st_gid);
+    const QString mode = QString::number(program.st_mode & 07777, 8);
+    return QString::fromUtf16(script).arg(quoted(downloadPath), quoted(programPath), owner, mode,
+                                          QString::number(QCoreApplication::applicationPid()));
+}
+
+void startUpdateScript(const QString &scriptPath)
+{
+    QProcess shell;
+    shell.setProgram(u"/bin/sh"_s);
+    shell.setArguments({scriptPath});
+    shell.setProcessEnvironment(programEnvironment());
+    shell.startDetached();
+}
+
+} // namespace platform

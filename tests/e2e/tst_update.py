@@ -1,0 +1,250 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+import http.server
+import json
+import os
+import platform
+import shutil
+import signal
+import stat
+import threading
+
+from case import EndToEndCase, main
+from desktop import wait_until
+
+from gi.repository import Atspi  # behind desktop, which names the version
+
+ARCHITECTURE = {"x86_64": "amd64", "aarch64": "arm64"}.get(platform.machine(), platform.machine())
+QUESTION = WARNING = Atspi.Role.ALERT  # what Qt calls all message boxes
+SIZE = 100_000_000
+
+
+class Server:
+    """An update server. Each path is answered by the function that a case sets for it."""
+
+    CHECK = f"/api/v1/update/latest?platform=linux&arch={ARCHITECTURE}"
+
+    def __init__(self):
+        self.answers = {}
+        self.requests = []
+        server = self
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                server.requests.append(self.path)
+                answer = server.answers.get(self.path)
+                if answer:
+                    answer(self)
+                else:
+                    self.send_error(404)
+
+            def log_message(self, *_):
+                pass
+
+        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
+        self._server.daemon_threads = True
+        self.address = f"http://127.0.0.1:{self._server.server_port}"
+        threading.Thread(target=self._server.serve_forever, daemon=True).start()
+
+    def offer(self, changelog="- one\n- two", path="/new"):
+        self.answer(self.CHECK, json.dumps({
+            "has_update": True, "version": "2.0", "changelog": changelog,
+            "download_url": self.address + path, "mandatory": False}).encode())
+
+    def answer(self, path, body):
+        def send(request):
+            request.send_response(200)
+            request.send_header("Content-Length", str(len(body)))
+            request.end_headers()
+            request.wfile.write(body)
+        self.answers[path] = send
+
+    def answer_in_two_halves(self, path, size, may_go_on):
+        """Sends half of so many zeros, and the rest when the event is set."""
+        def send(request):
+            request.send_response(200)
+            request.send_header("Content-Length", str(size))
+            request.end_headers()
+            rest = self.send_zeros(request, size, down_to=size // 2)
+            # Qt reports what has come only when more comes.
+            while not may_go_on.wait(0.05):
+                rest = self.send_zeros(request, rest, down_to=rest - 1)
+            self.send_zeros(request, rest, down_to=0)
+        self.answers[path] = send
+
+    @staticmethod
+    def send_zeros(request, rest, down_to):
+        while rest > down_to:
+            rest -= request.wfile.write(bytes(min(rest - down_to, 100_000)))
+        return rest
+
+    def close(self):
+        self._server.shutdown()
+        self._server.server_close()
+
+
+class Update(EndToEndCase):
+    def setUp(self):
+        super().setUp()
+        self.server = Server()
+        self.addCleanup(self.server.close)
+        # A copy, since it is going to replace itself.
+        folder = self.home.folder / "my programs"
+        folder.mkdir()
+        self.copy = folder / "Vaskel"
+        shutil.copy2(self.program, self.copy)
+        self.launcher.program = str(self.copy)
+        self.launcher.environment["VASKEL_TEST_UPDATE_SERVER"] = self.server.address
+
+    def test_replaces_itself_when_the_user_agrees(self):
+        new = f'#!/bin/sh\necho "$0" >"{self.home.folder}/new-runs"\n'
+        self.server.answer("/new", new.encode())
+        self.server.offer()
+        self.start()
+        self.wait_for_the_question()
+        self.assertIn("New version 2.0 is available.\n\n- one\n- two\n\nUpdate now?",
+                      self.launcher.dialog_texts(QUESTION))
+        self.picture("question")
+        mode = stat.S_IMODE(self.copy.stat().st_mode)
+        self.launcher.click_button(QUESTION, "Yes")
+
+        self.assertEqual(self.launcher.process.wait(60), 0)
+        mark = self.home.folder / "new-runs"
+        wait_until(lambda: mark.exists() and mark.read_text(), "the new program runs")
+        self.assertEqual(mark.read_text(), f"{self.copy}\n")
+        self.assertEqual(self.copy.read_text(), new)
+        self.assertEqual(stat.S_IMODE(self.copy.stat().st_mode), mode)
+        self.becomes(self.temporary_files, [])
+        self.assertEqual([path.name for path in self.copy.parent.iterdir()], ["Vaskel"])
+
+    def test_comes_back_as_the_new_version(self):
+        new = self.copy.read_bytes() + b"newer"
+        self.server.answer("/new", new)
+        self.server.offer()
+        self.start()
+        old = self.launcher.process.pid
+        self.wait_for_the_question()
+        del self.server.answers[Server.CHECK]
+        self.launcher.click_button(QUESTION, "Yes")
+        self.assertEqual(self.launcher.process.wait(60), 0)
+
+        self.addCleanup(self.kill_all)
+        wait_until(lambda: self.launcher.processes() not in ([], [old]), "the new version runs")
+        self.assertEqual(self.copy.read_bytes(), new)
+        # It counts as the running instance: a second start ends at once.
+        self.becomes(self.temporary_files, [])
+        self.assertEqual(self.launcher.start_process().wait(60), 0)
+
+    def kill_all(self):
+        for pid in self.launcher.processes():
+            os.kill(pid, signal.SIGKILL)
+
+    def test_runs_on_when_the_user_declines(self):
+        self.server.offer()
+        self.start()
+        self.wait_for_the_question()
+        self.launcher.click_button(QUESTION, "No")
+        wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+        self.assertEqual(self.server.requests, [Server.CHECK])
+        self.assertEqual(self.temporary_files(), [])
+
+    def test_shows_how_far_the_download_is_and_streams_it(self):
+        may_go_on = threading.Event()
+        self.addCleanup(may_go_on.set)
+        self.server.answer_in_two_halves("/new", SIZE, may_go_on)
+        self.server.offer()
+        # A folder in the script's place: the download ends, and the program runs on.
+        (self.home.folder / "tmp/Vaskel_updater.bat").mkdir()
+        self.start()
+        self.wait_for_the_question()
+        before = self.memory()
+        self.launcher.click_button(QUESTION, "Yes")
+        self.becomes(self.launcher.progress, 50)
+        self.picture("progress")
+        may_go_on.set()
+
+        self.becomes(lambda: self.warning_text(), "Failed to create updater script")
+        self.assertIsNone(self.launcher.progress())
+        self.assertEqual((self.home.folder / "tmp/Vaskel_update.exe").stat().st_size, SIZE)
+        self.picture("script-warning")
+        growth = self.memory("VmHWM") - before
+        print(f"The most that the memory grew by: {growth} kB")
+        self.assertLess(growth, 8 * 1024)
+
+    def test_warns_when_the_download_fails_and_runs_on(self):
+        self.server.offer(path="/missing")
+        self.start()
+        self.wait_for_the_question()
+        self.launcher.click_button(QUESTION, "Yes")
+        self.becomes(lambda: self.warning_text(), f"Error transferring {self.server.address}/missing"
+                                                  " - server replied: Not Found")
+        self.picture("warning")
+        self.launcher.click_button(WARNING, "OK")
+        wait_until(lambda: self.launcher.dialog(WARNING) is None, "the warning is gone")
+        self.assertEqual(self.temporary_files(), [])
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+
+    def test_keeps_a_long_change_log_on_the_screen_and_out_of_markup(self):
+        self.server.offer(changelog="<h1>Changes</h1>\n" + "\n".join(
+            f"* a change with the number {number}" for number in range(1000)))
+        self.start()
+        self.wait_for_the_question()
+        text = self.launcher.dialog_texts(QUESTION)[-1]
+        self.assertTrue(text.startswith("New version 2.0 is available.\n\n<h1>Changes</h1>\n* a"))
+        self.picture("long")
+        self.launcher.click_button(QUESTION, "No")
+        wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
+
+    def test_asks_even_if_the_window_is_hidden(self):
+        self.server.offer()
+        self.start()
+        self.launcher.press("Escape")
+        self.hides()
+        self.wait_for_the_question()
+        self.picture("hidden")
+        self.launcher.click_button(QUESTION, "No")
+        wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
+        self.assertIsNone(self.launcher.process.poll())
+        self.start_again()
+
+    def test_asks_on_even_if_the_window_hides_when_it_loses_the_focus(self):
+        self.home.set_preferences(autoHideOnFocusLoss="true")
+        self.server.offer()
+        self.start()
+        self.wait_for_the_question()
+        self.hides()
+        self.picture("unfocused")
+        self.launcher.click_button(QUESTION, "No")
+        wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
+        self.start_again()
+
+    def test_stays_silent_without_an_answer(self):
+        is_over = threading.Event()
+        self.addCleanup(is_over.set)
+        self.server.answers[Server.CHECK] = lambda _: is_over.wait()
+        self.start()
+        wait_until(lambda: self.server.requests == [Server.CHECK], "the server is asked")
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+        self.assertIsNone(self.launcher.dialog(QUESTION))
+
+    def wait_for_the_question(self):
+        wait_until(lambda: self.launcher.dialog(QUESTION) is not None, "the question is asked")
+
+    def warning_text(self):
+        return self.launcher.dialog_texts(WARNING)[0]
+
+    def temporary_files(self):
+        return [path.name for path in (self.home.folder / "tmp").iterdir()
+                if path.name.startswith("Vaskel_")]
+
+    def memory(self, field="VmRSS"):
+        """In kilobytes."""
+        with open(f"/proc/{self.launcher.process.pid}/status") as status:
+            return next(int(line.split()[1]) for line in status if line.startswith(field))
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PrivateFile.h"
+
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr uid_t nobody = 65534;
+
+QString filePath()
+{
+    return testhome::path() + "/tmp/file"_L1;
+}
+
+QString folderPath()
+{
+    return testhome::path() + "/tmp"_L1;
+}
+
+struct stat statusOf(const QString &path)
+{
+    struct stat status = {};
+    ::lstat(QFile::encodeName(path).constData(), &status);
+    return status;
+}
+
+bool opens()
+{
+    QFile file(filePath());
+    return platform::openPrivateFile(file, QIODevice::WriteOnly);
+}
+
+} // namespace
+
+class tst_PrivateFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testhome::reset(); }
+
+    void createsTheFileForTheUserAlone();
+    void closesALeftoverToAllOthers();
+    void leavesTheOtherNamesOfALeftover();
+    void refusesWhatIsNoFile_data();
+    void refusesWhatIsNoFile();
+    void refusesAFolderInWhichOthersCanSwapFiles_data();
+    void refusesAFolderInWhichOthersCanSwapFiles();
+};
+
+void tst_PrivateFile::createsTheFileForTheUserAlone()
+{
+    const mode_t mask = ::umask(0);
+    const bool isOpen = opens();
+    ::umask(mask);
+    QVERIFY(isOpen);
+    QCOMPARE(int(statusOf(filePath()).st_mode & 07777), 0600);
+}
+
+void tst_PrivateFile::closesALeftoverToAllOthers()
+{
+    testhome::writeFile(u"tmp/file"_s, "a leftover");
+    QCOMPARE(::chmod(QFile::encodeName(filePath()).constData(), 0666), 0);
+    QVERIFY(opens());
+    QCOMPARE(int(statusOf(filePath()).st_mode & 07777), 0600);
+    QCOMPARE(int(statusOf(filePath()).st_size), 0);
+}
+
+// Somebody else may have given one of the user's own files this name too.
+void tst_PrivateFile::leavesTheOtherNamesOfALeftover()
+{
+    const QString own = testhome::writeFile(u"own"_s, "content");
+    QCOMPARE(::link(QFile::encodeName(own).constData(), QFile::encodeName(filePath()).constData()),
+             0);
+    QVERIFY(opens());
+    QCOMPARE(QFileInfo(own).size(), 7);
+}
+
+void tst_PrivateFile::refusesWhatIsNoFile_data()
+{
+    QTest::addColumn<QString>("linkTarget");
+    QTest::newRow("link to a file of the user's own") << u"own"_s;
+    QTest::newRow("link to nothing") << u"nowhere"_s;
+    QTest::newRow("link to itself") << u"file"_s;
+    QTest::newRow("named pipe") << QString();
+}
+
+void tst_PrivateFile::refusesWhatIsNoFile()
+{
+    QFETCH(QString, linkTarget);
+    const QString own = testhome::writeFile(u"tmp/own"_s, "content");
+    const QByteArray name = QFile::encodeName(filePath());
+    if (linkTarget.isEmpty()) {
+        QCOMPARE(::mkfifo(name.constData(), 0600), 0);
+    } else {
+        QCOMPARE(::symlink(QFile::encodeName(linkTarget).constData(), name.constData()), 0);
+    }
+    const auto inode = statusOf(filePath()).st_ino;
+
+    QVERIFY(!opens());
+    QCOMPARE(QFileInfo(own).size(), 7);
+    QVERIFY(!QFile::exists(folderPath() + "/nowhere"_L1));
+    QCOMPARE(statusOf(filePath()).st_ino, inode);
+}
+
+void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("isForeign");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("the user's own") << 0755 << false << true;
+    QTest::newRow("shared and sticky") << 01777 << false << true;
+    QTest::newRow("shared") << 0777 << false << false;
+    QTest::newRow("somebody else's") << 0755 << true << false;
+    QTest::newRow("somebody else's, shared and sticky") << 01777 << true << false;
+}
+
+void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, isForeign);
+    QFETCH(bool, isTaken);
+    const QByteArray folder = QFile::encodeName(folderPath());
+    if (isForeign && ::chown(folder.constData(), nobody, nobody) != 0) {
+        QSKIP("only root can give a folder away");
+    }
+    QCOMPARE(::chmod(folder.constData(), mode_t(mode)), 0);
+    const bool isOpen = opens();
+    const bool isThere = QFile::exists(filePath());
+    QCOMPARE(::chmod(folder.constData(), 0755), 0);
+    if (isForeign) {
+        QCOMPARE(::chown(folder.constData(), ::geteuid(), ::getegid()), 0);
+    }
+    QCOMPARE(isOpen, isTaken);
+    QCOMPARE(isThere, isTaken);
+}
+
+QTEST_GUILESS_MAIN(tst_PrivateFile)
+#include "tst_PrivateFile.moc"

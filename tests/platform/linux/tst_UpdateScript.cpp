@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/UpdateScript.h"
+
+#include "support/TestHome.h"
+#include "update/HttpServer.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTest>
+
+#include <memory>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto *updatePath = "Vaskel_update.exe";
+constexpr auto *scriptPath = "Vaskel_updater.bat";
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+QString temporary(const char *fileName)
+{
+    return testhome::path() + "/tmp/"_L1 + QLatin1StringView(fileName);
+}
+
+int modeOf(const QString &path)
+{
+    struct stat status = {};
+    return ::stat(QFile::encodeName(path).constData(), &status) == 0 ? int(status.st_mode & 07777)
+                                                                     : -1;
+}
+
+/// Another program: it notes the path that it was started by, and whether the old program had ended
+/// by then.
+QByteArray newProgram()
+{
+    return "#!/bin/sh\n"
+           "if [ -e \"$HOME/old-ended\" ]; then\n"
+           "    printf 'ended:%s' \"$0\" >\"$HOME/part\"\n"
+           "else\n"
+           "    printf 'running:%s' \"$0\" >\"$HOME/part\"\n"
+           "fi\n"
+           "mv \"$HOME/part\" \"$HOME/new-runs\"\n";
+}
+
+QString newRuns()
+{
+    return testhome::path() + "/new-runs"_L1;
+}
+
+} // namespace
+
+/// The script for real: a copy of a program replaces itself by what a server sends.
+class tst_UpdateScript : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void updatesTheRunningProgram_data();
+    void updatesTheRunningProgram();
+    void keepsThePermissions_data();
+    void keepsThePermissions();
+    void replacesTheProgramInOneStep();
+    void startsTheNewProgramEvenIfTheOldOneHangs();
+    void leavesBothAndSaysSoIfTheFolderIsClosed();
+    void leavesBothAndSaysSoIfTheDownloadIsGone();
+    void tellsTheDesktopOfTheFailure();
+    void takesNoNameThatIsTaken();
+    void quotesWhateverAPathHolds();
+
+private:
+    /// Copies the program that updates itself into a folder of this name and starts it there.
+    void startCopy(const QString &folder, const QString &name, int millisecondsToEnd = 0);
+    /// Runs the script of this process to its end and gives what it wrote to its standard error.
+    QString runScript(const QString &download, const QString &program);
+
+    std::unique_ptr<HttpServer> m_server;
+    std::unique_ptr<QProcess> m_old;
+    QString m_program;
+};
+
+void tst_UpdateScript::init()
+{
+    testhome::reset();
+    qputenv("PATH", "/usr/bin:/bin");
+    m_server = std::make_unique<HttpServer>();
+    m_server->answerBody(u"/new"_s, newProgram());
+}
+
+void tst_UpdateScript::startCopy(const QString &folder, const QString &name, int millisecondsToEnd)
+{
+    m_program = testhome::path() + u'/' + folder + u'/' + name;
+    QVERIFY(QDir().mkpath(QFileInfo(m_program).path()));
+    QVERIFY(QFile::copy(QStringLiteral(SELF_UPDATER), m_program));
+    m_old = std::make_unique<QProcess>();
+    m_old->setProcessChannelMode(QProcess::MergedChannels);
+    m_old->start(m_program, {m_server->url(u"/new"_s), QString::number(millisecondsToEnd),
+                             testhome::path() + "/old-ended"_L1});
+    QVERIFY(m_old->waitForStarted());
+}
+
+QString tst_UpdateScript::runScript(const QString &download, const QString &program)
+{
+    const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
+                                               platform::updateScript(download, program).toUtf8());
+    QProcess shell;
+    shell.start(u"/bin/sh"_s, {script});
+    shell.waitForFinished();
+    return QString::fromUtf8(shell.readAllStandardError()) + u"exit "_s
+           + QString::number(shell.exitCode());
+}
+
+void tst_UpdateScript::updatesTheRunningProgram_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain") << u"bin"_s << u"program"_s;
+    QTest::newRow("blanks") << u"my programs"_s << u" a program "_s;
+    QTest::newRow("quotes") << u"it's \"mine\""_s << u"'"_s;
+    QTest::newRow("expansions") << u"$HOME `id` $(id)"_s << u"*?[a] \\ $0"_s;
+    QTest::newRow("line feeds") << u"one\ntwo"_s << u"\nprogram\n\n"_s;
+    QTest::newRow("place markers") << u"%1 %2"_s << u"%5%%"_s;
+    QTest::newRow("other scripts") << u"程序"_s << u"é"_s;
+    QTest::newRow("dash and hash") << u"-rf #"_s << u"-n; exit 1"_s;
+}
+
+void tst_UpdateScript::updatesTheRunningProgram()
+{
+    QFETCH(QString, folder);
+    QFETCH(QString, name);
+    startCopy(folder, name, 300);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(newRuns()), 30000);
+
+    QCOMPARE(contentOf(newRuns()), "ended:" + m_program.toUtf8());
+    QCOMPARE(contentOf(m_program), newProgram());
+    QTRY_COMPARE(m_old->state(), QProcess::NotRunning);
+    QCOMPARE(m_old->readAll(), "");
+    QCOMPARE(m_old->exitCode(), 0);
+    QVERIFY(!QFile::exists(temporary(updatePath)));
+    QTRY_VERIFY(!QFile::exists(temporary(scriptPath)));
+    QCOMPARE(QDir(QFileInfo(m_program).path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList{name});
+}
+
+void tst_UpdateScript::keepsThePermissions_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("for all") << 0755;
+    QTest::newRow("for the user alone") << 0700;
+    QTest::newRow("not even to be written") << 0555;
+    QTest::newRow("for the group") << 0771;
+}
+
+void tst_UpdateScript::keepsThePermissions()
+{
+    QFETCH(int, mode);
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
+    QCOMPARE(::chmod(QFile::encodeName(program).constData(), mode_t(mode)), 0);
+    QCOMPARE(runScript(download, program), u"exit 0"_s);
+    QCOMPARE(contentOf(program), newProgram());
+    QCOMPARE(modeOf(program), mode);
+    QTRY_VERIFY(QFile::exists(newRuns()));
+}
+
+// Whoever has the old file open keeps it whole.
+void tst_UpdateScript::replacesTheProgramInOneStep()
+{
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
+    QCOMPARE(::chmod(QFile::encodeName(program).constData(), 0755), 0);
+    QFile old(program);
+    QVERIFY(old.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    QCOMPARE(runScript(download, program), u"exit 0"_s);
+    QCOMPARE(contentOf(program), newProgram());
+    QCOMPARE(old.readAll(), "old program");
+    QTRY_VERIFY(QFile::exists(newRuns()));
+}
+
+void tst_UpdateScript::startsTheNewProgramEvenIfTheOldOneHangs()
+{
+    QElapsedTimer timer;
+    timer.start();
+    startCopy(u"bin"_s, u"program"_s, 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(newRuns()), 30000);
+    QCOMPARE(contentOf(newRuns()), "running:" + m_program.toUtf8());
+    QVERIFY(timer.elapsed() >= 2000);
+    m_old->kill();
+    m_old->waitForFinished();
+}
+
+void tst_UpdateScript::leavesBothAndSaysSoIfTheFolderIsClosed()
+{
+    if (::geteuid() == 0) {
+        // Nothing is closed to root but what is no folder any more.
+        const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
+        const QString output = runScript(download, u"/proc/self/program"_s);
+        QVERIFY2(output.endsWith("Failed to copy update file\nexit 1"_L1), qPrintable(output));
+        QCOMPARE(contentOf(download), newProgram());
+        return;
+    }
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
+    const QByteArray folder = QFile::encodeName(QFileInfo(program).path());
+    QCOMPARE(::chmod(folder.constData(), 0500), 0);
+    const QString output = runScript(download, program);
+    QCOMPARE(::chmod(folder.constData(), 0700), 0);
+    QVERIFY2(output.endsWith("Failed to copy update file\nexit 1"_L1), qPrintable(output));
+    QCOMPARE(contentOf(program), "old program");
+    QCOMPARE(contentOf(download), newProgram());
+    QVERIFY(!QFile::exists(newRuns()));
+}
+
+void tst_UpdateScript::leavesBothAndSaysSoIfTheDownloadIsGone()
+{
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    const QString output = runScript(temporary(updatePath), program);
+    QVERIFY2(output.endsWith("Failed to copy update file\nexit 1"_L1), qPrintable(output));
+    QCOMPARE(contentOf(program), "old program");
+    QCOMPARE(QDir(QFileInfo(program).path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList{u"program"_s});
+    QVERIFY(!QFile::exists(newRuns()));
+}
+
+void tst_UpdateScript::tellsTheDesktopOfTheFailure()
+{
+    const QString notifier = testhome::writeFile(
+        u"desktop/notify-send"_s, "#!/bin/sh\nprintf '%s|' \"$@\" >\"$HOME/told\"\n");
+    QVERIFY(QFile::setPermissions(notifier, QFile::ReadOwner | QFile::ExeOwner));
+    qputenv("PATH", QFile::encodeName(testhome::path() + "/desktop:/usr/bin:/bin"_L1));
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    runScript(temporary(updatePath), program);
+    QCOMPARE(contentOf(testhome::path() + "/told"_L1), "Vaskel|Failed to copy update file|");
+}
+
+// The name of the new file beside the program can be guessed by whoever may write there.
+void tst_UpdateScript::takesNoNameThatIsTaken()
+{
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
+    const QString own = testhome::writeFile(u"own"_s, "content");
+    const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
+                                               platform::updateScript(download, program).toUtf8());
+    // A shell that first plants a link under the name that its own number makes, and then is the
+    // one that runs the script.
+    QProcess shell;
+    shell.start(u"/bin/sh"_s, {u"-c"_s, u"ln -s \"$1\" \"$2.new.$$\"; exec /bin/sh \"$3\""_s,
+                               u"sh"_s, own, program, script});
+    QVERIFY(shell.waitForFinished());
+    QCOMPARE(shell.exitCode(), 1);
+    QCOMPARE(contentOf(own), "content");
+    QCOMPARE(contentOf(program), "old program");
+    QCOMPARE(contentOf(download), newProgram());
+}
+
+void tst_UpdateScript::quotesWhateverAPathHolds()
+{
+    const QString program = testhome::writeFile(u"a 'b' \"c\"\n$d/program"_s, "old program");
+    const QString download = testhome::writeFile(u"tmp/e'f\n$(g)/download"_s, newProgram());
+    QCOMPARE(::chmod(QFile::encodeName(program).constData(), 0755), 0);
+    QCOMPARE(runScript(download, program), u"exit 0"_s);
+    QCOMPARE(contentOf(program), newProgram());
+    QVERIFY(!QFile::exists(download));
+    QTRY_VERIFY(QFile::exists(newRuns()));
+}
+
+QTEST_GUILESS_MAIN(tst_UpdateScript)
+#include "tst_UpdateScript.moc"

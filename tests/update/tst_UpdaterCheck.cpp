@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "update/Updater.h"
+
+#include "support/TestHome.h"
+#include "update/HttpServer.h"
+
+#include <QMetaMethod>
+#include <QSignalSpy>
+#include <QSysInfo>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What the server is asked, on the systems that the tests know.
+QString path()
+{
+    const QString system = QSysInfo::kernelType() == "winnt"_L1 ? u"windows"_s : u"linux"_s;
+    const QString processor = QSysInfo::buildCpuArchitecture();
+    const QString name = processor == "x86_64"_L1  ? u"amd64"_s
+                         : processor == "arm64"_L1 ? u"arm64"_s
+                                                   : processor;
+    return u"/api/v1/update/latest?platform=%1&arch=%2"_s.arg(system, name);
+}
+
+QByteArray redirectTo(const QByteArray &target)
+{
+    return httpAnswer("302 Found", "Content-Length: 0\r\nLocation: " + target + "\r\n", {});
+}
+
+} // namespace
+
+/// The check, against a server that answers what each case tells it.
+class tst_UpdaterCheck : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void asksForThisSystemAndTellsNothingElse();
+    void handsOnWhatIsOffered();
+    void takesWhatIsMissingForEmpty_data();
+    void takesWhatIsMissingForEmpty();
+    void saysThatThereIsNone_data();
+    void saysThatThereIsNone();
+    void refusesWhatIsNoObject_data();
+    void refusesWhatIsNoObject();
+    void tellsErrorsOfTheNetwork_data();
+    void tellsErrorsOfTheNetwork();
+    void tellsThatNoServerIsThere();
+    void followsRedirects();
+    void givesUpOnRedirectsInACircle();
+    void waitsForAnAnswerThatDoesNotEnd_data();
+    void waitsForAnAnswerThatDoesNotEnd();
+    void asksAnewAtEachCheck();
+    void mayGoDuringACheck();
+    void knowsItsVersion();
+    void offersItsInterfaceToTheMetaObject();
+
+private:
+    /// The signals that the check led to, as "name(argument, argument)".
+    QStringList check(int count = 1);
+
+    std::unique_ptr<HttpServer> m_server;
+};
+
+void tst_UpdaterCheck::init()
+{
+    testhome::reset();
+    m_server = std::make_unique<HttpServer>();
+    qputenv("VASKEL_TEST_UPDATE_SERVER", m_server->address().toLatin1());
+}
+
+void tst_UpdaterCheck::cleanup()
+{
+    qunsetenv("VASKEL_TEST_UPDATE_SERVER");
+}
+
+QStringList tst_UpdaterCheck::check(int count)
+{
+    QStringList heard;
+    Updater updater;
+    connect(&updater, &Updater::updateAvailable, this,
+            [&heard](const QString &version, const QString &changelog, const QString &url,
+                     bool isMandatory) {
+                heard.append(u"available(%1, %2, %3, %4)"_s.arg(
+                    version, changelog, url, isMandatory ? u"mandatory"_s : u"optional"_s));
+            });
+    connect(&updater, &Updater::noUpdateAvailable, this, [&heard] { heard.append(u"none"_s); });
+    connect(&updater, &Updater::checkError, this,
+            [&heard](const QString &message) { heard.append("error: "_L1 + message); });
+    for (int index = 0; index < count; ++index) {
+        updater.checkForUpdate();
+    }
+    [[maybe_unused]] const bool isDone =
+        QTest::qWaitFor([&] { return heard.size() >= count; }, 30000);
+    QCoreApplication::processEvents();
+    return heard;
+}
+
+void tst_UpdaterCheck::asksForThisSystemAndTellsNothingElse()
+{
+    m_server->answerBody(path(), "{}");
+    QCOMPARE(check(), QStringList{u"none"_s});
+    QCOMPARE(m_server->requests.size(), 1);
+    const QByteArray request = m_server->requests.constFirst();
+    QVERIFY2(request.startsWith("GET " + path().toUtf8() + " HTTP/1.1\r\n"), request.constData());
+    QVERIFY2(!request.contains("1.0.0"), request.constData());
+    QVERIFY2(!request.toLower().contains("cookie"), request.constData());
+    QVERIFY2(request.endsWith("\r\n\r\n"), request.constData());
+}
+
+void tst_UpdaterCheck::handsOnWhatIsOffered()
+{
+    m_server->answerBody(path(), R"({"has_update": true, "version": "2.0 é %1", "mandatory": true,
+        "changelog": "one\ntwo <b>", "download_url": "http://host/file?a=%20"})");
+    QCOMPARE(check(), QStringList{u"available(2.0 é %1, one\ntwo <b>, http://host/file?a=%20, "
+                                  "mandatory)"_s});
+}
+
+void tst_UpdaterCheck::takesWhatIsMissingForEmpty_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("nothing else") << QByteArray(R"({"has_update": true})");
+    QTest::newRow("other types") << QByteArray(
+        R"({"has_update": true, "version": 2, "changelog": [], "download_url": null,
+            "mandatory": "true"})");
+}
+
+void tst_UpdaterCheck::takesWhatIsMissingForEmpty()
+{
+    QFETCH(QByteArray, body);
+    m_server->answerBody(path(), body);
+    QCOMPARE(check(), QStringList{u"available(, , , optional)"_s});
+}
+
+void tst_UpdaterCheck::saysThatThereIsNone_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("empty object") << QByteArray("{}");
+    QTest::newRow("false") << QByteArray(R"({"has_update": false, "version": "2"})");
+    QTest::newRow("string") << QByteArray(R"({"has_update": "true", "version": "2"})");
+    QTest::newRow("number") << QByteArray(R"({"has_update": 1})");
+    QTest::newRow("null") << QByteArray(R"({"has_update": null})");
+}
+
+void tst_UpdaterCheck::saysThatThereIsNone()
+{
+    QFETCH(QByteArray, body);
+    m_server->answerBody(path(), body);
+    QCOMPARE(check(), QStringList{u"none"_s});
+}
+
+void tst_UpdaterCheck::refusesWhatIsNoObject_data()
+{
+    QTest::addColumn<QByteArray>("body");
+    QTest::newRow("array") << QByteArray(R"([{"has_update": true}])");
+    QTest::newRow("plain text") << QByteArray("has_update");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("object that breaks off") << QByteArray(R"({"has_update": true)");
+    QTest::newRow("object with more behind it") << QByteArray(R"({"has_update": true} x)");
+    QTest::newRow("bytes that are no text") << QByteArray("{\"has_update\xff\": true}");
+    QTest::newRow("deep nesting") << QByteArray(200000, '[');
+}
+
+void tst_UpdaterCheck::refusesWhatIsNoObject()
+{
+    QFETCH(QByteArray, body);
+    m_server->answerBody(path(), body);
+    QCOMPARE(check(), QStringList{u"error: Invalid response"_s});
+}
+
+void tst_UpdaterCheck::tellsErrorsOfTheNetwork_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QString>("message");
+    const QByteArray offer = R"({"has_update": true})";
+    QTest::newRow("404 with an offer")
+        << httpAnswer("404 Not Found", "Content-Length: 20\r\n", offer)
+        << u"Error transferring %1 - server replied: Not Found"_s;
+    QTest::newRow("500 without a body")
+        << httpAnswer("500 Oh no", {}, {}) << u"Error transferring %1 - server replied: Oh no"_s;
+    QTest::newRow("body cut short")
+        << httpAnswer("200 OK", "Content-Length: 21\r\n", offer) << u"Connection closed"_s;
+    QTest::newRow("headers cut short")
+        << QByteArray("HTTP/1.1 200 OK\r\nContent-Le") << u"Connection closed"_s;
+    QTest::newRow("closed at once") << QByteArray() << u"Connection closed"_s;
+    QTest::newRow("redirect to nothing that is known")
+        << redirectTo("gopher://127.0.0.1/") << QString();
+    QTest::newRow("not HTTP at all") << QByteArray("220 mail.example ESMTP\r\n") << QString();
+}
+
+void tst_UpdaterCheck::tellsErrorsOfTheNetwork()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(QString, message);
+    m_server->answer(path(), answer);
+    const QStringList heard = check();
+    QCOMPARE(heard.size(), 1);
+    QVERIFY2(heard.constFirst().startsWith("error: "_L1), qPrintable(heard.constFirst()));
+    QVERIFY(heard.constFirst().size() > 7);
+    if (!message.isEmpty()) {
+        message.replace("%1"_L1, m_server->url(path()));
+        QCOMPARE(heard.constFirst().mid(7), message);
+    }
+}
+
+void tst_UpdaterCheck::tellsThatNoServerIsThere()
+{
+    m_server.reset();
+    QCOMPARE(check(), QStringList{u"error: Connection refused"_s});
+}
+
+void tst_UpdaterCheck::followsRedirects()
+{
+    m_server->answer(path(), redirectTo("/elsewhere"));
+    m_server->answer(u"/elsewhere"_s, redirectTo(m_server->url(u"/at-last"_s).toUtf8()));
+    m_server->answerBody(u"/at-last"_s, R"({"has_update": true, "version": "2"})");
+    QCOMPARE(check(), QStringList{u"available(2, , , optional)"_s});
+    QCOMPARE(m_server->requests.size(), 3);
+}
+
+void tst_UpdaterCheck::givesUpOnRedirectsInACircle()
+{
+    m_server->answer(path(), redirectTo(path().toUtf8()));
+    QCOMPARE(check(), QStringList{u"error: Too many redirects"_s});
+}
+
+void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd_data()
+{
+    QTest::addColumn<QByteArray>("beginning");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("headers") << QByteArray("HTTP/1.1 200 OK\r\nServer: x\r\n");
+    QTest::newRow("one header line") << QByteArray("HTTP/1.1 200 OK\r\nServer: xxxxxxx");
+    QTest::newRow("body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\n{");
+}
+
+void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd()
+{
+    QFETCH(QByteArray, beginning);
+    m_server->answer(path(), beginning, HttpServer::End::Hang);
+    auto updater = std::make_unique<Updater>();
+    const QSignalSpy available(updater.get(), &Updater::updateAvailable);
+    const QSignalSpy none(updater.get(), &Updater::noUpdateAvailable);
+    const QSignalSpy errors(updater.get(), &Updater::checkError);
+    updater->checkForUpdate();
+    QTRY_COMPARE(m_server->requests.size(), 1);
+
+    // A later check is not held up, and its end is not that of the first one.
+    m_server->answerBody(path(), "{}");
+    updater->checkForUpdate();
+    QTRY_COMPARE(none.size(), 1);
+    QCOMPARE(available.size() + errors.size(), 0);
+    updater.reset();
+    QCOMPARE(none.size() + errors.size(), 1);
+}
+
+void tst_UpdaterCheck::asksAnewAtEachCheck()
+{
+    m_server->answerBody(path(), "{}");
+    QCOMPARE(check(3), QStringList({u"none"_s, u"none"_s, u"none"_s}));
+    QCOMPARE(m_server->requests.size(), 3);
+}
+
+void tst_UpdaterCheck::mayGoDuringACheck()
+{
+    m_server->answerBody(path(), "{}");
+    {
+        Updater updater;
+        updater.checkForUpdate();
+    }
+    QCOMPARE(check(), QStringList{u"none"_s});
+}
+
+void tst_UpdaterCheck::knowsItsVersion()
+{
+    QCOMPARE(Updater().currentVersion(), u"1.0.0"_s);
+}
+
+void tst_UpdaterCheck::offersItsInterfaceToTheMetaObject()
+{
+    QStringList methods;
+    const QMetaObject &meta = Updater::staticMetaObject;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        const QMetaMethod method = meta.method(index);
+        methods.append(QString::fromLatin1(method.name()) + u'/'
+                       + QString::number(method.parameterCount()));
+    }
+    const QStringList expected{
+        u"updateAvailable/4"_s,    u"noUpdateAvailable/0"_s,   u"checkError/1"_s,
+        u"downloadProgress/2"_s,   u"downloadFinished/0"_s,    u"downloadError/1"_s,
+        u"onDownloadFinished/0"_s, u"onDownloadReadyRead/0"_s, u"checkForUpdate/0"_s,
+        u"downloadAndInstall/1"_s, u"currentVersion/0"_s};
+    QCOMPARE(methods, expected);
+}
+
+QTEST_GUILESS_MAIN(tst_UpdaterCheck)
+#include "tst_UpdaterCheck.moc"

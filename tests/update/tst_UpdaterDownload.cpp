@@ -1,0 +1,434 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "update/Updater.h"
+
+#include "support/FakePlatform.h"
+#include "support/TestHome.h"
+#include "update/HttpServer.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString downloadPath()
+{
+    return testhome::path() + "/tmp/Vaskel_update.exe"_L1;
+}
+
+QString scriptPath()
+{
+    return testhome::path() + "/tmp/Vaskel_updater.bat"_L1;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+bool exists(const QString &path)
+{
+    return QFileInfo(path).exists() || QFileInfo(path).isSymLink();
+}
+
+/// What an updater says of a download, in its order and with the state of the files at that moment.
+class Listener : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Listener(Updater &updater)
+    {
+        connect(&updater, &Updater::downloadProgress, this, [this](qint64 received, qint64 total) {
+            progress.append({received, total});
+        });
+        connect(&updater, &Updater::downloadFinished, this, [this] {
+            heard.append(u"finished"_s);
+            contentAtEnd = contentOf(downloadPath());
+            startedAtEnd = fakePlatform().startedUpdateScripts;
+        });
+        connect(&updater, &Updater::downloadError, this, [this](const QString &message) {
+            heard.append("error: "_L1 + message);
+            hasFileAtError = exists(downloadPath());
+        });
+    }
+
+    QStringList heard;
+    QList<std::pair<qint64, qint64>> progress;
+    QByteArray contentAtEnd;
+    QStringList startedAtEnd;
+    bool hasFileAtError = false;
+};
+
+} // namespace
+
+/// The download, from a server that answers what each case tells it, up to the start of the script.
+class tst_UpdaterDownload : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void installsWhatItDownloaded();
+    void saysHowFarItIs();
+    void takesWhatHasNoUsableLength_data();
+    void takesWhatHasNoUsableLength();
+    void takesAnEmptyFile();
+    void takesNoMoreThanTheLength();
+    void replacesTheLeftoverOfAnEarlierAttempt();
+    void followsRedirects();
+    void removesTheFileAfterAnError_data();
+    void removesTheFileAfterAnError();
+    void failsWithoutAServer();
+    void failsWithoutAUsableAddress_data();
+    void failsWithoutAUsableAddress();
+    void failsWithoutAPlaceForTheFile();
+    void runsOnWithoutAPlaceForTheScript();
+    void triesAgainWhenItIsTold();
+    void triesAgainFromTheErrorItself();
+    void countsOnlyTheLastOfTwoDownloads();
+    void staysAloneWithoutAPlaceForTheSecondDownload();
+    void neverEndsWithAnAnswerThatDoesNot_data();
+    void neverEndsWithAnAnswerThatDoesNot();
+    void toleratesTheEndOfNoDownload();
+    void quitsEvenIfTheScriptDoesNotStart();
+
+private:
+    /// Downloads and gives the event loop's exit status: 0 when the updater ended it, 1 when it
+    /// reported an error instead.
+    int download(Updater &updater, const QString &url);
+
+    std::unique_ptr<HttpServer> m_server;
+};
+
+void tst_UpdaterDownload::init()
+{
+    testhome::reset();
+    fakePlatform() = FakePlatform();
+    m_server = std::make_unique<HttpServer>();
+}
+
+int tst_UpdaterDownload::download(Updater &updater, const QString &url)
+{
+    constexpr int givenUp = 2;
+    QTimer watchdog;
+    watchdog.callOnTimeout([] { QCoreApplication::exit(givenUp); });
+    watchdog.start(30000);
+    QObject context;
+    connect(
+        &updater, &Updater::downloadError, &context, [] { QCoreApplication::exit(1); },
+        Qt::QueuedConnection);
+    QTimer::singleShot(0, &updater, [&] { updater.downloadAndInstall(url); });
+    return QCoreApplication::exec();
+}
+
+void tst_UpdaterDownload::installsWhatItDownloaded()
+{
+    const QByteArray program = QByteArrayLiteral("\x7f"
+                                                 "ELF\0\r\n\x1a\xff new program");
+    m_server->answerBody(u"/new"_s, program);
+    fakePlatform().updateScript = u"line é\nlast\n"_s;
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+
+    QCOMPARE(listener.heard, QStringList{u"finished"_s});
+    QCOMPARE(listener.contentAtEnd, program);
+    QCOMPARE(listener.startedAtEnd, QStringList());
+    QCOMPARE(contentOf(downloadPath()), program);
+    QCOMPARE(contentOf(scriptPath()).replace("\r\n", "\n"), "line é\nlast\n");
+    const std::pair<QString, QString> call(downloadPath(), QCoreApplication::applicationFilePath());
+    QCOMPARE(fakePlatform().updateScriptCalls.size(), 1);
+    QCOMPARE(fakePlatform().updateScriptCalls.constFirst(), call);
+    QCOMPARE(fakePlatform().startedUpdateScripts, QStringList{scriptPath()});
+    QCOMPARE(m_server->requests.size(), 1);
+}
+
+void tst_UpdaterDownload::saysHowFarItIs()
+{
+    constexpr qint64 size = 3000000;
+    m_server->answerZeros(u"/new"_s, size);
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+
+    qint64 last = 0;
+    for (const auto &[received, total] : listener.progress) {
+        QCOMPARE(total, size);
+        QVERIFY(received >= last);
+        last = received;
+    }
+    QCOMPARE(last, size);
+    QCOMPARE(QFileInfo(downloadPath()).size(), size);
+}
+
+void tst_UpdaterDownload::takesWhatHasNoUsableLength_data()
+{
+    QTest::addColumn<QByteArray>("headers");
+    QTest::newRow("no length") << QByteArray();
+    QTest::newRow("no number") << QByteArray("Content-Length: many\r\n");
+    QTest::newRow("negative number") << QByteArray("Content-Length: -4\r\n");
+}
+
+void tst_UpdaterDownload::takesWhatHasNoUsableLength()
+{
+    QFETCH(QByteArray, headers);
+    const QByteArray body = "up to the end of the connection";
+    m_server->answer(u"/new"_s, httpAnswer("200 OK", headers, body));
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), body);
+}
+
+void tst_UpdaterDownload::takesAnEmptyFile()
+{
+    m_server->answerBody(u"/new"_s, {});
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "");
+}
+
+void tst_UpdaterDownload::takesNoMoreThanTheLength()
+{
+    m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 7\r\n", "program and more"));
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "program");
+}
+
+void tst_UpdaterDownload::replacesTheLeftoverOfAnEarlierAttempt()
+{
+    testhome::writeFile(u"tmp/Vaskel_update.exe"_s, "a longer leftover");
+    testhome::writeFile(u"tmp/Vaskel_updater.bat"_s, "a longer leftover");
+    m_server->answerBody(u"/new"_s, "new");
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "new");
+    QCOMPARE(contentOf(scriptPath()).replace("\r\n", "\n"), "script\n");
+}
+
+void tst_UpdaterDownload::followsRedirects()
+{
+    m_server->answer(u"/new"_s, httpAnswer("307 Temporary Redirect",
+                                           "Location: /newer\r\nContent-Length: 6\r\n", "moved!"));
+    m_server->answerBody(u"/newer"_s, "new");
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "new");
+}
+
+void tst_UpdaterDownload::removesTheFileAfterAnError_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("404 with a body") << httpAnswer("404 Not Found", "Content-Length: 4\r\n", "gone")
+                                     << u"Error transferring %1 - server replied: Not Found"_s;
+    QTest::newRow("cut short") << httpAnswer("200 OK", "Content-Length: 100\r\n", "half")
+                               << u"Connection closed"_s;
+    QTest::newRow("cut short behind much")
+        << httpAnswer("200 OK", "Content-Length: 4000000\r\n", QByteArray(3999999, 'x'))
+        << u"Connection closed"_s;
+    QTest::newRow("closed at once") << QByteArray() << u"Connection closed"_s;
+    QTest::newRow("redirect to a file that is missing")
+        << httpAnswer("302 Found", "Location: /missing\r\nContent-Length: 0\r\n", {}) << QString();
+}
+
+void tst_UpdaterDownload::removesTheFileAfterAnError()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(QString, message);
+    m_server->answer(u"/new"_s, answer);
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+
+    QCOMPARE(listener.heard.size(), 1);
+    QVERIFY2(listener.heard.constFirst().startsWith("error: "_L1),
+             qPrintable(listener.heard.constFirst()));
+    if (!message.isEmpty()) {
+        message.replace("%1"_L1, m_server->url(u"/new"_s));
+        QCOMPARE(listener.heard.constFirst().mid(7), message);
+    }
+    QVERIFY(!listener.hasFileAtError);
+    QVERIFY(!exists(downloadPath()));
+    QVERIFY(!exists(scriptPath()));
+    QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
+}
+
+void tst_UpdaterDownload::failsWithoutAServer()
+{
+    const QString url = m_server->url(u"/new"_s);
+    m_server.reset();
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, url), 1);
+    QCOMPARE(listener.heard, QStringList{u"error: Connection refused"_s});
+    QVERIFY(!exists(downloadPath()));
+}
+
+void tst_UpdaterDownload::failsWithoutAUsableAddress_data()
+{
+    QTest::addColumn<QString>("url");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("without a scheme") << u"/new"_s;
+    QTest::newRow("of an unknown kind") << u"gopher://127.0.0.1/new"_s;
+    QTest::newRow("invalid") << u"http://[/new"_s;
+}
+
+void tst_UpdaterDownload::failsWithoutAUsableAddress()
+{
+    QFETCH(QString, url);
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, url), 1);
+    QCOMPARE(listener.heard.size(), 1);
+    QVERIFY(listener.heard.constFirst().size() > 7);
+    QVERIFY(!exists(downloadPath()));
+}
+
+void tst_UpdaterDownload::failsWithoutAPlaceForTheFile()
+{
+    fakePlatform().foreignFiles = {downloadPath()};
+    testhome::writeFile(u"tmp/Vaskel_update.exe"_s, "somebody else's");
+    m_server->answerBody(u"/new"_s, "new");
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    QCOMPARE(listener.heard, QStringList{u"error: Failed to create download file"_s});
+    QCOMPARE(contentOf(downloadPath()), "somebody else's");
+    QVERIFY(m_server->requests.isEmpty());
+
+    fakePlatform().foreignFiles.clear();
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "new");
+}
+
+void tst_UpdaterDownload::runsOnWithoutAPlaceForTheScript()
+{
+    QVERIFY(QDir().mkpath(scriptPath()));
+    m_server->answerBody(u"/new"_s, "new");
+    Updater updater;
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    QCOMPARE(listener.heard,
+             QStringList({u"finished"_s, u"error: Failed to create updater script"_s}));
+    QCOMPARE(contentOf(downloadPath()), "new");
+    QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
+}
+
+void tst_UpdaterDownload::triesAgainWhenItIsTold()
+{
+    m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 100\r\n", "half"));
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    m_server->answerBody(u"/new"_s, "new");
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "new");
+}
+
+void tst_UpdaterDownload::triesAgainFromTheErrorItself()
+{
+    m_server->answer(u"/old"_s, httpAnswer("200 OK", "Content-Length: 100\r\n", "half"));
+    m_server->answerBody(u"/new"_s, "new");
+    Updater updater;
+    connect(
+        &updater, &Updater::downloadError, this,
+        [&] { updater.downloadAndInstall(m_server->url(u"/new"_s)); }, Qt::DirectConnection);
+    const QSignalSpy finished(&updater, &Updater::downloadFinished);
+    updater.downloadAndInstall(m_server->url(u"/old"_s));
+    QTRY_COMPARE(finished.size(), 1);
+    QCOMPARE(contentOf(downloadPath()), "new");
+}
+
+void tst_UpdaterDownload::countsOnlyTheLastOfTwoDownloads()
+{
+    m_server->answerBody(u"/old"_s, "old program");
+    m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 3\r\n", "n"),
+                     HttpServer::End::Hang);
+    Updater updater;
+    const Listener listener(updater);
+    updater.downloadAndInstall(m_server->url(u"/old"_s));
+    updater.downloadAndInstall(m_server->url(u"/new"_s));
+    QTRY_COMPARE(m_server->requests.size(), 2);
+    QTRY_VERIFY(listener.progress.contains(std::pair<qint64, qint64>(11, 11)));
+    QTest::qWait(0);
+    QCOMPARE(listener.heard, QStringList());
+
+    m_server->answerBody(u"/new"_s, "new");
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(downloadPath()), "new");
+    QCOMPARE(listener.heard, QStringList{u"finished"_s});
+}
+
+void tst_UpdaterDownload::staysAloneWithoutAPlaceForTheSecondDownload()
+{
+    m_server->answerBody(u"/old"_s, "old program");
+    Updater updater;
+    const Listener listener(updater);
+    updater.downloadAndInstall(m_server->url(u"/old"_s));
+    fakePlatform().foreignFiles = {downloadPath()};
+    updater.downloadAndInstall(m_server->url(u"/new"_s));
+    QTRY_VERIFY(listener.progress.contains(std::pair<qint64, qint64>(11, 11)));
+    QTest::qWait(0);
+    QCOMPARE(listener.heard, QStringList{u"error: Failed to create download file"_s});
+    QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
+}
+
+void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot_data()
+{
+    QTest::addColumn<QByteArray>("beginning");
+    QTest::addColumn<bool>("hasBody");
+    QTest::newRow("headers") << QByteArray("HTTP/1.1 200 OK\r\nServer: x\r\n") << false;
+    QTest::newRow("body") << "HTTP/1.1 200 OK\r\nContent-Length: 200000\r\n\r\n"
+                                 + QByteArray(100000, 'x')
+                          << true;
+}
+
+void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot()
+{
+    QFETCH(QByteArray, beginning);
+    QFETCH(bool, hasBody);
+    m_server->answer(u"/new"_s, beginning, HttpServer::End::Hang);
+    {
+        Updater updater;
+        const Listener listener(updater);
+        updater.downloadAndInstall(m_server->url(u"/new"_s));
+        QTRY_COMPARE(m_server->requests.size(), 1);
+        QTRY_COMPARE(QFileInfo(downloadPath()).size() > 0, hasBody);
+        QTest::qWait(0);
+        QCOMPARE(listener.heard, QStringList());
+    }
+    QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
+}
+
+void tst_UpdaterDownload::toleratesTheEndOfNoDownload()
+{
+    Updater updater;
+    const Listener listener(updater);
+    QVERIFY(QMetaObject::invokeMethod(&updater, "onDownloadFinished"));
+    QVERIFY(QMetaObject::invokeMethod(&updater, "onDownloadReadyRead"));
+    QCOMPARE(listener.heard, QStringList());
+}
+
+// Nobody looks at how the start went, so the fake's silence is all there is to it.
+void tst_UpdaterDownload::quitsEvenIfTheScriptDoesNotStart()
+{
+    m_server->answerBody(u"/new"_s, "new");
+    fakePlatform().updateScript.clear();
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(scriptPath()), "");
+}
+
+QTEST_GUILESS_MAIN(tst_UpdaterDownload)
+#include "tst_UpdaterDownload.moc"
