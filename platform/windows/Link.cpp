@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Link.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace platform {
+
+namespace {
+
+// What ShellExecuteW gives up to here are errors, in the manner of 16-bit Windows.
+constexpr INT_PTR lastShellError = 32;
+
+} // namespace
+
+QString linkSuffix()
+{
+    return QStringLiteral("lnk");
+}
+
+bool openLink(const QString &filePath)
+{
+    const HINSTANCE result = ShellExecuteW(nullptr, L"open", qUtf16Printable(filePath), nullptr,
+                                           nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<INT_PTR>(result) > lastShellError;
+}
+
+} // namespace platform
