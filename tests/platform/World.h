@@ -26,9 +26,6 @@ void damage(const QString &path);
 /// Whether the program has been started since it was installed.
 bool isStarted(const QString &path);
 
-/// Makes an installed program the one that edits texts.
-void makeTextEditor(const QString &path);
-
 /// Whether something under this program's name starts at log-in.
 bool startsAtLogIn();
 

@@ -55,12 +55,6 @@ bool isStarted(const QString &path)
     return fakePlatform().openLinkResult && fakePlatform().openedLinks.contains(path);
 }
 
-void makeTextEditor(const QString &path)
-{
-    fakePlatform().builtinPrograms.insert(int(platform::BuiltinProgram::Notepad),
-                                          {path, fakePlatform().startMenuNames.value(path), path});
-}
-
 bool startsAtLogIn()
 {
     return !fakePlatform().autoStartCalls.isEmpty() && fakePlatform().autoStartCalls.last();

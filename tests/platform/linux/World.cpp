@@ -69,13 +69,6 @@ bool isStarted(const QString &path)
     return QFile::exists(startedMark(path));
 }
 
-void makeTextEditor(const QString &path)
-{
-    testhome::writeFile(u"config/mimeapps.list"_s,
-                        "[Default Applications]\ntext/plain=" + QFileInfo(path).fileName().toUtf8()
-                            + '\n');
-}
-
 bool startsAtLogIn()
 {
     return QFile::exists(testhome::path() + "/config/autostart/Vaskel.desktop"_L1);

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/World.h"
+
+#include "platform/windows/Recording.h"
+#include "platform/windows/ShellLink.h"
+#include "support/TestHome.h"
+
+#include "platform/StartMenu.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QSettings>
+#include <QStringList>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The folder of all users lies outside of the home.
+QStringList installedForAll;
+
+QSettings logInPrograms()
+{
+    return QSettings(uR"(HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Run)"_s,
+                     QSettings::NativeFormat);
+}
+
+QString startedMark(const QString &path)
+{
+    return testhome::path() + u'/' + QString::number(qHash(path, 0), 16) + ".started"_L1;
+}
+
+QString makeLink(int root, const QString &name, const QString &iconFile)
+{
+    QString path = platform::startMenuRoots().at(root) + u'/' + name + ".lnk"_L1;
+    const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, iconFile};
+    if (!link.write(path)) {
+        qFatal("cannot write %s", qUtf8Printable(path));
+    }
+    if (root != 0) {
+        installedForAll.append(path);
+    }
+    return path;
+}
+
+} // namespace
+
+namespace world {
+
+void reset()
+{
+    testhome::reset();
+    for (const QString &path : std::as_const(installedForAll)) {
+        QFile::remove(path);
+    }
+    installedForAll.clear();
+}
+
+// A link has no name but that of its file.
+QString install(int root, const QString &, const QString &name)
+{
+    return makeLink(root, name, {});
+}
+
+QString installWithIcon(const QString &fileName)
+{
+    const QString iconFile = testhome::path() + "/icon.ico"_L1;
+    QImage image(32, 32, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    if (!image.save(iconFile)) {
+        qFatal("cannot write %s", qUtf8Printable(iconFile));
+    }
+    return makeLink(0, fileName, iconFile);
+}
+
+void hide(const QString &path)
+{
+    SetFileAttributesW(qUtf16Printable(QDir::toNativeSeparators(path)), FILE_ATTRIBUTE_HIDDEN);
+}
+
+void damage(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("nonsense") < 0) {
+        qFatal("cannot write %s", qUtf8Printable(path));
+    }
+}
+
+bool isStarted(const QString &path)
+{
+    return !recording::starts(startedMark(path)).isEmpty();
+}
+
+bool startsAtLogIn()
+{
+    return logInPrograms().contains(u"Vaskel"_s);
+}
+
+void registerAtLogIn()
+{
+    logInPrograms().setValue(u"Vaskel"_s, u"by hand"_s);
+}
+
+QString privateVariable()
+{
+    return {};
+}
+
+// Whoever runs the tests says where there is one, since a folder cannot be given away here.
+QString foreignFolder()
+{
+    return qEnvironmentVariable("VASKEL_FOREIGN_FOLDER");
+}
+
+} // namespace world
