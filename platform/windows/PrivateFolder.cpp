@@ -114,14 +114,8 @@ bool close(HANDLE folder, PSID user)
         return false;
     }
     const LocalPointer<void> descriptorMemory(descriptor);
-    PACL list = nullptr;
-    BOOL isPresent = false;
-    BOOL isDefault = false;
-    return GetSecurityDescriptorDacl(descriptor, &isPresent, &list, &isDefault) && isPresent
-           && SetSecurityInfo(folder, SE_FILE_OBJECT,
-                              DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
-                              nullptr, nullptr, list, nullptr)
-                  == ERROR_SUCCESS;
+    return SetKernelObjectSecurity(
+        folder, DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, descriptor);
 }
 
 } // namespace

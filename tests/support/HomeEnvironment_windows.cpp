@@ -21,21 +21,31 @@ std::wstring registryKey()
     return L"Software\\VaskelTest\\" + std::to_wstring(GetCurrentProcessId());
 }
 
-// What the shell reads for the places of a user's folders.
+// By the names that the shell has for them.
+const std::array<std::pair<const wchar_t *, const char16_t *>, 6> shellFolders{{
+    {L"AppData", u"/data"},
+    {L"Local AppData", u"/cache"},
+    {L"Start Menu", u"/menu"},
+    {L"Programs", u"/menu/programs"},
+    {L"Personal", u"/documents"},
+    {L"Desktop", u"/desktop"},
+}};
+
+QString homeFolder;
+
+// The shell does not name a folder that is not there.
+void makeShellFolders()
+{
+    for (const auto &[name, folder] : shellFolders) {
+        QDir().mkpath(homeFolder + QString::fromUtf16(folder));
+    }
+}
+
 bool writeShellFolders(HKEY user, const QString &home)
 {
-    const std::array<std::pair<const wchar_t *, const char16_t *>, 7> folders{{
-        {L"AppData", u"/data"},
-        {L"Local AppData", u"/cache"},
-        {L"Programs", u"/data/programs"},
-        {L"Start Menu", u"/data"},
-        {L"Startup", u"/data/programs/startup"},
-        {L"Personal", u"/documents"},
-        {L"Desktop", u"/desktop"},
-    }};
     constexpr const wchar_t *key =
         L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
-    for (const auto &[name, folder] : folders) {
+    for (const auto &[name, folder] : shellFolders) {
         const std::wstring path =
             QDir::toNativeSeparators(home + QString::fromUtf16(folder)).toStdWString();
         if (RegSetKeyValueW(user, key, name, REG_SZ, path.c_str(),
@@ -51,6 +61,8 @@ bool writeShellFolders(HKEY user, const QString &home)
 
 bool enterHome(const QString &folder)
 {
+    homeFolder = folder;
+    makeShellFolders();
     const QByteArray home = QDir::toNativeSeparators(folder).toLocal8Bit();
     qputenv("TEMP", home + "\\tmp");
     qputenv("TMP", home + "\\tmp");
@@ -77,6 +89,7 @@ void resetOutside()
 {
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Vaskel");
     RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Microsoft\\Windows\\CurrentVersion\\Run");
+    makeShellFolders();
 }
 
 void leaveHome()
