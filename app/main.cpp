@@ -11,6 +11,7 @@
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "ui/MainWindow.h"
+#include "ui/ProgramIcon.h"
 
 #include <QIcon>
 #include <QLocale>
@@ -110,7 +111,7 @@ int main(int argc, char *argv[])
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);
 
-    const QIcon appIcon(u":/assets/icon.png"_s);
+    const QIcon appIcon = programIcon();
     QGuiApplication::setWindowIcon(appIcon);
 
     QTranslator translator;

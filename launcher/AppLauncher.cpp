@@ -207,14 +207,17 @@ void AppLauncher::scanFolder(const QString &root, const QDir &folder, const QStr
     // NoSort leaves QDir's own order, which is by name, ignoring case.
     const QFileInfoList files = folder.entryInfoList(
         {platform::startMenuPattern()}, QDir::Files | QDir::NoDotAndDotDot, QDir::NoSort);
+    QStringList paths;
     for (const QFileInfo &file : files) {
-        const QString path = file.absoluteFilePath();
-        const std::optional<QString> name = platform::startMenuName(root, path);
-        if (!name || seenNames->contains(*name)) {
-            continue;
+        paths.append(file.absoluteFilePath());
+    }
+    const QHash<QString, QString> names = platform::startMenuNames(root, paths);
+    for (const QString &path : std::as_const(paths)) {
+        const QString name = names.value(path);
+        if (!name.isEmpty() && !seenNames->contains(name)) {
+            seenNames->insert(name);
+            m_apps.append(AppEntry(name, path, description, extractIcon(path)));
         }
-        seenNames->insert(*name);
-        m_apps.append(AppEntry(*name, path, description, extractIcon(path)));
     }
 }
 

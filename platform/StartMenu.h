@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
-
-#include <optional>
 
 namespace platform {
 
@@ -15,9 +14,10 @@ QStringList startMenuRoots();
 /// The file name pattern of a start-menu file, for QDir's name filters.
 QString startMenuPattern();
 
-/// The name under which a file of one of the roots is listed, or nothing when it is not to be
-/// listed: hidden, damaged, unreadable, without an installed program, not meant for this desktop,
-/// or overridden by a file of an earlier root. Called for hundreds of files at each start.
-std::optional<QString> startMenuName(const QString &root, const QString &filePath);
+/// The names under which the files of one folder are listed, by path; "root" is the start-menu
+/// folder in or below which they lie. A file without an entry is not to be listed: hidden, damaged,
+/// unreadable, without an installed program, not meant for this desktop, or overridden by a file of
+/// an earlier root. Called for hundreds of files at each start.
+QHash<QString, QString> startMenuNames(const QString &root, const QStringList &filePaths);
 
 } // namespace platform

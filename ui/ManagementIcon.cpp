@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
+#include "ui/ProgramIcon.h"
+
 #include <QMouseEvent>
 #include <QPainter>
 
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 ManagementIcon::ManagementIcon(QWidget *parent)
     : QWidget(parent)
-    , m_icon(u":/assets/icon.png"_s)
+    , m_icon(programIcon())
 {
     setFixedSize(32, 32);
     setCursor(Qt::PointingHandCursor);

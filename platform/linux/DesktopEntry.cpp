@@ -5,14 +5,13 @@
 
 #include <utility>
 
+#include <gio/gdesktopappinfo.h>
+
 #include <sys/stat.h>
 
 namespace platform {
 
 namespace {
-
-constexpr const char *group = G_KEY_FILE_DESKTOP_GROUP;
-constexpr const char *fullNameKey = "X-GNOME-FullName";
 
 // The largest entries that are around, with translations into every language, take 50,000 bytes.
 constexpr off_t maximumSize = 1 << 20;
@@ -25,19 +24,18 @@ bool isOrdinaryFile(const QByteArray &fileName)
            && status.st_size <= maximumSize;
 }
 
-bool isInstalled(const QByteArray &program, const QByteArray &workingFolder)
+// A program that is named but not to be found keeps its name.
+QByteArray installedPath(const QByteArray &program)
 {
-    const bool isInWorkingFolder =
-        !workingFolder.isEmpty() && program.contains('/') && !program.startsWith('/');
-    const QByteArray place = isInWorkingFolder ? workingFolder + '/' + program : program;
-    const TextPointer found(g_find_program_in_path(place.constData()));
-    return found != nullptr;
+    const TextPointer path(program.isEmpty() ? nullptr
+                                             : g_find_program_in_path(program.constData()));
+    return path ? QByteArray(path.get()) : program;
 }
 
 } // namespace
 
-DesktopEntry::DesktopEntry(KeyFilePointer keyFile)
-    : m_keyFile(std::move(keyFile))
+DesktopEntry::DesktopEntry(ObjectPointer<GDesktopAppInfo> entry)
+    : m_entry(std::move(entry))
 {
 }
 
@@ -47,123 +45,65 @@ std::optional<DesktopEntry> DesktopEntry::load(const QString &filePath)
     if (!isOrdinaryFile(fileName)) {
         return std::nullopt;
     }
-    KeyFilePointer file(g_key_file_new());
-    if (!g_key_file_load_from_file(file.get(), fileName.constData(), G_KEY_FILE_NONE, nullptr)) {
-        return std::nullopt;
-    }
-    return DesktopEntry(std::move(file));
+    ObjectPointer<GDesktopAppInfo> entry(
+        g_desktop_app_info_new_from_filename(fileName.constData()));
+    return entry ? std::optional(DesktopEntry(std::move(entry))) : std::nullopt;
 }
 
+// GIO has a name of its own for entries without one.
 QString DesktopEntry::displayName() const
 {
-    const QString name = localizedText(G_KEY_FILE_DESKTOP_KEY_NAME);
-    return hasKey(fullNameKey) && !name.isEmpty() ? localizedText(fullNameKey) : name;
+    return text(G_KEY_FILE_DESKTOP_KEY_NAME).isEmpty()
+               ? QString()
+               : QString::fromUtf8(g_app_info_get_display_name(G_APP_INFO(m_entry.get())));
 }
 
-// A name with the suffix of a file is a common mistake.
 QString DesktopEntry::icon() const
 {
-    const QString icon = localizedText(G_KEY_FILE_DESKTOP_KEY_ICON);
-    const bool hasSuffix = icon.endsWith(QLatin1String(".png"))
-                           || icon.endsWith(QLatin1String(".svg"))
-                           || icon.endsWith(QLatin1String(".xpm"));
-    return hasSuffix && !icon.startsWith(QLatin1Char('/')) ? icon.chopped(4) : icon;
+    GIcon *icon = g_app_info_get_icon(G_APP_INFO(m_entry.get()));
+    const TextPointer name(icon ? g_icon_to_string(icon) : nullptr);
+    return QString::fromUtf8(name.get());
 }
 
 bool DesktopEntry::hasCategory(const char *category) const
 {
-    return listContains(G_KEY_FILE_DESKTOP_KEY_CATEGORIES, category);
+    return QByteArray(g_desktop_app_info_get_categories(m_entry.get()))
+        .split(';')
+        .contains(category);
 }
 
 bool DesktopEntry::canStart() const
 {
-    if (!isApplication() || isTrue(G_KEY_FILE_DESKTOP_KEY_HIDDEN)) {
-        return false;
-    }
-    const QByteArray condition = text(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC);
-    if (!condition.isEmpty() && !isInstalled(condition, text(G_KEY_FILE_DESKTOP_KEY_PATH))) {
-        return false;
-    }
-    return isCommandInstalled();
+    return !g_desktop_app_info_get_is_hidden(m_entry.get())
+           && (g_app_info_get_commandline(G_APP_INFO(m_entry.get()))
+               || g_desktop_app_info_get_boolean(m_entry.get(),
+                                                 G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE));
 }
 
-// The first of the desktop's names that either list holds decides.
 bool DesktopEntry::isForThisDesktop() const
 {
-    const bool isRestricted = hasKey(G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN);
-    if (!isRestricted && !hasKey(G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN)) {
-        return true;
-    }
-    const QByteArrayList desktops = currentDesktops();
-    for (const QByteArray &desktop : desktops) {
-        if (listContains(G_KEY_FILE_DESKTOP_KEY_ONLY_SHOW_IN, desktop.constData())) {
-            return true;
-        }
-        if (listContains(G_KEY_FILE_DESKTOP_KEY_NOT_SHOW_IN, desktop.constData())) {
-            return false;
-        }
-    }
-    return !isRestricted;
+    return g_desktop_app_info_get_show_in(m_entry.get(), nullptr);
 }
 
 bool DesktopEntry::isListed() const
 {
-    return !isTrue(G_KEY_FILE_DESKTOP_KEY_NO_DISPLAY) && isForThisDesktop() && canStart();
+    return canStart() && g_app_info_should_show(G_APP_INFO(m_entry.get()));
 }
 
-// GLib words a message for each missing key that it is asked for, which takes longer than to look.
-bool DesktopEntry::hasKey(const char *key) const
+QByteArray DesktopEntry::program() const
 {
-    return g_key_file_has_key(m_keyFile.get(), group, key, nullptr);
+    return installedPath(g_app_info_get_executable(G_APP_INFO(m_entry.get())));
 }
 
-bool DesktopEntry::isTrue(const char *key) const
+QByteArray DesktopEntry::tryExec() const
 {
-    return hasKey(key) && g_key_file_get_boolean(m_keyFile.get(), group, key, nullptr);
+    return installedPath(text(G_KEY_FILE_DESKTOP_KEY_TRY_EXEC));
 }
 
 QByteArray DesktopEntry::text(const char *key) const
 {
-    if (!hasKey(key)) {
-        return {};
-    }
-    const TextPointer value(g_key_file_get_string(m_keyFile.get(), group, key, nullptr));
+    const TextPointer value(g_desktop_app_info_get_string(m_entry.get(), key));
     return {value.get()};
-}
-
-QString DesktopEntry::localizedText(const char *key) const
-{
-    const TextPointer value(
-        g_key_file_get_locale_string(m_keyFile.get(), group, key, nullptr, nullptr));
-    return QString::fromUtf8(value.get());
-}
-
-bool DesktopEntry::listContains(const char *key, const char *wanted) const
-{
-    const TextListPointer list(
-        g_key_file_get_string_list(m_keyFile.get(), group, key, nullptr, nullptr));
-    return list && g_strv_contains(list.get(), wanted);
-}
-
-bool DesktopEntry::isApplication() const
-{
-    const TextPointer startGroup(g_key_file_get_start_group(m_keyFile.get()));
-    return g_strcmp0(startGroup.get(), group) == 0
-           && text(G_KEY_FILE_DESKTOP_KEY_TYPE) == G_KEY_FILE_DESKTOP_TYPE_APPLICATION;
-}
-
-bool DesktopEntry::isCommandInstalled() const
-{
-    const QByteArray command = text(G_KEY_FILE_DESKTOP_KEY_EXEC);
-    if (command.isEmpty()) {
-        return isTrue(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE);
-    }
-    char **words = nullptr;
-    if (!g_shell_parse_argv(command.constData(), nullptr, &words, nullptr)) {
-        return false;
-    }
-    const TextListPointer list(words);
-    return isInstalled(words[0], text(G_KEY_FILE_DESKTOP_KEY_PATH));
 }
 
 QByteArrayList currentDesktops()

@@ -8,15 +8,16 @@
 
 #include <optional>
 
+using GDesktopAppInfo = struct _GDesktopAppInfo;
+
 namespace platform {
 
-/// A desktop entry, read by GLib's key file parser and understood the way GDesktopAppInfo does it.
-/// Each start of the program reads hundreds of them. GDesktopAppInfo takes five times as long, and
-/// its first object watches the configuration folders from a thread until the process ends.
+/// A desktop entry of an application, as GIO reads it.
 class DesktopEntry
 {
 public:
-    /// Nothing for whatever is not a well-formed file of ordinary size.
+    /// Nothing for whatever is not a well-formed entry of ordinary size, or lacks the program that
+    /// it starts or asks for.
     static std::optional<DesktopEntry> load(const QString &filePath);
 
     /// In the user's language; empty if the entry has no name.
@@ -27,7 +28,7 @@ public:
 
     bool hasCategory(const char *category) const;
 
-    /// An application that is neither hidden nor lacks its program or its TryExec.
+    /// It is not hidden, and there is a command to start.
     bool canStart() const;
 
     /// Whether OnlyShowIn and NotShowIn admit the running desktop.
@@ -36,21 +37,21 @@ public:
     /// Whether a menu of this desktop would show it, if it has a name.
     bool isListed() const;
 
-    /// The parsed file, for changes before a start; it stays with this object.
-    GKeyFile *keyFile() const { return m_keyFile.get(); }
+    /// Path of the program that its command starts; empty if D-Bus does that.
+    QByteArray program() const;
+
+    /// Path of the program without which it is not to be listed; empty if it names none.
+    QByteArray tryExec() const;
+
+    /// What GIO knows of it; it stays with this object.
+    GDesktopAppInfo *info() const { return m_entry.get(); }
 
 private:
-    explicit DesktopEntry(KeyFilePointer keyFile);
+    explicit DesktopEntry(ObjectPointer<GDesktopAppInfo> entry);
 
-    bool hasKey(const char *key) const;
-    bool isTrue(const char *key) const;
     QByteArray text(const char *key) const;
-    QString localizedText(const char *key) const;
-    bool listContains(const char *key, const char *wanted) const;
-    bool isApplication() const;
-    bool isCommandInstalled() const;
 
-    KeyFilePointer m_keyFile;
+    ObjectPointer<GDesktopAppInfo> m_entry;
 };
 
 /// The names of the running desktop, the most specific one first; empty on a bare session.

@@ -14,7 +14,7 @@ template <auto function> struct GlibRelease
 };
 
 template <typename Type> using ObjectPointer = std::unique_ptr<Type, GlibRelease<g_object_unref>>;
-using KeyFilePointer = std::unique_ptr<GKeyFile, GlibRelease<g_key_file_free>>;
+using KeyFilePointer = std::unique_ptr<GKeyFile, GlibRelease<g_key_file_unref>>;
 using TextPointer = std::unique_ptr<char, GlibRelease<g_free>>;
 using TextListPointer = std::unique_ptr<char *, GlibRelease<g_strfreev>>;
 

@@ -66,10 +66,18 @@ bool launchCopy(GKeyFile *entry)
     return application && launch(application.get());
 }
 
-bool launchWithoutBus(GKeyFile *entry)
+KeyFilePointer copyOf(const QString &filePath)
 {
-    g_key_file_remove_key(entry, group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
-    return launchCopy(entry);
+    KeyFilePointer entry(g_key_file_new());
+    g_key_file_load_from_file(entry.get(), QFile::encodeName(filePath).constData(), G_KEY_FILE_NONE,
+                              nullptr);
+    g_key_file_remove_key(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
+    return entry;
+}
+
+bool launchWithoutBus(const QString &filePath)
+{
+    return launchCopy(copyOf(filePath).get());
 }
 
 // Terminals that take a command behind "-e" and that GIO does not know of.
@@ -85,18 +93,19 @@ QByteArray furtherTerminal()
     return {};
 }
 
-bool launchInFurtherTerminal(GKeyFile *entry)
+bool launchInFurtherTerminal(const QString &filePath)
 {
     const QByteArray terminal = furtherTerminal();
+    const KeyFilePointer entry = copyOf(filePath);
     const TextPointer command(
-        g_key_file_get_string(entry, group, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
+        g_key_file_get_string(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
     if (terminal.isEmpty() || !command) {
         return false;
     }
     const QByteArray wrapped = terminal + " -e " + command.get();
-    g_key_file_set_string(entry, group, G_KEY_FILE_DESKTOP_KEY_EXEC, wrapped.constData());
-    g_key_file_set_boolean(entry, group, G_KEY_FILE_DESKTOP_KEY_TERMINAL, FALSE);
-    return launchWithoutBus(entry);
+    g_key_file_set_string(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_EXEC, wrapped.constData());
+    g_key_file_set_boolean(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_TERMINAL, FALSE);
+    return launchCopy(entry.get());
 }
 
 } // namespace
@@ -112,17 +121,12 @@ bool openLink(const QString &filePath)
     if (!entry) {
         return false;
     }
-    const ObjectPointer<GDesktopAppInfo> application(
-        g_desktop_app_info_new_from_filename(QFile::encodeName(filePath).constData()));
-    if (!application) {
-        return false;
-    }
-    const bool isStarted = takesCommandInsteadOfBus(application.get())
-                               ? launchWithoutBus(entry->keyFile())
-                               : launch(application.get());
+    GDesktopAppInfo *application = entry->info();
+    const bool isStarted =
+        takesCommandInsteadOfBus(application) ? launchWithoutBus(filePath) : launch(application);
     const bool needsTerminal =
-        g_desktop_app_info_get_boolean(application.get(), G_KEY_FILE_DESKTOP_KEY_TERMINAL);
-    return isStarted || (needsTerminal && launchInFurtherTerminal(entry->keyFile()));
+        g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_TERMINAL);
+    return isStarted || (needsTerminal && launchInFurtherTerminal(filePath));
 }
 
 } // namespace platform

@@ -3,23 +3,84 @@
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/DesktopFileId.h"
+#include "platform/linux/StartMenuCache.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <array>
+#include <optional>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace platform {
 
 namespace {
 
-bool isOverridden(const QString &root, const QString &filePath)
+QStringList rootsBefore(const QString &root)
 {
-    const QStringList roots = startMenuRoots();
-    const auto end = std::find(roots.begin(), roots.end(), root);
-    return std::any_of(roots.begin(), end, [&](const QString &earlierRoot) {
-        return !fileOfId(earlierRoot, desktopFileId(root, filePath)).isEmpty();
-    });
+    QStringList roots = startMenuRoots();
+    roots.erase(std::find(roots.begin(), roots.end(), root), roots.end());
+    roots.removeIf([](const QString &earlier) { return !QFileInfo::exists(earlier); });
+    return roots;
+}
+
+bool isOverridden(const QStringList &earlierRoots, const QString &id)
+{
+    return std::any_of(earlierRoots.begin(), earlierRoots.end(),
+                       [&id](const QString &root) { return !fileOfId(root, id).isEmpty(); });
+}
+
+// Of the state of a file, so that a change of it gives another one; empty if there is no such file.
+QByteArray identityOf(const QString &filePath)
+{
+    struct stat status = {};
+    if (stat(QFile::encodeName(filePath).constData(), &status) != 0) {
+        return {};
+    }
+    const std::array<qint64, 5> parts = {qint64(status.st_dev), qint64(status.st_ino),
+                                         qint64(status.st_size), qint64(status.st_mtim.tv_sec),
+                                         qint64(status.st_mtim.tv_nsec)};
+    return {reinterpret_cast<const char *>(parts.data()), sizeof(parts)};
+}
+
+// Programs come and go without a change to the entry.
+bool isStillInstalled(const QByteArray &program)
+{
+    return program.isEmpty() || access(program.constData(), X_OK) == 0;
+}
+
+std::optional<StartMenuCache::Entry> readEntry(const QString &filePath)
+{
+    const std::optional<DesktopEntry> entry = DesktopEntry::load(filePath);
+    if (!entry) {
+        return std::nullopt;
+    }
+    return StartMenuCache::Entry{entry->isListed() ? entry->displayName() : QString(),
+                                 entry->program(),
+                                 entry->tryExec(),
+                                 {}};
+}
+
+// What GIO finds unfit is not kept: it may lack a program that is installed later.
+QString nameOf(const QString &filePath, StartMenuCache *cache)
+{
+    const QByteArray identity = identityOf(filePath);
+    std::optional<StartMenuCache::Entry> entry = cache->find(filePath, identity);
+    if (entry && isStillInstalled(entry->program) && isStillInstalled(entry->tryExec)) {
+        return entry->name;
+    }
+    entry = readEntry(filePath);
+    if (!entry) {
+        return {};
+    }
+    entry->identity = identity;
+    cache->insert(filePath, *entry);
+    return entry->name;
 }
 
 } // namespace
@@ -37,17 +98,24 @@ QString startMenuPattern()
     return QStringLiteral("*.desktop");
 }
 
-std::optional<QString> startMenuName(const QString &root, const QString &filePath)
+QHash<QString, QString> startMenuNames(const QString &root, const QStringList &filePaths)
 {
-    if (isOverridden(root, filePath)) {
-        return std::nullopt;
+    if (filePaths.isEmpty()) {
+        return {};
     }
-    const std::optional<DesktopEntry> entry = DesktopEntry::load(filePath);
-    if (!entry || !entry->isListed()) {
-        return std::nullopt;
+    const QStringList earlierRoots = rootsBefore(root);
+    StartMenuCache cache(QFileInfo(filePaths.first()).path());
+    QHash<QString, QString> names;
+    for (const QString &filePath : filePaths) {
+        if (isOverridden(earlierRoots, desktopFileId(root, filePath))) {
+            continue;
+        }
+        if (const QString name = nameOf(filePath, &cache); !name.isEmpty()) {
+            names.insert(filePath, name);
+        }
     }
-    const QString name = entry->displayName();
-    return name.isEmpty() ? std::nullopt : std::optional(name);
+    cache.save();
+    return names;
 }
 
 } // namespace platform

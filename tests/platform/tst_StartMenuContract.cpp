@@ -8,7 +8,20 @@
 #include <QFile>
 #include <QTest>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+std::optional<QString> listedName(int root, const QString &path)
+{
+    const QHash<QString, QString> names =
+        platform::startMenuNames(platform::startMenuRoots().at(root), {path});
+    return names.contains(path) ? std::optional(names.value(path)) : std::nullopt;
+}
+
+} // namespace
 
 class tst_StartMenuContract : public QObject
 {
@@ -19,6 +32,7 @@ private Q_SLOTS:
     void rootsAreAbsoluteAndGivenOnce();
     void patternFindsTheFilesThatCanBeOpened();
     void listsAProgramUnderItsName();
+    void listsSeveralFilesAtOnce();
     void listsTheSameProgramOnce();
     void doesNotListAHiddenProgram();
     void doesNotListADamagedFile();
@@ -49,34 +63,45 @@ void tst_StartMenuContract::patternFindsTheFilesThatCanBeOpened()
 
 void tst_StartMenuContract::listsAProgramUnderItsName()
 {
-    const QStringList roots = platform::startMenuRoots();
     for (int root = 0; root < 2; ++root) {
         const QString name = u"记事本 %1"_s.arg(root);
         const QString path = world::install(root, u"program%1"_s.arg(root), name);
-        QCOMPARE(platform::startMenuName(roots.at(root), path), name);
+        QCOMPARE(listedName(root, path), name);
     }
+}
+
+void tst_StartMenuContract::listsSeveralFilesAtOnce()
+{
+    const QString first = world::install(0, u"first"_s, u"First"_s);
+    const QString second = world::install(0, u"second"_s, u"Second"_s);
+    const QString hidden = world::install(0, u"hidden"_s, u"Hidden"_s);
+    world::hide(hidden);
+    const QHash<QString, QString> expected{{first, u"First"_s}, {second, u"Second"_s}};
+    const QString root = platform::startMenuRoots().at(0);
+    QCOMPARE(platform::startMenuNames(root, {first, hidden, second}), expected);
+    QVERIFY(platform::startMenuNames(root, {}).isEmpty());
 }
 
 void tst_StartMenuContract::listsTheSameProgramOnce()
 {
     const QString users = world::install(0, u"program"_s, u"User's"_s);
     const QString everyones = world::install(1, u"program"_s, u"Everyone's"_s);
-    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(0), users), u"User's"_s);
-    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(1), everyones), std::nullopt);
+    QCOMPARE(listedName(0, users), u"User's"_s);
+    QCOMPARE(listedName(1, everyones), std::nullopt);
 }
 
 void tst_StartMenuContract::doesNotListAHiddenProgram()
 {
     const QString path = world::install(0, u"program"_s, u"Program"_s);
     world::hide(path);
-    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(0), path), std::nullopt);
+    QCOMPARE(listedName(0, path), std::nullopt);
 }
 
 void tst_StartMenuContract::doesNotListADamagedFile()
 {
     const QString path = world::install(0, u"program"_s, u"Program"_s);
     world::damage(path);
-    QCOMPARE(platform::startMenuName(platform::startMenuRoots().at(0), path), std::nullopt);
+    QCOMPARE(listedName(0, path), std::nullopt);
 }
 
 QTEST_GUILESS_MAIN(tst_StartMenuContract)

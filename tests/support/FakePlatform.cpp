@@ -77,13 +77,17 @@ QString startMenuPattern()
     return fakePlatform().startMenuPattern;
 }
 
-std::optional<QString> startMenuName(const QString &root, const QString &filePath)
+QHash<QString, QString> startMenuNames(const QString &root, const QStringList &filePaths)
 {
-    fakePlatform().startMenuNameCalls.append({root, filePath});
-    if (fakePlatform().unlistedFiles.contains(filePath)) {
-        return std::nullopt;
+    QHash<QString, QString> names;
+    for (const QString &filePath : filePaths) {
+        fakePlatform().startMenuNameCalls.append({root, filePath});
+        if (!fakePlatform().unlistedFiles.contains(filePath)) {
+            names.insert(filePath, fakePlatform().startMenuNames.value(
+                                       filePath, QFileInfo(filePath).completeBaseName()));
+        }
     }
-    return fakePlatform().startMenuNames.value(filePath, QFileInfo(filePath).completeBaseName());
+    return names;
 }
 
 } // namespace platform

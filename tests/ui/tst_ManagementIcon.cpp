@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
+#include "ui/ProgramIcon.h"
+
 #include <QEnterEvent>
 #include <QImage>
 #include <QPainter>
@@ -231,7 +233,7 @@ void tst_ManagementIcon::paintsTheIconInItsSquare()
     expected.fill(Qt::transparent);
     QPainter painter(&expected);
     painter.setRenderHint(QPainter::Antialiasing);
-    QIcon(QStringLiteral(":/assets/icon.png")).paint(&painter, QRect(5, 5, 22, 22));
+    programIcon().paint(&painter, QRect(5, 5, 22, 22));
     painter.end();
     QCOMPARE(image, expected);
 }

@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QProcess>
 #include <QTest>
 #include <QTranslator>
 
@@ -178,8 +179,12 @@ void tst_BuiltinPrograms::passesOverWhatIsNotForThisDesktop()
     installed(u"org.gnome.Settings"_s, "OnlyShowIn=GNOME;");
     const QString path = installed(u"kdesystemsettings"_s, "NotShowIn=KDE;");
     QCOMPARE(pathOf(BuiltinProgram::Settings), path);
+
     qputenv("XDG_CURRENT_DESKTOP", "KDE");
-    QCOMPARE(pathOf(BuiltinProgram::Settings), u"systemsettings"_s);
+    QProcess lister;
+    lister.start(QStringLiteral(LISTER), {});
+    QVERIFY(lister.waitForFinished());
+    QCOMPARE(lister.readAll(), "systemsettings");
 }
 
 void tst_BuiltinPrograms::passesOverWhatCannotStart_data()
@@ -309,7 +314,8 @@ void tst_BuiltinPrograms::watchesNothing()
     const QString path = installed(u"mine"_s);
     choose("text/plain", "mine.desktop");
     QCOMPARE(pathOf(BuiltinProgram::Notepad), path);
-    QVERIFY(platform::startMenuName(testhome::path() + "/system/applications"_L1, path));
+    QVERIFY(platform::startMenuNames(testhome::path() + "/system/applications"_L1, {path})
+                .contains(path));
     QCOMPARE(threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), before);
 }
 

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ProgramIcon.h"
+
+#include <QIcon>
+#include <QImage>
+#include <QTest>
+
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+class tst_ProgramIcon : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void masterHasItsSize();
+    void hasTheSizesThatAreShown_data();
+    void hasTheSizesThatAreShown();
+    void leavesTheMasterOut();
+};
+
+namespace {
+
+// Premultiplied, so that the colours of transparent pixels do not count.
+QImage comparable(const QImage &image)
+{
+    return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+double meanDifference(const QImage &one, const QImage &other)
+{
+    const QImage first = comparable(one);
+    const QImage second = comparable(other);
+    qint64 sum = 0;
+    for (int y = 0; y < first.height(); ++y) {
+        for (qsizetype byte = 0; byte < first.bytesPerLine(); ++byte) {
+            sum += std::abs(first.constScanLine(y)[byte] - second.constScanLine(y)[byte]);
+        }
+    }
+    return double(sum) / double(first.sizeInBytes());
+}
+
+} // namespace
+
+void tst_ProgramIcon::masterHasItsSize()
+{
+    const QImage master(u":/assets/icon.png"_s);
+    QCOMPARE(master.size(), QSize(1024, 1024));
+    QVERIFY(master.hasAlphaChannel());
+}
+
+void tst_ProgramIcon::hasTheSizesThatAreShown_data()
+{
+    QTest::addColumn<int>("size");
+    for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
+        QTest::addRow("%d", size) << size;
+    }
+}
+
+void tst_ProgramIcon::hasTheSizesThatAreShown()
+{
+    QFETCH(int, size);
+    const QImage image = programIcon().pixmap(QSize(size, size), 1.0).toImage();
+    QCOMPARE(image.size(), QSize(size, size));
+
+    const QImage master(u":/assets/icon.png"_s);
+    const QImage expected =
+        master.scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    QVERIFY2(meanDifference(image, expected) < 6, "not a picture of the same drawing");
+}
+
+void tst_ProgramIcon::leavesTheMasterOut()
+{
+    const QList<QSize> sizes = programIcon().availableSizes();
+    QVERIFY(!sizes.contains(QSize(1024, 1024)));
+    QCOMPARE(sizes.size(), 7);
+}
+
+QTEST_MAIN(tst_ProgramIcon)
+#include "tst_ProgramIcon.moc"
