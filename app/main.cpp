@@ -8,6 +8,8 @@
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
+#include "plugins/DirectoryPlugin.h"
+#include "plugins/FilePlugin.h"
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "ui/MainWindow.h"
@@ -40,7 +42,9 @@ void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &se
     // The first plugin of a word keeps it, so the order matters.
     plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
     plugins.registerPlugin(new CalcPlugin(&plugins));
+    plugins.registerPlugin(new DirectoryPlugin(&plugins));
     plugins.setSettings(&settings);
+    plugins.registerPlugin(new FilePlugin(&plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
 }
 

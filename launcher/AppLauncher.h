@@ -63,6 +63,6 @@ private:
     static QString pinsFilePath();
 
     QList<AppEntry> m_apps;
-    QString m_iconCacheDir; // empty where another user could meddle with it
+    QString m_iconCacheDir; // empty where it cannot be made
     QList<PinnedApp> m_pinnedApps;
 };

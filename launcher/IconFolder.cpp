@@ -6,17 +6,32 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHashFunctions>
+#include <QStandardPaths>
 #include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QString folderInCache()
+{
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/icons"_L1;
+    return platform::makePrivateFolder(folder) ? folder : QString();
+}
+
+} // namespace
 
 QString makeIconFolder()
 {
     const QString parent = QDir::tempPath() + "/Vaskel"_L1;
     QString folder = parent + "/icons"_L1;
     // Whoever owns the parent could put another folder in the place of this one.
-    if (!platform::makePrivateFolder(parent) || !platform::makePrivateFolder(folder)) {
-        return {};
+    for (const QString &path : {parent, folder}) {
+        if (!platform::makePrivateFolder(path)) {
+            // Of the users of one temporary folder the first has it. What is no folder at all is
+            // in everybody's way, and no reason to go elsewhere.
+            return QFileInfo(path).isDir() ? folderInCache() : QString();
+        }
     }
     return folder;
 }

@@ -6,8 +6,9 @@
 
 /// The folder of the icon files, which are PNG files that are kept across runs and never refreshed.
 
-/// Makes the folder below the temporary folder and closes it to other users. Empty when that fails
-/// or when the folder belongs to somebody else: then no icon file is read or written.
+/// Makes the folder below the temporary folder and closes it to other users. Where somebody else
+/// has it already, it is one in the user's cache. Empty when it cannot be made: then no icon file
+/// is read or written.
 QString makeIconFolder();
 
 /// The base name of the icon file of a path: the same in every run, different for each spelling.

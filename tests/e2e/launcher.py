@@ -104,6 +104,13 @@ class Home:
         command = f'{sys.executable} {RECORDER} {self.records / file} {arguments}'
         return self.add_entry(name, command, file, **keys)
 
+    def add_opener(self, name, types):
+        """Makes a recorder the program that opens files of these types."""
+        self.add_entry(name, f"{sys.executable} {RECORDER} {self.records / name} %f", name,
+                       self.system / "applications", NoDisplay="true", MimeType=types)
+        with open(self.configuration / "mimeapps.list", "a") as file:
+            file.writelines(f"{type}={name}.desktop\n" for type in types.split(";") if type)
+
     def recorded(self, file):
         """What the recorder noted, or None as long as it did not run."""
         path = self.records / file

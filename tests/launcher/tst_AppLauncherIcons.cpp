@@ -37,6 +37,12 @@ QString iconFolder()
     return QDir::tempPath() + "/Vaskel/icons"_L1;
 }
 
+/// Where the icons are while the folder proper belongs to somebody else.
+QString cacheFolder()
+{
+    return testhome::path() + "/cache/tst_AppLauncherIcons/icons"_L1;
+}
+
 QString iconFile(const QString &path)
 {
     return iconFolder() + u'/' + QString::number(qHash(QStringView(path), 0), 16) + ".png"_L1;
@@ -94,6 +100,7 @@ private Q_SLOTS:
     void goesWithoutIconsWhenTheFolderCannotBeMade();
     void leavesAForeignFolderAlone_data();
     void leavesAForeignFolderAlone();
+    void goesWithoutIconsWhenTheCacheIsForeignToo();
     void givesNoIconWhenItCannotBeSaved();
     void savesAPixmapWholeOrNotAtAll();
 };
@@ -285,9 +292,22 @@ void tst_AppLauncherIcons::leavesAForeignFolderAlone()
     writeIconFile(path, "planted");
     fakePlatform().foreignFolders.append(QDir::tempPath() + folder);
 
-    QCOMPARE(column(startMenuRecords(AppLauncher()), u"icon"_s),
-             QStringList({QString(), QString()}));
+    const QStringList icons = column(startMenuRecords(AppLauncher()), u"icon"_s);
+    QCOMPARE(icons.size(), 2);
+    for (const QString &icon : icons) {
+        QVERIFY(icon.startsWith(cacheFolder() + u'/'));
+        QCOMPARE(QImage(icon, "PNG").size(), QSize(32, 32));
+    }
     QCOMPARE(QDir(iconFolder()).entryList(QDir::Files).size(), 1);
+    QCOMPARE(contentOf(iconFile(path)), QByteArray("planted"));
+}
+
+void tst_AppLauncherIcons::goesWithoutIconsWhenTheCacheIsForeignToo()
+{
+    addFile(u"user/App.link"_s);
+    testhome::writeFile(u"tmp/Vaskel/icons/file"_s, {});
+    fakePlatform().foreignFolders = {iconFolder(), cacheFolder()};
+    QCOMPARE(onlyIcon(AppLauncher()), QString());
 }
 
 void tst_AppLauncherIcons::givesNoIconWhenItCannotBeSaved()

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /// The system around the platform headers, as the contract tests need it. Each half of platform/
 /// and its fake bring their own bodies; what the functions have made goes with the next reset().
@@ -34,6 +35,21 @@ void registerAtLogIn();
 
 /// A variable of this process's environment that is meant for this process alone.
 QString privateVariable();
+
+/// A desktop that can show folders.
+void installFileManager();
+
+/// What the file manager was to show since the last reset().
+QStringList shownFolders();
+
+/// Installs a file index that knows files of these names, and gives their paths.
+QStringList installIndex(const QStringList &fileNames);
+
+/// Lets every query fail.
+void breakIndex();
+
+/// Takes the index off the system.
+void removeIndex();
 
 /// A folder that belongs to somebody else.
 QString foreignFolder();

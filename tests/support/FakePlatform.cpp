@@ -3,6 +3,8 @@
 
 #include "platform/AutoStart.h"
 #include "platform/FileIcon.h"
+#include "platform/FileIndex.h"
+#include "platform/Folder.h"
 #include "platform/Link.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProgramEnvironment.h"
@@ -18,6 +20,29 @@ FakePlatform &fakePlatform()
     static FakePlatform state;
     return state;
 }
+
+namespace {
+
+struct IndexQuery
+{
+    QString text;
+    unsigned maximum = 0;
+    unsigned flags = 0;
+    QStringList results;
+};
+
+IndexQuery &indexQuery()
+{
+    static IndexQuery query;
+    return query;
+}
+
+void recordIndexCall(const QString &call)
+{
+    fakePlatform().indexCalls.append(call);
+}
+
+} // namespace
 
 namespace platform {
 
@@ -44,6 +69,80 @@ QPixmap shellPixmap(const QString &path)
 {
     fakePlatform().shellPixmapCalls.append(path);
     return fakePlatform().shellPixmaps.value(path);
+}
+
+namespace fileindex {
+
+QString name()
+{
+    return fakePlatform().indexName;
+}
+
+void setSearchText(const QString &text)
+{
+    recordIndexCall(u"setSearchText "_s + text);
+    indexQuery().text = text.trimmed();
+}
+
+void setMaximum(unsigned count)
+{
+    recordIndexCall(u"setMaximum %1"_s.arg(count));
+    indexQuery().maximum = count;
+}
+
+void setRequestFlags(unsigned flags)
+{
+    recordIndexCall(u"setRequestFlags %1"_s.arg(flags));
+    indexQuery().flags = flags;
+}
+
+bool query()
+{
+    recordIndexCall(u"query"_s);
+    IndexQuery &query = indexQuery();
+    query.results.clear();
+    if (fakePlatform().indexError != 0) {
+        return false;
+    }
+    for (const QString &path : std::as_const(fakePlatform().indexedPaths)) {
+        if (query.results.size() < query.maximum
+            && (path.isEmpty() || path.contains(query.text, Qt::CaseInsensitive))) {
+            query.results.append(path);
+        }
+    }
+    return true;
+}
+
+unsigned lastError()
+{
+    recordIndexCall(u"lastError"_s);
+    return fakePlatform().indexError;
+}
+
+unsigned resultCount()
+{
+    recordIndexCall(u"resultCount"_s);
+    return static_cast<unsigned>(indexQuery().results.size());
+}
+
+QString resultPath(unsigned index)
+{
+    recordIndexCall(u"resultPath %1"_s.arg(index));
+    return indexQuery().flags & requestFullPath ? indexQuery().results.value(index) : QString();
+}
+
+void reset()
+{
+    recordIndexCall(u"reset"_s);
+    indexQuery() = {};
+}
+
+} // namespace fileindex
+
+bool openFolder(const QString &path)
+{
+    fakePlatform().openedFolders.append(path);
+    return fakePlatform().openFolderResult;
 }
 
 QString linkSuffix()

@@ -28,6 +28,16 @@ struct FakePlatform
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
 
+    // FileIndex.h; a path that is empty counts as one that cannot be read, and fits every text
+    QString indexName = QStringLiteral("Fake");
+    QStringList indexedPaths;
+    unsigned indexError = 0;
+    QStringList indexCalls; // each function's name with its argument
+
+    // Folder.h
+    bool openFolderResult = true;
+    QStringList openedFolders;
+
     // Link.h
     QString linkSuffix = QStringLiteral("link");
     bool openLinkResult = true;

@@ -16,6 +16,7 @@ void reset()
     fakePlatform() = FakePlatform();
     fakePlatform().startMenuRoots = {testhome::path() + "/user"_L1, testhome::path() + "/all"_L1};
     fakePlatform().programEnvironment.remove(privateVariable());
+    fakePlatform().openFolderResult = false;
 }
 
 QString install(int root, const QString &fileName, const QString &name)
@@ -68,6 +69,34 @@ void registerAtLogIn()
 QString privateVariable()
 {
     return u"PRIVATE"_s;
+}
+
+void installFileManager()
+{
+    fakePlatform().openFolderResult = true;
+}
+
+QStringList shownFolders()
+{
+    return fakePlatform().openedFolders;
+}
+
+QStringList installIndex(const QStringList &fileNames)
+{
+    for (const QString &fileName : fileNames) {
+        fakePlatform().indexedPaths.append("/files/"_L1 + fileName);
+    }
+    return fakePlatform().indexedPaths;
+}
+
+void breakIndex()
+{
+    fakePlatform().indexError = 1;
+}
+
+void removeIndex()
+{
+    fakePlatform().indexName.clear();
 }
 
 QString foreignFolder()

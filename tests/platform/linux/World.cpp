@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/World.h"
 
+#include "platform/linux/Plocate.h"
 #include "support/TestHome.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QObject>
+#include <QUrl>
 
 #include <unistd.h>
 
@@ -26,6 +30,21 @@ QString writeEntry(const QString &path, const QString &name, const QString &furt
                                entry.arg(name, startedMark(path), furtherLine).toUtf8());
 }
 
+class FileManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    QStringList folders;
+
+public Q_SLOTS:
+    void show(const QUrl &url) { folders.append(url.toLocalFile()); }
+};
+
+FileManager fileManager;
+
+const QByteArray searchPath = qgetenv("PATH");
+
 } // namespace
 
 namespace world {
@@ -36,6 +55,9 @@ void reset()
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
     qputenv(qPrintable(privateVariable()), "private");
     qunsetenv("XDG_CURRENT_DESKTOP");
+    QDesktopServices::unsetUrlHandler(u"file"_s);
+    fileManager.folders.clear();
+    qputenv("PATH", searchPath);
 }
 
 QString install(int root, const QString &fileName, const QString &name)
@@ -84,6 +106,37 @@ QString privateVariable()
     return u"NOTIFY_SOCKET"_s;
 }
 
+void installFileManager()
+{
+    QDesktopServices::setUrlHandler(u"file"_s, &fileManager, "show");
+}
+
+QStringList shownFolders()
+{
+    return fileManager.folders;
+}
+
+QStringList installIndex(const QStringList &fileNames)
+{
+    QStringList paths;
+    for (const QString &fileName : fileNames) {
+        paths.append(testhome::writeFile("files/"_L1 + fileName, {}));
+    }
+    plocate::install();
+    plocate::updateSystemDatabase();
+    return paths;
+}
+
+void breakIndex()
+{
+    plocate::replaceProgram("exit 2");
+}
+
+void removeIndex()
+{
+    plocate::remove();
+}
+
 // Root owns everything, and so has to give something away.
 QString foreignFolder()
 {
@@ -97,3 +150,5 @@ QString foreignFolder()
 }
 
 } // namespace world
+
+#include "World.moc"

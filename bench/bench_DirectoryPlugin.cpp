@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// What "cd" costs for a large folder whose icons are there already, from the search to the rows on
+// the screen. The floor reads the same folder and gives a bare list the same texts and icons.
+#include "core/PluginManager.h"
+#include "launcher/AppLauncher.h"
+#include "plugins/DirectoryPlugin.h"
+#include "settings/Settings.h"
+#include "ui/CommandLineEdit.h"
+#include "ui/MainWindow.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QListWidget>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int fileCount = 10000;
+
+struct Row
+{
+    QString text;
+    QString icon;
+};
+
+void useHome(const QString &home)
+{
+    const QByteArray path = QFile::encodeName(home);
+    qputenv("HOME", path);
+    qputenv("XDG_DATA_HOME", path + "/data");
+    qputenv("XDG_DATA_DIRS", path + "/system");
+    qputenv("XDG_CONFIG_HOME", path + "/config");
+    qputenv("XDG_CACHE_HOME", path + "/cache");
+    qputenv("XDG_RUNTIME_DIR", path);
+    qputenv("TMPDIR", path);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void writeFiles(const QString &folder)
+{
+    QDir().mkpath(folder);
+    for (int index = 0; index < fileCount; ++index) {
+        QFile file(folder + u"/Document %1.txt"_s.arg(index));
+        if (!file.open(QIODevice::WriteOnly)) {
+            qFatal("cannot write the folder");
+        }
+    }
+}
+
+std::vector<Row> rowsOf(const QString &folder)
+{
+    std::vector<Row> rows;
+    const QVariantList records = DirectoryPlugin().query(folder).mid(1);
+    for (const QVariant &record : records) {
+        const QVariantMap fields = record.toMap();
+        rows.push_back(
+            {fields.value(u"title"_s).toString() + u'\n' + fields.value(u"subtitle"_s).toString(),
+             fields.value(u"icon"_s).toString()});
+        if (!QFile::exists(rows.back().icon)) {
+            qFatal("a file has no icon");
+        }
+    }
+    return rows;
+}
+
+void measured(benchmark::State &state, AppLauncher &launcher, const QString &folder)
+{
+    Settings settings;
+    PluginManager plugins;
+    plugins.setSettings(&settings);
+    plugins.registerPlugin(new DirectoryPlugin(&plugins));
+    MainWindow window(&launcher, &plugins, &settings);
+    window.show();
+    window.findChild<CommandLineEdit *>()->setText("cd "_L1 + folder);
+    while (state.KeepRunning()) {
+        QMetaObject::invokeMethod(&window, "performSearch");
+        QCoreApplication::processEvents();
+    }
+    if (window.findChild<QListWidget *>()->count() != fileCount + 1) {
+        qFatal("the list does not show the files");
+    }
+}
+
+void floorOfIt(benchmark::State &state, const QString &folder, const std::vector<Row> &rows)
+{
+    QListWidget list;
+    list.resize(720, 344);
+    list.setIconSize(QSize(40, 40));
+    list.setUniformItemSizes(true);
+    list.show();
+    while (state.KeepRunning()) {
+        const QFileInfoList entries = QDir(folder).entryInfoList(
+            QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, QDir::DirsFirst);
+        benchmark::DoNotOptimize(entries.size());
+        list.clear();
+        for (const Row &row : rows) {
+            list.addItem(new QListWidgetItem(QIcon(row.icon), row.text));
+        }
+        list.setCurrentRow(0);
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    benchmark::Initialize(&argc, argv);
+    const QTemporaryDir home;
+    useHome(home.path());
+    const QString folder = home.path() + "/documents"_L1;
+    writeFiles(folder);
+    const QApplication app(argc, argv);
+
+    AppLauncher launcher;
+    const std::vector<Row> rows = rowsOf(folder); // the first listing, which draws the icons
+
+    benchmark::RegisterBenchmark("DirectoryPlugin.list/measured", [&](benchmark::State &state) {
+        measured(state, launcher, folder);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("DirectoryPlugin.list/floor", [&](benchmark::State &state) {
+        floorOfIt(state, folder, rows);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// What "file" costs besides the index, from the search to the rows on the screen: as many hits as
+// it shows, whose icons are there already, from an index that has them at hand.
+#include "core/PluginManager.h"
+#include "launcher/AppLauncher.h"
+#include "platform/FileIndex.h"
+#include "plugins/FilePlugin.h"
+#include "settings/Settings.h"
+#include "ui/CommandLineEdit.h"
+#include "ui/MainWindow.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QListWidget>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int hitCount = 50;
+constexpr double frame = 1.0 / 60; // seconds
+
+QStringList &hits()
+{
+    static QStringList paths;
+    return paths;
+}
+
+void useHome(const QString &home)
+{
+    const QByteArray path = QFile::encodeName(home);
+    qputenv("HOME", path);
+    qputenv("XDG_DATA_HOME", path + "/data");
+    qputenv("XDG_DATA_DIRS", path + "/system");
+    qputenv("XDG_CONFIG_HOME", path + "/config");
+    qputenv("XDG_CACHE_HOME", path + "/cache");
+    qputenv("XDG_RUNTIME_DIR", path);
+    qputenv("TMPDIR", path);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+}
+
+void writeFiles(const QString &folder)
+{
+    for (int index = 0; index < hitCount; ++index) {
+        const QString path = folder + u"/Document %1.txt"_s.arg(index);
+        QFile file(path);
+        if (!file.open(QIODevice::WriteOnly)) {
+            qFatal("cannot write the files");
+        }
+        hits().append(path);
+    }
+}
+
+// In frames of a screen at 60 Hz. Processor time, since nothing here waits.
+void measured(benchmark::State &state, AppLauncher &launcher)
+{
+    Settings settings;
+    PluginManager plugins;
+    plugins.setSettings(&settings);
+    plugins.registerPlugin(new FilePlugin(&plugins));
+    MainWindow window(&launcher, &plugins, &settings);
+    window.show();
+    window.findChild<CommandLineEdit *>()->setText(u"file document"_s);
+    QMetaObject::invokeMethod(&window, "performSearch"); // draws the icons
+
+    const std::clock_t start = std::clock();
+    while (state.KeepRunning()) {
+        QMetaObject::invokeMethod(&window, "performSearch");
+        QCoreApplication::processEvents();
+    }
+    const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    if (window.findChild<QListWidget *>()->count() != hitCount) {
+        qFatal("the list does not show the hits");
+    }
+    state.counters["value"] = seconds / static_cast<double>(state.iterations()) / frame;
+    state.SetLabel("frames");
+}
+
+} // namespace
+
+// An index that answers at once, in place of the system's.
+namespace platform::fileindex {
+
+QString name()
+{
+    return u"bench"_s;
+}
+
+void setSearchText(const QString & /*text*/) {}
+
+void setMaximum(unsigned /*count*/) {}
+
+void setRequestFlags(unsigned /*flags*/) {}
+
+bool query()
+{
+    return true;
+}
+
+unsigned lastError()
+{
+    return 0;
+}
+
+unsigned resultCount()
+{
+    return hitCount;
+}
+
+QString resultPath(unsigned index)
+{
+    return hits().at(static_cast<qsizetype>(index));
+}
+
+void reset() {}
+
+} // namespace platform::fileindex
+
+int main(int argc, char *argv[])
+{
+    benchmark::Initialize(&argc, argv);
+    const QTemporaryDir home;
+    useHome(home.path());
+    writeFiles(home.path());
+    const QApplication app(argc, argv);
+
+    AppLauncher launcher;
+    benchmark::RegisterBenchmark("FilePlugin.query/measured", [&launcher](benchmark::State &state) {
+        measured(state, launcher);
+    });
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileIndex.h"
+
+#include "platform/ProgramEnvironment.h"
+#include "platform/linux/HomeDatabase.h"
+
+#include <QByteArrayList>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include <chrono>
+#include <limits>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto timeLimit = 2s;
+
+enum class Error : unsigned {
+    None = 0,
+    CannotStart = 101,
+    Failed = 102,
+    TooSlow = 103,
+    Building = 104,
+    CannotBuild = 105,
+};
+
+struct Answer
+{
+    Error error = Error::None;
+    QByteArrayList paths;
+};
+
+struct Query
+{
+    QString text;
+    unsigned maximum = std::numeric_limits<unsigned>::max();
+    unsigned flags = 0;
+    Answer answer;
+};
+
+Query &currentQuery()
+{
+    static Query query;
+    return query;
+}
+
+HomeDatabase &homeDatabase()
+{
+    static HomeDatabase database;
+    return database;
+}
+
+QString program()
+{
+    return QStandardPaths::findExecutable(u"plocate"_s);
+}
+
+// plocate takes brackets for a choice of letters and a backslash for a mark of its own.
+QString pattern(QString word, bool isPath)
+{
+    const bool isWildcard = word.contains(u'*') || word.contains(u'?');
+    word.replace(u'\\', "\\\\"_L1).replace(u'[', "\\["_L1).replace(u']', "\\]"_L1);
+    if (isPath && isWildcard && !word.startsWith(u'/') && !word.startsWith(u'*')) {
+        word.prepend("*/"_L1); // where the pattern must fit the path from its beginning
+    }
+    return word;
+}
+
+QStringList searchArguments(const Query &query)
+{
+    const bool isPath = query.text.contains(u'/');
+    QStringList arguments = {u"--null"_s, u"--ignore-case"_s, u"--limit"_s,
+                             QString::number(query.maximum)};
+    if (!isPath) {
+        arguments.append(u"--basename"_s);
+    }
+    arguments.append(u"--"_s); // what follows is no option, whatever it begins with
+    const QStringList words = query.text.simplified().split(u' ');
+    for (const QString &word : words) {
+        arguments.append(pattern(word, isPath));
+    }
+    return arguments;
+}
+
+QStringList databaseArguments(QString path)
+{
+    return {u"--database"_s, path.replace(u'\\', "\\\\"_L1).replace(u':', "\\:"_L1)};
+}
+
+QByteArrayList split(const QByteArray &output)
+{
+    QByteArrayList paths = output.split('\0');
+    paths.removeLast(); // what is behind the last terminator
+    return paths;
+}
+
+// A process that hangs on a dead disk outlives even its killing, and nobody can wait for that.
+void abandon(std::unique_ptr<QProcess> process)
+{
+    QProcess *const left = process.release();
+    QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
+    left->kill();
+}
+
+QProcessEnvironment searchEnvironment()
+{
+    QProcessEnvironment environment = platform::programEnvironment();
+    // Without a locale for Unicode, letters beyond ASCII are refused.
+    environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
+    return environment;
+}
+
+Answer ask(const QStringList &arguments, const QProcessEnvironment &environment,
+           const QDeadlineTimer &deadline)
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(environment);
+    process->setStandardInputFile(QProcess::nullDevice());
+    process->start(program(), arguments, QIODevice::ReadOnly);
+    if (!process->waitForFinished(static_cast<int>(deadline.remainingTime()))) {
+        if (process->error() == QProcess::FailedToStart) {
+            return {Error::CannotStart, {}};
+        }
+        abandon(std::move(process));
+        return {Error::TooSlow, {}};
+    }
+    const QByteArrayList paths = split(process->readAllStandardOutput());
+    // The exit status is the same for a failure and for no match.
+    if (paths.isEmpty()
+        && (process->exitStatus() != QProcess::NormalExit || process->exitCode() > 1
+            || !process->readAllStandardError().isEmpty())) {
+        return {Error::Failed, {}};
+    }
+    return {Error::None, paths};
+}
+
+Answer askHomeDatabase(const QStringList &arguments, const QDeadlineTimer &deadline)
+{
+    switch (homeDatabase().prepare(deadline)) {
+    case HomeDatabase::State::Building:
+        return {Error::Building, {}};
+    case HomeDatabase::State::Failed:
+        return {Error::CannotBuild, {}};
+    case HomeDatabase::State::Ready:
+        break;
+    }
+    QProcessEnvironment environment = searchEnvironment();
+    environment.remove(u"LOCATE_PATH"_s); // one database that fails makes plocate fail
+    Answer answer =
+        ask(databaseArguments(HomeDatabase::filePath()) + arguments, environment, deadline);
+    if (answer.error == Error::Failed) {
+        HomeDatabase::discard(); // the next query builds it anew
+    }
+    return answer;
+}
+
+} // namespace
+
+namespace platform::fileindex {
+
+QString name()
+{
+    return program().isEmpty() ? QString() : u"plocate"_s;
+}
+
+void setSearchText(const QString &text)
+{
+    currentQuery().text = text;
+}
+
+void setMaximum(unsigned count)
+{
+    currentQuery().maximum = count;
+}
+
+void setRequestFlags(unsigned flags)
+{
+    currentQuery().flags = flags;
+}
+
+bool query()
+{
+    Query &query = currentQuery();
+    const QDeadlineTimer deadline(timeLimit);
+    const QStringList arguments = searchArguments(query);
+    query.answer = ask(arguments, searchEnvironment(), deadline);
+    if (query.answer.error == Error::Failed) {
+        query.answer = askHomeDatabase(arguments, deadline);
+    }
+    return query.answer.error == Error::None;
+}
+
+unsigned lastError()
+{
+    return static_cast<unsigned>(currentQuery().answer.error);
+}
+
+unsigned resultCount()
+{
+    return static_cast<unsigned>(currentQuery().answer.paths.size());
+}
+
+QString resultPath(unsigned index)
+{
+    const Query &query = currentQuery();
+    if (index >= resultCount() || !(query.flags & requestFullPath)) {
+        return {};
+    }
+    const QByteArray &bytes = query.answer.paths.at(static_cast<qsizetype>(index));
+    QString path = QFile::decodeName(bytes);
+    return QFile::encodeName(path) == bytes ? path : QString();
+}
+
+void reset()
+{
+    currentQuery() = {};
+}
+
+} // namespace platform::fileindex

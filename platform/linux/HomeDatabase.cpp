@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/HomeDatabase.h"
+
+#include "platform/PrivateFolder.h"
+#include "platform/ProgramEnvironment.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStringList>
+
+#include <algorithm>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 lifetime = 24 * 60 * 60; // seconds
+constexpr qint64 patience = 1000;         // milliseconds
+constexpr int lowestPriority = 19;
+
+QString folderPath()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+}
+
+// The folders for system programs are seldom in a user's path. Debian's name comes first, since
+// "updatedb" may be that of another package there.
+QString updater()
+{
+    const QStringList systemFolders = {u"/usr/local/sbin"_s, u"/usr/sbin"_s, u"/sbin"_s};
+    for (const QString &name : {u"updatedb.plocate"_s, u"updatedb"_s}) {
+        QString program = QStandardPaths::findExecutable(name);
+        if (program.isEmpty()) {
+            program = QStandardPaths::findExecutable(name, systemFolders);
+        }
+        if (!program.isEmpty()) {
+            return program;
+        }
+    }
+    return {};
+}
+
+bool isFresh(const QFileInfo &database)
+{
+    const qint64 age = database.lastModified().secsTo(QDateTime::currentDateTime());
+    return database.exists() && age >= 0 && age < lifetime;
+}
+
+} // namespace
+
+QString HomeDatabase::filePath()
+{
+    return folderPath() + "/home.plocate"_L1;
+}
+
+HomeDatabase::State HomeDatabase::prepare(const QDeadlineTimer &deadline)
+{
+    const QFileInfo database(filePath());
+    if (!isFresh(database) && !isBuilding()) {
+        startBuilding();
+        if (!database.exists()) {
+            m_build->waitForFinished(
+                static_cast<int>(std::min(patience, deadline.remainingTime())));
+        }
+    }
+    // updatedb lets the user's group read it, whatever the mask.
+    if (QFile::setPermissions(filePath(), QFile::ReadOwner | QFile::WriteOwner)) {
+        return State::Ready;
+    }
+    return isBuilding() ? State::Building : State::Failed;
+}
+
+void HomeDatabase::discard()
+{
+    QFile::remove(filePath());
+}
+
+void HomeDatabase::startBuilding()
+{
+    delete m_build;
+    m_build = new QProcess(QCoreApplication::instance());
+    if (!platform::makePrivateFolder(folderPath())) {
+        return;
+    }
+    QProcess *build = m_build;
+    build->setProcessEnvironment(platform::programEnvironment());
+    build->setStandardInputFile(QProcess::nullDevice());
+    build->setStandardOutputFile(QProcess::nullDevice());
+    build->setStandardErrorFile(QProcess::nullDevice());
+    build->setChildProcessModifier(
+        [] { [[maybe_unused]] const int priority = ::nice(lowestPriority); });
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, build, [build] {
+        build->kill();
+        build->waitForFinished();
+    });
+    // The system's rules on what to leave out were made for the system's database. The home was
+    // asked for by name, also where it lies below a temporary folder or is mounted from elsewhere.
+    build->start(updater(), {u"--require-visibility"_s, u"0"_s, u"--prunepaths"_s, QString(),
+                             u"--prune-bind-mounts"_s, u"no"_s, u"--output"_s, filePath(),
+                             u"--database-root"_s, QDir::homePath()});
+}
+
+bool HomeDatabase::isBuilding() const
+{
+    // Without the event loop having run, the end of the process may be news.
+    return m_build && m_build->state() != QProcess::NotRunning && !m_build->waitForFinished(0);
+}

@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "support/TestHome.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QString>
+
+/// A system of its own for the file index. Its programs are scripts around this machine's plocate
+/// and updatedb, so that the system's database is one in the test's home.
+namespace plocate {
+
+inline QString folder()
+{
+    return testhome::path() + QStringLiteral("/plocate");
+}
+
+inline QString systemDatabase()
+{
+    return folder() + QStringLiteral("/system.db");
+}
+
+inline QString program(const QString &name)
+{
+    const QStringList folders = {QStringLiteral("/usr/bin"), QStringLiteral("/usr/sbin")};
+    return QStandardPaths::findExecutable(name, folders);
+}
+
+inline void writeScript(const QString &name, const QByteArray &lines)
+{
+    const QString path =
+        testhome::writeFile(QStringLiteral("plocate/bin/") + name, "#!/bin/sh\n" + lines + '\n');
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+inline void replaceProgram(const QByteArray &lines)
+{
+    writeScript(QStringLiteral("plocate"), lines);
+}
+
+inline void replaceUpdater(const QByteArray &lines)
+{
+    writeScript(QStringLiteral("updatedb.plocate"), lines);
+}
+
+inline QByteArray realProgram()
+{
+    return "[ \"$1\" = --database ] || set -- --database '" + QFile::encodeName(systemDatabase())
+           + "' \"$@\"\nexec " + QFile::encodeName(program(QStringLiteral("plocate"))) + " \"$@\"";
+}
+
+inline QByteArray realUpdater()
+{
+    return "exec " + QFile::encodeName(program(QStringLiteral("updatedb.plocate"))) + " \"$@\"";
+}
+
+/// Nothing is installed but what the scripts need.
+inline void remove()
+{
+    QFile::remove(folder() + QStringLiteral("/bin/plocate"));
+    qputenv("PATH", QFile::encodeName(folder()) + "/bin");
+    qunsetenv("LOCATE_PATH");
+}
+
+/// The real index, without a system's database.
+inline void install()
+{
+    if (program(QStringLiteral("plocate")).isEmpty()) {
+        qFatal("plocate is not installed");
+    }
+    replaceProgram(realProgram());
+    replaceUpdater(realUpdater());
+    qputenv("PATH", QFile::encodeName(folder()) + "/bin");
+    qunsetenv("LOCATE_PATH");
+}
+
+/// Builds the system's database, of the test's home.
+inline void updateSystemDatabase()
+{
+    const int status = QProcess::execute(
+        program(QStringLiteral("updatedb.plocate")),
+        {QStringLiteral("-l"), QStringLiteral("0"), QStringLiteral("--prunepaths"), QString(),
+         QStringLiteral("--prune-bind-mounts"), QStringLiteral("no"), QStringLiteral("-o"),
+         systemDatabase(), QStringLiteral("-U"), testhome::path()});
+    if (status != 0) {
+        qFatal("updatedb failed");
+    }
+}
+
+} // namespace plocate
