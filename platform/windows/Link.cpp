@@ -1,18 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Link.h"
 
-#include <windows.h>
-
-#include <shellapi.h>
+#include "platform/windows/ShellOpen.h"
 
 namespace platform {
-
-namespace {
-
-// What ShellExecuteW gives up to here are errors, in the manner of 16-bit Windows.
-constexpr INT_PTR lastShellError = 32;
-
-} // namespace
 
 QString linkSuffix()
 {
@@ -21,9 +12,7 @@ QString linkSuffix()
 
 bool openLink(const QString &filePath)
 {
-    const HINSTANCE result = ShellExecuteW(nullptr, L"open", qUtf16Printable(filePath), nullptr,
-                                           nullptr, SW_SHOWNORMAL);
-    return reinterpret_cast<INT_PTR>(result) > lastShellError;
+    return shellOpen(filePath);
 }
 
 } // namespace platform

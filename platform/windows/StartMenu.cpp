@@ -32,9 +32,13 @@ QString startMenuPattern()
 }
 
 // A link is listed whatever it names; it is not even read.
-std::optional<QString> startMenuName(const QString &, const QString &filePath)
+QHash<QString, QString> startMenuNames(const QString &, const QStringList &filePaths)
 {
-    return QFileInfo(filePath).completeBaseName();
+    QHash<QString, QString> names;
+    for (const QString &filePath : filePaths) {
+        names.insert(filePath, QFileInfo(filePath).completeBaseName());
+    }
+    return names;
 }
 
 } // namespace platform

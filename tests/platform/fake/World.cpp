@@ -39,6 +39,11 @@ QString installWithIcon(const QString &fileName)
     return path;
 }
 
+bool readsStartMenuFiles()
+{
+    return true;
+}
+
 void hide(const QString &path)
 {
     fakePlatform().unlistedFiles.append(path);
@@ -76,6 +81,11 @@ void installFileManager()
     fakePlatform().openFolderResult = true;
 }
 
+bool canLackFileManager()
+{
+    return true;
+}
+
 QStringList shownFolders()
 {
     return fakePlatform().openedFolders;
@@ -94,9 +104,10 @@ void breakIndex()
     fakePlatform().indexError = 1;
 }
 
-void removeIndex()
+bool removeIndex()
 {
     fakePlatform().indexName.clear();
+    return true;
 }
 
 QString foreignFolder()

@@ -76,6 +76,11 @@ QString installWithIcon(const QString &fileName)
     return writeEntry(install(0, fileName, fileName), fileName, "Icon="_L1 + iconPath);
 }
 
+bool readsStartMenuFiles()
+{
+    return true;
+}
+
 void hide(const QString &path)
 {
     writeEntry(path, u"Hidden"_s, u"NoDisplay=true"_s);
@@ -111,6 +116,11 @@ void installFileManager()
     QDesktopServices::setUrlHandler(u"file"_s, &fileManager, "show");
 }
 
+bool canLackFileManager()
+{
+    return true;
+}
+
 QStringList shownFolders()
 {
     return fileManager.folders;
@@ -132,9 +142,10 @@ void breakIndex()
     plocate::replaceProgram("exit 2");
 }
 
-void removeIndex()
+bool removeIndex()
 {
     plocate::remove();
+    return true;
 }
 
 // Root owns everything, and so has to give something away.

@@ -4,6 +4,12 @@
 #include <QDir>
 #include <QFile>
 
+#include <string>
+
+#include <windows.h>
+
+#include <shlobj.h>
+
 namespace recording {
 
 QString program()
@@ -23,6 +29,27 @@ QList<QStringList> starts(const QString &filePath)
         starts.append(line.split(u'\t'));
     }
     return starts;
+}
+
+void makeStartMenu()
+{
+    for (const int folder : {CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS}) {
+        wchar_t path[MAX_PATH];
+        SHGetFolderPathW(nullptr, folder | CSIDL_FLAG_CREATE, nullptr, 0, path);
+    }
+}
+
+void becomeFileManager()
+{
+    const std::wstring command =
+        QStringLiteral("\"%1\" --shown \"%2\"")
+            .arg(QDir::toNativeSeparators(program()), QStringLiteral("%1"))
+            .toStdWString();
+    for (const wchar_t *key : {L"Software\\Classes\\Folder\\shell\\open\\command",
+                               L"Software\\Classes\\Directory\\shell\\open\\command"}) {
+        RegSetKeyValueW(HKEY_LOCAL_MACHINE, key, nullptr, REG_SZ, command.c_str(),
+                        DWORD((command.size() + 1) * sizeof(wchar_t)));
+    }
 }
 
 } // namespace recording

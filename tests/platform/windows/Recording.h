@@ -16,4 +16,11 @@ QString program();
 /// directory and its further arguments.
 QList<QStringList> starts(const QString &filePath);
 
+/// Makes the two folders of the start menu, which the shell does not name before they are there.
+void makeStartMenu();
+
+/// Has the shell start the program for folders, which then tells them in the file that the variable
+/// VASKEL_SHOWN_FOLDERS names.
+void becomeFileManager();
+
 } // namespace recording

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/World.h"
 
+#include "platform/windows/EverythingLibrary.h"
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
 #include "support/TestHome.h"
@@ -46,6 +47,11 @@ QString makeLink(int root, const QString &name, const QString &iconFile)
     return path;
 }
 
+QString shownFoldersFile()
+{
+    return testhome::path() + "/shown.txt"_L1;
+}
+
 } // namespace
 
 namespace world {
@@ -57,6 +63,10 @@ void reset()
         QFile::remove(path);
     }
     installedForAll.clear();
+    qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
+    EverythingTest_SetFiles(L"");
+    recording::makeStartMenu();
+    recording::becomeFileManager();
 }
 
 // A link has no name but that of its file.
@@ -74,6 +84,11 @@ QString installWithIcon(const QString &fileName)
         qFatal("cannot write %s", qUtf8Printable(iconFile));
     }
     return makeLink(0, fileName, iconFile);
+}
+
+bool readsStartMenuFiles()
+{
+    return false;
 }
 
 void hide(const QString &path)
@@ -107,6 +122,44 @@ void registerAtLogIn()
 QString privateVariable()
 {
     return {};
+}
+
+// reset() has made it so: there is no Windows without one.
+void installFileManager() {}
+
+bool canLackFileManager()
+{
+    return false;
+}
+
+QStringList shownFolders()
+{
+    QStringList folders;
+    const QList<QStringList> starts = recording::starts(shownFoldersFile());
+    for (const QStringList &start : starts) {
+        folders.append(QDir::fromNativeSeparators(start.value(2)));
+    }
+    return folders;
+}
+
+QStringList installIndex(const QStringList &fileNames)
+{
+    QStringList paths;
+    for (const QString &fileName : fileNames) {
+        paths.append(uR"(C:iles\)"_s + fileName);
+    }
+    EverythingTest_SetFiles(qUtf16Printable(paths.join(u'\n')));
+    return paths;
+}
+
+void breakIndex()
+{
+    EverythingTest_Fail(1);
+}
+
+bool removeIndex()
+{
+    return false;
 }
 
 // Whoever runs the tests says where there is one, since a folder cannot be given away here.

@@ -64,6 +64,7 @@ private:
 void tst_StartMenu::init()
 {
     testhome::reset();
+    recording::makeStartMenu();
 }
 
 void tst_StartMenu::cleanup()
