@@ -2,6 +2,7 @@
 #include "platform/windows/Recording.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 
 #include <string>
@@ -33,9 +34,17 @@ QList<QStringList> starts(const QString &filePath)
 
 void makeStartMenu()
 {
+    if (qEnvironmentVariableIsEmpty("VASKEL_TEST_PREFIX")) {
+        qFatal("the start menu of all users would lose its links");
+    }
     for (const int folder : {CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS}) {
         wchar_t path[MAX_PATH];
         SHGetFolderPathW(nullptr, folder | CSIDL_FLAG_CREATE, nullptr, 0, path);
+        QDirIterator links(QString::fromWCharArray(path), {QStringLiteral("*.lnk")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (links.hasNext()) {
+            QFile::remove(links.next());
+        }
     }
 }
 

@@ -10,7 +10,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QImage>
 #include <QSettings>
 #include <QStringList>
 
@@ -19,9 +18,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The folder of all users lies outside of the home.
-QStringList installedForAll;
 
 QSettings logInPrograms()
 {
@@ -34,15 +30,12 @@ QString startedMark(const QString &path)
     return testhome::path() + u'/' + QString::number(qHash(path, 0), 16) + ".started"_L1;
 }
 
-QString makeLink(int root, const QString &name, const QString &iconFile)
+QString makeLink(int root, const QString &name)
 {
     QString path = platform::startMenuRoots().at(root) + u'/' + name + ".lnk"_L1;
-    const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, iconFile};
+    const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, {}};
     if (!link.write(path)) {
         qFatal("cannot write %s", qUtf8Printable(path));
-    }
-    if (root != 0) {
-        installedForAll.append(path);
     }
     return path;
 }
@@ -59,10 +52,6 @@ namespace world {
 void reset()
 {
     testhome::reset();
-    for (const QString &path : std::as_const(installedForAll)) {
-        QFile::remove(path);
-    }
-    installedForAll.clear();
     qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
     EverythingTest_SetFiles(L"");
     recording::makeStartMenu();
@@ -72,18 +61,13 @@ void reset()
 // A link has no name but that of its file.
 QString install(int root, const QString &, const QString &name)
 {
-    return makeLink(root, name, {});
+    return makeLink(root, name);
 }
 
+// That of the program, which is red.
 QString installWithIcon(const QString &fileName)
 {
-    const QString iconFile = testhome::path() + "/icon.ico"_L1;
-    QImage image(32, 32, QImage::Format_ARGB32);
-    image.fill(Qt::red);
-    if (!image.save(iconFile)) {
-        qFatal("cannot write %s", qUtf8Printable(iconFile));
-    }
-    return makeLink(0, fileName, iconFile);
+    return makeLink(0, fileName);
 }
 
 bool readsStartMenuFiles()

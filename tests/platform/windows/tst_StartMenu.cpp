@@ -32,6 +32,16 @@ QList<QStringList> listed()
     return entries;
 }
 
+QString makeLink(int root, const QString &relativePath)
+{
+    QString path = platform::startMenuRoots().at(root) + u'/' + relativePath;
+    const ShellLink link{recording::program(), {}, {}, {}};
+    if (!link.write(path)) {
+        qFatal("cannot write %s", qUtf8Printable(path));
+    }
+    return path;
+}
+
 } // namespace
 
 class tst_StartMenu : public QObject
@@ -40,7 +50,6 @@ class tst_StartMenu : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup();
     void usersOwnFolderComesBeforeThatOfAllUsers();
     void emptyFoldersGiveTheBuiltinsAlone();
     void listsLinksOfBothFolders();
@@ -53,47 +62,12 @@ private Q_SLOTS:
     void listsLinksToNothingAndDamagedOnes();
     void leavesOtherFilesOut();
     void leavesHiddenLinksOut();
-
-private:
-    QString makeLink(int root, const QString &relativePath);
-
-    QStringList m_files; ///< in the folder of all users, which outlives the test
-    QStringList m_folders;
 };
 
 void tst_StartMenu::init()
 {
     testhome::reset();
     recording::makeStartMenu();
-}
-
-void tst_StartMenu::cleanup()
-{
-    for (const QString &file : std::as_const(m_files)) {
-        QFile::remove(file);
-    }
-    for (const QString &folder : std::as_const(m_folders)) {
-        QDir().rmdir(folder);
-    }
-    m_files.clear();
-    m_folders.clear();
-}
-
-QString tst_StartMenu::makeLink(int root, const QString &relativePath)
-{
-    QString path = platform::startMenuRoots().at(root) + u'/' + relativePath;
-    const ShellLink link{recording::program(), {}, {}, {}};
-    if (!link.write(path)) {
-        qFatal("cannot write %s", qUtf8Printable(path));
-    }
-    if (root != 0) {
-        m_files.append(path);
-        const QString folder = QFileInfo(path).path();
-        if (folder != platform::startMenuRoots().at(root)) {
-            m_folders.append(folder);
-        }
-    }
-    return path;
 }
 
 void tst_StartMenu::usersOwnFolderComesBeforeThatOfAllUsers()
