@@ -1,17 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FloatIconPosition.h"
+#include "app/FontFallback.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/Translation.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
+#include "platform/ColorScheme.h"
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
 #include "plugins/FilePlugin.h"
+#include "plugins/SettingsPlugin.h"
 #include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
+#include "settings/ThemeManager.h"
+#include "ui/ApplicationStyle.h"
+#include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 #include "ui/ProgramIcon.h"
 
@@ -19,10 +26,13 @@
 #include <QLocale>
 #include <QMenu>
 #include <QProcess>
+#include <QScreen>
 #include <QSystemTrayIcon>
 #include <QTranslator>
 
 #include <SingleApplication>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -37,15 +47,60 @@ void toggle(MainWindow &window)
     }
 }
 
-void registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
+void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
 {
+    const auto setTheme = [&] {
+        theme.setTheme(settings.theme());
+    };
+    setTheme();
+
+    QApplication::setStyle(new ApplicationStyle);
+    substituteDesktopFont(QApplication::font());
+    const auto apply = [&] {
+        // Restyling costs time in every widget, and a new theme is not always a new palette.
+        const QString sheet = theme.styleSheet();
+        if (sheet != app.styleSheet()) {
+            app.setStyleSheet(sheet);
+        }
+    };
+    QObject::connect(&theme, &ThemeManager::paletteChanged, &app, apply);
+    QObject::connect(&theme, &ThemeManager::themeChanged, &app, apply);
+    apply();
+
+    QObject::connect(&settings, &Settings::themeChanged, &theme, setTheme);
+    platform::watchColorScheme(&theme, [&theme] { theme.updateDarkState(); });
+}
+
+SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
+{
+    auto *settingsPlugin = new SettingsPlugin(&settings, &plugins, &plugins);
     // The first plugin of a word keeps it, so the order matters.
     plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
     plugins.registerPlugin(new CalcPlugin(&plugins));
     plugins.registerPlugin(new DirectoryPlugin(&plugins));
+    plugins.registerPlugin(settingsPlugin);
     plugins.setSettings(&settings);
     plugins.registerPlugin(new FilePlugin(&plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
+    return settingsPlugin;
+}
+
+void placeFloatIcon(FloatIcon &icon, const Settings &settings)
+{
+    std::optional<QRect> available;
+    if (const QScreen *screen = QGuiApplication::primaryScreen()) {
+        available = screen->availableGeometry();
+    }
+    icon.move(floatIconPosition(settings.floatIconPos(), available));
+}
+
+void connectFloatIcon(FloatIcon &icon, const Settings &settings)
+{
+    const auto showIfWanted = [&] {
+        icon.setVisible(settings.showFloatIcon());
+    };
+    QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, showIfWanted);
+    showIfWanted();
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -77,15 +132,15 @@ void restart()
     QCoreApplication::quit();
 }
 
-void fillTrayMenu(QMenu &menu, MainWindow &window)
+void fillTrayMenu(QMenu &menu, MainWindow &window, const SettingsPlugin &settingsPlugin)
 {
     const QAction *show = menu.addAction(QCoreApplication::translate("Main", "Show"));
     QObject::connect(show, &QAction::triggered, &window, &MainWindow::showAndActivate);
 
     const QAction *settings = menu.addAction(QCoreApplication::translate("Main", "Settings"));
-    QObject::connect(settings, &QAction::triggered, &window, [&window] {
+    QObject::connect(settings, &QAction::triggered, &window, [&window, &settingsPlugin] {
         window.showAndActivate();
-        window.openPluginView(u"set"_s);
+        window.openPluginView(settingsPlugin.command());
     });
 
     const QAction *again = menu.addAction(QCoreApplication::translate("Main", "Restart"));
@@ -126,13 +181,19 @@ int main(int argc, char *argv[])
 
     AppLauncher launcher;
     Settings settings;
+    ThemeManager theme;
     GlobalHotkey hotkey;
+    connectTheme(app, theme, settings);
 
     PluginManager plugins;
-    registerPlugins(plugins, launcher, settings);
+    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
 
     MainWindow window(&launcher, &plugins, &settings);
     window.setWindowIcon(appIcon);
+
+    FloatIcon floatIcon(&settings, &theme, &window);
+    placeFloatIcon(floatIcon, settings);
+    connectFloatIcon(floatIcon, settings);
 
     QObject::connect(&app, &SingleApplication::instanceStarted, &window,
                      &MainWindow::showAndActivate);
@@ -142,7 +203,7 @@ int main(int argc, char *argv[])
     QSystemTrayIcon tray(appIcon);
     tray.setToolTip(u"Vaskel"_s);
     QMenu trayMenu;
-    fillTrayMenu(trayMenu, window);
+    fillTrayMenu(trayMenu, window, *settingsPlugin);
     tray.setContextMenu(&trayMenu);
     connectTray(tray, window);
     tray.setVisible(true);

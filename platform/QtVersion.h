@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/ColorScheme.h"
+
 #include <QApplication>
+#include <QKeySequenceEdit>
 #include <QLocale>
 #include <QStringList>
+#include <QStyleHints>
 #include <QtGlobal>
+
+#include <functional>
 
 /// The one place that knows in which version of Qt a call appeared.
 namespace qtversion {
@@ -26,6 +32,43 @@ inline QString underscoredName(const QLocale &locale)
     return locale.name(QLocale::TagSeparator::Underscore);
 #else
     return locale.name();
+#endif
+}
+
+/// What Qt knows of the colours that the user prefers for the whole desktop.
+inline platform::ColorScheme colorScheme()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    switch (QGuiApplication::styleHints()->colorScheme()) {
+    case Qt::ColorScheme::Light:
+        return platform::ColorScheme::Light;
+    case Qt::ColorScheme::Dark:
+        return platform::ColorScheme::Dark;
+    case Qt::ColorScheme::Unknown:
+        break;
+    }
+#endif
+    return platform::ColorScheme::Unknown;
+}
+
+/// Calls back when colorScheme() has changed, for as long as the context lives.
+inline void watchColorScheme([[maybe_unused]] QObject *context,
+                             [[maybe_unused]] const std::function<void()> &changed)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    QObject::connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, context,
+                     changed);
+#endif
+}
+
+/// Limits what a field may record; before 6.5 it cannot be limited.
+inline void setMaximumSequenceLength(QKeySequenceEdit &edit, int count)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    edit.setMaximumSequenceLength(count);
+#else
+    Q_UNUSED(edit)
+    Q_UNUSED(count)
 #endif
 }
 

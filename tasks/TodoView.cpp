@@ -4,13 +4,16 @@
 #include "tasks/TaskService.h"
 
 #include <QAbstractItemDelegate>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -51,6 +54,33 @@ public:
 
 private:
     QList<QTreeWidgetItem *> m_rows;
+};
+
+/// Outlines the current row while the keyboard has led to the tree, as the other lists do; the
+/// style sheet takes away the outline that views draw themselves.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        constexpr QStyle::State focused =
+            QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+        if ((option.state & focused) != focused) {
+            return;
+        }
+        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(
+            option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
+        painter->drawRoundedRect(QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
+        painter->restore();
+    }
 };
 
 bool isMatch(int filter, bool completed)
@@ -133,6 +163,7 @@ QBoxLayout *TodoView::buildFilter()
     m_filter->addItem(tr("Completed"), int(TaskStatusFilter::Completed));
     m_filter->setAccessibleName(
         QStringList{tr("Active"), tr("All"), tr("Completed")}.join(u" / "_s));
+    m_filter->view()->setAccessibleName(m_filter->accessibleName());
     m_summary = new QLabel(this);
     m_summary->setObjectName(u"muted"_s);
 
@@ -148,6 +179,7 @@ void TodoView::buildTree()
     m_tree = new QTreeWidget(this);
     m_tree->setObjectName(u"todoTree"_s);
     m_tree->setAccessibleName(tr("Todo"));
+    m_tree->setItemDelegate(new RowDelegate(m_tree));
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);
     m_tree->setIndentation(22);

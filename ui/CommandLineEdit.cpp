@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
@@ -67,8 +68,25 @@ void CommandLineEdit::setText(const QString &text)
     }
 }
 
+// The box is one field to the eye, so it shows the focus of its edit. Style sheets have no
+// pseudo-state for that: Qt reads :focus-within, but no widget is ever in it.
+void CommandLineEdit::paintEvent(QPaintEvent *event)
+{
+    QFrame::paintEvent(event);
+    if (m_edit->hasFocus()) {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(m_edit->palette().color(QPalette::Highlight), 2));
+        painter.drawRoundedRect(rect().adjusted(1, 1, -1, -1), 7, 7);
+    }
+}
+
 bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
 {
+    if (watched == m_edit
+        && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        update();
+    }
     // The condition does not ask for empty arguments: at their start, Backspace dismisses the badge
     // and the arguments with it.
     if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()

@@ -37,6 +37,9 @@ Q_SIGNALS:
     /// The icon was clicked.
     void managementRequested();
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     void buildContent();
     void connectContent();

@@ -14,6 +14,8 @@
 #include "ui/ResultRecord.h"
 #include "ui/WebSearch.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -44,6 +46,13 @@ constexpr qsizetype maximumRequests = 16; // more than any window system leaves 
 constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
 
+// A plain widget is no window to a screen reader.
+QAccessibleInterface *createInterface(const QString &, QObject *object)
+{
+    auto *window = qobject_cast<MainWindow *>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
 } // namespace
 
 MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
@@ -66,6 +75,7 @@ void MainWindow::buildWindow()
 {
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
+    QAccessible::installFactory(createInterface); // at most once, however often it is called
     resize(760, 460);
     setMinimumWidth(minimumWindowWidth);
 
@@ -189,11 +199,18 @@ void MainWindow::createShortcuts()
         auto *shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WindowShortcut);
         connect(shortcut, &QShortcut::activated, this, effect);
+        return shortcut;
     };
-    addShortcut(Qt::Key_Down, [this] { moveSelection(+1); });
-    addShortcut(Qt::Key_Up, [this] { moveSelection(-1); });
-    addShortcut(QKeySequence(u"Ctrl+N"_s), [this] { moveSelection(+1); });
-    addShortcut(QKeySequence(u"Ctrl+P"_s), [this] { moveSelection(-1); });
+    const auto addMove = [this, addShortcut](const QKeySequence &key, int delta) {
+        QShortcut *shortcut = addShortcut(key, [this, delta] { moveSelection(delta); });
+        // The lists and combo boxes of a plugin's page need these keys themselves.
+        connect(m_stack, &QStackedWidget::currentChanged, shortcut,
+                [this, shortcut] { shortcut->setEnabled(showsList()); });
+    };
+    addMove(Qt::Key_Down, +1);
+    addMove(Qt::Key_Up, -1);
+    addMove(QKeySequence(u"Ctrl+N"_s), +1);
+    addMove(QKeySequence(u"Ctrl+P"_s), -1);
     addShortcut(Qt::Key_Escape, [this] { hide(); });
 }
 
@@ -501,6 +518,7 @@ void MainWindow::addPinnedButton(const QVariantMap &pin)
                 openPinMenu(path, button->mapToGlobal(position));
             });
     addToPinnedStrip(button);
+    setTabOrder(button, m_resultList); // which is older than the button, but below it
 }
 
 // Left to the layout, a widget would show only after the fit, which would not count it.

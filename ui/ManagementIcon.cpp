@@ -3,10 +3,48 @@
 
 #include "ui/ProgramIcon.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOptionFocusRect>
 
 #include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class AccessibleManagementIcon : public QAccessibleWidget
+{
+public:
+    explicit AccessibleManagementIcon(ManagementIcon *icon)
+        : QAccessibleWidget(icon, QAccessible::Button)
+    {
+    }
+
+    QStringList actionNames() const override
+    {
+        return QStringList(pressAction()) + QAccessibleWidget::actionNames();
+    }
+
+    void doAction(const QString &name) override
+    {
+        if (name == pressAction()) {
+            Q_EMIT qobject_cast<ManagementIcon *>(widget())->clicked();
+        } else {
+            QAccessibleWidget::doAction(name);
+        }
+    }
+};
+
+QAccessibleInterface *createInterface(const QString &, QObject *object)
+{
+    auto *icon = qobject_cast<ManagementIcon *>(object);
+    return icon ? new AccessibleManagementIcon(icon) : nullptr;
+}
+
+} // namespace
 
 ManagementIcon::ManagementIcon(QWidget *parent)
     : QWidget(parent)
@@ -14,6 +52,8 @@ ManagementIcon::ManagementIcon(QWidget *parent)
 {
     setFixedSize(32, 32);
     setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
+    QAccessible::installFactory(createInterface); // at most once, however often it is called
 }
 
 void ManagementIcon::enterEvent(QEnterEvent *event)
@@ -51,6 +91,19 @@ void ManagementIcon::mouseReleaseEvent(QMouseEvent *event)
     QWidget::mouseReleaseEvent(event);
 }
 
+void ManagementIcon::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Q_EMIT clicked();
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
 void ManagementIcon::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
@@ -61,4 +114,10 @@ void ManagementIcon::paintEvent(QPaintEvent *)
         painter.drawEllipse(rect().adjusted(1, 1, -1, -1));
     }
     m_icon.paint(&painter, QRect(5, 5, 22, 22), Qt::AlignCenter, QIcon::Normal, QIcon::Off);
+    if (hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.backgroundColor = palette().color(backgroundRole());
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
 }

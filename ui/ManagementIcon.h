@@ -4,7 +4,8 @@
 #include <QIcon>
 #include <QWidget>
 
-/// The program's icon as a round button of fixed size at the right end of the command box.
+/// The program's icon as a round button of fixed size at the right end of the command box. A click
+/// leaves the focus where it is; the Tab key reaches the icon, and Space or Enter press it.
 class ManagementIcon : public QWidget
 {
     Q_OBJECT
@@ -13,7 +14,8 @@ public:
     explicit ManagementIcon(QWidget *parent = nullptr);
 
 Q_SIGNALS:
-    /// The left button was pressed and released on the icon, without having left it between.
+    /// The left button was pressed and released on the icon, without having left it between, or the
+    /// icon was pressed by keyboard or by a screen reader.
     void clicked();
 
 protected:
@@ -21,6 +23,7 @@ protected:
     void leaveEvent(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

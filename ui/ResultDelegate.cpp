@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 ResultDelegate::ResultDelegate(QObject *parent)
-    : QStyledItemDelegate(parent)
+    : ItemFocusDelegate(parent)
 {
 }
 

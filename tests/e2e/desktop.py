@@ -8,6 +8,7 @@ longer.
 import itertools
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -138,13 +139,27 @@ class Desktop:
         """Saves what the screen shows."""
         self.run("import", "-silent", "-window", "root", str(path))
 
+    def pixel(self, x, y):
+        """The colour of a pixel of the screen, as #rrggbb."""
+        line = self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth",
+                        "8", "txt:-")
+        found = re.search("#[0-9A-Fa-f]{6}", line)
+        return found.group().lower() if found else None
+
+    def pixels(self, x, y, width, height):
+        """The colours of a part of the screen."""
+        return subprocess.run(["import", "-silent", "-window", "root", "-crop",
+                               f"{width}x{height}+{max(x, 0)}+{max(y, 0)}", "-depth", "8", "rgb:-"],
+                              env=os.environ | self.environment(), stdout=subprocess.PIPE,
+                              check=True).stdout
+
     def active_window(self):
         return self.run("xdotool", "getactivewindow")
 
-    def top_window(self):
-        """The uppermost of the windows that are managed."""
-        stack = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
-        return str(int(stack.split(",")[-1].split()[-1], 16))
+    def stack(self):
+        """The windows that are managed, the uppermost last."""
+        listing = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
+        return [str(int(window.split()[-1], 16)) for window in listing.split(",")]
 
     def open_window(self):
         """Opens a window of another program and waits until it is active; returns its process."""

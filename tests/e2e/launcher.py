@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Vaskel under test: the home that it runs in, and what a user sees of it and does with it."""
 
+import configparser
 import json
 import os
 import pathlib
@@ -39,6 +40,15 @@ def find(accessible, role):
             found.append(child)
         elif child.get_role() != Atspi.Role.LIST:
             found += find(child, role)
+    return found
+
+
+def everything(accessible):
+    """Whatever shows below an accessible, from the top down."""
+    found = []
+    for child in children(accessible):
+        if has_state(child, Atspi.StateType.SHOWING):
+            found += [child] + everything(child)
     return found
 
 
@@ -121,6 +131,15 @@ class Home:
         path.parent.mkdir(exist_ok=True)
         path.write_text("[General]\n" + "".join(f"{k}={v}\n" for k, v in preferences.items()))
 
+    def preferences(self):
+        """What is stored, by the keys of the program."""
+        path = self.configuration / "Vaskel/Vaskel.conf"
+        parser = configparser.ConfigParser(interpolation=None)
+        parser.optionxform = str
+        parser.read(path)
+        return {key if section == "General" else f"{section}/{key}": value
+                for section in parser.sections() for key, value in parser[section].items()}
+
     def pins(self):
         return json.loads((self.data / "Vaskel/pins.json").read_text())
 
@@ -170,6 +189,10 @@ class Launcher:
         self.process.send_signal(signal.SIGKILL)
         self.process.wait()
 
+    def terminate(self):
+        """Ends the program as the session does at its end."""
+        stop(self.process)
+
     def stop(self):
         if self.process:
             stop(self.process)
@@ -191,7 +214,22 @@ class Launcher:
 
     def geometry(self):
         """x, y, width and height of the window on the screen."""
-        lines = self.desktop.run("xwininfo", "-id", self.window).splitlines()
+        return self.geometry_of(self.window)
+
+    def float_icon(self):
+        """x, y, width and height of the floating icon, or None where it does not show."""
+        icons = [window for window in self._all_windows() if self._is_float_icon(window)]
+        return self.geometry_of(icons[0]) if icons else None
+
+    def top_window(self):
+        """The uppermost window of any program below the floating icon."""
+        return [window for window in self.desktop.stack() if not self._is_float_icon(window)][-1]
+
+    def menu_is_open(self):
+        return len(self._windows()) == (2 if self.is_visible() else 1)
+
+    def geometry_of(self, window):
+        lines = self.desktop.run("xwininfo", "-id", window).splitlines()
         values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
         return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
                                                   "Width", "Height"))
@@ -232,6 +270,27 @@ class Launcher:
         """The names in the pinned strip, as far as it shows."""
         return [button.get_name() for button in self._pin_buttons()]
 
+    def everything(self):
+        """Whatever shows, from the top down, menus included."""
+        return everything(self._application())
+
+    def control(self, name, role=None):
+        """What shows under that name and can have the focus."""
+        for found in self.everything():
+            if found.get_name() == name and has_state(found, Atspi.StateType.FOCUSABLE) \
+                    and role in (None, found.get_role()):
+                return found
+        raise NotYet(f"there is no control {name!r}")
+
+    def focused(self):
+        """The control with the focus; a list has it, not its current row."""
+        rows = (Atspi.Role.LIST_ITEM, Atspi.Role.TABLE_CELL, Atspi.Role.TREE_ITEM)
+        for found in self.everything():
+            if has_state(found, Atspi.StateType.FOCUSED) and found.get_role() not in rows \
+                    and has_state(found, Atspi.StateType.FOCUSABLE):
+                return found
+        raise NotYet("no control has the focus")
+
     # What the user does
 
     def type(self, text):
@@ -243,8 +302,9 @@ class Launcher:
     def empty_box(self):
         """Empties the box, badge and all, wherever the focus is."""
         self._click_on(self._edit)
-        self.press("End", "shift+Home", "BackSpace")
-        wait_until(lambda: self.text() == "", "the arguments are gone")
+        if self.text():
+            self.press("End", "shift+Home", "BackSpace")
+            wait_until(lambda: self.text() == "", "the arguments are gone")
         if self.badge():
             self.press("BackSpace", "shift+Home", "BackSpace")
         wait_until(lambda: self.badge() is None and self.text() == "", "the box is empty")
@@ -261,6 +321,23 @@ class Launcher:
 
     def click_pin(self, name, button=1):
         self._click_on(lambda: next(p for p in self._pin_buttons() if p.get_name() == name), button)
+
+    def tab_to(self, name):
+        """Walks to a control by the Tab key."""
+        def is_there():
+            if self.focused().get_name() == name:
+                return True
+            self.press("Tab")
+            return False
+        wait_until(is_there, f"the Tab key leads to {name!r}", patience=30)
+
+    def open_page(self, word, control):
+        """Opens the page of a command word by typing it; a control of the page shows that it is there."""
+        self.empty_box()
+        self.type(word)
+        wait_until(lambda: self.row_count() == 1 and self.badge() == word, "the command is known")
+        self.press("Return")
+        wait_until(lambda: self.control(control), "the page opens")
 
     def choose_from_menu(self):
         """Chooses the one entry of the context menu that a right click has just opened."""
@@ -285,9 +362,16 @@ class Launcher:
         return next(iter(self._windows()), None)
 
     def _windows(self):
-        """All windows of the process that show; menus are windows of their own."""
+        """All windows of the process that show, but for the floating icon; menus are some too."""
+        return [window for window in self._all_windows() if not self._is_float_icon(window)]
+
+    def _all_windows(self):
         return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
                                 str(self.process.pid)).splitlines()
+
+    def _is_float_icon(self, window):
+        # The only one that is a tool of the program.
+        return "_UTILITY" in self.desktop.run("xprop", "-id", window, "_NET_WM_WINDOW_TYPE")
 
     def _application(self):
         desktop = Atspi.get_desktop(0)
@@ -305,8 +389,10 @@ class Launcher:
         self.desktop.click(*centre(find_it()), button, times)
 
     def _own_geometry(self):
-        extents = children(self._application())[0].get_extents(Atspi.CoordType.SCREEN)
-        return extents.x, extents.y, extents.width, extents.height
+        extents = [window.get_extents(Atspi.CoordType.SCREEN)
+                   for window in children(self._application())]
+        widest = max(extents, key=lambda rect: rect.width)
+        return widest.x, widest.y, widest.width, widest.height
 
     def _edit(self):
         found = find(self._application(), Atspi.Role.TEXT)

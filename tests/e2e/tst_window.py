@@ -106,10 +106,10 @@ class Instances(EndToEndCase):
     def test_comes_to_the_front_at_a_second_start(self):
         self.start()
         self.open_another_window()
-        wait_until(lambda: self.desktop.top_window() != self.launcher.window,
+        wait_until(lambda: self.launcher.top_window() != self.launcher.window,
                    "the other window is on top")
         self.start_again()
-        self.becomes(self.desktop.top_window, self.launcher.window)
+        self.becomes(self.launcher.top_window, self.launcher.window)
         self.picture("front")
 
     def test_leaves_one_of_two_that_start_together(self):

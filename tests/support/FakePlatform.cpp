@@ -44,6 +44,17 @@ void recordIndexCall(const QString &call)
 
 } // namespace
 
+void FakePlatform::changeColorScheme(platform::ColorScheme scheme)
+{
+    colorScheme = scheme;
+    const auto watchers = colorSchemeWatchers;
+    for (const auto &[context, changed] : watchers) {
+        if (context) {
+            changed();
+        }
+    }
+}
+
 namespace platform {
 
 void applyAutoStart(bool enabled)
@@ -58,6 +69,16 @@ ProgramInfo builtinProgram(BuiltinProgram program)
 {
     const ProgramInfo unknown{u"program%1"_s.arg(int(program)), {}, {}};
     return fakePlatform().builtinPrograms.value(int(program), unknown);
+}
+
+ColorScheme colorScheme()
+{
+    return fakePlatform().colorScheme;
+}
+
+void watchColorScheme(QObject *context, const std::function<void()> &changed)
+{
+    fakePlatform().colorSchemeWatchers.append({context, changed});
 }
 
 QIcon linkIcon(const QString &filePath)

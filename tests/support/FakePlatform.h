@@ -2,10 +2,12 @@
 #pragma once
 
 #include "platform/BuiltinPrograms.h"
+#include "platform/ColorScheme.h"
 
 #include <QHash>
 #include <QIcon>
 #include <QPixmap>
+#include <QPointer>
 #include <QProcessEnvironment>
 #include <QStringList>
 
@@ -22,6 +24,12 @@ struct FakePlatform
 
     // BuiltinPrograms.h; a program without an entry gets a path made of its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
+
+    // ColorScheme.h
+    platform::ColorScheme colorScheme = platform::ColorScheme::Unknown;
+    QList<std::pair<QPointer<QObject>, std::function<void()>>> colorSchemeWatchers;
+    /// Changes the scheme and tells those who watch it.
+    void changeColorScheme(platform::ColorScheme scheme);
 
     // FileIcon.h
     QHash<QString, QIcon> linkIcons;

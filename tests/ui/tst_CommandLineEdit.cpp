@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/CommandLineEdit.h"
 
+#include "settings/ThemeManager.h"
 #include "ui/ManagementIcon.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -47,6 +50,19 @@ public:
     {
         return !badge().isHidden() && badge().text() == word && edit().text() == arguments
                && text() == word + u' ' + arguments && edit().placeholderText() == argumentPrompt;
+    }
+};
+
+class PaintCounter : public QObject
+{
+public:
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
     }
 };
 
@@ -90,6 +106,9 @@ private Q_SLOTS:
     void listenersSeeTheNewState();
 
     void iconAsksForTheManagement();
+    void showsTheFocusOfItsEdit_data();
+    void showsTheFocusOfItsEdit();
+    void changedFocusRepaints();
 };
 
 void tst_CommandLineEdit::isOneFieldOfThreeWidgets()
@@ -426,6 +445,67 @@ void tst_CommandLineEdit::iconAsksForTheManagement()
     const QSignalSpy requested(&box, &CommandLineEdit::managementRequested);
     QTest::mouseClick(&box.icon(), Qt::LeftButton);
     QCOMPARE(requested.count(), 1);
+}
+
+void tst_CommandLineEdit::showsTheFocusOfItsEdit_data()
+{
+    QTest::addColumn<QString>("theme");
+    QTest::newRow("dark") << u"dark"_s;
+    QTest::newRow("light") << u"light"_s;
+}
+
+void tst_CommandLineEdit::showsTheFocusOfItsEdit()
+{
+    QFETCH(QString, theme);
+    ThemeManager manager;
+    manager.setTheme(theme);
+    QWidget window;
+    window.setStyleSheet(manager.styleSheet());
+    Box box;
+    box.setParent(&window);
+    QPushButton other(&window);
+    other.move(0, 100);
+    box.resize(300, 44);
+    box.setFocus();
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QTRY_VERIFY(box.edit().hasFocus());
+
+    const auto color = [&](const QPoint &place) {
+        return box.grab().toImage().pixelColor(place);
+    };
+    for (const QPoint &frame : {QPoint(150, 0), QPoint(150, 1), QPoint(0, 22), QPoint(299, 22)}) {
+        QCOMPARE(color(frame), manager.borderFocus());
+    }
+    QCOMPARE(color(QPoint(150, 2)), manager.surface());
+
+    other.setFocus();
+    const QImage screen = window.grab().toImage();
+    QCOMPARE(screen.pixelColor(150, 0), manager.border());
+    QCOMPARE(screen.pixelColor(150, 1), manager.surface());
+}
+
+void tst_CommandLineEdit::changedFocusRepaints()
+{
+    QWidget window;
+    Box box;
+    box.setParent(&window);
+    QPushButton other(&window);
+    other.move(0, 100);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    other.setFocus();
+    QCoreApplication::processEvents();
+
+    PaintCounter paints;
+    box.installEventFilter(&paints);
+    box.setFocus();
+    QTRY_VERIFY(paints.count > 0);
+    paints.count = 0;
+    other.setFocus();
+    QTRY_VERIFY(paints.count > 0);
 }
 
 QTEST_MAIN(tst_CommandLineEdit)

@@ -10,6 +10,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <tuple>
+
 using namespace Qt::StringLiterals;
 using namespace windowtest;
 
@@ -40,6 +42,8 @@ private Q_SLOTS:
     void editOfTheArgumentsAsksAndKeepsThePage();
     void editOfTheWordClosesThePage();
 
+    void pageTakesTheArrowKeys();
+    void listTakesTheArrowKeysBack();
     void escapeAndCloseLeaveThePage();
     void managementIconOpensTheUsersPage();
 
@@ -254,6 +258,42 @@ void tst_MainWindowPages::editOfTheWordClosesThePage()
     QCOMPARE(w.stack->currentWidget(), w.todo.page);
     QTest::keyClick(w.edit, Qt::Key_Backspace);
     QTRY_VERIFY(w.isOnList());
+}
+
+void tst_MainWindowPages::pageTakesTheArrowKeys()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    auto *rows = new QListWidget(w.todo.page);
+    rows->addItems({u"a"_s, u"b"_s, u"c"_s});
+    rows->setCurrentRow(0);
+    rows->show();
+    rows->setFocus();
+    QTest::keyClick(rows, Qt::Key_Down);
+    QTest::keyClick(rows, Qt::Key_Down);
+    QTest::keyClick(rows, Qt::Key_Up);
+    QCOMPARE(rows->currentRow(), 1);
+}
+
+void tst_MainWindowPages::listTakesTheArrowKeysBack()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    Q_EMIT w.todo.viewCloseRequested();
+    w.settle();
+    const QList<std::tuple<Qt::Key, Qt::KeyboardModifiers, int>> steps{
+        {Qt::Key_Down, Qt::NoModifier, 1},
+        {Qt::Key_Up, Qt::NoModifier, 0},
+        {Qt::Key_N, Qt::ControlModifier, 1},
+        {Qt::Key_P, Qt::ControlModifier, 0},
+    };
+    QCOMPARE(w.list->currentRow(), 0);
+    for (const auto &[key, modifiers, row] : steps) {
+        QTest::keyClick(w.edit, key, modifiers);
+        QCOMPARE(w.list->currentRow(), row);
+    }
 }
 
 void tst_MainWindowPages::escapeAndCloseLeaveThePage()

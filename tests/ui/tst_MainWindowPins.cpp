@@ -60,6 +60,7 @@ private Q_SLOTS:
     void pinChangedWhileTypingLeavesTheStripHidden();
 
     void buttonLaunchesItsPinAndHides();
+    void tabKeyComesToThePinsBeforeTheList();
     void menuUnpins();
     void menuThatIsDismissedChangesNothing();
     void menuOfTheLastPinHidesTheStrip();
@@ -234,6 +235,21 @@ void tst_MainWindowPins::buttonLaunchesItsPinAndHides()
     QTest::mouseClick(w.pinButtons().at(1), Qt::LeftButton);
     QCOMPARE(launched(), QStringList(programPath(5)));
     QVERIFY(!w.window.isVisible());
+}
+
+void tst_MainWindowPins::tabKeyComesToThePinsBeforeTheList()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.settle();
+    const QList<QPushButton *> pins = w.pinButtons();
+    pins.first()->setFocus();
+    for (qsizetype i = 1; i < pins.size(); ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), pins.at(i));
+    }
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w.list);
 }
 
 void tst_MainWindowPins::menuUnpins()

@@ -3,6 +3,7 @@
 
 #include "ui/ProgramIcon.h"
 
+#include <QAccessible>
 #include <QEnterEvent>
 #include <QImage>
 #include <QPainter>
@@ -74,6 +75,11 @@ private Q_SLOTS:
     void hoverIsAGreyEllipse();
     void eachChangeOfStateRepaints();
     void paintsTheIconInItsSquare();
+    void isPressedByKeyboard_data();
+    void isPressedByKeyboard();
+    void clickLeavesTheFocusWhereItIs();
+    void showsThatItHasTheFocus();
+    void isAButtonToScreenReaders();
 };
 
 void tst_ManagementIcon::hasItsFixedSizeAndThePointingHand()
@@ -236,6 +242,57 @@ void tst_ManagementIcon::paintsTheIconInItsSquare()
     programIcon().paint(&painter, QRect(5, 5, 22, 22));
     painter.end();
     QCOMPARE(image, expected);
+}
+
+void tst_ManagementIcon::isPressedByKeyboard_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<int>("clicks");
+    QTest::newRow("Space") << Qt::Key_Space << 1;
+    QTest::newRow("Return") << Qt::Key_Return << 1;
+    QTest::newRow("Enter") << Qt::Key_Enter << 1;
+    QTest::newRow("a letter") << Qt::Key_A << 0;
+}
+
+void tst_ManagementIcon::isPressedByKeyboard()
+{
+    QFETCH(const Qt::Key, key);
+    QFETCH(const int, clicks);
+    ManagementIcon icon;
+    QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QTest::keyClick(&icon, key);
+    QCOMPARE(clicked.size(), clicks);
+}
+
+void tst_ManagementIcon::clickLeavesTheFocusWhereItIs()
+{
+    const ManagementIcon icon;
+    QCOMPARE(icon.focusPolicy(), Qt::TabFocus);
+}
+
+void tst_ManagementIcon::showsThatItHasTheFocus()
+{
+    QWidget window;
+    window.resize(100, 100);
+    ManagementIcon icon(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(window.windowHandle()));
+    const QImage without = painted(icon);
+    icon.setFocus(Qt::TabFocusReason);
+    window.setAttribute(Qt::WA_KeyboardFocusChange);
+    QVERIFY(painted(icon) != without);
+}
+
+void tst_ManagementIcon::isAButtonToScreenReaders()
+{
+    ManagementIcon icon;
+    QSignalSpy clicked(&icon, &ManagementIcon::clicked);
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(&icon);
+    QCOMPARE(interface->role(), QAccessible::Button);
+    interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(clicked.size(), 1);
+    interface->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    QCOMPARE(clicked.size(), 1);
 }
 
 QTEST_MAIN(tst_ManagementIcon)

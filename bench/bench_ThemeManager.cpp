@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// What a finished style sheet costs beyond a copy of its template's text.
+#include "settings/ThemeManager.h"
+
+#include <QFile>
+#include <QGuiApplication>
+
+#include <benchmark/benchmark.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The template lies compressed in the program, and no sheet comes without unpacking it.
+QString templateText()
+{
+    QFile file(u":/assets/style.qss"_s);
+    return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+void measured(benchmark::State &state)
+{
+    const ThemeManager theme;
+    if (theme.styleSheet().isEmpty()) {
+        state.SkipWithError("there is no template");
+        return;
+    }
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(theme.styleSheet());
+    }
+}
+
+void floorOfIt(benchmark::State &state)
+{
+    if (templateText().isEmpty()) {
+        state.SkipWithError("there is no template");
+        return;
+    }
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(templateText());
+    }
+}
+
+} // namespace
+
+BENCHMARK(measured)->Name("styleSheet/measured");
+BENCHMARK(floorOfIt)->Name("styleSheet/floor");
+
+int main(int argc, char *argv[])
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "plugins/SettingsPlugin.h"
+
+#include "settings/SettingsView.h"
+
+using namespace Qt::StringLiterals;
+
+SettingsPlugin::SettingsPlugin(Settings *settings, PluginManager *pluginManager, QObject *parent)
+    : IPlugin(parent)
+    , m_settings(settings)
+    , m_pluginManager(pluginManager)
+{
+}
+
+SettingsPlugin::~SettingsPlugin() = default;
+
+QString SettingsPlugin::command() const
+{
+    return u"set"_s;
+}
+
+QStringList SettingsPlugin::aliases() const
+{
+    return {u"user"_s, u"plugin"_s};
+}
+
+QString SettingsPlugin::description() const
+{
+    return tr("Open Settings");
+}
+
+QVariantList SettingsPlugin::query(const QString &)
+{
+    return {QVariantMap{
+        {u"title"_s, tr("Settings")},
+        {u"subtitle"_s, tr("Modify global hotkey, window style and other settings")},
+        {u"icon"_s, QString()},
+    }};
+}
+
+bool SettingsPlugin::execute(const QVariantMap &)
+{
+    return true;
+}
+
+bool SettingsPlugin::hasView() const
+{
+    return true;
+}
+
+void SettingsPlugin::setViewCommand(const QString &command)
+{
+    m_viewCommand = command;
+    if (m_view) {
+        m_view->showPage(command);
+    }
+}
+
+QWidget *SettingsPlugin::createView()
+{
+    if (!m_view) {
+        m_view = new SettingsView(m_settings, m_pluginManager);
+        connect(m_view, &SettingsView::closeRequested, this, &SettingsPlugin::viewCloseRequested);
+        connect(m_view, &QObject::destroyed, this, [this] { m_view = nullptr; });
+    }
+    m_view->reload();
+    m_view->showPage(m_viewCommand);
+    return m_view;
+}

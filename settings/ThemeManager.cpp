@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "settings/ThemeManager.h"
+
+#include "platform/ColorScheme.h"
+
+#include <QFile>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// One colour in both palettes.
+struct Shades
+{
+    QLatin1StringView dark;
+    QLatin1StringView light;
+
+    QColor in(bool isDark) const { return QColor::fromString(isDark ? dark : light); }
+};
+
+namespace colors {
+
+constexpr Shades bg{"#1e1e1e"_L1, "#f5f5f7"_L1};
+constexpr Shades surface{"#2c2c2e"_L1, "#ffffff"_L1};
+constexpr Shades surfacePressed{"#48484a"_L1, "#e5e5ea"_L1};
+constexpr Shades text{"#f5f5f7"_L1, "#1d1d1f"_L1};
+constexpr Shades textSecondary{"#98989d"_L1, "#6e6e73"_L1};
+constexpr Shades accent{"#0a84ff"_L1, "#0a84ff"_L1};
+constexpr Shades accentPressed{"#409cff"_L1, "#0071e3"_L1};
+constexpr Shades border{"#48484a"_L1, "#d2d2d7"_L1};
+constexpr Shades borderFocus{"#0a84ff"_L1, "#0a84ff"_L1};
+constexpr Shades hover{"#3a3a3c"_L1, "#f0f0f2"_L1};
+constexpr Shades selection{"#0a84ff"_L1, "#007aff"_L1};
+constexpr Shades placeholder{"#8e8e93"_L1, "#8e8e93"_L1};
+constexpr Shades error{"#f38ba8"_L1, "#dc2626"_L1};
+constexpr Shades closeButtonHover{"#e81123"_L1, "#dc2626"_L1};
+constexpr Shades iconPlaceholder{"#585b70"_L1, "#9ca3af"_L1};
+
+} // namespace colors
+
+constexpr std::pair<QLatin1StringView, Shades> tokens[] = {
+    {"@BG@"_L1, colors::bg},
+    {"@SURFACE@"_L1, colors::surface},
+    {"@SURFACE_PRESSED@"_L1, colors::surfacePressed},
+    {"@TEXT@"_L1, colors::text},
+    {"@TEXT_SECONDARY@"_L1, colors::textSecondary},
+    {"@BORDER@"_L1, colors::border},
+    {"@BORDER_FOCUS@"_L1, colors::borderFocus},
+    {"@SELECTION@"_L1, colors::selection},
+    {"@HOVER@"_L1, colors::hover},
+    {"@ACCENT@"_L1, colors::accent},
+    {"@ACCENT_PRESSED@"_L1, colors::accentPressed},
+    {"@PLACEHOLDER@"_L1, colors::placeholder},
+};
+
+} // namespace
+
+ThemeManager::ThemeManager(QObject *parent)
+    : QObject(parent)
+    , m_theme(u"system"_s)
+{
+    updateDarkState();
+}
+
+void ThemeManager::setTheme(const QString &theme)
+{
+    if (theme == m_theme) {
+        return;
+    }
+    m_theme = theme;
+    Q_EMIT themeChanged();
+    updateDarkState();
+}
+
+void ThemeManager::updateDarkState()
+{
+    const bool wasDark = m_isDark;
+    if (m_theme == "dark"_L1) {
+        m_isDark = true;
+    } else if (m_theme == "light"_L1) {
+        m_isDark = false;
+    } else {
+        m_isDark = platform::colorScheme() != platform::ColorScheme::Light;
+    }
+    if (m_isDark != wasDark) {
+        Q_EMIT paletteChanged();
+    }
+}
+
+QString ThemeManager::styleSheet() const
+{
+    QFile file(u":/assets/style.qss"_s);
+    if (!file.open(QFile::ReadOnly | QFile::Text)) {
+        return {};
+    }
+    QString sheet = QString::fromUtf8(file.readAll());
+    for (const auto &[token, shades] : tokens) {
+        sheet.replace(token, shades.in(m_isDark).name());
+    }
+    return sheet;
+}
+
+QColor ThemeManager::bg() const
+{
+    return colors::bg.in(m_isDark);
+}
+
+QColor ThemeManager::surface() const
+{
+    return colors::surface.in(m_isDark);
+}
+
+QColor ThemeManager::surfacePressed() const
+{
+    return colors::surfacePressed.in(m_isDark);
+}
+
+QColor ThemeManager::text() const
+{
+    return colors::text.in(m_isDark);
+}
+
+QColor ThemeManager::textSecondary() const
+{
+    return colors::textSecondary.in(m_isDark);
+}
+
+QColor ThemeManager::accent() const
+{
+    return colors::accent.in(m_isDark);
+}
+
+QColor ThemeManager::accentPressed() const
+{
+    return colors::accentPressed.in(m_isDark);
+}
+
+QColor ThemeManager::border() const
+{
+    return colors::border.in(m_isDark);
+}
+
+QColor ThemeManager::borderFocus() const
+{
+    return colors::borderFocus.in(m_isDark);
+}
+
+QColor ThemeManager::hover() const
+{
+    return colors::hover.in(m_isDark);
+}
+
+QColor ThemeManager::selection() const
+{
+    return colors::selection.in(m_isDark);
+}
+
+QColor ThemeManager::placeholder() const
+{
+    return colors::placeholder.in(m_isDark);
+}
+
+QColor ThemeManager::error() const
+{
+    return colors::error.in(m_isDark);
+}
+
+QColor ThemeManager::closeButtonHover() const
+{
+    return colors::closeButtonHover.in(m_isDark);
+}
+
+QColor ThemeManager::iconPlaceholder() const
+{
+    return colors::iconPlaceholder.in(m_isDark);
+}

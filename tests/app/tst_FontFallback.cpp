@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FontFallback.h"
+
+#include "settings/ThemeManager.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGlyphRun>
+#include <QLabel>
+#include <QTest>
+#include <QTextLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QFont sheetFont()
+{
+    QLabel label;
+    label.setStyleSheet(ThemeManager().styleSheet());
+    label.ensurePolished();
+    return label.font();
+}
+
+} // namespace
+
+class tst_FontFallback : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void desktopFontStandsInForTheSheets();
+    void chineseGlyphsAreFound();
+};
+
+void tst_FontFallback::desktopFontStandsInForTheSheets()
+{
+    if (QFontDatabase::families().contains(u"Segoe UI"_s)) {
+        QSKIP("The font of the sheet is installed.");
+    }
+    // One that no system takes for a font that it does not know.
+    const QFont desktopFont(u"DejaVu Sans Mono"_s);
+    QCOMPARE(QFontInfo(desktopFont).family(), u"DejaVu Sans Mono"_s);
+    QVERIFY(QFontInfo(sheetFont()).family() != u"DejaVu Sans Mono"_s);
+
+    substituteDesktopFont(desktopFont);
+    QCOMPARE(QFontInfo(sheetFont()).family(), u"DejaVu Sans Mono"_s);
+    QCOMPARE(sheetFont().pixelSize(), 14);
+    QFont::removeSubstitutions(u"Segoe UI"_s);
+}
+
+void tst_FontFallback::chineseGlyphsAreFound()
+{
+    substituteDesktopFont(QFont(u"DejaVu Sans"_s));
+    QTextLayout layout(u"计算器 abc"_s, sheetFont());
+    layout.beginLayout();
+    layout.createLine();
+    layout.endLayout();
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    QVERIFY(runs.size() >= 2);
+    for (const QGlyphRun &run : runs) {
+        QVERIFY(!run.glyphIndexes().contains(0U)); // the empty box
+    }
+    QFont::removeSubstitutions(u"Segoe UI"_s);
+}
+
+QTEST_MAIN(tst_FontFallback)
+#include "tst_FontFallback.moc"

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ApplicationStyle.h"
+
+#include "settings/ThemeManager.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QImage>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The share of a colour in what the eye sees, by the formula of the W3C's accessibility
+/// guidelines.
+double luminance(const QColor &color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+           + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/// The strongest contrast to a colour that a picture holds.
+double strongestContrast(const QImage &image, const QColor &background)
+{
+    double strongest = 1;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            strongest = std::max(strongest, contrast(image.pixelColor(x, y), background));
+        }
+    }
+    return strongest;
+}
+
+} // namespace
+
+class tst_ApplicationStyle : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QApplication::setStyle(new ApplicationStyle); }
+    void init();
+    void focusOfAButtonIsSeen_data();
+    void focusOfAButtonIsSeen();
+    void boxOfARowIsSeen_data() { focusOfAButtonIsSeen_data(); }
+    void boxOfARowIsSeen();
+    void iconOfASelectedRowKeepsItsColors();
+
+private:
+    void useTheme(const QString &name);
+    ThemeManager m_theme;
+};
+
+void tst_ApplicationStyle::init()
+{
+    qApp->setStyleSheet(QString());
+}
+
+void tst_ApplicationStyle::useTheme(const QString &name)
+{
+    m_theme.setTheme(name);
+    qApp->setStyleSheet(m_theme.styleSheet());
+}
+
+void tst_ApplicationStyle::focusOfAButtonIsSeen_data()
+{
+    QTest::addColumn<QString>("theme");
+    QTest::newRow("dark") << u"dark"_s;
+    QTest::newRow("light") << u"light"_s;
+}
+
+void tst_ApplicationStyle::focusOfAButtonIsSeen()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    QWidget window;
+    auto *layout = new QVBoxLayout(&window);
+    auto *plain = new QPushButton(&window);
+    auto *primary = new QPushButton(&window);
+    primary->setObjectName(u"primary"_s);
+    layout->addWidget(plain);
+    layout->addWidget(primary);
+    window.show();
+    window.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+
+    for (QPushButton *button : {plain, primary}) {
+        QPushButton *other = button == plain ? primary : plain;
+        other->setFocus(Qt::TabFocusReason);
+        const QImage without = button->grab().toImage();
+        const QColor background = without.pixelColor(without.rect().center());
+        button->setFocus(Qt::TabFocusReason);
+        QImage with = button->grab().toImage();
+        QVERIFY(with != without);
+        // Inside of the sheet's border.
+        with = with.copy(with.rect().adjusted(3, 3, -3, -3));
+        QVERIFY(strongestContrast(with, background) >= 3);
+    }
+}
+
+void tst_ApplicationStyle::boxOfARowIsSeen()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    QTreeWidget tree;
+    auto *row = new QTreeWidgetItem(&tree);
+    row->setCheckState(0, Qt::Unchecked);
+    tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tree));
+
+    const auto picture = [&] {
+        return tree.viewport()->grab(tree.visualItemRect(row)).toImage();
+    };
+    for (const bool isSelected : {false, true}) {
+        row->setSelected(isSelected);
+        row->setCheckState(0, Qt::Unchecked);
+        const QImage empty = picture();
+        const QColor background = isSelected ? m_theme.accent() : m_theme.surface();
+        QCOMPARE(empty.pixelColor(empty.rect().center()), background);
+        QVERIFY2(strongestContrast(empty, background) >= (isSelected ? 2 : 3),
+                 qPrintable(QString::number(strongestContrast(empty, background))));
+        row->setCheckState(0, Qt::Checked);
+        const QImage checked = picture();
+        QVERIFY(checked != empty);
+        QVERIFY(strongestContrast(checked, background) >= 3);
+    }
+}
+
+void tst_ApplicationStyle::iconOfASelectedRowKeepsItsColors()
+{
+    QPixmap pixmap(16, 16);
+    pixmap.fill(Qt::yellow);
+    const QIcon icon(pixmap);
+    QCOMPARE(icon.pixmap(16, QIcon::Selected).toImage().pixelColor(8, 8), QColor(Qt::yellow));
+    QVERIFY(icon.pixmap(16, QIcon::Disabled).toImage().pixelColor(8, 8) != QColor(Qt::yellow));
+}
+
+QTEST_MAIN(tst_ApplicationStyle)
+#include "tst_ApplicationStyle.moc"

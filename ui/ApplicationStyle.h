@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QProxyStyle>
+
+/// What the style sheet leaves to the widget style below it: the same on every desktop, and drawn
+/// in the colours that the sheet has given to the widget, so that it can be made out in both
+/// palettes.
+class ApplicationStyle : public QProxyStyle
+{
+    Q_OBJECT
+
+public:
+    ApplicationStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget = nullptr) const override;
+    QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                const QStyleOption *option) const override;
+};

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/FloatIcon.h"
+
+#include "settings/Settings.h"
+#include "settings/ThemeManager.h"
+#include "ui/MainWindow.h"
+
+#include <QMenu>
+#include <QMouseEvent>
+#include <QPainter>
+
+using namespace Qt::StringLiterals;
+
+FloatIcon::FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow, QWidget *parent)
+    : QWidget(parent)
+    , m_settings(settings)
+    , m_theme(theme)
+    , m_mainWindow(mainWindow)
+{
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    setAttribute(Qt::WA_TranslucentBackground);
+    resize(48, 48);
+    setAccessibleName(u"Vaskel"_s);
+    connect(m_theme, &ThemeManager::paletteChanged, this, qOverload<>(&QWidget::update));
+}
+
+void FloatIcon::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton) {
+        m_dragOffset = event->globalPosition().toPoint() - frameGeometry().topLeft();
+        m_dragged = false;
+    }
+}
+
+void FloatIcon::mouseMoveEvent(QMouseEvent *event)
+{
+    if (event->buttons().testFlag(Qt::LeftButton)) {
+        m_dragged = true;
+        move(event->globalPosition().toPoint() - m_dragOffset);
+    }
+}
+
+void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::RightButton) {
+        openMenu(event->globalPosition().toPoint());
+    } else if (event->button() == Qt::LeftButton) {
+        m_settings->setFloatIconPos(pos());
+        if (!m_dragged) {
+            toggleMainWindow();
+        }
+    }
+}
+
+void FloatIcon::toggleMainWindow()
+{
+    if (!m_mainWindow) {
+        return;
+    }
+    if (m_mainWindow->isVisible()) {
+        m_mainWindow->hide();
+    } else if (auto *window = qobject_cast<MainWindow *>(m_mainWindow)) {
+        window->showAndActivate();
+    }
+}
+
+void FloatIcon::openMenu(const QPoint &globalPosition)
+{
+    const bool isShown = m_mainWindow && m_mainWindow->isVisible();
+    QMenu menu(this);
+    const QAction *toggle =
+        menu.addAction(isShown ? tr("Hide main window") : tr("Show main window"));
+    menu.addSeparator();
+    const QAction *hide = menu.addAction(tr("Hide float icon"));
+
+    const QAction *chosen = menu.exec(globalPosition);
+    if (chosen == toggle) {
+        toggleMainWindow();
+    } else if (chosen == hide) {
+        m_settings->setShowFloatIcon(false);
+    }
+}
+
+void FloatIcon::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(m_theme->accent());
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(rect().adjusted(2, 2, -2, -2));
+
+    painter.setPen(m_theme->bg());
+    QFont font = painter.font();
+    font.setWeight(QFont::Bold);
+    font.setPointSize(16);
+    painter.setFont(font);
+    painter.drawText(rect(), Qt::AlignCenter, u"V"_s);
+}

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPoint>
+#include <QWidget>
+
+class Settings;
+class ThemeManager;
+
+/// A small round button above all windows of the desktop. A click brings the window up or hides it,
+/// a drag moves the button, and its menu can switch it off. Where it stands at first and whether it
+/// shows is for its owner to say.
+class FloatIcon : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// None of these is owned, and all must outlive the icon. Without a window a click has no
+    /// effect.
+    FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow,
+              QWidget *parent = nullptr);
+
+protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void toggleMainWindow();
+    void openMenu(const QPoint &globalPosition);
+
+    Settings *m_settings;
+    ThemeManager *m_theme;
+    QWidget *m_mainWindow;
+    QPoint m_dragOffset;
+    bool m_dragged = false;
+};
