@@ -54,6 +54,8 @@ void becomeFileManager()
         QStringLiteral("\"%1\" --shown \"%2\"")
             .arg(QDir::toNativeSeparators(program()), QStringLiteral("%1"))
             .toStdWString();
+    // Wine's own file manager would have to answer to it, and the shell counts the start as failed.
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\Folder\\shell\\open\\ddeexec");
     for (const wchar_t *key : {L"Software\\Classes\\Folder\\shell\\open\\command",
                                L"Software\\Classes\\Directory\\shell\\open\\command"}) {
         RegSetKeyValueW(HKEY_LOCAL_MACHINE, key, nullptr, REG_SZ, command.c_str(),
