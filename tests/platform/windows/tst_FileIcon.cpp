@@ -193,7 +193,7 @@ void tst_FileIcon::whatIsNoFileHasNoIconFileOrAValidOne()
 void tst_FileIcon::catalogueShowsTheIconOfTheLink()
 {
     const QString path = platform::startMenuRoots().first() + "/Red Program.lnk"_L1;
-    QVERIFY((ShellLink{recording::program(), {}, {}, {}}.write(path)));
+    QVERIFY((ShellLink{recording::program(), {}, {}, recording::program(), 1}.write(path)));
 
     const QVariantList records = AppLauncher().search(u"Red Program"_s);
     QCOMPARE(records.size(), 1);
@@ -205,7 +205,7 @@ void tst_FileIcon::catalogueShowsTheIconOfTheLink()
 void tst_FileIcon::staleIconFileIsUsed()
 {
     const QString path = platform::startMenuRoots().first() + "/Program.lnk"_L1;
-    QVERIFY((ShellLink{recording::program(), {}, {}, {}}.write(path)));
+    QVERIFY((ShellLink{recording::program(), {}, {}, {}, 0}.write(path)));
     const auto iconOf = [] {
         return AppLauncher().search(u"Program"_s).last().toMap().value(u"icon"_s).toString();
     };
