@@ -9,11 +9,11 @@
 
 #include <windows.h>
 
-int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int)
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
 {
     const bool isHolding =
-        RegisterHotKey(nullptr, 1, UINT(wcstoul(__wargv[1], nullptr, 0)),
-                       UINT(wcstoul(__wargv[2], nullptr, 0)));
+        RegisterHotKey(nullptr, 1, UINT(strtoul(__argv[1], nullptr, 0)),
+                       UINT(strtoul(__argv[2], nullptr, 0)));
     CreateWindowExW(0, L"STATIC", isHolding ? L"holding" : L"refused", WS_POPUP, 0, 0, 1, 1,
                     nullptr, nullptr, instance, nullptr);
     MSG message;

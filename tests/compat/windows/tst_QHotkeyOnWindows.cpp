@@ -107,7 +107,7 @@ void tst_QHotkeyOnWindows::noticesTheKey_data()
     QTest::newRow("arrow") << QKeySequence(u"Ctrl+Alt+Left"_s) << u"ctrl+alt+Left"_s;
     QTest::newRow("character") << QKeySequence(u"Ctrl+Alt+,"_s) << u"ctrl+alt+comma"_s;
     QTest::newRow("shifted character") << QKeySequence(u"Ctrl+Alt+?"_s) << u"ctrl+alt+shift+slash"_s;
-    QTest::newRow("keypad") << QKeySequence(Qt::CTRL | Qt::KeypadModifier | Qt::Key_Plus)
+    QTest::newRow("keypad") << QKeySequence(QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Plus))
                             << u"ctrl+KP_Add"_s;
 }
 

@@ -28,7 +28,7 @@ class Instance
 public:
     explicit Instance(const QString &data = userData, const QStringList &extra = {},
                       int wait = timeout)
-        : m_file(testhome::path() + "/instance%1"_L1.arg(++nextNumber))
+        : m_file(testhome::path() + u"/instance%1"_s.arg(++nextNumber))
     {
         m_process.start(QStringLiteral(INSTANCE),
                         QStringList{data, QString::number(wait), m_file} + extra);
