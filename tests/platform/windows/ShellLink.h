@@ -10,7 +10,6 @@ struct ShellLink
     QString arguments;
     QString folder;   ///< the working directory
     QString iconFile; ///< empty for the target's own icon
-    int iconIndex = 0;
 
     /// Writes the link through the shell's own interface. False when the shell would not.
     bool write(const QString &filePath) const;

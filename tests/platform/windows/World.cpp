@@ -30,10 +30,10 @@ QString startedMark(const QString &path)
     return testhome::path() + u'/' + QString::number(qHash(path, 0), 16) + ".started"_L1;
 }
 
-QString makeLink(int root, const QString &name, int icon = 0)
+QString makeLink(int root, const QString &name)
 {
     QString path = platform::startMenuRoots().at(root) + u'/' + name + ".lnk"_L1;
-    const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, recording::program(), icon};
+    const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, {}};
     if (!link.write(path)) {
         qFatal("cannot write %s", qUtf8Printable(path));
     }
@@ -67,7 +67,7 @@ QString install(int root, const QString &, const QString &name)
 // That of the program, which is red.
 QString installWithIcon(const QString &fileName)
 {
-    return makeLink(0, fileName, 1);
+    return makeLink(0, fileName);
 }
 
 bool readsStartMenuFiles()

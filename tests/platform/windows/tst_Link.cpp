@@ -46,7 +46,7 @@ void tst_Link::startsWhatTheLinkNames()
     const QString folder = testhome::path() + "/work"_L1;
     QVERIFY(QDir().mkpath(folder));
     const QString path = testhome::path() + "/Program.lnk"_L1;
-    const ShellLink link{recording::program(), m_file + " one \"two three\""_L1, folder, {}, 0};
+    const ShellLink link{recording::program(), m_file + " one \"two three\""_L1, folder, {}};
     QVERIFY(link.write(path));
     QVERIFY(platform::openLink(path));
     QTRY_COMPARE(starts().size(), 1);
@@ -56,7 +56,7 @@ void tst_Link::startsWhatTheLinkNames()
 void tst_Link::startsTheLinkWithASuffixInCapitals()
 {
     const QString path = testhome::path() + "/Program.LNK"_L1;
-    QVERIFY((ShellLink{recording::program(), m_file, {}, {}, 0}.write(path)));
+    QVERIFY((ShellLink{recording::program(), m_file, {}, {}}.write(path)));
     QVERIFY(AppLauncher().launch(path));
     QTRY_COMPARE(starts().size(), 1);
 }
@@ -64,7 +64,7 @@ void tst_Link::startsTheLinkWithASuffixInCapitals()
 void tst_Link::startsALinkOfAChineseName()
 {
     const QString path = testhome::path() + u"/办公 软件/计算器.lnk"_s;
-    QVERIFY((ShellLink{recording::program(), m_file, {}, {}, 0}.write(path)));
+    QVERIFY((ShellLink{recording::program(), m_file, {}, {}}.write(path)));
     QVERIFY(AppLauncher().launch(path));
     QTRY_COMPARE(starts().size(), 1);
 }

@@ -34,7 +34,7 @@ QList<QStringList> listed()
 QString makeLink(int root, const QString &relativePath)
 {
     QString path = platform::startMenuRoots().at(root) + u'/' + relativePath;
-    const ShellLink link{recording::program(), {}, {}, {}, 0};
+    const ShellLink link{recording::program(), {}, {}, {}};
     if (!link.write(path)) {
         qFatal("cannot write %s", qUtf8Printable(path));
     }
