@@ -98,6 +98,8 @@ HotkeyEdit::HotkeyEdit(QWidget *parent)
 {
     qtversion::setMaximumSequenceLength(*this, 1);
     setClearButtonEnabled(true);
+    // From Qt 6.8 on, Shift+Tab would go from here to the line, which gives the focus back.
+    findChild<QLineEdit *>()->setFocusPolicy(Qt::NoFocus);
     QAccessible::installFactory(createInterface); // at most once, however often it is called
 }
 
