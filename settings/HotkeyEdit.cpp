@@ -98,8 +98,6 @@ HotkeyEdit::HotkeyEdit(QWidget *parent)
 {
     qtversion::setMaximumSequenceLength(*this, 1);
     setClearButtonEnabled(true);
-    // From Qt 6.8 on, Shift+Tab would go from here to the line, which gives the focus back.
-    findChild<QLineEdit *>()->setFocusPolicy(Qt::NoFocus);
     QAccessible::installFactory(createInterface); // at most once, however often it is called
 }
 
@@ -120,6 +118,11 @@ bool HotkeyEdit::event(QEvent *event)
         && isPlain(*static_cast<QKeyEvent *>(event), {Qt::Key_Escape})) {
         event->ignore();
         return true;
+    }
+    // From Qt 6.5 on the base class would take Shift+Tab for a hotkey.
+    if (event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backtab) {
+        return QWidget::event(event);
     }
     return QKeySequenceEdit::event(event);
 }
