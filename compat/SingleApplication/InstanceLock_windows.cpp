@@ -64,11 +64,10 @@ InstanceLock::State InstanceLock::tryLock()
     if (m_handle != -1) {
         return State::Held;
     }
-    const HANDLE pipe =
-        CreateNamedPipeW(qUtf16Printable(m_lockPath),
-                         PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
-                         PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1, pipeBufferSize,
-                         pipeBufferSize, 0, nullptr);
+    const HANDLE pipe = CreateNamedPipeW(qUtf16Printable(m_lockPath),
+                                         PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
+                                         PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1,
+                                         pipeBufferSize, pipeBufferSize, 0, nullptr);
     if (pipe == INVALID_HANDLE_VALUE) {
         const DWORD error = GetLastError();
         return error == ERROR_ACCESS_DENIED || error == ERROR_PIPE_BUSY ? State::HeldElsewhere

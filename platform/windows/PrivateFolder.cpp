@@ -27,8 +27,7 @@ struct LocalFreeCall
 {
     void operator()(void *memory) const { LocalFree(memory); }
 };
-template<typename T>
-using LocalPointer = std::unique_ptr<T, LocalFreeCall>;
+template <typename T> using LocalPointer = std::unique_ptr<T, LocalFreeCall>;
 
 /// The identity of this process's user.
 class User
@@ -61,10 +60,11 @@ private:
 
 Handle openFolder(const QString &path)
 {
-    const HANDLE folder = CreateFileW(
-        qUtf16Printable(QDir::toNativeSeparators(path)), READ_CONTROL | WRITE_DAC | FILE_READ_ATTRIBUTES,
-        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
-        FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    const HANDLE folder =
+        CreateFileW(qUtf16Printable(QDir::toNativeSeparators(path)),
+                    READ_CONTROL | WRITE_DAC | FILE_READ_ATTRIBUTES,
+                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING,
+                    FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     return Handle(folder == INVALID_HANDLE_VALUE ? nullptr : folder);
 }
 

@@ -20,8 +20,8 @@ namespace QWK {
 namespace {
 
 // What makes the system resize, snap and shadow a window, and animate its states.
-constexpr LONG_PTR frameStyle = WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX
-                                | WS_MAXIMIZEBOX;
+constexpr LONG_PTR frameStyle =
+    WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
 
 LRESULT hitOf(Qt::WindowFrameSection section)
 {
@@ -59,8 +59,7 @@ public:
         , m_sectionAt(std::move(sectionAt))
     {
         QCoreApplication::instance()->installNativeEventFilter(this);
-        SetWindowLongPtrW(m_handle, GWL_STYLE,
-                          GetWindowLongPtrW(m_handle, GWL_STYLE) | frameStyle);
+        SetWindowLongPtrW(m_handle, GWL_STYLE, GetWindowLongPtrW(m_handle, GWL_STYLE) | frameStyle);
         // Without any frame at all the desktop draws no shadow.
         const MARGINS shadow{1, 1, 1, 1};
         DwmExtendFrameIntoClientArea(m_handle, &shadow);

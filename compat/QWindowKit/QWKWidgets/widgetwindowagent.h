@@ -63,7 +63,7 @@ private:
     void showCursor(Qt::Edges edges);
 
     QPointer<QWidget> m_window;
-    QPointer<QWindow> m_nativeWindow; ///< changes when the widget is given another one
+    QPointer<QWindow> m_nativeWindow;     ///< changes when the widget is given another one
     std::unique_ptr<SystemFrame> m_frame; ///< of the native window, where the system has one
     QPointer<QWidget> m_titleBar;
     QHash<SystemButton, QPointer<QWidget>> m_systemButtons;

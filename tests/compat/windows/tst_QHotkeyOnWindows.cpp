@@ -98,7 +98,8 @@ void tst_QHotkeyOnWindows::initTestCase()
 void tst_QHotkeyOnWindows::type(const QStringList &keys)
 {
     QSignalSpy ended(m_end.get(), &QHotkey::activated);
-    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys + QStringList(u"ctrl+alt+End"_s));
+    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys
+                    + QStringList(u"ctrl+alt+End"_s));
     QVERIFY(ended.wait(20000));
 }
 
@@ -115,12 +116,15 @@ void tst_QHotkeyOnWindows::noticesTheKey_data()
     QTest::newRow("letter") << QKeySequence(u"Ctrl+Shift+Y"_s) << u"ctrl+shift+y"_s;
     QTest::newRow("digit") << QKeySequence(u"Ctrl+Alt+7"_s) << u"ctrl+alt+7"_s;
     QTest::newRow("function key alone") << QKeySequence(u"F9"_s) << u"F9"_s;
-    QTest::newRow("last function key of a keyboard") << QKeySequence(u"Ctrl+F12"_s) << u"ctrl+F12"_s;
+    QTest::newRow("last function key of a keyboard")
+        << QKeySequence(u"Ctrl+F12"_s) << u"ctrl+F12"_s;
     QTest::newRow("named key") << QKeySequence(u"Alt+Home"_s) << u"alt+Home"_s;
     QTest::newRow("arrow") << QKeySequence(u"Ctrl+Shift+Left"_s) << u"ctrl+shift+Left"_s;
     QTest::newRow("character") << QKeySequence(u"Ctrl+Alt+,"_s) << u"ctrl+alt+comma"_s;
-    QTest::newRow("shifted character") << QKeySequence(u"Ctrl+Alt+?"_s) << u"ctrl+alt+shift+slash"_s;
-    QTest::newRow("keypad") << QKeySequence(QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Plus))
+    QTest::newRow("shifted character")
+        << QKeySequence(u"Ctrl+Alt+?"_s) << u"ctrl+alt+shift+slash"_s;
+    QTest::newRow("keypad") << QKeySequence(
+        QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Plus))
                             << u"ctrl+KP_Add"_s;
 }
 
@@ -173,7 +177,8 @@ void tst_QHotkeyOnWindows::reportsASequenceThatAnotherProgramHolds()
 {
     const Holder holder(MOD_CONTROL | MOD_ALT, 'Y');
     QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"another program holds.*Ctrl\\+Alt\\+Y"_s));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(u"another program holds.*Ctrl\\+Alt\\+Y"_s));
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     QVERIFY(!hotkey.isRegistered());
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);

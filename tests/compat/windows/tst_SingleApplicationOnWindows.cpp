@@ -34,10 +34,7 @@ public:
                         QStringList{data, QString::number(wait), m_file} + extra);
     }
 
-    ~Instance()
-    {
-        kill();
-    }
+    ~Instance() { kill(); }
     Q_DISABLE_COPY_MOVE(Instance)
 
     void kill()

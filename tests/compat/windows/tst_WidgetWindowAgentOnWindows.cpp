@@ -84,7 +84,7 @@ QString number(int value)
 void drag(const QPoint &from, const QPoint &by)
 {
     QStringList commands{u"mousemove"_s, number(from.x()), number(from.y()), u"sleep"_s, u"0.3"_s,
-                         u"mousedown"_s, u"1"_s, u"sleep"_s, u"0.3"_s};
+                         u"mousedown"_s, u"1"_s,           u"sleep"_s,       u"0.3"_s};
     for (int step = 1; step <= 4; ++step) {
         commands += {u"mousemove"_s, number(from.x() + by.x() * step / 4),
                      number(from.y() + by.y() * step / 4), u"sleep"_s, u"0.1"_s};
@@ -223,8 +223,8 @@ void tst_WidgetWindowAgentOnWindows::edgeResizesTheWindowAsItsUserDoes()
     const int before = m_window->userResizes;
     const qreal ratio = m_window->devicePixelRatio();
     drag(m_window->onScreen({399, 299}), QPoint(60, 90));
-    QTRY_COMPARE_WITH_TIMEOUT(m_window->size(),
-                              QSize(400, 300) + (QSizeF(60, 90) / ratio).toSize(), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(m_window->size(), QSize(400, 300) + (QSizeF(60, 90) / ratio).toSize(),
+                              20000);
     QVERIFY(m_window->userResizes > before);
     QCOMPARE(m_window->pos(), QPoint(100, 100));
 }
@@ -249,8 +249,9 @@ void tst_WidgetWindowAgentOnWindows::maximisedWindowFillsTheWorkArea()
         ClientToScreen(m_window->handle(), &origin);
         return QRect(origin.x, origin.y, client.right, client.bottom);
     };
-    QTRY_COMPARE(clientOnScreen(), QRect(workArea.left, workArea.top, workArea.right - workArea.left,
-                                         workArea.bottom - workArea.top));
+    QTRY_COMPARE(clientOnScreen(),
+                 QRect(workArea.left, workArea.top, workArea.right - workArea.left,
+                       workArea.bottom - workArea.top));
     // Nothing of it resizes any more.
     QCOMPARE(int(m_window->hitAt({0, 100})), HTCLIENT);
 }

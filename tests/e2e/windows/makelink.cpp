@@ -19,7 +19,8 @@ int main(int argc, char *argv[])
     const QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     wchar_t folder[MAX_PATH];
-    if (SHGetFolderPathW(nullptr, CSIDL_COMMON_PROGRAMS | CSIDL_FLAG_CREATE, nullptr, 0, folder) < 0) {
+    if (SHGetFolderPathW(nullptr, CSIDL_COMMON_PROGRAMS | CSIDL_FLAG_CREATE, nullptr, 0, folder)
+        < 0) {
         return 1;
     }
     const QString path = QDir::fromNativeSeparators(QString::fromWCharArray(folder)) + u'/'

@@ -122,8 +122,7 @@ unsigned Everything_GetResultFullPathNameW(unsigned index, wchar_t *buffer, unsi
 {
     record(L"GetResultFullPathNameW(" + std::to_wstring(index) + L", " + std::to_wstring(size)
            + L')');
-    if (index >= state().results.size() || index == state().hiddenResult
-        || !(state().flags & 4)) {
+    if (index >= state().results.size() || index == state().hiddenResult || !(state().flags & 4)) {
         return 0;
     }
     const std::wstring path = state().results[index].substr(0, size - 1);

@@ -16,8 +16,9 @@ QString program();
 /// directory and its further arguments.
 QList<QStringList> starts(const QString &filePath);
 
-/// Makes the two folders of the start menu, which the shell does not name before they are there, and
-/// empties that of all users, which outlives the test. The process ends where it is not the tests'.
+/// Makes the two folders of the start menu, which the shell does not name before they are there,
+/// and empties that of all users, which outlives the test. The process ends where it is not the
+/// tests'.
 void makeStartMenu();
 
 /// Has the shell start the program for folders, which then tells them in the file that the variable

@@ -10,8 +10,7 @@
 
 namespace {
 
-template<typename Interface>
-class ComPointer
+template <typename Interface> class ComPointer
 {
 public:
     ComPointer() = default;

@@ -26,5 +26,5 @@ int main(int argc, char *argv[])
         QStringList{QCoreApplication::applicationFilePath(), QDir::currentPath()} + arguments;
     QFile file(filePath);
     return file.open(QIODevice::Append) && file.write((line.join(u'\t') + u'\n').toUtf8()) > 0 ? 0
-                                                                                              : 1;
+                                                                                               : 1;
 }

@@ -74,8 +74,7 @@ QImage quarters()
 
 // How many more objects of this kind the system gives to this process: each one that is not given
 // back is one less.
-template<typename Make, typename Destroy>
-qsizetype leftOver(Make make, Destroy destroy)
+template <typename Make, typename Destroy> qsizetype leftOver(Make make, Destroy destroy)
 {
     std::vector<decltype(make())> objects;
     while (auto object = make()) {
@@ -89,7 +88,8 @@ qsizetype leftOver(Make make, Destroy destroy)
 
 qsizetype leftGdiHandles()
 {
-    return leftOver([] { return CreateRectRgn(0, 0, 1, 1); }, [](HRGN region) { DeleteObject(region); });
+    return leftOver([] { return CreateRectRgn(0, 0, 1, 1); },
+                    [](HRGN region) { DeleteObject(region); });
 }
 
 qsizetype leftUserHandles()

@@ -77,9 +77,9 @@ void tst_FileIndex::hintTouchesNoLibrary_data()
 void tst_FileIndex::hintTouchesNoLibrary()
 {
     QFETCH(QString, args);
-    QCOMPARE(said(FilePlugin(nullptr).query(args)),
-             (QStringList{u"Enter a filename to search"_s,
-                          u"Powered by Everything for fast search"_s}));
+    QCOMPARE(
+        said(FilePlugin(nullptr).query(args)),
+        (QStringList{u"Enter a filename to search"_s, u"Powered by Everything for fast search"_s}));
     QCOMPARE(calls(), QStringList());
 }
 
@@ -121,8 +121,7 @@ void tst_FileIndex::listsWhatWasFound()
     QCOMPARE(actionValueOf(rows.at(1), u"data"_s), uR"(D:\其他\报告 2.doc)"_s);
     QCOMPARE(actionValueOf(rows.at(1), u"plugin"_s), u"file"_s);
     QCOMPARE(calls(), QStringList(u"SetSearchW(报告)"_s) + question
-                          + QStringList({u"GetNumResults()"_s,
-                                         u"GetResultFullPathNameW(0, 1024)"_s,
+                          + QStringList({u"GetNumResults()"_s, u"GetResultFullPathNameW(0, 1024)"_s,
                                          u"GetResultFullPathNameW(1, 1024)"_s, u"Reset()"_s}));
 }
 

@@ -38,8 +38,8 @@ QStringList queried(const QString &key, const QString &name)
 
 void writeNumber(const wchar_t *name, DWORD value)
 {
-    QCOMPARE(RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Vaskel\\Vaskel", name, REG_DWORD, &value,
-                             sizeof(value)),
+    QCOMPARE(RegSetKeyValueW(HKEY_CURRENT_USER, L"Software\\Vaskel\\Vaskel", name, REG_DWORD,
+                             &value, sizeof(value)),
              LSTATUS(ERROR_SUCCESS));
 }
 
@@ -91,8 +91,7 @@ void tst_SettingsInRegistry::storesUnderItsKey_data()
         {u"pluginAutoEnter"_s, u"REG_SZ"_s, u"true"_s});
     row("autoStart", [](Settings &s) { s.setAutoStart(true); },
         {u"autoStart"_s, u"REG_SZ"_s, u"true"_s});
-    row("theme", [](Settings &s) { s.setTheme(u"dark"_s); },
-        {u"theme"_s, u"REG_SZ"_s, u"dark"_s});
+    row("theme", [](Settings &s) { s.setTheme(u"dark"_s); }, {u"theme"_s, u"REG_SZ"_s, u"dark"_s});
     row("showFloatIcon", [](Settings &s) { s.setShowFloatIcon(false); },
         {u"showFloatIcon"_s, u"REG_SZ"_s, u"false"_s});
     row("autoHideOnFocusLoss", [](Settings &s) { s.setAutoHideOnFocusLoss(true); },
@@ -102,13 +101,21 @@ void tst_SettingsInRegistry::storesUnderItsKey_data()
         {u"appLaunchRequiresDoubleClick"_s, u"REG_SZ"_s, u"false"_s});
     row("showAllAppsWhenSearchEmpty", [](Settings &s) { s.setShowAllAppsWhenSearchEmpty(false); },
         {u"showAllAppsWhenSearchEmpty"_s, u"REG_SZ"_s, u"false"_s});
-    row("plugin", [](Settings &s) { s.setPluginEnabled(u"calc"_s, false); },
+    row(
+        "plugin", [](Settings &s) { s.setPluginEnabled(u"calc"_s, false); },
         {u"calc"_s, u"REG_SZ"_s, u"false"_s}, uR"(\plugins)"_s);
-    row("plugin hotkey", [](Settings &s) { s.setPluginHotkey(u"calc"_s, u"Ctrl+F2"_s); },
+    row(
+        "plugin hotkey", [](Settings &s) { s.setPluginHotkey(u"calc"_s, u"Ctrl+F2"_s); },
         {u"calc"_s, u"REG_SZ"_s, u"Ctrl+F2"_s}, uR"(\pluginHotkeys)"_s);
-    row("floatIconX", [](Settings &s) { s.setFloatIconPos({300, -7}); },
+    row("floatIconX",
+        [](Settings &s) {
+            s.setFloatIconPos({300, -7});
+        },
         {u"floatIconX"_s, u"REG_DWORD"_s, u"0x12c"_s});
-    row("floatIconY", [](Settings &s) { s.setFloatIconPos({300, -7}); },
+    row("floatIconY",
+        [](Settings &s) {
+            s.setFloatIconPos({300, -7});
+        },
         {u"floatIconY"_s, u"REG_DWORD"_s, u"0xfffffff9"_s});
 }
 
