@@ -74,17 +74,17 @@ QVariantList FilePlugin::search(const QString &args)
         }
         return {inertRow(tr("Search failed"), tr("Error code: ") + QString::number(error))};
     }
-    if (fileindex::resultCount() == 0) {
+    const unsigned count = fileindex::resultCount();
+    if (count == 0) {
         return {inertRow(tr("No files found"), args)};
     }
-    return rows();
+    return rows(count);
 }
 
-QVariantList FilePlugin::rows()
+QVariantList FilePlugin::rows(unsigned count)
 {
     m_cacheDir = makeIconFolder(); // the temporary folder may have been cleaned up meanwhile
     QVariantList records;
-    const unsigned count = fileindex::resultCount();
     for (unsigned index = 0; index < count; ++index) {
         const QString path = fileindex::resultPath(index);
         if (path.isEmpty()) {

@@ -24,7 +24,7 @@ public:
 
 private:
     QVariantList search(const QString &args);
-    QVariantList rows();
+    QVariantList rows(unsigned count);
     QVariantMap inertRow(const QString &title, const QString &subtitle) const;
     QString fileIcon(const QString &path) const;
 

@@ -119,6 +119,11 @@ bool HotkeyEdit::event(QEvent *event)
         event->ignore();
         return true;
     }
+    // From Qt 6.5 on the base class would take Shift+Tab for a hotkey.
+    if (event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backtab) {
+        return QWidget::event(event);
+    }
     return QKeySequenceEdit::event(event);
 }
 

@@ -7,7 +7,7 @@
 
 /// The right to be a user's only instance of a program. The kernel takes it back when the process
 /// ends, in whatever way, and started programs do not inherit it. It lies where only the user has
-/// access.
+/// access, or bears the user's identity in its name.
 class InstanceLock
 {
 public:
@@ -26,11 +26,15 @@ public:
     /// Takes the lock if it is free. Does not wait.
     State tryLock();
 
+    /// Lets the lock's holder bring a window to the front in the place of this process, which the
+    /// user has just started. Nothing where no system stands between.
+    static void letHolderActivate();
+
     /// The name for the QLocalServer of the lock's holder.
     QString serverName() const { return m_serverName; }
 
 private:
     QString m_lockPath;
     QString m_serverName;
-    std::intptr_t m_handle = -1; ///< the open lock file, as the system names it
+    std::intptr_t m_handle = -1; ///< the open lock, as the system names it
 };

@@ -74,3 +74,5 @@ InstanceLock::State InstanceLock::tryLock()
     m_handle = file;
     return State::Held;
 }
+
+void InstanceLock::letHolderActivate() {}

@@ -21,6 +21,7 @@ constexpr auto retryInterval = 10ms;
 // To connect is all that there is to tell.
 bool tellPrimary(const QString &serverName, const QDeadlineTimer &deadline)
 {
+    InstanceLock::letHolderActivate();
     QLocalSocket socket;
     socket.connectToServer(serverName);
     return socket.waitForConnected(int(deadline.remainingTime()));

@@ -8,6 +8,7 @@
 #include <QFileIconProvider>
 #include <QIconEngine>
 #include <QImage>
+#include <QStandardPaths>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -40,7 +41,7 @@ QString iconFolder()
 /// Where the icons are while the folder proper belongs to somebody else.
 QString cacheFolder()
 {
-    return testhome::path() + "/cache/tst_AppLauncherIcons/icons"_L1;
+    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/icons"_L1;
 }
 
 QString iconFile(const QString &path)

@@ -19,6 +19,9 @@ QString install(int root, const QString &fileName, const QString &name);
 /// The same with an icon of one colour.
 QString installWithIcon(const QString &fileName);
 
+/// Whether what a start-menu file holds decides on its name, and on whether it is listed.
+bool readsStartMenuFiles();
+
 /// Hides the program from the menus.
 void hide(const QString &path);
 
@@ -27,9 +30,6 @@ void damage(const QString &path);
 
 /// Whether the program has been started since it was installed.
 bool isStarted(const QString &path);
-
-/// Makes an installed program the one that edits texts.
-void makeTextEditor(const QString &path);
 
 /// Whether something under this program's name starts at log-in.
 bool startsAtLogIn();
@@ -43,6 +43,9 @@ QString privateVariable();
 /// A desktop that can show folders.
 void installFileManager();
 
+/// Whether there are desktops that cannot show folders, such as that of a user without anything.
+bool canLackFileManager();
+
 /// What the file manager was to show since the last reset().
 QStringList shownFolders();
 
@@ -52,8 +55,8 @@ QStringList installIndex(const QStringList &fileNames);
 /// Lets every query fail.
 void breakIndex();
 
-/// Takes the index off the system.
-void removeIndex();
+/// Takes the index off the system. False where the program could not even start without it.
+bool removeIndex();
 
 /// A folder that belongs to somebody else.
 QString foreignFolder();

@@ -18,8 +18,6 @@ private Q_SLOTS:
     void init() { world::reset(); }
     void alwaysNamesAPath_data();
     void alwaysNamesAPath();
-    void hasNothingToSayOfWhatIsMissing();
-    void tellsOfAnInstalledProgram();
 };
 
 void tst_BuiltinProgramsContract::alwaysNamesAPath_data()
@@ -41,21 +39,6 @@ void tst_BuiltinProgramsContract::alwaysNamesAPath()
     const QString path = platform::builtinProgram(program).path;
     QVERIFY(!path.isEmpty());
     QCOMPARE(platform::builtinProgram(program).path, path);
-}
-
-void tst_BuiltinProgramsContract::hasNothingToSayOfWhatIsMissing()
-{
-    QCOMPARE(platform::builtinProgram(BuiltinProgram::Notepad).description, QString());
-}
-
-void tst_BuiltinProgramsContract::tellsOfAnInstalledProgram()
-{
-    const QString path = world::install(1, u"editor"_s, u"记事本"_s);
-    world::makeTextEditor(path);
-    const platform::ProgramInfo info = platform::builtinProgram(BuiltinProgram::Notepad);
-    QCOMPARE(info.path, path);
-    QCOMPARE(info.description, u"记事本"_s);
-    QCOMPARE(info.iconSource, path);
 }
 
 QTEST_GUILESS_MAIN(tst_BuiltinProgramsContract)

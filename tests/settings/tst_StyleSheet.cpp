@@ -202,7 +202,7 @@ void tst_StyleSheet::isUnderstoodByQt()
 
 void tst_StyleSheet::checkMarkIsOneWhiteLine()
 {
-    QFile file(u":/assets/check.svg"_s);
+    QFile file(QStringLiteral(CHECK_MARK_FILE));
     QVERIFY(file.open(QFile::ReadOnly));
     QXmlStreamReader reader(&file);
     QVERIFY(reader.readNextStartElement());

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/TestHome.h"
 
+#include "support/HomeEnvironment.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -58,18 +60,10 @@ public:
         if (!m_dir.isValid()) {
             qFatal("no temporary folder for the test's home");
         }
-        const QByteArray home = m_dir.path().toLocal8Bit();
         makeFolders(m_dir.path());
-        qputenv("HOME", home);
-        qputenv("XDG_CONFIG_HOME", home + "/config");
-        qputenv("XDG_CONFIG_DIRS", home + "/system");
-        qputenv("XDG_DATA_HOME", home + "/data");
-        qputenv("XDG_DATA_DIRS", home + "/system");
-        qputenv("XDG_CACHE_HOME", home + "/cache");
-        qputenv("XDG_STATE_HOME", home + "/state");
-        qputenv("XDG_RUNTIME_DIR", home + "/runtime");
-        qputenv("TMPDIR", home + "/tmp");
-        qputenv("TZ", "UTC");
+        if (!testhome::enterHome(m_dir.path())) {
+            qFatal("the system does not let the test have a home of its own");
+        }
         for (const auto location :
              {QStandardPaths::AppDataLocation, QStandardPaths::GenericConfigLocation,
               QStandardPaths::ApplicationsLocation, QStandardPaths::TempLocation}) {
@@ -78,6 +72,9 @@ public:
             }
         }
     }
+
+    ~Home() { testhome::leaveHome(); }
+    Q_DISABLE_COPY_MOVE(Home)
 
     QString path() const { return m_dir.path(); }
 
@@ -110,6 +107,7 @@ void reset()
     QSettings store(u"Vaskel"_s, u"Vaskel"_s);
     store.sync();
     removeEntries(QDir(path()), QString());
+    resetOutside();
     store.sync();
     makeFolders(path());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgetwindowagent.h"
 
+#include "systemframe.h"
 #include "systemmoveresize.h"
 
 #include <QApplication>
@@ -23,6 +24,21 @@ Qt::CursorShape cursorFor(Qt::Edges edges)
         return Qt::SizeBDiagCursor;
     }
     return edges & (Qt::LeftEdge | Qt::RightEdge) ? Qt::SizeHorCursor : Qt::SizeVerCursor;
+}
+
+Qt::WindowFrameSection sectionOf(Qt::Edges edges)
+{
+    static const QHash<Qt::Edges::Int, Qt::WindowFrameSection> sections = {
+        {Qt::LeftEdge, Qt::LeftSection},
+        {Qt::TopEdge | Qt::LeftEdge, Qt::TopLeftSection},
+        {Qt::TopEdge, Qt::TopSection},
+        {Qt::TopEdge | Qt::RightEdge, Qt::TopRightSection},
+        {Qt::RightEdge, Qt::RightSection},
+        {Qt::BottomEdge | Qt::RightEdge, Qt::BottomRightSection},
+        {Qt::BottomEdge, Qt::BottomSection},
+        {Qt::BottomEdge | Qt::LeftEdge, Qt::BottomLeftSection},
+    };
+    return sections.value(edges.toInt(), Qt::NoSection);
 }
 
 // Of a pixel that is divided among several of the screen's, each part counts for the same one.
@@ -111,6 +127,12 @@ bool WidgetWindowAgent::eventFilter(QObject *watched, QEvent *event)
 void WidgetWindowAgent::watchNativeWindow()
 {
     QWindow *nativeWindow = m_window->windowHandle();
+    // The system's window may be another one although Qt's is the same.
+    m_frame.reset();
+    if (nativeWindow && nativeWindow->handle()) {
+        m_frame = SystemFrame::create(
+            nativeWindow, [this](const QPoint &position) { return sectionAt(position); });
+    }
     if (m_nativeWindow == nativeWindow) {
         return;
     }
@@ -227,6 +249,14 @@ Qt::Edges WidgetWindowAgent::edgesAt(const QPoint &position) const
         edges.setFlag(Qt::BottomEdge, position.y() >= m_window->height() - resizeBorder);
     }
     return edges;
+}
+
+Qt::WindowFrameSection WidgetWindowAgent::sectionAt(const QPoint &position) const
+{
+    if (const Qt::Edges edges = edgesAt(position)) {
+        return sectionOf(edges);
+    }
+    return isInTitleBar(position) ? Qt::TitleBarArea : Qt::NoSection;
 }
 
 // Lies over the cursors of all widgets, which come and go below it as ever.

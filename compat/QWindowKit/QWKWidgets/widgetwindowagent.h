@@ -8,7 +8,11 @@
 
 #include <QWKCore/windowagentbase.h>
 
+#include <memory>
+
 namespace QWK {
+
+class SystemFrame;
 
 /// Takes the system's frame off a window and puts a widget in the place of its title bar. The
 /// window system itself moves and resizes the window, so that the resize events are spontaneous.
@@ -55,10 +59,12 @@ private:
     bool isInteractive(const QPoint &position) const;
     bool isInTitleBar(const QPoint &position) const;
     Qt::Edges edgesAt(const QPoint &position) const;
+    Qt::WindowFrameSection sectionAt(const QPoint &position) const;
     void showCursor(Qt::Edges edges);
 
     QPointer<QWidget> m_window;
-    QPointer<QWindow> m_nativeWindow; ///< changes when the widget is given another one
+    QPointer<QWindow> m_nativeWindow;     ///< changes when the widget is given another one
+    std::unique_ptr<SystemFrame> m_frame; ///< of the native window, where the system has one
     QPointer<QWidget> m_titleBar;
     QHash<SystemButton, QPointer<QWidget>> m_systemButtons;
     QList<QPointer<QWidget>> m_hitTestVisible;

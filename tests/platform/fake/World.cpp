@@ -39,6 +39,11 @@ QString installWithIcon(const QString &fileName)
     return path;
 }
 
+bool readsStartMenuFiles()
+{
+    return true;
+}
+
 void hide(const QString &path)
 {
     fakePlatform().unlistedFiles.append(path);
@@ -54,12 +59,6 @@ void damage(const QString &path)
 bool isStarted(const QString &path)
 {
     return fakePlatform().openLinkResult && fakePlatform().openedLinks.contains(path);
-}
-
-void makeTextEditor(const QString &path)
-{
-    fakePlatform().builtinPrograms.insert(int(platform::BuiltinProgram::Notepad),
-                                          {path, fakePlatform().startMenuNames.value(path), path});
 }
 
 bool startsAtLogIn()
@@ -82,6 +81,11 @@ void installFileManager()
     fakePlatform().openFolderResult = true;
 }
 
+bool canLackFileManager()
+{
+    return true;
+}
+
 QStringList shownFolders()
 {
     return fakePlatform().openedFolders;
@@ -100,9 +104,10 @@ void breakIndex()
     fakePlatform().indexError = 1;
 }
 
-void removeIndex()
+bool removeIndex()
 {
     fakePlatform().indexName.clear();
+    return true;
 }
 
 QString foreignFolder()

@@ -76,6 +76,11 @@ QString installWithIcon(const QString &fileName)
     return writeEntry(install(0, fileName, fileName), fileName, "Icon="_L1 + iconPath);
 }
 
+bool readsStartMenuFiles()
+{
+    return true;
+}
+
 void hide(const QString &path)
 {
     writeEntry(path, u"Hidden"_s, u"NoDisplay=true"_s);
@@ -89,13 +94,6 @@ void damage(const QString &path)
 bool isStarted(const QString &path)
 {
     return QFile::exists(startedMark(path));
-}
-
-void makeTextEditor(const QString &path)
-{
-    testhome::writeFile(u"config/mimeapps.list"_s,
-                        "[Default Applications]\ntext/plain=" + QFileInfo(path).fileName().toUtf8()
-                            + '\n');
 }
 
 bool startsAtLogIn()
@@ -116,6 +114,11 @@ QString privateVariable()
 void installFileManager()
 {
     QDesktopServices::setUrlHandler(u"file"_s, &fileManager, "show");
+}
+
+bool canLackFileManager()
+{
+    return true;
 }
 
 QStringList shownFolders()
@@ -139,9 +142,10 @@ void breakIndex()
     plocate::replaceProgram("exit 2");
 }
 
-void removeIndex()
+bool removeIndex()
 {
     plocate::remove();
+    return true;
 }
 
 // Root owns everything, and so has to give something away.

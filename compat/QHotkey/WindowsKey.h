@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <qnamespace.h>
+
+#include <optional>
+
+/// A key combination as RegisterHotKey takes it.
+struct WindowsKey
+{
+    unsigned modifiers = 0; ///< of the MOD_ kind
+    unsigned code = 0;      ///< a virtual-key code
+};
+
+/// Finds the key in the present keyboard layout. Nothing when no key gives what is asked for.
+std::optional<WindowsKey> windowsKey(QKeyCombination combination);

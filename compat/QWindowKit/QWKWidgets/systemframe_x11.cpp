@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "systemframe.h"
+
+namespace QWK {
+
+std::unique_ptr<SystemFrame> SystemFrame::create(QWindow *, SectionAt)
+{
+    return nullptr;
+}
+
+} // namespace QWK

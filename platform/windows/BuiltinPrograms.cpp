@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/BuiltinPrograms.h"
+
+#include <QCoreApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+QString description(const char *text)
+{
+    return QCoreApplication::translate("AppLauncher", text);
+}
+
+// The path is the bare command, which is looked up at the start; only the icon needs a file.
+ProgramInfo systemProgram(const QString &command, const QString &description)
+{
+    return {command, description,
+            qEnvironmentVariable("SystemRoot") + uR"(\System32\)"_s + command + ".exe"_L1};
+}
+
+} // namespace
+
+ProgramInfo builtinProgram(BuiltinProgram program)
+{
+    const QString settings = u"ms-settings:"_s;
+    const QString startPage = u"https://www.bing.com/"_s;
+    switch (program) {
+    case BuiltinProgram::Notepad:
+        return systemProgram(u"notepad"_s,
+                             description(QT_TRANSLATE_NOOP("AppLauncher", "Windows Notepad")));
+    case BuiltinProgram::Calculator:
+        return systemProgram(u"calc"_s,
+                             description(QT_TRANSLATE_NOOP("AppLauncher", "Windows Calculator")));
+    case BuiltinProgram::Paint:
+        return systemProgram(u"mspaint"_s,
+                             description(QT_TRANSLATE_NOOP("AppLauncher", "Windows Paint")));
+    case BuiltinProgram::CommandPrompt:
+        return systemProgram(u"cmd"_s,
+                             description(QT_TRANSLATE_NOOP("AppLauncher", "CMD Command Line")));
+    case BuiltinProgram::FileExplorer:
+        return {u"explorer"_s, description(QT_TRANSLATE_NOOP("AppLauncher", "File Explorer")),
+                qEnvironmentVariable("SystemRoot") + uR"(\explorer.exe)"_s};
+    case BuiltinProgram::TaskManager:
+        return systemProgram(u"taskmgr"_s,
+                             description(QT_TRANSLATE_NOOP("AppLauncher", "Windows Task Manager")));
+    case BuiltinProgram::Settings:
+        return {settings, description(QT_TRANSLATE_NOOP("AppLauncher", "Windows Settings")),
+                settings};
+    case BuiltinProgram::Browser:
+        break;
+    }
+    return {startPage, description(QT_TRANSLATE_NOOP("AppLauncher", "Open Bing Search")),
+            startPage};
+}
+
+} // namespace platform

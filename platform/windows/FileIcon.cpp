@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FileIcon.h"
+
+#include "platform/windows/IconPixmap.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <shellapi.h>
+
+namespace platform {
+
+// Windows itself knows the icons of links, and QFileIconProvider asks it.
+QIcon linkIcon(const QString &)
+{
+    return {};
+}
+
+QPixmap shellPixmap(const QString &path)
+{
+    // The shell does not find a file whose path has forward slashes; addresses keep theirs.
+    const QString name = QFileInfo::exists(path) ? QDir::toNativeSeparators(path) : path;
+    SHFILEINFOW info{};
+    if (!SHGetFileInfoW(qUtf16Printable(name), 0, &info, sizeof(info), SHGFI_ICON) || !info.hIcon) {
+        return {};
+    }
+    QPixmap pixmap = iconToPixmap(info.hIcon);
+    DestroyIcon(info.hIcon);
+    return pixmap;
+}
+
+} // namespace platform

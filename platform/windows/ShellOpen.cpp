@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/windows/ShellOpen.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace platform {
+
+namespace {
+
+// What ShellExecuteW gives up to here are errors, in the manner of 16-bit Windows.
+constexpr INT_PTR lastShellError = 32;
+
+} // namespace
+
+bool shellOpen(const QString &path)
+{
+    const HINSTANCE result =
+        ShellExecuteW(nullptr, L"open", qUtf16Printable(path), nullptr, nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<INT_PTR>(result) > lastShellError;
+}
+
+} // namespace platform

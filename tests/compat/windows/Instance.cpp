@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// usage: Instance USER-DATA TIMEOUT FILE [secondary]
+//
+// An instance for tst_SingleApplicationOnWindows. Writes what becomes of it into the file, one word
+// a line, and ends when there is a file of that name with ".quit" behind. "secondary" allows it to
+// be a secondary instance.
+
+#include <SingleApplication>
+
+#include <QFile>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+void say(const QString &filePath, const char *text)
+{
+    QFile file(filePath);
+    if (file.open(QIODevice::Append)) {
+        file.write(QByteArray(text) + '\n');
+    }
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QString userData = QString::fromLocal8Bit(argv[1]);
+    const int timeout = std::atoi(argv[2]);
+    const QString filePath = QString::fromLocal8Bit(argv[3]);
+
+    say(filePath, "starting");
+    SingleApplication app(argc, argv, argc > 4, SingleApplication::Mode::User, timeout, userData);
+    QObject::connect(&app, &SingleApplication::instanceStarted, &app,
+                     [&filePath] { say(filePath, "told"); });
+    say(filePath, app.isPrimary() ? "primary" : "secondary");
+
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &app, [&filePath] {
+        if (QFile::exists(filePath + QStringLiteral(".quit"))) {
+            QCoreApplication::quit();
+        }
+    });
+    timer.start(20ms);
+    return QApplication::exec();
+}

@@ -1,0 +1,215 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QHotkey>
+
+#include "compat/windows/RealInput.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QTest>
+#include <QWidget>
+
+#include <memory>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QKeySequence sequenceOfTheEnd(Qt::CTRL | Qt::ALT | Qt::Key_End);
+
+/// Another program that holds, or would hold, a hotkey.
+class Holder
+{
+public:
+    Holder(UINT modifiers, UINT key)
+    {
+        m_process.start(QStringLiteral(HOTKEY_HOLDER),
+                        {QString::number(modifiers), QString::number(key)});
+    }
+    ~Holder()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+    Q_DISABLE_COPY_MOVE(Holder)
+
+    static bool isHolding() { return FindWindowW(L"Static", L"holding") != nullptr; }
+    static bool isRefused() { return FindWindowW(L"Static", L"refused") != nullptr; }
+
+private:
+    QProcess m_process;
+};
+
+class ClickedWindow : public QWidget
+{
+public:
+    bool wasClicked = false;
+
+protected:
+    void mouseReleaseEvent(QMouseEvent *) override { wasClicked = true; }
+};
+
+} // namespace
+
+class tst_QHotkeyOnWindows : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+
+    void supportsThisPlatform();
+    void noticesTheKey_data();
+    void noticesTheKey();
+    void needsAllModifiersAndNoOther();
+    void tellsAllObjectsOfOneSequence();
+    void tellsNothingAfterItsRelease();
+    void reportsASequenceThatAnotherProgramHolds();
+    void keepsOtherProgramsFromItsSequence();
+    void givesTheSequenceBack();
+    void refusesAKeyThatTheKeyboardLacks();
+
+private:
+    // Types the keys and then that of the end, so that all before it has had its effect.
+    void type(const QStringList &keys);
+
+    ClickedWindow m_window;
+    std::unique_ptr<QHotkey> m_end;
+};
+
+void tst_QHotkeyOnWindows::initTestCase()
+{
+    m_window.resize(300, 200);
+    m_window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&m_window));
+    // Wine gets the keyboard of the screen with the first click into one of its windows.
+    const QPoint inside = m_window.mapToGlobal(m_window.rect().center());
+    realinput::send({u"mousemove"_s, QString::number(inside.x()), QString::number(inside.y()),
+                     u"click"_s, u"1"_s});
+    QTRY_VERIFY(m_window.wasClicked);
+    m_end = std::make_unique<QHotkey>(sequenceOfTheEnd, true);
+    QVERIFY(m_end->isRegistered());
+    type({});
+}
+
+void tst_QHotkeyOnWindows::type(const QStringList &keys)
+{
+    QSignalSpy ended(m_end.get(), &QHotkey::activated);
+    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys
+                    + QStringList(u"ctrl+alt+End"_s));
+    QVERIFY(ended.wait(20000));
+}
+
+void tst_QHotkeyOnWindows::supportsThisPlatform()
+{
+    QVERIFY(QHotkey::isPlatformSupported());
+}
+
+void tst_QHotkeyOnWindows::noticesTheKey_data()
+{
+    QTest::addColumn<QKeySequence>("sequence");
+    QTest::addColumn<QString>("keys");
+    QTest::newRow("the default") << QKeySequence(u"Ctrl+Alt+Space"_s) << u"ctrl+alt+space"_s;
+    QTest::newRow("letter") << QKeySequence(u"Ctrl+Shift+Y"_s) << u"ctrl+shift+y"_s;
+    QTest::newRow("digit") << QKeySequence(u"Ctrl+Alt+7"_s) << u"ctrl+alt+7"_s;
+    QTest::newRow("function key alone") << QKeySequence(u"F9"_s) << u"F9"_s;
+    QTest::newRow("last function key of a keyboard")
+        << QKeySequence(u"Ctrl+F12"_s) << u"ctrl+F12"_s;
+    QTest::newRow("named key") << QKeySequence(u"Alt+Home"_s) << u"alt+Home"_s;
+    QTest::newRow("arrow") << QKeySequence(u"Ctrl+Shift+Left"_s) << u"ctrl+shift+Left"_s;
+    QTest::newRow("character") << QKeySequence(u"Ctrl+Alt+,"_s) << u"ctrl+alt+comma"_s;
+    QTest::newRow("shifted character")
+        << QKeySequence(u"Ctrl+Alt+?"_s) << u"ctrl+alt+shift+slash"_s;
+    QTest::newRow("keypad") << QKeySequence(
+        QKeyCombination(Qt::ControlModifier | Qt::KeypadModifier, Qt::Key_Plus))
+                            << u"ctrl+KP_Add"_s;
+}
+
+void tst_QHotkeyOnWindows::noticesTheKey()
+{
+    QFETCH(QKeySequence, sequence);
+    QFETCH(QString, keys);
+    const QHotkey hotkey(sequence, true);
+    QVERIFY(hotkey.isRegistered());
+    const QSignalSpy pressed(&hotkey, &QHotkey::activated);
+    type({keys});
+    QCOMPARE(pressed.count(), 1);
+    type({keys, keys});
+    QCOMPARE(pressed.count(), 3);
+}
+
+void tst_QHotkeyOnWindows::needsAllModifiersAndNoOther()
+{
+    const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    const QSignalSpy pressed(&hotkey, &QHotkey::activated);
+    type({u"y"_s, u"ctrl+y"_s, u"alt+y"_s, u"ctrl+alt+shift+y"_s});
+    QCOMPARE(pressed.count(), 0);
+    type({u"ctrl+alt+y"_s});
+    QCOMPARE(pressed.count(), 1);
+}
+
+void tst_QHotkeyOnWindows::tellsAllObjectsOfOneSequence()
+{
+    const QHotkey first(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    const QHotkey second(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    QVERIFY(first.isRegistered());
+    QVERIFY(second.isRegistered());
+    const QSignalSpy firstPressed(&first, &QHotkey::activated);
+    const QSignalSpy secondPressed(&second, &QHotkey::activated);
+    type({u"ctrl+alt+y"_s});
+    QCOMPARE(firstPressed.count(), 1);
+    QCOMPARE(secondPressed.count(), 1);
+}
+
+void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
+{
+    QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    const QSignalSpy pressed(&hotkey, &QHotkey::activated);
+    QVERIFY(hotkey.setRegistered(false));
+    type({u"ctrl+alt+y"_s});
+    QCOMPARE(pressed.count(), 0);
+}
+
+void tst_QHotkeyOnWindows::reportsASequenceThatAnotherProgramHolds()
+{
+    const Holder holder(MOD_CONTROL | MOD_ALT, 'Y');
+    QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(u"another program holds.*Ctrl\\+Alt\\+Y"_s));
+    const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    QVERIFY(!hotkey.isRegistered());
+    const QSignalSpy pressed(&hotkey, &QHotkey::activated);
+    type({u"ctrl+alt+y"_s});
+    QCOMPARE(pressed.count(), 0);
+}
+
+void tst_QHotkeyOnWindows::keepsOtherProgramsFromItsSequence()
+{
+    const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    QVERIFY(hotkey.isRegistered());
+    const Holder holder(MOD_CONTROL | MOD_ALT, 'Y');
+    QTRY_VERIFY_WITH_TIMEOUT(Holder::isRefused(), 20000);
+}
+
+void tst_QHotkeyOnWindows::givesTheSequenceBack()
+{
+    {
+        const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+        QVERIFY(hotkey.isRegistered());
+    }
+    const Holder holder(MOD_CONTROL | MOD_ALT, 'Y');
+    QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
+}
+
+void tst_QHotkeyOnWindows::refusesAKeyThatTheKeyboardLacks()
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"the keyboard has no key for"_s));
+    const QHotkey hotkey(QKeySequence(QKeyCombination(Qt::ControlModifier, Qt::Key(0x4e2d))), true);
+    QVERIFY(!hotkey.isRegistered());
+}
+
+QTEST_MAIN(tst_QHotkeyOnWindows)
+#include "tst_QHotkeyOnWindows.moc"

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/World.h"
+
+#include "platform/windows/EverythingLibrary.h"
+#include "platform/windows/Recording.h"
+#include "platform/windows/ShellLink.h"
+#include "support/TestHome.h"
+
+#include "platform/StartMenu.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+#include <QStringList>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QSettings logInPrograms()
+{
+    return QSettings(uR"(HKEY_CURRENT_USER\Software\Microsoft\Windows\CurrentVersion\Run)"_s,
+                     QSettings::NativeFormat);
+}
+
+QString startedMark(const QString &path)
+{
+    return testhome::path() + u'/' + QString::number(qHash(path, 0), 16) + ".started"_L1;
+}
+
+QString makeLink(int root, const QString &name)
+{
+    QString path = platform::startMenuRoots().at(root) + u'/' + name + ".lnk"_L1;
+    const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, {}};
+    if (!link.write(path)) {
+        qFatal("cannot write %s", qUtf8Printable(path));
+    }
+    return path;
+}
+
+QString shownFoldersFile()
+{
+    return testhome::path() + "/shown.txt"_L1;
+}
+
+} // namespace
+
+namespace world {
+
+void reset()
+{
+    testhome::reset();
+    qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
+    EverythingTest_SetFiles(L"");
+    recording::makeStartMenu();
+    recording::becomeFileManager();
+}
+
+// A link has no name but that of its file.
+QString install(int root, const QString &, const QString &name)
+{
+    return makeLink(root, name);
+}
+
+// That of the program, which is red.
+QString installWithIcon(const QString &fileName)
+{
+    return makeLink(0, fileName);
+}
+
+bool readsStartMenuFiles()
+{
+    return false;
+}
+
+void hide(const QString &path)
+{
+    SetFileAttributesW(qUtf16Printable(QDir::toNativeSeparators(path)), FILE_ATTRIBUTE_HIDDEN);
+}
+
+void damage(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write("nonsense") < 0) {
+        qFatal("cannot write %s", qUtf8Printable(path));
+    }
+}
+
+bool isStarted(const QString &path)
+{
+    return !recording::starts(startedMark(path)).isEmpty();
+}
+
+bool startsAtLogIn()
+{
+    return logInPrograms().contains(u"Vaskel"_s);
+}
+
+void registerAtLogIn()
+{
+    logInPrograms().setValue(u"Vaskel"_s, u"by hand"_s);
+}
+
+QString privateVariable()
+{
+    return {};
+}
+
+// reset() has made it so: there is no Windows without one.
+void installFileManager() {}
+
+bool canLackFileManager()
+{
+    return false;
+}
+
+QStringList shownFolders()
+{
+    QStringList folders;
+    const QList<QStringList> starts = recording::starts(shownFoldersFile());
+    for (const QStringList &start : starts) {
+        folders.append(QDir::fromNativeSeparators(start.value(2)));
+    }
+    return folders;
+}
+
+QStringList installIndex(const QStringList &fileNames)
+{
+    QStringList paths;
+    for (const QString &fileName : fileNames) {
+        paths.append(uR"(C:iles\)"_s + fileName);
+    }
+    EverythingTest_SetFiles(qUtf16Printable(paths.join(u'\n')));
+    return paths;
+}
+
+void breakIndex()
+{
+    EverythingTest_Fail(1);
+}
+
+bool removeIndex()
+{
+    return false;
+}
+
+// Whoever runs the tests says where there is one, since a folder cannot be given away here.
+QString foreignFolder()
+{
+    return qEnvironmentVariable("VASKEL_FOREIGN_FOLDER");
+}
+
+} // namespace world

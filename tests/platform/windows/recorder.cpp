@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// usage: recorder [FILE | --shown [argument...]]
+//
+// Adds a line to the file: its own path, its working directory and the arguments, with tabs
+// between. Without arguments the file lies beside the program and is called as it, with ".txt"
+// behind; for --shown the variable VASKEL_SHOWN_FOLDERS names it.
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    QString filePath = arguments.isEmpty()
+                           ? QString(QCoreApplication::applicationFilePath() + ".txt"_L1)
+                           : arguments.takeFirst();
+    if (filePath == "--shown"_L1) {
+        filePath = qEnvironmentVariable("VASKEL_SHOWN_FOLDERS");
+    }
+    const QStringList line =
+        QStringList{QCoreApplication::applicationFilePath(), QDir::currentPath()} + arguments;
+    QFile file(filePath);
+    return file.open(QIODevice::Append) && file.write((line.join(u'\t') + u'\n').toUtf8()) > 0 ? 0
+                                                                                               : 1;
+}
