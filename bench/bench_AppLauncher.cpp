@@ -2,6 +2,7 @@
 //
 // What AppLauncher::search costs beyond the substring tests that no filter can avoid: the four
 // stored texts of each entry, compared and not found.
+#include "BenchHome.h"
 #include "launcher/AppLauncher.h"
 
 #include <QApplication>
@@ -56,19 +57,6 @@ void writeStartMenu(const QString &home)
         file.write("[Desktop Entry]\nType=Application\nExec=true\nName=" + appName(index).toUtf8()
                    + '\n');
     }
-}
-
-void useHome(const QString &home)
-{
-    const QByteArray path = QFile::encodeName(home);
-    qputenv("HOME", path);
-    qputenv("XDG_DATA_HOME", path + "/data");
-    qputenv("XDG_DATA_DIRS", path + "/system");
-    qputenv("XDG_CONFIG_HOME", path + "/config");
-    qputenv("XDG_CACHE_HOME", path + "/cache");
-    qputenv("XDG_RUNTIME_DIR", path);
-    qputenv("TMPDIR", path);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
 }
 
 // Made in main(), once there is an application.

@@ -2,12 +2,14 @@
 //
 // What "cd" costs for a large folder whose icons are there already, from the search to the rows on
 // the screen. The floor reads the same folder and gives a bare list the same texts and icons.
+#include "BenchHome.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
 #include "plugins/DirectoryPlugin.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/MainWindow.h"
+#include "update/Updater.h"
 
 #include <QApplication>
 #include <QDir>
@@ -30,19 +32,6 @@ struct Row
     QString text;
     QString icon;
 };
-
-void useHome(const QString &home)
-{
-    const QByteArray path = QFile::encodeName(home);
-    qputenv("HOME", path);
-    qputenv("XDG_DATA_HOME", path + "/data");
-    qputenv("XDG_DATA_DIRS", path + "/system");
-    qputenv("XDG_CONFIG_HOME", path + "/config");
-    qputenv("XDG_CACHE_HOME", path + "/cache");
-    qputenv("XDG_RUNTIME_DIR", path);
-    qputenv("TMPDIR", path);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-}
 
 void writeFiles(const QString &folder)
 {
@@ -77,7 +66,8 @@ void measured(benchmark::State &state, AppLauncher &launcher, const QString &fol
     PluginManager plugins;
     plugins.setSettings(&settings);
     plugins.registerPlugin(new DirectoryPlugin(&plugins));
-    MainWindow window(&launcher, &plugins, &settings);
+    Updater updater;
+    MainWindow window(&launcher, &plugins, &settings, &updater);
     window.show();
     window.findChild<CommandLineEdit *>()->setText("cd "_L1 + folder);
     while (state.KeepRunning()) {

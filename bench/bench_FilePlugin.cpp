@@ -2,6 +2,7 @@
 //
 // What "file" costs besides the index, from the search to the rows on the screen: as many hits as
 // it shows, whose icons are there already, from an index that has them at hand.
+#include "BenchHome.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
 #include "platform/FileIndex.h"
@@ -9,6 +10,7 @@
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/MainWindow.h"
+#include "update/Updater.h"
 
 #include <QApplication>
 #include <QFile>
@@ -33,19 +35,6 @@ QStringList &hits()
     return paths;
 }
 
-void useHome(const QString &home)
-{
-    const QByteArray path = QFile::encodeName(home);
-    qputenv("HOME", path);
-    qputenv("XDG_DATA_HOME", path + "/data");
-    qputenv("XDG_DATA_DIRS", path + "/system");
-    qputenv("XDG_CONFIG_HOME", path + "/config");
-    qputenv("XDG_CACHE_HOME", path + "/cache");
-    qputenv("XDG_RUNTIME_DIR", path);
-    qputenv("TMPDIR", path);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-}
-
 void writeFiles(const QString &folder)
 {
     for (int index = 0; index < hitCount; ++index) {
@@ -65,7 +54,8 @@ void measured(benchmark::State &state, AppLauncher &launcher)
     PluginManager plugins;
     plugins.setSettings(&settings);
     plugins.registerPlugin(new FilePlugin(&plugins));
-    MainWindow window(&launcher, &plugins, &settings);
+    Updater updater;
+    MainWindow window(&launcher, &plugins, &settings, &updater);
     window.show();
     window.findChild<CommandLineEdit *>()->setText(u"file document"_s);
     QMetaObject::invokeMethod(&window, "performSearch"); // draws the icons

@@ -2,6 +2,7 @@
 //
 // What MainWindow::performSearch costs with as many results as a catalogue can hold, against a bare
 // list that is given the same texts and icons. Both are measured until the rows are on the screen.
+#include "BenchHome.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
 #include "settings/Settings.h"
@@ -34,19 +35,6 @@ struct Row
     QString text;
     QString icon;
 };
-
-void useHome(const QString &home)
-{
-    const QByteArray path = QFile::encodeName(home);
-    qputenv("HOME", path);
-    qputenv("XDG_DATA_HOME", path + "/data");
-    qputenv("XDG_DATA_DIRS", path + "/system");
-    qputenv("XDG_CONFIG_HOME", path + "/config");
-    qputenv("XDG_CACHE_HOME", path + "/cache");
-    qputenv("XDG_RUNTIME_DIR", path);
-    qputenv("TMPDIR", path);
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-}
 
 void writeFile(const QString &path, const QByteArray &content)
 {
