@@ -31,8 +31,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int iconSize = 32;
-
 bool contains(const QString &text, const QString &query)
 {
     return text.indexOf(query, 0, Qt::CaseSensitive) != -1;
@@ -51,18 +49,6 @@ QPixmap filePixmap(const QString &path)
         icon = QFileIconProvider().icon(QFileInfo(path));
     }
     return icon.pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
-}
-
-bool saveScaled(const QPixmap &pixmap, const QString &target)
-{
-    if (pixmap.isNull()) {
-        return false;
-    }
-    const QSize size(iconSize, iconSize);
-    return saveIcon(pixmap.size() == size
-                        ? pixmap
-                        : pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation),
-                    target);
 }
 
 } // namespace
@@ -230,10 +216,10 @@ QString AppLauncher::extractIcon(const QString &path) const
     if (QFile::exists(target)) {
         return target;
     }
-    if (QFileInfo::exists(path) && saveScaled(filePixmap(path), target)) {
+    if (QFileInfo::exists(path) && saveScaledIcon(filePixmap(path), target)) {
         return target;
     }
-    return saveScaled(platform::shellPixmap(path), target) ? target : QString();
+    return saveScaledIcon(platform::shellPixmap(path), target) ? target : QString();
 }
 
 bool AppLauncher::loadPins()

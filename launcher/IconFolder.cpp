@@ -51,3 +51,15 @@ bool saveIcon(const QPixmap &pixmap, const QString &filePath)
     file.setAutoRemove(false);
     return true;
 }
+
+bool saveScaledIcon(const QPixmap &pixmap, const QString &filePath)
+{
+    if (pixmap.isNull()) {
+        return false;
+    }
+    const QSize size(iconSize, iconSize);
+    return saveIcon(pixmap.size() == size
+                        ? pixmap
+                        : pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation),
+                    filePath);
+}

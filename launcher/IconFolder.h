@@ -14,5 +14,11 @@ QString makeIconFolder();
 /// The base name of the icon file of a path: the same in every run, different for each spelling.
 QString iconKey(const QString &path);
 
+/// The side of the square that a picture is drawn for, in pixels.
+inline constexpr int iconSize = 32;
+
 /// Writes a PNG file, whole or not at all.
 bool saveIcon(const QPixmap &pixmap, const QString &filePath);
+
+/// Writes it as large as fits the square. False for a null pixmap too.
+bool saveScaledIcon(const QPixmap &pixmap, const QString &filePath);

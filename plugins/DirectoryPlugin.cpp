@@ -16,8 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int iconSize = 32;
-
 QVariantMap record(const QString &title, const QString &subtitle, const QString &icon,
                    const QVariantMap &action)
 {

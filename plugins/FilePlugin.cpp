@@ -17,7 +17,6 @@ namespace fileindex = platform::fileindex;
 namespace {
 
 constexpr unsigned maximumResults = 50;
-constexpr int iconSize = 32;
 
 } // namespace
 
@@ -119,14 +118,7 @@ QString FilePlugin::fileIcon(const QString &path) const
     if (QFile::exists(target)) {
         return target;
     }
-    const QSize size(iconSize, iconSize);
-    QPixmap pixmap =
-        QFileIconProvider().icon(QFileInfo(path)).pixmap(size, QIcon::Normal, QIcon::Off);
-    if (pixmap.isNull()) {
-        return {};
-    }
-    if (pixmap.size() != size) {
-        pixmap = pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    }
-    return saveIcon(pixmap, target) ? target : QString();
+    const QIcon icon = QFileIconProvider().icon(QFileInfo(path));
+    const QPixmap pixmap = icon.pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
+    return saveScaledIcon(pixmap, target) ? target : QString();
 }
