@@ -9,7 +9,6 @@ import collections
 import itertools
 import os
 import pathlib
-import re
 import shutil
 import subprocess
 import tempfile
@@ -151,13 +150,10 @@ class Desktop:
 
     def pixel(self, x, y):
         """The colour of a pixel of the screen, as #rrggbb."""
-        line = self.run("import", "-silent", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth",
-                        "8", "txt:-")
-        found = re.search("#[0-9A-Fa-f]{6}", line)
-        return found.group().lower() if found else None
+        return f"#{self.pixels(x, y, 1, 1).hex()}"
 
     def pixels(self, x, y, width, height):
-        """The colours of a part of the screen."""
+        """The colours of a part of the screen, three bytes for each pixel."""
         return subprocess.run(["import", "-silent", "-window", "root", "-crop",
                                f"{width}x{height}+{max(x, 0)}+{max(y, 0)}", "-depth", "8", "rgb:-"],
                               env=os.environ | self.environment(), stdout=subprocess.PIPE,
@@ -193,11 +189,7 @@ class Desktop:
 
     def colours(self, window):
         """How often each colour, as red, green and blue up to 255, is seen at the window's place."""
-        x, y, width, height = self.geometry(window)
-        pixels = subprocess.run(
-            ["import", "-silent", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}",
-             "-depth", "8", "rgb:-"],
-            env=os.environ | self.environment(), stdout=subprocess.PIPE, check=True).stdout
+        pixels = self.pixels(*self.geometry(window))
         return collections.Counter(zip(pixels[::3], pixels[1::3], pixels[2::3]))
 
     def close(self):
