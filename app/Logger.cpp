@@ -2,6 +2,7 @@
 #include "app/Logger.h"
 
 #include "app/LogRetention.h"
+#include "platform/ClosedPipe.h"
 
 #include <QDate>
 #include <QDir>
@@ -81,6 +82,8 @@ void Logger::init(const QString &logDir)
     QDir().mkpath(folder);
     removeExpiredLogs(folder, QDate::currentDate());
 
+    // Whoever reads the console may go; the log must not take the program with it.
+    platform::outliveClosedPipes();
     std::vector<spdlog::sink_ptr> sinks = {std::make_shared<spdlog::sinks::stdout_color_sink_mt>()};
     if (spdlog::sink_ptr file = fileSink(folder)) {
         sinks.push_back(std::move(file));

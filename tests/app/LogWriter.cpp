@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// usage: LogWriter FOLDER [early | debug | info | warning | critical | threads | fatal]...
+// usage: LogWriter FOLDER [early | debug | info | warning | critical | threads | midnight | fatal]...
 //
 // Logs for tst_Logger as the program does, without an application object: a message for each word.
 // "early" is sent before the log is open. "threads" sends messages "<thread>.<number>" from several
-// threads at once. An empty FOLDER leaves the choice to the log.
+// threads at once, "midnight" waits for the next day. An empty FOLDER leaves the choice to the log.
 
 #include "app/Logger.h"
 
+#include <QDate>
 #include <QDebug>
 
+#include <chrono>
 #include <thread>
 #include <vector>
 
@@ -31,6 +33,14 @@ void logFromThreads()
     }
 }
 
+void waitForTheNextDay()
+{
+    const QDate today = QDate::currentDate();
+    while (QDate::currentDate() == today) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
 void write(const QByteArray &word)
 {
     if (word == "debug") {
@@ -43,6 +53,8 @@ void write(const QByteArray &word)
         qCritical("a critical text");
     } else if (word == "threads") {
         logFromThreads();
+    } else if (word == "midnight") {
+        waitForTheNextDay();
     } else if (word == "fatal") {
         qFatal("a fatal text");
     }

@@ -27,18 +27,24 @@ QStringList namesIn(const QString &folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
 }
 
+QStringList linesOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+    lines.removeLast();
+    return lines;
+}
+
 /// The lines of all logs of a folder; midnight may have begun another file.
 QStringList linesIn(const QString &folder)
 {
-    QByteArray content;
+    QStringList lines;
     for (const QString &name : namesIn(folder)) {
-        QFile file(folder + u'/' + name);
-        if (file.open(QIODevice::ReadOnly)) {
-            content += file.readAll();
-        }
+        lines += linesOf(folder + u'/' + name);
     }
-    QStringList lines = QString::fromUtf8(content).split(u'\n');
-    lines.removeLast();
     return lines;
 }
 
@@ -108,6 +114,7 @@ private Q_SLOTS:
     void keepsTheLinesOfSeveralThreadsApart();
     void needsNoFile_data();
     void needsNoFile();
+    void beginsAFileAtMidnight();
 
 private:
     QString m_folder;
@@ -374,6 +381,29 @@ void tst_Logger::needsNoFile()
              (QStringList{"[Vaskel] [info] Logger initialized, log dir: "_L1 + m_folder,
                           u"[Vaskel] [info] [QT] :0  - an info text"_s,
                           u"[Vaskel] [warning] [QT] :0  - a warning text"_s}));
+}
+
+void tst_Logger::beginsAFileAtMidnight()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"TZ"_s, u"UTC"_s);
+    // The address sanitizer takes what is preloaded for a mistake.
+    environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(u"faketime"_s,
+                  {u"-f"_s, u"@2024-02-28 23:59:57"_s, QStringLiteral(LOG_WRITER), m_folder,
+                   u"info"_s, u"midnight"_s, u"warning"_s});
+    QVERIFY(process.waitForFinished(60'000));
+    QCOMPARE(process.exitCode(), 0);
+
+    QCOMPARE(namesIn(m_folder),
+             (QStringList{u"Vaskel_2024-02-28.log"_s, u"Vaskel_2024-02-29.log"_s}));
+    QCOMPARE(withoutTimes(linesOf(m_folder + "/Vaskel_2024-02-28.log"_L1)),
+             (QStringList{"[Vaskel] [info] Logger initialized, log dir: "_L1 + m_folder,
+                          u"[Vaskel] [info] [QT] :0  - an info text"_s}));
+    QCOMPARE(withoutTimes(linesOf(m_folder + "/Vaskel_2024-02-29.log"_L1)),
+             QStringList{u"[Vaskel] [warning] [QT] :0  - a warning text"_s});
 }
 
 QTEST_GUILESS_MAIN(tst_Logger)

@@ -239,9 +239,10 @@ class Launcher:
         """As attach(), for a process that was not started from here."""
         self.attach(ForeignProcess(pid))
 
-    def start_process(self, **variables):
-        return start_tied([self.program], env=self.environment | variables, stdout=self.log,
-                          stderr=self.log)
+    def start_process(self, console=None, **variables):
+        """Starts the program with further variables; it writes to the log or to another console."""
+        return start_tied([self.program], env=self.environment | variables,
+                          stdout=console or self.log, stderr=self.log)
 
     def wait_until_ready(self):
         wait_until(self.is_visible, "the window shows")

@@ -1,5 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 import datetime
+import os
 
 from case import EndToEndCase, main
 from launcher import BUILTINS
@@ -21,8 +22,8 @@ class Log(EndToEndCase):
         return [self.folder / f"Vaskel_{day}.log"
                 for day in (today, today + datetime.timedelta(days=1))]
 
-    def works(self):
-        self.start()
+    def works(self, console=None):
+        self.launcher.attach(self.launcher.start_process(console))
         self.shows_titles(*BUILTINS)
         self.launcher.type("note")
         self.shows_titles("Notepad")
@@ -51,6 +52,13 @@ class Log(EndToEndCase):
         self.assertFalse(old.exists())
         self.assertTrue(young.exists())
         self.assertTrue(other.exists())
+
+    def test_works_where_nobody_reads_the_console(self):
+        reader, writer = os.pipe()
+        os.close(reader)
+        with os.fdopen(writer, "w") as console:
+            self.works(console)
+        self.assertTrue(any("Plugin registered" in line[3] for line in self.lines()))
 
     def test_works_on_a_full_disk(self):
         self.folder.mkdir()

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ClosedPipe.h"
+
+#include "Recording.h"
+#include "platform/Link.h"
+#include "support/TestHome.h"
+
+#include <QJsonObject>
+#include <QProcess>
+#include <QTest>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+class tst_ClosedPipe : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void failsToWrite();
+    void sparesNoStartedProgram_data();
+    void sparesNoStartedProgram();
+};
+
+void tst_ClosedPipe::init()
+{
+    testhome::reset();
+    std::signal(SIGPIPE, SIG_DFL);
+    platform::outliveClosedPipes();
+}
+
+void tst_ClosedPipe::failsToWrite()
+{
+    std::array<int, 2> ends = {};
+    QCOMPARE(pipe(ends.data()), 0);
+    close(ends[0]);
+    QCOMPARE(write(ends[1], "x", 1), -1);
+    QCOMPARE(errno, EPIPE);
+    close(ends[1]);
+}
+
+void tst_ClosedPipe::sparesNoStartedProgram_data()
+{
+    QTest::addColumn<bool>("isLink");
+
+    QTest::newRow("a program by its path") << false;
+    QTest::newRow("a desktop entry") << true;
+}
+
+void tst_ClosedPipe::sparesNoStartedProgram()
+{
+    QFETCH(const bool, isLink);
+
+    recording::prepare();
+    if (isLink) {
+        const QString entry = testhome::writeFile(
+            u"data/applications/recorder.desktop"_s,
+            "[Desktop Entry]\nType=Application\nName=Recorder\nExec=\""
+                + recording::program().toUtf8() + "\"\n");
+        QVERIFY(platform::openLink(entry));
+    } else {
+        QVERIFY(QProcess::startDetached(recording::program(), {}));
+    }
+    QTRY_VERIFY(!recording::record().isEmpty());
+    const QJsonObject masks = recording::record().value("signals"_L1).toObject();
+    QCOMPARE(masks.value("SigIgn"_L1).toString(), u"0"_s.repeated(16));
+}
+
+QTEST_GUILESS_MAIN(tst_ClosedPipe)
+#include "tst_ClosedPipe.moc"
