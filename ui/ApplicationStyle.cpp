@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QPainter>
 #include <QStyleOption>
+#include <QStyledItemDelegate>
 
 using namespace Qt::StringLiterals;
 
@@ -59,6 +60,44 @@ void drawArrow(QComboBox &box)
     painter.drawPolyline(arrow, 3);
 }
 
+// A cross that can be made out on every background that the sheet gives to a line edit.
+QIcon clearIcon()
+{
+    constexpr int size = 16;
+    QIcon icon;
+    for (const int ratio : {1, 2, 3}) {
+        QPixmap pixmap(QSize(size, size) * ratio);
+        pixmap.setDevicePixelRatio(ratio);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QColor(0x8e, 0x8e, 0x93), 1.5, Qt::SolidLine, Qt::RoundCap));
+        painter.drawLine(QPointF(4, 4), QPointF(12, 12));
+        painter.drawLine(QPointF(12, 4), QPointF(4, 12));
+        icon.addPixmap(pixmap);
+    }
+    return icon;
+}
+
+// The rows of a combo box, which the sheet cannot give any room.
+class ComboRowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, 12);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->state &= ~QStyle::State_HasFocus; // the current row is the selected one
+    }
+};
+
 } // namespace
 
 ApplicationStyle::ApplicationStyle()
@@ -69,8 +108,11 @@ ApplicationStyle::ApplicationStyle()
 void ApplicationStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
-    if (qobject_cast<QComboBox *>(widget)) {
-        widget->installEventFilter(this);
+    if (auto *box = qobject_cast<QComboBox *>(widget)) {
+        box->installEventFilter(this);
+        if (!dynamic_cast<ComboRowDelegate *>(box->itemDelegate())) {
+            box->setItemDelegate(new ComboRowDelegate(box));
+        }
     }
 }
 
@@ -95,6 +137,26 @@ void ApplicationStyle::drawPrimitive(PrimitiveElement element, const QStyleOptio
         drawCheckBox(*option, *painter);
     }
     painter->restore();
+}
+
+int ApplicationStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *returnData) const
+{
+    switch (hint) {
+    case SH_ComboBox_Popup:
+        // A list that unrolls below the box: as a menu over it, it measures its rows without the
+        // frame and the padding that the sheet gives to the list, and hides some of them.
+        return 0;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+}
+
+QIcon ApplicationStyle::standardIcon(StandardPixmap icon, const QStyleOption *option,
+                                     const QWidget *widget) const
+{
+    return icon == SP_LineEditClearButton ? clearIcon()
+                                          : QProxyStyle::standardIcon(icon, option, widget);
 }
 
 QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,

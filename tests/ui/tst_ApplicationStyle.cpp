@@ -3,11 +3,14 @@
 
 #include "settings/ThemeManager.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QIcon>
 #include <QImage>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -64,6 +67,10 @@ private Q_SLOTS:
     void iconOfASelectedRowKeepsItsColors();
     void arrowOfAComboBoxIsSeen_data() { focusOfAButtonIsSeen_data(); }
     void arrowOfAComboBoxIsSeen();
+    void listOfAComboBoxShowsAllRows_data() { focusOfAButtonIsSeen_data(); }
+    void listOfAComboBoxShowsAllRows();
+    void crossOfALineEditIsSeen_data() { focusOfAButtonIsSeen_data(); }
+    void crossOfALineEditIsSeen();
 
 private:
     void useTheme(const QString &name);
@@ -165,6 +172,44 @@ void tst_ApplicationStyle::arrowOfAComboBoxIsSeen()
     const QImage picture = box.grab().toImage();
     const QImage right = picture.copy(box.width() - 24, 8, 20, box.height() - 16);
     QVERIFY(strongestContrast(right, m_theme.surface()) >= 4.5);
+}
+
+void tst_ApplicationStyle::listOfAComboBoxShowsAllRows()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    QComboBox box;
+    box.addItems({u"One"_s, u"Two"_s, u"Three"_s, u"Four"_s});
+    box.setCurrentIndex(2);
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
+    box.showPopup();
+    const QAbstractItemView *list = box.view();
+    QTRY_VERIFY(list->isVisible());
+
+    QCOMPARE(list->verticalScrollBar()->maximum(), 0);
+    for (int row = 0; row < box.count(); ++row) {
+        const QRect place = list->visualRect(list->model()->index(row, 0));
+        QVERIFY(list->viewport()->rect().contains(place));
+        QVERIFY(place.height() >= list->fontMetrics().height() + 12);
+    }
+    box.hidePopup();
+}
+
+void tst_ApplicationStyle::crossOfALineEditIsSeen()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    QLineEdit edit(u"text"_s);
+    edit.setClearButtonEnabled(true);
+    edit.resize(200, 40);
+    edit.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&edit));
+    const auto right = [&edit] {
+        return edit.grab().toImage().copy(edit.width() - 28, 8, 24, edit.height() - 16);
+    };
+    // It fades in.
+    QTRY_VERIFY(strongestContrast(right(), m_theme.surface()) >= 3);
 }
 
 QTEST_MAIN(tst_ApplicationStyle)
