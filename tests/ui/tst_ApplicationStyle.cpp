@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTest>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -210,6 +211,14 @@ void tst_ApplicationStyle::crossOfALineEditIsSeen()
     };
     // It fades in.
     QTRY_VERIFY(strongestContrast(right(), m_theme.surface()) >= 3);
+    // Its arms, not only its middle.
+    const QIcon icon = edit.style()->standardIcon(QStyle::SP_LineEditClearButton, nullptr, &edit);
+    QCOMPARE(icon.availableSizes().value(0), QSize(16, 16));
+    const QImage cross = icon.pixmap(16).toImage();
+    for (const QPoint arm : {QPoint(4, 4), QPoint(11, 4), QPoint(4, 11), QPoint(11, 11)}) {
+        QVERIFY(cross.pixelColor(arm).alphaF() > 0.5F);
+    }
+    QCOMPARE(cross.pixelColor(8, 4).alpha(), 0);
 }
 
 QTEST_MAIN(tst_ApplicationStyle)
