@@ -8,6 +8,7 @@
 #include "settings/Settings.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -40,6 +41,24 @@ QString commandOf(const QWidget *control)
 {
     return control->property(commandProperty).toString();
 }
+
+// A new style makes the base class hide all buttons for a moment, and the focus would move on.
+class ButtonBox : public QDialogButtonBox
+{
+public:
+    using QDialogButtonBox::QDialogButtonBox;
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        QWidget *focus = QApplication::focusWidget();
+        const bool isHere = isAncestorOf(focus);
+        QDialogButtonBox::changeEvent(event);
+        if (isHere) {
+            focus->setFocus(Qt::OtherFocusReason);
+        }
+    }
+};
 
 QLabel *buildLabel(const QString &text, const QString &objectName, QWidget *parent)
 {
@@ -225,7 +244,7 @@ void SettingsView::buildPluginsPage()
 
 void SettingsView::buildButtons()
 {
-    m_buttons = new QDialogButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
+    m_buttons = new ButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
     const QList<QAbstractButton *> buttons = m_buttons->buttons();
     for (QAbstractButton *button : buttons) {
         button->setIcon(QIcon());                                  // as all others here

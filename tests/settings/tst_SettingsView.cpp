@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QMetaMethod>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
@@ -391,6 +392,7 @@ private Q_SLOTS:
     void isChangedByTheKeyboardAlone();
     void enterPressesTheButtonWithTheFocus();
     void noButtonLooksFocusedThatIsNot();
+    void buttonKeepsTheFocusInANewStyle();
     void everyControlHasANameForScreenReaders();
     void fitsIntoTheNarrowestWindow();
 };
@@ -1139,6 +1141,23 @@ void tst_SettingsView::noButtonLooksFocusedThatIsNot()
         p.view->show();
         QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
     }
+}
+
+void tst_SettingsView::buttonKeepsTheFocusInANewStyle()
+{
+    const Page p;
+    QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
+    const auto restore = qScopeGuard([] { qApp->setStyleSheet(QString()); });
+    for (const auto which : {QDialogButtonBox::Save, QDialogButtonBox::Cancel}) {
+        p.standardButton(which)->setFocus();
+        qApp->setStyleSheet(
+            u"QPushButton { padding: %1px; }"_s.arg(which == QDialogButtonBox::Save ? 3 : 4));
+        QCOMPARE(QApplication::focusWidget(), p.standardButton(which));
+        QVERIFY(p.standardButton(which)->isVisible());
+    }
+    p.navigation()->setFocus();
+    qApp->setStyleSheet(QString());
+    QCOMPARE(QApplication::focusWidget(), p.navigation());
 }
 
 void tst_SettingsView::everyControlHasANameForScreenReaders()
