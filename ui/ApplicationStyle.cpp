@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ApplicationStyle.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
-#include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QStyleOption>
 #include <QStyledItemDelegate>
@@ -110,6 +111,7 @@ void ApplicationStyle::polish(QWidget *widget)
     QProxyStyle::polish(widget);
     if (auto *box = qobject_cast<QComboBox *>(widget)) {
         box->installEventFilter(this);
+        box->view()->installEventFilter(this);
         if (!dynamic_cast<ComboRowDelegate *>(box->itemDelegate())) {
             box->setItemDelegate(new ComboRowDelegate(box));
         }
@@ -169,6 +171,14 @@ QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &p
 
 bool ApplicationStyle::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::ShortcutOverride
+        && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel)
+        && qobject_cast<QAbstractItemView *>(watched)) {
+        // The list of a combo box closes already when the key is offered to it, and then leaves the
+        // key to the shortcuts of the window.
+        event->accept();
+        return true;
+    }
     auto *box = qobject_cast<QComboBox *>(watched);
     if (!box || event->type() != QEvent::Paint) {
         return QProxyStyle::eventFilter(watched, event);

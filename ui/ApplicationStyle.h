@@ -5,7 +5,8 @@
 
 /// What the style sheet leaves to the widget style below it: the same on every desktop, and drawn
 /// in the colours that the sheet has given to the widget, so that it can be made out in both
-/// palettes.
+/// palettes. The list of a combo box unrolls below it and closes by Escape, the window's own key,
+/// without the window.
 class ApplicationStyle : public QProxyStyle
 {
     Q_OBJECT

@@ -18,8 +18,8 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QCloseEvent>
 #include <QCoreApplication>
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -38,6 +38,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
+#include <cstdlib>
 #include <limits>
 
 using namespace Qt::StringLiterals;
@@ -48,6 +50,7 @@ namespace {
 constexpr int pageHeight = 460; // whatever the user has made of the list's
 constexpr int minimumWindowWidth = 720;
 constexpr qsizetype maximumRequests = 16; // more than any window system leaves unanswered
+constexpr int maximumRoundingError = 2;   // of a height, between this program and the screen
 constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
 constexpr auto updateCheckDelay = 3000ms;
@@ -688,10 +691,16 @@ void MainWindow::rememberRequest(int height)
     m_requestedHeights.append(height);
 }
 
-// Answers come in the order of the requests, though not to each of them.
+// Answers come in the order of the requests, though not to each of them. Where a pixel here is no
+// whole number of the screen's, they are rounded there and back.
 bool MainWindow::takeRequest(int height)
 {
-    const qsizetype index = m_requestedHeights.indexOf(height);
-    m_requestedHeights.remove(0, index < 0 ? m_requestedHeights.size() : index + 1);
-    return index >= 0;
+    const qreal ratio = devicePixelRatioF();
+    const int tolerance = ratio == std::floor(ratio) ? 0 : maximumRoundingError;
+    const auto request =
+        std::find_if(m_requestedHeights.cbegin(), m_requestedHeights.cend(),
+                     [&](int requested) { return std::abs(requested - height) <= tolerance; });
+    const bool isAnswer = request != m_requestedHeights.cend();
+    m_requestedHeights.erase(m_requestedHeights.cbegin(), isAnswer ? request + 1 : request);
+    return isAnswer;
 }

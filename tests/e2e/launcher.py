@@ -494,8 +494,17 @@ class Launcher:
 
     def _click_on(self, find_it, button=1, times=1):
         # A window that has just been placed takes a moment to learn where it is.
-        wait_until(lambda: self._own_geometry() == self.geometry(), "the window knows its place")
-        self.desktop.click(*centre(find_it()), button, times)
+        wait_until(self._knows_its_place, "the window knows its place")
+        x, y = centre(find_it())
+        self.desktop.click(int(x * self._scale()), int(y * self._scale()), button, times)
+
+    def _scale(self):
+        """The pixels of the screen for one of the program's, in which it tells where things are."""
+        return float(self.environment.get("QT_SCALE_FACTOR", 1))
+
+    def _knows_its_place(self):
+        return all(abs(own * self._scale() - seen) < self._scale()
+                   for own, seen in zip(self._own_geometry(), self.geometry()))
 
     def _own_geometry(self):
         extents = [window.get_extents(Atspi.CoordType.SCREEN)

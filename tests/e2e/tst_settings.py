@@ -106,6 +106,18 @@ class Page(SettingsCase):
         self.launcher.type("calc 1+1")
         self.shows_titles("2")
 
+    def test_escape_closes_the_list_of_a_combo_box_before_it_hides_the_window(self):
+        self.open_page("set")
+        self.launcher.tab_to("System")
+        self.launcher.press("space")
+        wait_until(self.launcher.menu_is_open, "the list opens")
+        self.launcher.press("Escape")
+        wait_until(lambda: not self.launcher.menu_is_open(), "the list closes")
+        self.assertTrue(self.launcher.is_visible())
+        self.launcher.control("System")
+        self.launcher.press("Escape")
+        self.hides()
+
     def test_escape_hides_the_window_from_a_hotkey_field(self):
         self.open_page("set")
         self.launcher.tab_to("Global Hotkey")

@@ -130,5 +130,26 @@ class Instances(EndToEndCase):
         self.assertEqual(self.launcher.processes(), [self.launcher.process.pid])
 
 
+
+class ScaledWindow(EndToEndCase):
+    def test_takes_up_the_rows_it_has_room_for(self):
+        for number in range(30):
+            (self.home.folder / f"Folder {number:02}").mkdir()
+        for scale in (1, 1.25, 1.5, 1.75, 2):
+            with self.subTest(scale):
+                self.launcher.environment["QT_SCALE_FACTOR"] = str(scale)
+                self.start()
+                for _ in range(3):
+                    self.launcher.type("calc 1+2")
+                    self.shows_titles("3")
+                    self.launcher.empty_box()
+                    self.launcher.type("cd ~")
+                    wait_until(lambda: self.launcher.row_count() > 30, "the folders are listed")
+                    wait_until(lambda: abs(self.launcher.geometry()[3] - 460 * scale) <= 2 * scale,
+                               "the window is as tall as it may be")
+                    self.launcher.empty_box()
+                self.launcher.terminate()
+
+
 if __name__ == "__main__":
     main()
