@@ -5,7 +5,7 @@
 
 #include <QFile>
 
-#include <utility>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -17,7 +17,8 @@ struct Shades
     QLatin1StringView dark;
     QLatin1StringView light;
 
-    QColor in(bool isDark) const { return QColor::fromString(isDark ? dark : light); }
+    QLatin1StringView nameIn(bool isDark) const { return isDark ? dark : light; }
+    QColor in(bool isDark) const { return QColor::fromString(nameIn(isDark)); }
 };
 
 namespace colors {
@@ -40,20 +41,52 @@ constexpr Shades iconPlaceholder{"#585b70"_L1, "#9ca3af"_L1};
 
 } // namespace colors
 
-constexpr std::pair<QLatin1StringView, Shades> tokens[] = {
-    {"@BG@"_L1, colors::bg},
-    {"@SURFACE@"_L1, colors::surface},
-    {"@SURFACE_PRESSED@"_L1, colors::surfacePressed},
-    {"@TEXT@"_L1, colors::text},
-    {"@TEXT_SECONDARY@"_L1, colors::textSecondary},
-    {"@BORDER@"_L1, colors::border},
-    {"@BORDER_FOCUS@"_L1, colors::borderFocus},
-    {"@SELECTION@"_L1, colors::selection},
-    {"@HOVER@"_L1, colors::hover},
-    {"@ACCENT@"_L1, colors::accent},
-    {"@ACCENT_PRESSED@"_L1, colors::accentPressed},
-    {"@PLACEHOLDER@"_L1, colors::placeholder},
+struct Token
+{
+    QByteArrayView name;
+    Shades shades;
 };
+
+constexpr Token tokens[] = {
+    {"@BG@", colors::bg},
+    {"@SURFACE@", colors::surface},
+    {"@SURFACE_PRESSED@", colors::surfacePressed},
+    {"@TEXT@", colors::text},
+    {"@TEXT_SECONDARY@", colors::textSecondary},
+    {"@BORDER@", colors::border},
+    {"@BORDER_FOCUS@", colors::borderFocus},
+    {"@SELECTION@", colors::selection},
+    {"@HOVER@", colors::hover},
+    {"@ACCENT@", colors::accent},
+    {"@ACCENT_PRESSED@", colors::accentPressed},
+    {"@PLACEHOLDER@", colors::placeholder},
+};
+
+// The template with the tokens replaced. In one go: a pass for each of them costs more than all the
+// rest, the unpacking of the template included.
+QByteArray withColors(const QByteArray &styleTemplate, bool isDark)
+{
+    QByteArray sheet;
+    sheet.reserve(2 * styleTemplate.size());
+    qsizetype written = 0;
+    qsizetype begin = styleTemplate.indexOf('@');
+    while (begin >= 0) {
+        const qsizetype end = styleTemplate.indexOf('@', begin + 1);
+        const QByteArrayView name =
+            QByteArrayView(styleTemplate).sliced(begin, end < 0 ? 0 : end + 1 - begin);
+        const auto *token = std::find_if(std::begin(tokens), std::end(tokens),
+                                         [name](const Token &each) { return each.name == name; });
+        if (token == std::end(tokens)) {
+            begin = end;
+            continue;
+        }
+        sheet.append(QByteArrayView(styleTemplate).sliced(written, begin - written));
+        sheet.append(token->shades.nameIn(isDark));
+        written = end + 1;
+        begin = styleTemplate.indexOf('@', written);
+    }
+    return sheet.append(QByteArrayView(styleTemplate).sliced(written));
+}
 
 } // namespace
 
@@ -92,14 +125,15 @@ void ThemeManager::updateDarkState()
 QString ThemeManager::styleSheet() const
 {
     QFile file(u":/assets/style.qss"_s);
-    if (!file.open(QFile::ReadOnly | QFile::Text)) {
+    if (!file.open(QFile::ReadOnly)) {
         return {};
     }
-    QString sheet = QString::fromUtf8(file.readAll());
-    for (const auto &[token, shades] : tokens) {
-        sheet.replace(token, shades.in(m_isDark).name());
+    QByteArray styleTemplate = file.readAll();
+    // As in text mode, which looks at each character by itself.
+    if (styleTemplate.contains('\r')) {
+        styleTemplate.replace("\r", "");
     }
-    return sheet;
+    return QString::fromUtf8(withColors(styleTemplate, m_isDark));
 }
 
 QColor ThemeManager::bg() const
