@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPushButton>
 #include <QStyleOption>
 #include <QStyledItemDelegate>
 
@@ -19,9 +20,13 @@ QColor foreground(const QStyleOption &option, const QWidget *widget)
 
 void drawFocusFrame(const QStyleOption &option, QPainter &painter, const QWidget *widget)
 {
+    // Of a button the sheet gives its text alone, which a frame would touch.
+    const QRectF rect = qobject_cast<const QPushButton *>(widget)
+                            ? QRectF(widget->rect()).adjusted(3, 3, -3, -3)
+                            : QRectF(option.rect);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(foreground(option, widget), 1));
-    painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
 }
 
 void drawCheckBox(const QStyleOption &option, QPainter &painter)

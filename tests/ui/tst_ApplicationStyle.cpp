@@ -119,6 +119,9 @@ void tst_ApplicationStyle::focusOfAButtonIsSeen()
         button->setFocus(Qt::TabFocusReason);
         QImage with = button->grab().toImage();
         QVERIFY(with != without);
+        // Around the text, with some room.
+        const QImage text = with.copy(with.rect().adjusted(6, 6, -6, -6));
+        QCOMPARE(text, without.copy(without.rect().adjusted(6, 6, -6, -6)));
         // Inside of the sheet's border.
         with = with.copy(with.rect().adjusted(3, 3, -3, -3));
         QVERIFY(strongestContrast(with, background) >= 3);
