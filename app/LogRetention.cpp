@@ -3,7 +3,6 @@
 
 #include <QDate>
 #include <QDir>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -11,14 +10,11 @@ namespace {
 
 constexpr int daysKept = 7;
 
-// Not valid if the name has no date, or none that exists.
+// Not valid if the name has no date, or none that exists. Neither this nor the listing goes by a
+// regular expression, which nothing else at the program's start would need.
 QDate dateOf(const QString &fileName)
 {
-    static const QRegularExpression pattern(
-        QRegularExpression::anchoredPattern(uR"(Vaskel_(\d{4})-(\d{2})-(\d{2})\.log)"));
-    const QRegularExpressionMatch match = pattern.match(fileName);
-    return {match.capturedView(1).toInt(), match.capturedView(2).toInt(),
-            match.capturedView(3).toInt()};
+    return QDate::fromString(fileName, u"'Vaskel_'yyyy-MM-dd'.log'"_s);
 }
 
 } // namespace
@@ -26,7 +22,7 @@ QDate dateOf(const QString &fileName)
 void removeExpiredLogs(const QString &folder, QDate today)
 {
     QDir dir(folder);
-    const QStringList names = dir.entryList({u"Vaskel_*.log"_s}, QDir::Files);
+    const QStringList names = dir.entryList(QDir::Files);
     for (const QString &name : names) {
         // There are no days to a date that is not valid.
         if (dateOf(name).daysTo(today) > daysKept) {

@@ -42,6 +42,13 @@ bool matches(const AppEntry &app, const QString &query)
            || contains(app.pinyin, query) || contains(app.pinyinInitials, query);
 }
 
+bool isLink(const QString &path)
+{
+    const QString suffix = platform::linkSuffix();
+    return path.endsWith(suffix, Qt::CaseInsensitive)
+           && QStringView(path).chopped(suffix.size()).endsWith(u'.');
+}
+
 QPixmap filePixmap(const QString &path)
 {
     QIcon icon = platform::linkIcon(path);
@@ -94,7 +101,7 @@ bool AppLauncher::launch(const QString &path)
         || path.startsWith("ms-settings:"_L1)) {
         return QDesktopServices::openUrl(QUrl(path));
     }
-    if (QFileInfo(path).suffix().toLower() == platform::linkSuffix()) {
+    if (isLink(path)) {
         return platform::openLink(path);
     }
 
@@ -176,26 +183,30 @@ void AppLauncher::scanStartMenu()
         if (!folder.exists()) {
             continue;
         }
-        scanFolder(root, folder, tr("Start Menu"), &seenNames);
-
-        const QFileInfoList subfolders =
-            folder.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
-        for (const QFileInfo &subfolder : subfolders) {
-            scanFolder(root, QDir(subfolder.absoluteFilePath()),
-                       QString(tr("Start Menu") + " / "_L1 + subfolder.fileName()), &seenNames);
+        const QStringList subfolders = addPrograms(root, folder, tr("Start Menu"), &seenNames);
+        for (const QString &name : subfolders) {
+            addPrograms(root, QDir(folder.absoluteFilePath(name)),
+                        QString(tr("Start Menu") + " / "_L1 + name), &seenNames);
         }
     }
 }
 
-void AppLauncher::scanFolder(const QString &root, const QDir &folder, const QString &description,
-                             QSet<QString> *seenNames)
+QStringList AppLauncher::addPrograms(const QString &root, const QDir &folder,
+                                     const QString &description, QSet<QString> *seenNames)
 {
-    // NoSort leaves QDir's own order, which is by name, ignoring case.
-    const QFileInfoList files = folder.entryInfoList(
-        {platform::startMenuPattern()}, QDir::Files | QDir::NoDotAndDotDot, QDir::NoSort);
+    // Read once for its files and its subfolders, and without a name filter, which would match each
+    // name against a regular expression. NoSort leaves QDir's own order, by name, ignoring case.
+    const QFileInfoList entries =
+        folder.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
+    QStringList subfolders;
     QStringList paths;
-    for (const QFileInfo &file : files) {
-        paths.append(file.absoluteFilePath());
+    for (const QFileInfo &entry : entries) {
+        const QString name = entry.fileName();
+        if (entry.isDir()) {
+            subfolders.append(name);
+        } else if (isLink(name)) {
+            paths.append(folder.absoluteFilePath(name));
+        }
     }
     const QHash<QString, QString> names = platform::startMenuNames(root, paths);
     for (const QString &path : std::as_const(paths)) {
@@ -205,6 +216,7 @@ void AppLauncher::scanFolder(const QString &root, const QDir &folder, const QStr
             m_apps.append(AppEntry(name, path, description, extractIcon(path)));
         }
     }
+    return subfolders;
 }
 
 QString AppLauncher::extractIcon(const QString &path) const

@@ -7,6 +7,7 @@
 #include <QList>
 #include <QObject>
 #include <QSet>
+#include <QStringList>
 #include <QVariantList>
 
 class QDir;
@@ -55,8 +56,8 @@ private:
 
     void loadBuiltinApps();
     void scanStartMenu();
-    void scanFolder(const QString &root, const QDir &folder, const QString &description,
-                    QSet<QString> *seenNames);
+    QStringList addPrograms(const QString &root, const QDir &folder, const QString &description,
+                            QSet<QString> *seenNames);
     QString extractIcon(const QString &path) const;
     bool loadPins();
     void savePins() const;

@@ -20,7 +20,17 @@ QHash<quint32, QString> makePinyinTable()
     return table;
 }
 
-const QHash<quint32, QString> pinyinTable = makePinyinTable();
+// Null for a character without a reading. Only a name that may need it pays for the table, which
+// takes longer to make than the names of all the programs to spell.
+const QString *syllableOf(QChar c)
+{
+    if (c < pinyinReadings.front().character || c > pinyinReadings.back().character) {
+        return nullptr;
+    }
+    static const QHash<quint32, QString> pinyinTable = makePinyinTable();
+    const auto entry = pinyinTable.constFind(c.unicode());
+    return entry != pinyinTable.cend() ? &*entry : nullptr;
+}
 
 } // namespace
 
@@ -38,8 +48,7 @@ QString PinyinConverter::toPinyin(const QString &text) const
         if (c.isSurrogate()) {
             continue;
         }
-        const auto syllable = pinyinTable.constFind(c.unicode());
-        if (syllable != pinyinTable.cend()) {
+        if (const QString *syllable = syllableOf(c)) {
             result += *syllable;
         } else {
             result += c.toLower();
@@ -56,8 +65,7 @@ QString PinyinConverter::toPinyinInitials(const QString &text) const
         if (c.isSurrogate()) {
             continue;
         }
-        const auto syllable = pinyinTable.constFind(c.unicode());
-        if (syllable != pinyinTable.cend()) {
+        if (const QString *syllable = syllableOf(c)) {
             result += syllable->front();
         } else if (c.isLetter()) {
             result += c.toLower();

@@ -11,13 +11,11 @@ namespace platform {
 /// need not exist. Empty when the system names none.
 QStringList startMenuRoots();
 
-/// The file name pattern of a start-menu file, for QDir's name filters.
-QString startMenuPattern();
-
 /// The names under which the files of one folder are listed, by path; "root" is the start-menu
-/// folder in or below which they lie. A file without an entry is not to be listed: hidden, damaged,
-/// unreadable, without an installed program, not meant for this desktop, or overridden by a file of
-/// an earlier root. Called for hundreds of files at each start.
+/// folder in or below which they lie. All of them have the suffix of links. A file without an entry
+/// is not to be listed: hidden, damaged, unreadable, without an installed program, not meant for
+/// this desktop, or overridden by a file of an earlier root. Called for hundreds of files at each
+/// start.
 QHash<QString, QString> startMenuNames(const QString &root, const QStringList &filePaths);
 
 } // namespace platform

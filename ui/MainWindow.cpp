@@ -8,6 +8,7 @@
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
+#include "ui/IconFile.h"
 #include "ui/ListHeight.h"
 #include "ui/PlainMessage.h"
 #include "ui/ResultDelegate.h"
@@ -535,7 +536,7 @@ void MainWindow::addPinnedButton(const QVariantMap &pin)
     button->setObjectName(u"pinnedAppButton"_s);
     button->setIconSize(QSize(24, 24));
     if (!icon.isEmpty()) {
-        button->setIcon(QIcon(icon));
+        button->setIcon(iconOfFile(icon));
     }
     button->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(button, &QPushButton::clicked, this, [this, path] {

@@ -1,17 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ProgramIcon.h"
 
-#include <QSize>
+#include "ui/IconFile.h"
+
+#include <QPixmapCache>
 #include <QString>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The icon is made for the windows and once more for the command box.
+QPixmap picture(int size)
+{
+    const QString path = u":/assets/icons/%1.png"_s.arg(size);
+    QPixmap pixmap;
+    if (!QPixmapCache::find(path, &pixmap)) {
+        pixmap = readPng(path);
+        QPixmapCache::insert(path, pixmap);
+    }
+    return pixmap;
+}
+
+} // namespace
 
 QIcon programIcon()
 {
     QIcon icon;
     for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
-        // A file whose size is told is not opened before it is needed.
-        icon.addFile(u":/assets/icons/%1.png"_s.arg(size), QSize(size, size));
+        icon.addPixmap(picture(size));
     }
     return icon;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ResultItem.h"
 
+#include "ui/IconFile.h"
 #include "ui/ResultRecord.h"
 
 ResultItem::ResultItem(const QVariantMap &record)
@@ -30,7 +31,7 @@ QVariant ResultItem::decoration() const
         return {};
     }
     if (m_icon.isNull()) {
-        m_icon = QIcon(path);
+        m_icon = iconOfFile(path);
     }
     return m_icon;
 }

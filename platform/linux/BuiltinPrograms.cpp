@@ -186,8 +186,9 @@ QString firstFit(const Job &job, const QStringList &paths)
 
 QString firstInstalled(const std::vector<Candidate> &candidates)
 {
+    const QStringList roots = startMenuRoots();
     for (const Candidate &candidate : candidates) {
-        QString path = installedProgram(QLatin1String(candidate.id) + ".desktop"_L1);
+        QString path = installedProgram(QLatin1String(candidate.id) + ".desktop"_L1, roots);
         const std::optional<DesktopEntry> entry = DesktopEntry::load(path);
         if (entry && entry->isForThisDesktop()) {
             return path;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/DefaultPrograms.h"
 
-#include "platform/StartMenu.h"
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/DesktopFileId.h"
 
@@ -69,9 +68,9 @@ QStringList associatedPrograms(const QByteArray &contentType)
     return paths;
 }
 
-QString installedProgram(const QString &id)
+QString installedProgram(const QString &id, const QStringList &roots)
 {
-    for (const QString &root : startMenuRoots()) {
+    for (const QString &root : roots) {
         const QString path = fileOfId(root, id);
         if (path.isEmpty()) {
             continue;

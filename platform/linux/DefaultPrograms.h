@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/StartMenu.h"
+
 #include <QByteArray>
 #include <QStringList>
 
@@ -16,7 +18,8 @@ QStringList chosenPrograms(const QByteArray &contentType);
 QStringList associatedPrograms(const QByteArray &contentType);
 
 /// The file of a desktop-file id in the first start-menu folder that has one; empty if there is
-/// none, or if that one is hidden, damaged or cannot start.
-QString installedProgram(const QString &id);
+/// none, or if that one is hidden, damaged or cannot start. Whoever asks for many at a time gives
+/// the folders.
+QString installedProgram(const QString &id, const QStringList &roots = startMenuRoots());
 
 } // namespace platform

@@ -11,7 +11,6 @@
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 #include <sys/stat.h>
@@ -35,17 +34,14 @@ bool isOverridden(const QStringList &earlierRoots, const QString &id)
                        [&id](const QString &root) { return !fileOfId(root, id).isEmpty(); });
 }
 
-// Of the state of a file, so that a change of it gives another one; empty if there is no such file.
-QByteArray identityOf(const QString &filePath)
+StartMenuCache::Identity identityOf(const QString &filePath)
 {
     struct stat status = {};
     if (stat(QFile::encodeName(filePath).constData(), &status) != 0) {
         return {};
     }
-    const std::array<qint64, 5> parts = {qint64(status.st_dev), qint64(status.st_ino),
-                                         qint64(status.st_size), qint64(status.st_mtim.tv_sec),
-                                         qint64(status.st_mtim.tv_nsec)};
-    return {reinterpret_cast<const char *>(parts.data()), sizeof(parts)};
+    return {qint64(status.st_dev), qint64(status.st_ino), qint64(status.st_size),
+            qint64(status.st_mtim.tv_sec), qint64(status.st_mtim.tv_nsec)};
 }
 
 // Programs come and go without a change to the entry.
@@ -61,25 +57,24 @@ std::optional<StartMenuCache::Entry> readEntry(const QString &filePath)
         return std::nullopt;
     }
     return StartMenuCache::Entry{entry->isListed() ? entry->displayName() : QString(),
-                                 entry->program(),
-                                 entry->tryExec(),
-                                 {}};
+                                 entry->program(), entry->tryExec()};
 }
 
 // What GIO finds unfit is not kept: it may lack a program that is installed later.
 QString nameOf(const QString &filePath, StartMenuCache *cache)
 {
-    const QByteArray identity = identityOf(filePath);
-    std::optional<StartMenuCache::Entry> entry = cache->find(filePath, identity);
-    if (entry && isStillInstalled(entry->program) && isStillInstalled(entry->tryExec)) {
-        return entry->name;
+    const QString fileName = filePath.sliced(filePath.lastIndexOf(u'/') + 1);
+    const StartMenuCache::Identity identity = identityOf(filePath);
+    const StartMenuCache::Entry *kept = cache->find(fileName, identity);
+    if (kept && isStillInstalled(kept->program) && isStillInstalled(kept->tryExec)) {
+        return kept->name;
     }
-    entry = readEntry(filePath);
+    std::optional<StartMenuCache::Entry> entry = readEntry(filePath);
     if (!entry) {
         return {};
     }
     entry->identity = identity;
-    cache->insert(filePath, *entry);
+    cache->insert(fileName, *entry);
     return entry->name;
 }
 
@@ -93,11 +88,6 @@ QStringList startMenuRoots()
     return roots;
 }
 
-QString startMenuPattern()
-{
-    return QStringLiteral("*.desktop");
-}
-
 QHash<QString, QString> startMenuNames(const QString &root, const QStringList &filePaths)
 {
     if (filePaths.isEmpty()) {
@@ -107,7 +97,7 @@ QHash<QString, QString> startMenuNames(const QString &root, const QStringList &f
     StartMenuCache cache(QFileInfo(filePaths.first()).path());
     QHash<QString, QString> names;
     for (const QString &filePath : filePaths) {
-        if (isOverridden(earlierRoots, desktopFileId(root, filePath))) {
+        if (!earlierRoots.isEmpty() && isOverridden(earlierRoots, desktopFileId(root, filePath))) {
             continue;
         }
         if (const QString name = nameOf(filePath, &cache); !name.isEmpty()) {

@@ -17,14 +17,21 @@ namespace platform {
 
 namespace {
 
-constexpr quint32 formatNumber = 0x564b5301; // "VKS" and the version of the format
-constexpr auto streamVersion = QDataStream::Qt_6_4;
+constexpr quint32 formatNumber = 0x564b5302; // "VKS" and the version of the format
+constexpr int identitySize = sizeof(StartMenuCache::Identity);
 
 QString cacheFile(const QString &folder)
 {
     const QByteArray key = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1);
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
            + "/Vaskel/start-menu/"_L1 + QLatin1String(key.toHex());
+}
+
+// Little-endian, so that on nearly all machines the names need no conversion.
+void prepare(QDataStream &stream)
+{
+    stream.setVersion(QDataStream::Qt_6_4);
+    stream.setByteOrder(QDataStream::LittleEndian);
 }
 
 // What the names and the decision to list them depend on besides the files.
@@ -42,12 +49,19 @@ QByteArray circumstances()
 
 QDataStream &operator<<(QDataStream &stream, const StartMenuCache::Entry &entry)
 {
-    return stream << entry.name << entry.program << entry.tryExec << entry.identity;
+    stream << entry.name << entry.program << entry.tryExec;
+    stream.writeRawData(reinterpret_cast<const char *>(entry.identity.data()), identitySize);
+    return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, StartMenuCache::Entry &entry)
 {
-    return stream >> entry.name >> entry.program >> entry.tryExec >> entry.identity;
+    stream >> entry.name >> entry.program >> entry.tryExec;
+    auto *identity = reinterpret_cast<char *>(entry.identity.data());
+    if (stream.readRawData(identity, identitySize) != identitySize) {
+        stream.setStatus(QDataStream::ReadPastEnd);
+    }
+    return stream;
 }
 
 StartMenuCache::StartMenuCache(const QString &folder)
@@ -58,39 +72,41 @@ StartMenuCache::StartMenuCache(const QString &folder)
         return;
     }
     QDataStream stream(file.readAll());
-    stream.setVersion(streamVersion);
+    prepare(stream);
     quint32 format = 0;
     QByteArray then;
     stream >> format >> then;
     if (format != formatNumber || then != circumstances()) {
         return;
     }
-    stream >> m_kept;
+    stream >> m_entries;
     if (stream.status() != QDataStream::Ok) {
-        m_kept.clear();
+        m_entries.clear();
     }
 }
 
-std::optional<StartMenuCache::Entry> StartMenuCache::find(const QString &filePath,
-                                                          const QByteArray &identity)
+const StartMenuCache::Entry *StartMenuCache::find(const QString &fileName, const Identity &identity)
 {
-    const auto entry = m_kept.constFind(filePath);
-    if (entry == m_kept.cend() || entry->identity != identity) {
-        return std::nullopt;
+    const auto entry = m_entries.find(fileName);
+    if (entry == m_entries.end() || entry->identity != identity) {
+        return nullptr;
     }
-    m_used.insert(filePath, *entry);
-    return *entry;
+    entry->isWanted = true;
+    return &*entry;
 }
 
-void StartMenuCache::insert(const QString &filePath, const Entry &entry)
+void StartMenuCache::insert(const QString &fileName, const Entry &entry)
 {
-    m_used.insert(filePath, entry);
+    const auto place = m_entries.insert(fileName, entry);
+    place->isWanted = true;
     m_isChanged = true;
 }
 
-void StartMenuCache::save() const
+void StartMenuCache::save()
 {
-    if (!m_isChanged && m_used.size() == m_kept.size()) {
+    const auto forgotten =
+        m_entries.removeIf([](QHash<QString, Entry>::iterator entry) { return !entry->isWanted; });
+    if (!m_isChanged && forgotten == 0) {
         return;
     }
     QDir().mkpath(QFileInfo(m_file).path());
@@ -99,8 +115,8 @@ void StartMenuCache::save() const
         return;
     }
     QDataStream stream(&file);
-    stream.setVersion(streamVersion);
-    stream << formatNumber << circumstances() << m_used;
+    prepare(stream);
+    stream << formatNumber << circumstances() << m_entries;
     if (stream.status() == QDataStream::Ok) {
         file.commit();
     }

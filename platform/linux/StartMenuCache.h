@@ -5,7 +5,7 @@
 #include <QHash>
 #include <QString>
 
-#include <optional>
+#include <array>
 
 class QDataStream;
 
@@ -18,31 +18,35 @@ namespace platform {
 class StartMenuCache
 {
 public:
+    /// Of the state of a file, so that a change of it gives another one; all zero if there is none.
+    using Identity = std::array<qint64, 5>;
+
     /// What a menu needs to know of a file.
     struct Entry
     {
-        QString name;        ///< empty if the file is not to be listed
-        QByteArray program;  ///< path of the program that it starts; empty if it starts none
-        QByteArray tryExec;  ///< path of the program that it asks for; empty if it asks for none
-        QByteArray identity; ///< of the state of the file that this was read from
+        QString name;          ///< empty if the file is not to be listed
+        QByteArray program;    ///< path of the program that it starts; empty if it starts none
+        QByteArray tryExec;    ///< path of the program that it asks for; empty if it asks for none
+        Identity identity{};   ///< of the state of the file that this was read from
+        bool isWanted = false; ///< asked for in this start, and so to be kept for the next
     };
 
     /// Reads what is kept of the folder.
     explicit StartMenuCache(const QString &folder);
 
-    /// Nothing for a file that is not kept, or that has changed since.
-    std::optional<Entry> find(const QString &filePath, const QByteArray &identity);
+    /// Null for a file that is not kept, or that has changed since. The answer stays good until the
+    /// next call of insert().
+    const Entry *find(const QString &fileName, const Identity &identity);
 
-    void insert(const QString &filePath, const Entry &entry);
+    void insert(const QString &fileName, const Entry &entry);
 
     /// Keeps what was found or inserted, and nothing else; writes only if that is a change. Failing
     /// to write only costs the next start its time.
-    void save() const;
+    void save();
 
 private:
     QString m_file;
-    QHash<QString, Entry> m_kept;
-    QHash<QString, Entry> m_used;
+    QHash<QString, Entry> m_entries; // by the name of the file in the folder
     bool m_isChanged = false;
 };
 

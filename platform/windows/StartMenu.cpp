@@ -26,11 +26,6 @@ QStringList startMenuRoots()
     return roots;
 }
 
-QString startMenuPattern()
-{
-    return QStringLiteral("*.lnk");
-}
-
 // A link is listed whatever it names; it is not even read.
 QHash<QString, QString> startMenuNames(const QString &, const QStringList &filePaths)
 {

@@ -1,10 +1,13 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 import os
+import pathlib
 import signal
 
 from case import EndToEndCase, main
 from desktop import wait_until
 from launcher import BUILTINS
+
+ICON = pathlib.Path(__file__).parents[2] / "assets/icons/48.png"
 
 
 class Applications(EndToEndCase):
@@ -19,6 +22,17 @@ class Applications(EndToEndCase):
             ("Antelope", "Start Menu"), ("Zebra", "Start Menu"),
             ("Otter", "Start Menu / Water"), ("Heron", "Start Menu")])
         self.picture("list")
+
+    def test_reads_the_icons_of_later_starts_without_plugins(self):
+        self.home.add_entry("Otter", Icon=ICON)
+        for _ in range(2):
+            self.start()
+            self.launcher.type("otter")
+            self.shows_titles("Otter")
+            self.picture("icon")
+            loaded = pathlib.Path(f"/proc/{self.launcher.process.pid}/maps").read_text()
+            self.launcher.terminate()
+        self.assertNotIn("/imageformats/", loaded)
 
     def test_finds_a_chinese_name_by_its_pinyin_and_its_initials(self):
         self.home.add_entry("计算器", file="org.example.Numbers")

@@ -66,7 +66,7 @@ private Q_SLOTS:
     void keepsALinkNamedLikeABuiltin();
     void skipsAnUnlistedFileAndKeepsItsNameFree();
     void readsOneLevelOfSubfolders();
-    void listsFilesOfThePatternAlone();
+    void listsLinksAlone();
     void ordersByNameIgnoringCase();
     void goesThroughRootsThenTheirSubfolders();
     void survivesLinksThatLeadInACircle();
@@ -223,14 +223,16 @@ void tst_AppLauncherCatalogue::readsOneLevelOfSubfolders()
     QCOMPARE(startMenuNames(AppLauncher()), QStringList(u"Near"_s));
 }
 
-void tst_AppLauncherCatalogue::listsFilesOfThePatternAlone()
+void tst_AppLauncherCatalogue::listsLinksAlone()
 {
     addFile(u"user/App.link"_s);
+    addFile(u"user/Capitals.LINK"_s);
     addFile(u"user/Readme.txt"_s);
+    addFile(u"user/Uplink"_s);
     addFile(u"user/Tools/Tool.link.bak"_s);
     QVERIFY(QDir().mkpath(userMenu() + "/Folder.link"_L1));
 
-    QCOMPARE(startMenuNames(AppLauncher()), QStringList(u"App"_s));
+    QCOMPARE(startMenuNames(AppLauncher()), QStringList({u"App"_s, u"Capitals"_s}));
 }
 
 void tst_AppLauncherCatalogue::ordersByNameIgnoringCase()

@@ -5,7 +5,7 @@
 #include "platform/World.h"
 
 #include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QTest>
 
 #include <optional>
@@ -30,7 +30,7 @@ class tst_StartMenuContract : public QObject
 private Q_SLOTS:
     void init() { world::reset(); }
     void rootsAreAbsoluteAndGivenOnce();
-    void patternFindsTheFilesThatCanBeOpened();
+    void filesHaveTheSuffixOfLinks();
     void listsAProgramUnderItsName();
     void listsSeveralFilesAtOnce();
     void listsTheSameProgramOnce();
@@ -49,16 +49,10 @@ void tst_StartMenuContract::rootsAreAbsoluteAndGivenOnce()
     }
 }
 
-void tst_StartMenuContract::patternFindsTheFilesThatCanBeOpened()
+void tst_StartMenuContract::filesHaveTheSuffixOfLinks()
 {
     const QString path = world::install(0, u"Foo.Bar"_s, u"Foo"_s);
-    const QDir root(platform::startMenuRoots().at(0));
-    QFile other(root.filePath(u"other.txt"_s));
-    QVERIFY(other.open(QIODevice::WriteOnly));
-    const QFileInfoList files = root.entryInfoList({platform::startMenuPattern()}, QDir::Files);
-    QCOMPARE(files.size(), 1);
-    QCOMPARE(files.at(0).absoluteFilePath(), path);
-    QCOMPARE(files.at(0).suffix(), platform::linkSuffix());
+    QCOMPARE(QFileInfo(path).suffix(), platform::linkSuffix());
 }
 
 void tst_StartMenuContract::listsAProgramUnderItsName()

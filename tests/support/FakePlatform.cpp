@@ -199,11 +199,6 @@ QStringList startMenuRoots()
     return fakePlatform().startMenuRoots;
 }
 
-QString startMenuPattern()
-{
-    return fakePlatform().startMenuPattern;
-}
-
 QHash<QString, QString> startMenuNames(const QString &root, const QStringList &filePaths)
 {
     QHash<QString, QString> names;

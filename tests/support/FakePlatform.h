@@ -62,7 +62,6 @@ struct FakePlatform
 
     // StartMenu.h; a file without an entry is listed under its complete base name
     QStringList startMenuRoots;
-    QString startMenuPattern = QStringLiteral("*.link");
     QHash<QString, QString> startMenuNames;
     QStringList unlistedFiles;
     QList<std::pair<QString, QString>> startMenuNameCalls;

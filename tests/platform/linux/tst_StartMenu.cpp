@@ -402,7 +402,7 @@ void tst_StartMenu::readsFiveThousandEntries()
     }
     QStringList paths;
     const QDir folder(systemRoot());
-    for (const QFileInfo &file : folder.entryInfoList({platform::startMenuPattern()})) {
+    for (const QFileInfo &file : folder.entryInfoList(QDir::Files)) {
         paths.append(file.absoluteFilePath());
     }
     QCOMPARE(platform::startMenuNames(systemRoot(), paths).size(), count);
