@@ -145,9 +145,12 @@ Section Uninstall
     ${If} $0 == "$INSTDIR\Vaskel.exe"
         DeleteRegValue HKCU "${RUN_KEY}" "Vaskel"
     ${EndIf}
-    DeleteRegKey HKCU "${UNINSTALL_KEY}"
 
-    ; What the program can make again at any time.
+    ; What the program can make again at any time, and an update that came to nothing.
     RMDir /r "$TEMP\Vaskel\icons"
     RMDir "$TEMP\Vaskel"
+    Delete "$TEMP\Vaskel_update.exe"
+    Delete "$TEMP\Vaskel_updater.bat"
+
+    DeleteRegKey HKCU "${UNINSTALL_KEY}"
 SectionEnd

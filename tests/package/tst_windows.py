@@ -4,12 +4,15 @@
 usage: tst_windows.py PACKAGE-FOLDER PICTURE-FOLDER with-wine PREFIX Everything64.dll [unittest's own]
 """
 
+import http.server
+import json
 import os
 import pathlib
 import shutil
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
 import zipfile
@@ -21,6 +24,49 @@ USER = r"HKEY_CURRENT_USER\Software"
 UNINSTALL = USER + r"\Microsoft\Windows\CurrentVersion\Uninstall\Vaskel"
 RUN = USER + r"\Microsoft\Windows\CurrentVersion\Run"
 PREFERENCES = USER + r"\Vaskel\Vaskel"
+
+
+SERVER = "http://127.0.0.1:8080"  # which the program asks if its build is not told otherwise
+
+
+class UpdateServer:
+    """Offers a program once. Its address has as many letters as SERVER."""
+
+    def __init__(self, program):
+        server = self
+        self.checks = 0
+
+        class Handler(http.server.BaseHTTPRequestHandler):
+            def do_GET(self):
+                body = program
+                if self.path.startswith("/api/"):
+                    server.checks += 1
+                    body = json.dumps({"has_update": server.checks == 1, "version": "2.0",
+                                       "changelog": "", "download_url": server.address}).encode()
+                self.send_response(200)
+                self.send_header("Content-Length", str(len(body)))
+                self.end_headers()
+                self.wfile.write(body)
+
+            def log_message(self, *_):
+                pass
+
+        self._server = self._listen(Handler)
+        self.address = f"http://127.0.0.1:{self._server.server_port}"
+        threading.Thread(target=self._server.serve_forever, daemon=True).start()
+
+    @staticmethod
+    def _listen(handler):
+        for port in range(2000, 10000):
+            try:
+                return http.server.ThreadingHTTPServer(("127.0.0.1", port), handler)
+            except OSError:
+                continue
+        raise AssertionError("there is no free port of four digits")
+
+    def close(self):
+        self._server.shutdown()
+        self._server.server_close()
 
 
 def package(ending):
@@ -87,6 +133,7 @@ class WindowsPackages(unittest.TestCase):
         if not (prefix / "ready").exists():
             run("wineboot")
         self.drive = prefix / "wine/drive_c"
+        self.provide_timeout()
         self.user = next(path for path in (self.drive / "users").iterdir() if path.name != "Public")
         self.data = self.user / "AppData/Roaming/Vaskel"
         self.link = (self.user / "AppData/Roaming/Microsoft/Windows/Start Menu/Programs"
@@ -99,12 +146,22 @@ class WindowsPackages(unittest.TestCase):
         self.addCleanup(self.clean)
         self.addCleanup(self.report_failure)
 
+    def provide_timeout(self):
+        """The program by which an update waits for the end of the old one."""
+        program = self.drive / "windows/system32/timeout.exe"
+        if not program.exists():
+            source = pathlib.Path(__file__).with_name("timeout.cpp")
+            subprocess.run(["x86_64-w64-mingw32-g++-posix", "-static", "-o", program, source],
+                           check=True)
+
     def clean(self):
         for uninstaller in (self.program_folder / "Uninstall.exe", self.other_folder() / "Uninstall.exe"):
             if uninstaller.exists():
                 self.uninstall(uninstaller.parent)
         for folder in (self.program_folder, self.other_folder(), self.data):
             shutil.rmtree(folder, ignore_errors=True)
+        for update in self.user.rglob("Vaskel_update*"):
+            update.unlink()
         for key in (USER + r"\Vaskel", UNINSTALL):
             run("reg", "delete", key, "/f")
         run("reg", "delete", RUN, "/f", "/v", "Vaskel")
@@ -141,15 +198,14 @@ class WindowsPackages(unittest.TestCase):
     def uninstall(self, folder):
         # It goes on as a copy of itself, so that it can remove its own file.
         self.assertEqual(run(self.command(folder / "Uninstall.exe"), "/S"), 0)
-        self.wait_until(lambda: not (folder / "Uninstall.exe").exists() and not self.link.exists()
-                        and UNINSTALL not in registry(), "the uninstaller has done its work")
+        self.wait_until(lambda: UNINSTALL not in registry(), "the uninstaller has done its work")
 
     def files(self):
         """What the user's folders hold, but for the uninstaller's copy of itself, which Windows
         removes at its next start."""
         found = {str(path.relative_to(self.user)) for path in self.user.rglob("*")
                  if not path.is_dir()}
-        return {path for path in found if "/Temp/~nsu" not in path}
+        return {path for path in found if "Temp/~nsu" not in path}
 
     def start(self, folder):
         program = self.command(folder / "Vaskel.exe")
@@ -236,6 +292,32 @@ class WindowsPackages(unittest.TestCase):
         self.assertEqual(after.pop(PREFERENCES)["autoStart"], "true")
         after.pop(USER + r"\Vaskel")
         self.assertEqual(after, keys)
+
+    def test_updates_itself_where_it_is_installed(self):
+        shutil.copy(library, self.downloads / "Everything64.dll")
+        files = self.files()
+        self.install()
+        program = self.program_folder / "Vaskel.exe"
+        original, default = program.read_bytes(), SERVER.encode("utf-16-le")
+        self.assertEqual(original.count(default), 1)
+        server = UpdateServer(original + b"newer")
+        self.addCleanup(server.close)
+        program.write_bytes(original.replace(default, server.address.encode("utf-16-le")))
+
+        vaskel = self.start(self.program_folder)
+        self.addCleanup(run, "taskkill", "/f", "/im", "Vaskel.exe")
+        self.wait_until(lambda: windows("Update available"), "the program asks")
+        self.picture("question")
+        xdotool("key", "alt+y")
+        self.wait_until(lambda: vaskel.poll() is not None, "the old program ends")
+        self.wait_until(launcher_is_shown, "the new program runs")
+        self.assertTrue(program.read_bytes() == original + b"newer")
+
+        run("taskkill", "/f", "/im", "Vaskel.exe")
+        self.wait_until(lambda: not windows("Vaskel"), "the new program is gone")
+        self.uninstall(self.program_folder)
+        data = str(self.data.relative_to(self.user))
+        self.assertEqual([path for path in self.files() - files if not path.startswith(data)], [])
 
     def test_leaves_the_users_own_files_in_the_programs_folder(self):
         self.install()
