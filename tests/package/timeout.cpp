@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// usage: timeout /t SECONDS /nobreak
+//
+// In the place of Windows' own, which wine lacks.
+
+#include <cstdlib>
+
+#include <windows.h>
+
+int main(int argc, char *argv[])
+{
+    if (argc < 3) {
+        return 1;
+    }
+    Sleep(1000 * static_cast<DWORD>(std::atoi(argv[2])));
+    return 0;
+}

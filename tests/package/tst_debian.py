@@ -1,0 +1,174 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""The Debian package: checked, installed in a tree of its own, run there, and removed.
+
+usage: tst_debian.py PACKAGE-FOLDER PICTURE-FOLDER [unittest's own]
+"""
+
+import gzip
+import os
+import pathlib
+import shlex
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "e2e"))
+
+from case import EndToEndCase, main  # noqa: E402
+from desktop import start_tied  # noqa: E402
+
+FOLDER = pathlib.Path(sys.argv[1])
+SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
+
+
+def package():
+    """The one package that is there."""
+    packages = list(FOLDER.glob("*.deb"))
+    assert len(packages) == 1, f"in {FOLDER}: {packages}"
+    return packages[0]
+
+
+def field(name):
+    return subprocess.run(["dpkg-deb", "--field", package(), name], check=True, text=True,
+                          stdout=subprocess.PIPE).stdout.strip()
+
+
+class Tree:
+    """A system to install in: empty, but for the knowledge of what is installed on this machine."""
+
+    def __init__(self):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-tree-"))
+        self.database = self.folder / "var/lib/dpkg"
+        for name in ("info", "updates"):
+            (self.database / name).mkdir(parents=True)
+        shutil.copy("/var/lib/dpkg/status", self.database)
+
+    def dpkg(self, *arguments):
+        # Whoever is not root only seems to give the files to root.
+        fake = [] if os.geteuid() == 0 else ["fakeroot"]
+        return subprocess.run([*fake, "dpkg", f"--root={self.folder}", "--force-not-root",
+                               "--force-bad-path", "--log=/dev/null", *arguments], text=True,
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+
+    def files(self):
+        """What lies in it besides dpkg's own."""
+        return {str(path.relative_to(self.folder)) for path in self.folder.rglob("*")
+                if not path.is_relative_to(self.database) and not path.is_dir()}
+
+    def folders(self):
+        return {str(path.relative_to(self.folder)) for path in self.folder.rglob("*")
+                if not path.is_relative_to(self.database) and path.is_dir()}
+
+    def remove(self):
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class Package(EndToEndCase):
+    def setUp(self):
+        super().setUp()
+        self.tree = Tree()
+        self.addCleanup(self.tree.remove)
+
+    def install(self):
+        result = self.tree.dpkg("--install", str(package()))
+        self.assertEqual(result.returncode, 0, result.stdout)
+
+    def desktop_entry(self):
+        lines = (self.tree.folder / "usr/share/applications/vaskel.desktop").read_text().splitlines()
+        return dict(line.split("=", 1) for line in lines if "=" in line)
+
+    def passes(self, *command):
+        result = subprocess.run(command, text=True, stdout=subprocess.PIPE,
+                                stderr=subprocess.STDOUT)
+        self.assertEqual(result.returncode, 0, result.stdout)
+
+    def test_keeps_to_the_policy(self):
+        self.passes("lintian", "--fail-on", "error,warning", package())
+
+    def test_has_valid_metadata(self):
+        self.install()
+        shares = self.tree.folder / "usr/share"
+        self.passes("desktop-file-validate", shares / "applications/vaskel.desktop")
+        self.passes("appstreamcli", "validate-tree", "--no-net", self.tree.folder)
+
+    def test_names_one_version_everywhere(self):
+        self.install()
+        shares = self.tree.folder / "usr/share"
+        version = field("Version").rsplit("-", 1)[0]
+        metadata = xml.etree.ElementTree.parse(next((shares / "metainfo").iterdir()))
+        self.assertEqual(metadata.find("releases/release").get("version"), version)
+        with gzip.open(shares / "man/man1/Vaskel.1.gz", "rt") as page:
+            self.assertIn(f'"Vaskel {version}"', page.read())
+        program = (self.tree.folder / "usr/bin/Vaskel").read_bytes()
+        self.assertTrue(version.encode("utf-16-le") in program)
+
+    def test_has_an_icon_of_each_size(self):
+        self.install()
+        theme = self.tree.folder / "usr/share/icons/hicolor"
+        name = self.desktop_entry()["Icon"]
+        for size in SIZES:
+            picture = (theme / f"{size}x{size}/apps/{name}.png").read_bytes()
+            width, height = (int.from_bytes(picture[at:at + 4], "big") for at in (16, 20))
+            self.assertEqual((width, height), (size, size))
+        drawing = xml.etree.ElementTree.parse(theme / f"scalable/apps/{name}.svg")
+        self.assertTrue(drawing.getroot().tag.endswith("svg"))
+
+    def test_depends_on_what_the_program_loads(self):
+        dependencies = field("Depends")
+        for name in ("libqt6widgets6", "libqt6network6", "libqt6svg6", "xdg-utils"):
+            self.assertIn(name, dependencies)
+
+    def test_does_not_install_where_a_dependency_is_missing(self):
+        status = self.tree.database / "status"
+        packages = status.read_text().split("\n\n")
+        status.write_text("\n\n".join(text for text in packages
+                                      if not text.startswith("Package: libqt6svg6\n")))
+        result = self.tree.dpkg("--install", str(package()))
+        self.assertNotEqual(result.returncode, 0)
+        self.assertIn("libqt6svg6", result.stdout)
+
+    def test_runs_from_the_menu_and_finds_itself_there(self):
+        self.install()
+        # What the program needs besides comes from this machine.
+        tree = self.tree.folder
+        self.launcher.environment["PATH"] = f"{tree}/usr/bin:{self.launcher.environment['PATH']}"
+        self.launcher.environment["XDG_DATA_DIRS"] = f"{tree}/usr/share:{self.home.system}"
+        entry = self.desktop_entry()
+        command = shlex.split(entry["Exec"])
+        command[0] = shutil.which(entry["TryExec"], path=self.launcher.environment["PATH"])
+        self.assertEqual(command[0], f"{tree}/usr/bin/Vaskel")
+        self.launcher.attach(self.run_command(command))
+        classes = self.desktop.run("xprop", "-id", self.launcher.window, "WM_CLASS")
+        self.assertIn(f'"{entry["StartupWMClass"]}"', classes)
+        self.launcher.type("vaskel")
+        self.shows_rows((entry["Name"], "Start Menu"))
+        self.picture("found")
+
+        self.launcher.press("Escape")
+        self.hides()
+        self.assertEqual(self.run_command(command).wait(60), 0)
+        self.launcher.wait_until_ready()
+
+    def run_command(self, command):
+        return start_tied(command, env=self.launcher.environment, stdout=self.launcher.log,
+                          stderr=self.launcher.log)
+
+    def test_leaves_nothing_behind(self):
+        self.assertEqual(self.tree.files(), set())
+        before = self.tree.folders()
+        self.install()
+        self.assertIn("usr/bin/Vaskel", self.tree.files())
+        result = self.tree.dpkg("--purge", "vaskel")
+        self.assertEqual(result.returncode, 0, result.stdout)
+        self.assertEqual(self.tree.files(), set())
+        self.assertEqual(self.tree.folders(), before)
+        self.assertEqual(list((self.tree.database / "info").glob("vaskel*")), [])
+
+
+if __name__ == "__main__":
+    sys.argv.insert(1, str(package()))
+    del sys.argv[2]
+    main()
