@@ -45,8 +45,8 @@ def wait_until(probe, what, patience=PATIENCE):
 
 def start_tied(command, **options):
     """Starts a process in a session of its own that the kernel ends when this one is gone."""
-    return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command],
-                            stdin=subprocess.DEVNULL, start_new_session=True, **options)
+    return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], start_new_session=True,
+                            **{"stdin": subprocess.DEVNULL, **options})
 
 
 def stop(process):
@@ -66,7 +66,7 @@ class Desktop:
     At most one lives in a process, since the accessibility library connects to one bus for good.
     """
 
-    def __init__(self, size="1280x1024"):
+    def __init__(self, size):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-desktop-"))
         self._processes = []
         try:

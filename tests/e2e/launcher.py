@@ -299,7 +299,11 @@ class Launcher:
 
     def text(self):
         """The text of the line edit: what is typed, without the word in the badge."""
-        return Atspi.Text.get_text(self._edit(), 0, -1)
+        return self.text_of(self._edit())
+
+    def text_of(self, accessible):
+        """What stands in a control that takes text."""
+        return Atspi.Text.get_text(accessible, 0, -1)
 
     def badge(self):
         """The word in the badge, or None."""
@@ -368,7 +372,7 @@ class Launcher:
         """The texts in the dialog of that role."""
         dialog = self._dialog(role)
         return [label.get_name() for label in find(dialog, Atspi.Role.LABEL)] + \
-            [Atspi.Text.get_text(text, 0, -1) for text in find(dialog, Atspi.Role.TEXT)]
+            [self.text_of(text) for text in find(dialog, Atspi.Role.TEXT)]
 
     # What the user does
 

@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// usage: reader DESKTOP
+//
+// Tells what a user sees of Vaskel.exe on that desktop of wine. Each line of the standard input is
+// a question, each answer one line of JSON:
+//
+//   windows    the visible windows, with what they tell accessibility tools
+//   processes  the processes of that program, with the handles that they hold
+//   taskbar    the place of the bar that has the system tray at its end
+//   clipboard  the text in the clipboard
+
+#include "reader.h"
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+#include <tlhelp32.h>
+
+namespace {
+
+constexpr UINT patience = 20000;
+
+std::vector<DWORD> processes()
+{
+    std::vector<DWORD> found;
+    HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry{};
+    entry.dwSize = sizeof entry;
+    for (BOOL more = Process32FirstW(snapshot, &entry); more;
+         more = Process32NextW(snapshot, &entry)) {
+        if (_wcsicmp(entry.szExeFile, L"Vaskel.exe") == 0) {
+            found.push_back(entry.th32ProcessID);
+        }
+    }
+    CloseHandle(snapshot);
+    return found;
+}
+
+std::string describe(DWORD id)
+{
+    HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, id);
+    DWORD handles = 0;
+    GetProcessHandleCount(process, &handles);
+    const std::string result =
+        "{\"id\":" + std::to_string(id) + ",\"handles\":" + std::to_string(handles)
+        + ",\"gdi\":" + std::to_string(GetGuiResources(process, GR_GDIOBJECTS))
+        + ",\"user\":" + std::to_string(GetGuiResources(process, GR_USEROBJECTS)) + "}";
+    CloseHandle(process);
+    return result;
+}
+
+std::string answerProcesses()
+{
+    std::string result;
+    for (const DWORD id : processes()) {
+        result += result.empty() ? "[" : ",";
+        result += describe(id);
+    }
+    return result.empty() ? "[]" : result + "]";
+}
+
+/// Windows of the toolkit that a process of the program has, hidden ones too.
+std::vector<HWND> windows()
+{
+    std::vector<HWND> found;
+    EnumWindows(
+        [](HWND window, LPARAM parameter) -> BOOL {
+            wchar_t className[256];
+            GetClassNameW(window, className, 256);
+            DWORD owner = 0;
+            GetWindowThreadProcessId(window, &owner);
+            for (const DWORD process : processes()) {
+                if (process == owner && std::wcsncmp(className, L"Qt", 2) == 0) {
+                    reinterpret_cast<std::vector<HWND> *>(parameter)->push_back(window);
+                }
+            }
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+std::string answerWindows(HMODULE hookLibrary, char *memory)
+{
+    const std::vector<HWND> found = windows();
+    if (found.empty()) {
+        return "[]";
+    }
+    *memory = 0;
+    const auto procedure = reinterpret_cast<HOOKPROC>(
+        reinterpret_cast<void *>(GetProcAddress(hookLibrary, "readerHook")));
+    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, procedure, hookLibrary,
+                                   GetWindowThreadProcessId(found.front(), nullptr));
+    DWORD_PTR answered = 0;
+    SendMessageTimeoutW(found.front(), RegisterWindowMessageW(reader::messageName), 0, 0,
+                        SMTO_NORMAL, patience, &answered);
+    UnhookWindowsHookEx(hook);
+    std::string result = "[";
+    result += memory;
+    result += "]";
+    return result;
+}
+
+std::string answerTaskbar()
+{
+    HWND bar = FindWindowW(L"Shell_TrayWnd", nullptr);
+    RECT place{};
+    if (!bar || !IsWindowVisible(bar) || !GetWindowRect(bar, &place)) {
+        return "null";
+    }
+    char text[100];
+    std::snprintf(text, sizeof text, "[%ld,%ld,%ld,%ld]", place.left, place.top,
+                  place.right - place.left, place.bottom - place.top);
+    return text;
+}
+
+/// The text as numbers of its UTF-16 units, which need no quoting.
+std::string answerClipboard()
+{
+    std::string result;
+    if (!OpenClipboard(nullptr)) {
+        return "null";
+    }
+    if (HANDLE data = GetClipboardData(CF_UNICODETEXT)) {
+        for (const auto *unit = static_cast<const wchar_t *>(GlobalLock(data)); unit && *unit;
+             ++unit) {
+            result += result.empty() ? "[" : ",";
+            result += std::to_string(unsigned(*unit));
+        }
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return result.empty() ? "[]" : result + "]";
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    HDESK desktop = argc > 1 ? OpenDesktopA(argv[1], 0, FALSE, GENERIC_ALL) : nullptr;
+    if (!desktop || !SetThreadDesktop(desktop)) {
+        std::fputs("reader: there is no such desktop\n", stderr);
+        return 2;
+    }
+    HANDLE mapping = CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                        DWORD(reader::mappingSize), reader::mappingName);
+    auto *memory =
+        static_cast<char *>(MapViewOfFile(mapping, FILE_MAP_ALL_ACCESS, 0, 0, reader::mappingSize));
+    HMODULE hookLibrary = LoadLibraryW(L"readerhook.dll");
+    if (!memory || !hookLibrary) {
+        std::fputs("reader: readerhook.dll is not beside it\n", stderr);
+        return 2;
+    }
+    char line[100];
+    while (std::fgets(line, sizeof line, stdin)) {
+        const std::string question(line, std::strcspn(line, "\r\n"));
+        std::string answer = "null";
+        if (question == "windows") {
+            answer = answerWindows(hookLibrary, memory);
+        } else if (question == "processes") {
+            answer = answerProcesses();
+        } else if (question == "taskbar") {
+            answer = answerTaskbar();
+        } else if (question == "clipboard") {
+            answer = answerClipboard();
+        }
+        std::puts(answer.c_str());
+        std::fflush(stdout);
+    }
+    return 0;
+}

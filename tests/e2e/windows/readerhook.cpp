@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+//
+// The half of reader.exe that works within the program that is read. From another process the tree
+// of a window cannot be walked under wine: the program then waits for itself.
+
+#include "reader.h"
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include <windows.h>
+
+#include <ole2.h>
+#include <uiautomationcore.h>
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+// Interfaces of UI Automation, as far as they are called here. In a namespace without a name the
+// compiler would take them for such that nobody implements.
+struct ValueProvider : IUnknown
+{
+    static constexpr IID id = {
+        0xc7935180, 0x6fb3, 0x4201, {0xb1, 0x74, 0x7d, 0xf7, 0x3a, 0xdb, 0xf6, 0x4a}};
+    virtual HRESULT WINAPI setValue(const wchar_t *) = 0;
+    virtual HRESULT WINAPI value(BSTR *) = 0;
+};
+
+struct SelectionItemProvider : IUnknown
+{
+    static constexpr IID id = {
+        0x2acad808, 0xb2d4, 0x452d, {0xa4, 0x07, 0x91, 0xff, 0x1a, 0xd1, 0x67, 0xb2}};
+    virtual HRESULT WINAPI select() = 0;
+    virtual HRESULT WINAPI addToSelection() = 0;
+    virtual HRESULT WINAPI removeFromSelection() = 0;
+    virtual HRESULT WINAPI isSelected(BOOL *) = 0;
+};
+
+struct ToggleProvider : IUnknown
+{
+    static constexpr IID id = {
+        0x56d00bd0, 0xc4f4, 0x433c, {0xa8, 0x36, 0x1a, 0x52, 0xa5, 0x7e, 0x08, 0x92}};
+    virtual HRESULT WINAPI toggle() = 0;
+    virtual HRESULT WINAPI state(int *) = 0;
+};
+#pragma GCC diagnostic pop
+
+namespace {
+
+// Of UI Automation; the compiler's headers have no names for these.
+constexpr LPARAM rootObject = -25;
+constexpr int valuePattern = 10002;
+constexpr int selectionItemPattern = 10010;
+constexpr int togglePattern = 10015;
+constexpr int controlType = 30003;
+constexpr int nameProperty = 30005;
+constexpr int hasFocusProperty = 30008;
+constexpr int takesFocusProperty = 30009;
+constexpr int isEnabledProperty = 30010;
+constexpr int classNameProperty = 30012;
+
+IRawElementProviderSimple *givenProvider = nullptr;
+
+LRESULT WINAPI takeProvider(HWND, WPARAM, LPARAM, IRawElementProviderSimple *provider)
+{
+    givenProvider = provider;
+    provider->AddRef();
+    return 0;
+}
+
+/// Leads the function by which a window hands out its provider to takeProvider(), while it lives.
+class Diversion
+{
+public:
+    explicit Diversion(void *function)
+        : m_function(static_cast<unsigned char *>(function))
+    {
+        // mov r11, takeProvider; jmp r11
+        unsigned char jump[length] = {0x49, 0xbb, 0, 0, 0, 0, 0, 0, 0, 0, 0x41, 0xff, 0xe3};
+        const auto target = &takeProvider;
+        std::memcpy(jump + 2, &target, sizeof target);
+        std::memcpy(m_original, m_function, length);
+        write(jump);
+    }
+    ~Diversion() { write(m_original); }
+    Diversion(const Diversion &) = delete;
+    Diversion &operator=(const Diversion &) = delete;
+
+private:
+    static constexpr size_t length = 13;
+
+    void write(const unsigned char *code)
+    {
+        DWORD protection = 0;
+        VirtualProtect(m_function, length, PAGE_EXECUTE_READWRITE, &protection);
+        std::memcpy(m_function, code, length);
+        VirtualProtect(m_function, length, protection, &protection);
+        FlushInstructionCache(GetCurrentProcess(), m_function, length);
+    }
+
+    unsigned char *m_function;
+    unsigned char m_original[length];
+};
+
+std::string quoted(const wchar_t *text)
+{
+    std::string utf8(
+        size_t(WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr)), 0);
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), int(utf8.size()), nullptr, nullptr);
+    utf8.pop_back();
+    std::string result = "\"";
+    for (const char c : utf8) {
+        if (c == '"' || c == '\\') {
+            result += {'\\', c};
+        } else if (static_cast<unsigned char>(c) < ' ') {
+            char escape[8];
+            std::snprintf(escape, sizeof escape, "\\u%04x", unsigned(c));
+            result += escape;
+        } else {
+            result += c;
+        }
+    }
+    return result + '"';
+}
+
+std::string rectangle(double x, double y, double width, double height)
+{
+    char text[100];
+    std::snprintf(text, sizeof text, "[%.0f,%.0f,%.0f,%.0f]", x, y, width, height);
+    return text;
+}
+
+std::string property(IRawElementProviderSimple *element, int property)
+{
+    VARIANT value;
+    VariantInit(&value);
+    element->GetPropertyValue(property, &value);
+    std::string result = "null";
+    if (value.vt == VT_BSTR) {
+        result = quoted(value.bstrVal ? value.bstrVal : L"");
+    } else if (value.vt == VT_I4) {
+        result = std::to_string(value.lVal);
+    } else if (value.vt == VT_BOOL) {
+        result = value.boolVal ? "true" : "false";
+    }
+    VariantClear(&value);
+    return result;
+}
+
+// What a pattern of the element tells; "null" if it has not that pattern.
+template <typename Pattern, typename Read>
+std::string told(IRawElementProviderSimple *element, int pattern, Read read)
+{
+    IUnknown *unknown = nullptr;
+    if (element->GetPatternProvider(pattern, &unknown) != S_OK || !unknown) {
+        return "null";
+    }
+    Pattern *provider = nullptr;
+    std::string result = "null";
+    if (unknown->QueryInterface(Pattern::id, reinterpret_cast<void **>(&provider)) == S_OK) {
+        result = read(provider);
+        provider->Release();
+    }
+    unknown->Release();
+    return result;
+}
+
+std::string valueOf(IRawElementProviderSimple *element)
+{
+    return told<ValueProvider>(element, valuePattern, [](ValueProvider *provider) {
+        BSTR text = nullptr;
+        provider->value(&text);
+        const std::string result = quoted(text ? text : L"");
+        SysFreeString(text);
+        return result;
+    });
+}
+
+std::string isSelected(IRawElementProviderSimple *element)
+{
+    return told<SelectionItemProvider>(element, selectionItemPattern,
+                                       [](SelectionItemProvider *provider) {
+                                           BOOL selected = FALSE;
+                                           provider->isSelected(&selected);
+                                           return std::string(selected ? "true" : "false");
+                                       });
+}
+
+std::string isChecked(IRawElementProviderSimple *element)
+{
+    return told<ToggleProvider>(element, togglePattern, [](ToggleProvider *provider) {
+        int state = 0;
+        provider->state(&state);
+        return std::string(state == 1 ? "true" : "false");
+    });
+}
+
+IRawElementProviderFragment *next(IRawElementProviderFragment *from, NavigateDirection direction)
+{
+    IRawElementProviderFragment *found = nullptr;
+    return from->Navigate(direction, &found) == S_OK ? found : nullptr;
+}
+
+std::string read(IRawElementProviderFragment *fragment)
+{
+    IRawElementProviderSimple *element = nullptr;
+    fragment->QueryInterface(__uuidof(IRawElementProviderSimple),
+                             reinterpret_cast<void **>(&element));
+    UiaRect place{};
+    fragment->get_BoundingRectangle(&place);
+    std::string result =
+        "{\"type\":" + property(element, controlType) + ",\"name\":"
+        + property(element, nameProperty) + ",\"class\":" + property(element, classNameProperty)
+        + ",\"focused\":" + property(element, hasFocusProperty)
+        + ",\"takesFocus\":" + property(element, takesFocusProperty)
+        + ",\"enabled\":" + property(element, isEnabledProperty) + ",\"value\":" + valueOf(element)
+        + ",\"selected\":" + isSelected(element) + ",\"checked\":" + isChecked(element)
+        + ",\"rect\":" + rectangle(place.left, place.top, place.width, place.height)
+        + ",\"children\":[";
+    element->Release();
+    IRawElementProviderFragment *child = next(fragment, NavigateDirection_FirstChild);
+    while (child) {
+        result += read(child);
+        IRawElementProviderFragment *sibling = next(child, NavigateDirection_NextSibling);
+        child->Release();
+        child = sibling;
+        result += child ? "," : "";
+    }
+    return result + "]}";
+}
+
+std::string read(HWND window)
+{
+    HMODULE library = LoadLibraryW(L"uiautomationcore.dll");
+    {
+        const Diversion diversion(
+            reinterpret_cast<void *>(GetProcAddress(library, "UiaReturnRawElementProvider")));
+        SendMessageW(window, WM_GETOBJECT, 0, rootObject);
+    }
+    FreeLibrary(library);
+    IRawElementProviderFragment *root = nullptr;
+    std::string result = "null";
+    if (givenProvider
+        && givenProvider->QueryInterface(__uuidof(IRawElementProviderFragment),
+                                         reinterpret_cast<void **>(&root))
+               == S_OK) {
+        result = read(root);
+        root->Release();
+    }
+    if (givenProvider) {
+        givenProvider->Release();
+        givenProvider = nullptr;
+    }
+    return result;
+}
+
+BOOL CALLBACK readVisible(HWND window, LPARAM parameter)
+{
+    if (!IsWindowVisible(window)) {
+        return TRUE;
+    }
+    auto &result = *reinterpret_cast<std::string *>(parameter);
+    wchar_t className[256];
+    wchar_t title[256];
+    GetClassNameW(window, className, 256);
+    GetWindowTextW(window, title, 256);
+    RECT place{};
+    GetWindowRect(window, &place);
+    result += result.empty() ? "" : ",";
+    result += "{\"class\":" + quoted(className) + ",\"title\":" + quoted(title)
+              + ",\"active\":" + (GetForegroundWindow() == window ? "true" : "false")
+              + ",\"focus\":" + (GetFocus() == window ? "true" : "false") + ",\"rect\":"
+              + rectangle(place.left, place.top, place.right - place.left, place.bottom - place.top)
+              + ",\"root\":" + read(window) + "}";
+    return TRUE;
+}
+
+void answer()
+{
+    HANDLE mapping = OpenFileMappingW(FILE_MAP_WRITE, FALSE, reader::mappingName);
+    void *view = MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, reader::mappingSize);
+    if (view) {
+        std::string windows;
+        EnumThreadWindows(GetCurrentThreadId(), readVisible, reinterpret_cast<LPARAM>(&windows));
+        if (windows.size() < reader::mappingSize) {
+            std::memcpy(view, windows.c_str(), windows.size() + 1);
+        }
+        UnmapViewOfFile(view);
+    }
+    CloseHandle(mapping);
+}
+
+} // namespace
+
+extern "C" __declspec(dllexport) LRESULT CALLBACK readerHook(int code, WPARAM wParam, LPARAM lParam)
+{
+    static const UINT question = RegisterWindowMessageW(reader::messageName);
+    if (code == HC_ACTION && reinterpret_cast<const CWPSTRUCT *>(lParam)->message == question) {
+        answer();
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
