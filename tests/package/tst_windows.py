@@ -319,6 +319,34 @@ class WindowsPackages(unittest.TestCase):
         data = str(self.data.relative_to(self.user))
         self.assertEqual([path for path in self.files() - files if not path.startswith(data)], [])
 
+    def test_starts_the_program_from_its_last_page(self):
+        shutil.copy(library, self.downloads / "Everything64.dll")
+        self.click_through("ready")
+        self.addCleanup(run, "taskkill", "/f", "/im", "Vaskel.exe")
+        self.wait_until(launcher_is_shown, "the program starts")
+
+    def test_opens_the_folder_for_the_library_that_is_missing(self):
+        self.click_through("lacking")
+        self.wait_until(lambda: windows("Vaskel"), "the folder opens")
+        self.picture("folder")
+        xdotool("key", "alt+F4")
+        self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
+
+    def click_through(self, name):
+        setup = subprocess.Popen(wine(self.command(self.installer), desktop=True),
+                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(setup.terminate)
+        self.wait_until(lambda: windows("Vaskel Setup"), "the first page shows")
+        xdotool("key", "Return")
+        self.wait_until(lambda: UNINSTALL in registry(), "everything is installed")
+        self.picture(name)
+        self.wait_until(lambda: self.press_return_until_it_ends(setup), "the last page is left")
+
+    def press_return_until_it_ends(self, setup):
+        if setup.poll() is None:
+            xdotool("key", "Return")
+        return setup.poll() is not None
+
     def test_leaves_the_users_own_files_in_the_programs_folder(self):
         self.install()
         self.assertFalse((self.program_folder / "Everything64.dll").exists())
