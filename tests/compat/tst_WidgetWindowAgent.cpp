@@ -2,6 +2,7 @@
 #include <QWKWidgets/widgetwindowagent.h>
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
@@ -13,10 +14,12 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
+#include <chrono>
 #include <cmath>
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using QWK::WidgetWindowAgent;
 using QWK::WindowAgentBase;
 
@@ -129,7 +132,8 @@ bool dragUntil(const QPoint &from, const QPoint &to, Condition reached)
 {
     moveTo(from);
     press();
-    for (int attempt = 0; attempt < 100 && !reached(); ++attempt) {
+    const QDeadlineTimer deadline(20s);
+    while (!reached() && !deadline.hasExpired()) {
         moveTo((from + to) / 2);
         moveTo(to);
         QTest::qWait(10);

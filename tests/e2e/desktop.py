@@ -162,6 +162,13 @@ class Desktop:
     def active_window(self):
         return self.run("xdotool", "getactivewindow")
 
+    def activate(self, window):
+        """Makes a window the active one, if it is not; returns whether it was."""
+        if self.active_window() == window:
+            return True
+        self.run("xdotool", "windowactivate", window)
+        return False
+
     def stack(self):
         """The windows that are managed, the uppermost last."""
         listing = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")

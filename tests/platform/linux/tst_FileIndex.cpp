@@ -30,6 +30,7 @@ enum Error : unsigned {
 };
 
 constexpr int day = 24 * 60 * 60;
+constexpr int patience = 60'000; // milliseconds, for what is done in the background
 
 QString addFile(const QString &relativePath)
 {
@@ -396,7 +397,7 @@ void tst_FileIndex::asksTheSystemsDatabaseFirst()
 void tst_FileIndex::buildsADatabaseOfTheHome()
 {
     const QString path = addFile(u"name"_s);
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
     QVERIFY(QFile::exists(homeDatabase()));
     QVERIFY(homeDatabase().startsWith(testhome::path() + "/cache/"_L1));
     QVERIFY(!QFile::exists(plocate::systemDatabase()));
@@ -405,7 +406,7 @@ void tst_FileIndex::buildsADatabaseOfTheHome()
 void tst_FileIndex::keepsTheDatabaseOfTheHomeToTheUser()
 {
     addFile(u"name"_s);
-    QTRY_VERIFY(search(u"name"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(search(u"name"_s), patience);
     struct stat status = {};
     QCOMPARE(::stat(QFile::encodeName(homeDatabase()).constData(), &status), 0);
     QCOMPARE(status.st_mode & 07777, mode_t(0600));
@@ -416,7 +417,7 @@ void tst_FileIndex::keepsTheDatabaseOfTheHomeToTheUser()
 
 void tst_FileIndex::findsNothingInTheHome()
 {
-    QTRY_COMPARE(resultsOf(u"no such name"_s), QStringList());
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"no such name"_s), QStringList(), patience);
     QVERIFY(QFile::exists(homeDatabase()));
 }
 
@@ -437,7 +438,7 @@ void tst_FileIndex::saysThatTheDatabaseIsBeingBuilt()
     QVERIFY(clock.elapsed() < 4000);
 
     testhome::writeFile(u"plocate/go"_s, {});
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
 }
 
 void tst_FileIndex::keepsToTheTimeLimitWhileBuilding()
@@ -453,7 +454,7 @@ void tst_FileIndex::keepsToTheTimeLimitWhileBuilding()
 void tst_FileIndex::usesAFreshDatabase()
 {
     const QString path = addFile(u"name 1"_s);
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
     addFile(u"name 2"_s);
     setAge(homeDatabase(), day - 60);
     plocate::replaceUpdater("echo called >" + quoted(recordPath()));
@@ -474,7 +475,7 @@ void tst_FileIndex::renewsAnOldDatabaseInTheBackground()
 {
     QFETCH(const int, age);
     const QString path = addFile(u"name 1"_s);
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
     const QString newPath = addFile(u"name 2"_s);
     setAge(homeDatabase(), age);
     const QString signal = plocate::folder() + "/go"_L1;
@@ -485,7 +486,7 @@ void tst_FileIndex::renewsAnOldDatabaseInTheBackground()
     QCOMPARE(resultsOf(u"name"_s), QStringList(path));
     QCOMPARE(resultsOf(u"name"_s), QStringList(path));
     testhome::writeFile(u"plocate/go"_s, {});
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList({path, newPath}));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList({path, newPath}), patience);
 }
 
 void tst_FileIndex::buildsADamagedDatabaseAnew_data()
@@ -503,7 +504,7 @@ void tst_FileIndex::buildsADamagedDatabaseAnew()
     const QString path = addFile(u"name"_s);
     testhome::writeFile(QDir(testhome::path()).relativeFilePath(homeDatabase()), content);
     QCOMPARE(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(Failed)));
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
 }
 
 void tst_FileIndex::saysThatNoDatabaseCanBeBuilt_data()
@@ -524,16 +525,18 @@ void tst_FileIndex::saysThatNoDatabaseCanBeBuilt()
     if (!fileInTheWay.isEmpty()) {
         testhome::writeFile(fileInTheWay, "in the way");
     }
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(CannotBuild)));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(CannotBuild)),
+                              patience);
 }
 
 void tst_FileIndex::triesAgainToBuildADatabase()
 {
     const QString path = addFile(u"name"_s);
     plocate::replaceUpdater("exit 1");
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(CannotBuild)));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(CannotBuild)),
+                              patience);
     plocate::install();
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
 }
 
 void tst_FileIndex::takesAHomeWithAnyName()
@@ -558,7 +561,7 @@ void tst_FileIndex::doesNotMindAMissingDatabaseOfTheUsersOwn()
 {
     const QString path = addFile(u"name"_s);
     qputenv("LOCATE_PATH", "/no/such/database");
-    QTRY_COMPARE(resultsOf(u"name"_s), QStringList(path));
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
     QCOMPARE(resultsOf(u"no such name"_s), QStringList());
 }
 
