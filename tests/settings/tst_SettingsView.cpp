@@ -908,7 +908,7 @@ void tst_SettingsView::disablesAndEnablesAllPlugins()
 {
     const Page p;
     p.navigation()->setCurrentRow(PluginsPage);
-    p.click(p.button(u"Disable all"_s));
+    Page::click(p.button(u"Disable all"_s));
     QVERIFY(storedKeys().isEmpty());
     p.save();
     QCOMPARE(storedKeys(), QStringList({u"plugins/app"_s, u"plugins/calc"_s, u"plugins/cd"_s,
@@ -918,7 +918,7 @@ void tst_SettingsView::disablesAndEnablesAllPlugins()
 
     p.toggle(p.pluginControl<QCheckBox>(u"calc"_s), PluginsPage);
     p.area(PluginsPage)->ensureWidgetVisible(p.button(u"Enable all"_s));
-    p.click(p.button(u"Enable all"_s));
+    Page::click(p.button(u"Enable all"_s));
     p.save();
     for (const QString &command : {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"todo"_s}) {
         QVERIFY(p.settings.isPluginEnabled(command));
@@ -929,7 +929,7 @@ void tst_SettingsView::disableAllThenCancelDisablesNothing()
 {
     const Page p;
     p.navigation()->setCurrentRow(PluginsPage);
-    p.click(p.button(u"Disable all"_s));
+    Page::click(p.button(u"Disable all"_s));
     QVERIFY(!p.pluginControl<QCheckBox>(u"app"_s)->isChecked());
     p.cancel();
     QVERIFY(p.pluginControl<QCheckBox>(u"app"_s)->isChecked());

@@ -23,7 +23,7 @@ public:
 
     /// Null where the system has no such frame, or not for this window. The window must be there
     /// in the system, and outlive the frame there.
-    static std::unique_ptr<SystemFrame> create(QWindow *window, SectionAt sectionAt);
+    static std::unique_ptr<SystemFrame> create(QWindow *window, const SectionAt &sectionAt);
 
     SystemFrame() = default;
     virtual ~SystemFrame() = default;

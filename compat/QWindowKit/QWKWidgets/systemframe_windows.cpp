@@ -121,12 +121,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<SystemFrame> SystemFrame::create(QWindow *window, SectionAt sectionAt)
+std::unique_ptr<SystemFrame> SystemFrame::create(QWindow *window, const SectionAt &sectionAt)
 {
     if (QGuiApplication::platformName() != QLatin1StringView("windows")) {
         return nullptr;
     }
-    return std::make_unique<WindowsFrame>(window, std::move(sectionAt));
+    return std::make_unique<WindowsFrame>(window, sectionAt);
 }
 
 } // namespace QWK

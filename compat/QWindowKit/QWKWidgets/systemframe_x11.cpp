@@ -3,7 +3,7 @@
 
 namespace QWK {
 
-std::unique_ptr<SystemFrame> SystemFrame::create(QWindow *, SectionAt)
+std::unique_ptr<SystemFrame> SystemFrame::create(QWindow *, const SectionAt &)
 {
     return nullptr;
 }
