@@ -14,7 +14,10 @@ constexpr int daysKept = 7;
 // regular expression, which nothing else at the program's start would need.
 QDate dateOf(const QString &fileName)
 {
-    return QDate::fromString(fileName, u"'Vaskel_'yyyy-MM-dd'.log'"_s);
+    const QString format = u"'Vaskel_'yyyy-MM-dd'.log'"_s;
+    const QDate date = QDate::fromString(fileName, format);
+    // It takes a year before the first one too, and may forgive more than that.
+    return date.year() > 0 && date.toString(format) == fileName ? date : QDate();
 }
 
 } // namespace

@@ -52,6 +52,9 @@ void tst_LogRetention::goesByTheDateInTheName_data()
     QTest::newRow("30 February: stays") << u"Vaskel_2025-02-30.log"_s << true;
     QTest::newRow("month 0: stays") << u"Vaskel_2025-00-10.log"_s << true;
     QTest::newRow("one digit: stays") << u"Vaskel_2025-1-1.log"_s << true;
+    QTest::newRow("a year with a sign: stays") << u"Vaskel_-2025-01-01.log"_s << true;
+    QTest::newRow("a blank for a digit: stays") << u"Vaskel_2025- 1-01.log"_s << true;
+    QTest::newRow("upper case: stays") << u"VASKEL_2025-01-01.LOG"_s << true;
     QTest::newRow("other digits: stays") << u"Vaskel_２０２５-01-01.log"_s << true;
     QTest::newRow("more behind the date: stays") << u"Vaskel_2025-01-01.1.log"_s << true;
     QTest::newRow("a log behind a log: stays") << u"Vaskel_2025-01-01.log.log"_s << true;
