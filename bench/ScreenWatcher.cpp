@@ -13,7 +13,8 @@ namespace {
 
 constexpr auto kPatience = std::chrono::minutes(1);
 
-// Toolkits open helper windows of a few pixels, which nobody sees.
+// Toolkits open helper windows of a few pixels, which nobody sees, and the program has a small
+// window besides, which is painted before the large one.
 constexpr int kLeastWidth = 100;
 
 struct Free
@@ -80,7 +81,8 @@ std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow()
         } else if (typeOf(*event) == XCB_MAP_NOTIFY) {
             const xcb_window_t window = as<xcb_map_notify_event_t>(event).window;
             mapped = large.contains(window) ? window : mapped;
-        } else if (typeOf(*event) == m_damageNotify && mapped) {
+        } else if (typeOf(*event) == m_damageNotify && mapped
+                   && as<xcb_damage_notify_event_t>(event).area.width >= kLeastWidth) {
             return mapped;
         }
     }

@@ -22,6 +22,7 @@
 #include <QProcess>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QStringBuilder>
 #include <QUrl>
 
 #include <algorithm>
@@ -224,7 +225,7 @@ QString AppLauncher::extractIcon(const QString &path) const
     if (m_iconCacheDir.isEmpty()) {
         return {};
     }
-    QString target = m_iconCacheDir + u'/' + iconKey(path) + ".png"_L1;
+    QString target = m_iconCacheDir % u'/' % iconKey(path) % ".png"_L1;
     if (QFile::exists(target)) {
         return target;
     }

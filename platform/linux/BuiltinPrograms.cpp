@@ -5,6 +5,7 @@
 #include "platform/linux/DesktopEntry.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <span>
@@ -186,7 +187,8 @@ QString firstFit(const Job &job, const QStringList &paths)
 
 QString firstInstalled(const std::vector<Candidate> &candidates)
 {
-    const QStringList roots = startMenuRoots();
+    QStringList roots = startMenuRoots();
+    roots.removeIf([](const QString &root) { return !QFileInfo::exists(root); });
     for (const Candidate &candidate : candidates) {
         QString path = installedProgram(QLatin1String(candidate.id) + ".desktop"_L1, roots);
         const std::optional<DesktopEntry> entry = DesktopEntry::load(path);
