@@ -5,8 +5,8 @@
 
 #include <memory>
 
-/// Keys as a user types them, a window that gets those that are nobody's hotkey, and another program
-/// that holds hotkeys too. Key sequences are those of QKeySequence::PortableText.
+/// Keys as a user types them, a window that gets those that are nobody's hotkey, and another
+/// program that holds hotkeys too. Key sequences are those of QKeySequence::PortableText.
 class Keyboard
 {
 public:

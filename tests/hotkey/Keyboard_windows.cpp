@@ -54,9 +54,8 @@ public:
     explicit Holder(const QString &sequence)
     {
         const QKeyCombination combination = combinationOf(sequence);
-        m_process.start(QStringLiteral(HOTKEY_HOLDER),
-                        {QString::number(modifiersOf(combination)),
-                         QString::number(codeOf(combination))});
+        m_process.start(QStringLiteral(HOTKEY_HOLDER), {QString::number(modifiersOf(combination)),
+                                                        QString::number(codeOf(combination))});
         m_process.waitForStarted();
     }
     ~Holder()
@@ -126,7 +125,9 @@ bool Keyboard::isReady() const
 // posted for a hotkey comes before what is typed.
 void Keyboard::type(const QString &sequence)
 {
-    const auto ends = [this] { return d->window.keys.count(Qt::Key_End); };
+    const auto ends = [this] {
+        return d->window.keys.count(Qt::Key_End);
+    };
     const qsizetype before = ends();
     realinput::send({u"key"_s, u"--delay"_s, u"20"_s, sequence.toLower(), u"End"_s});
     if (!QTest::qWaitFor([&] { return ends() > before; }, 20000)) {

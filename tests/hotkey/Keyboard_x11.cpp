@@ -15,10 +15,8 @@ namespace {
 
 xcb_keysym_t symbolOf(const QString &name)
 {
-    static const QHash<QString, xcb_keysym_t> symbols{{u"Ctrl"_s, XK_Control_L},
-                                                      {u"Alt"_s, XK_Alt_L},
-                                                      {u"Space"_s, XK_space},
-                                                      {u"C"_s, XK_c}};
+    static const QHash<QString, xcb_keysym_t> symbols{
+        {u"Ctrl"_s, XK_Control_L}, {u"Alt"_s, XK_Alt_L}, {u"Space"_s, XK_space}, {u"C"_s, XK_c}};
     return symbols.value(name);
 }
 

@@ -59,8 +59,7 @@ void tst_DirectoryPluginRights::listsNothingOfAFolderThatIsClosedToTheUser()
 
     QCOMPARE(titles(records), QStringList(u"Open closed"_s));
     QCOMPARE(records.first().toMap().value(u"subtitle"_s).toString(), closed);
-    QCOMPARE(titles(DirectoryPlugin().query(closed)),
-             QStringList({u"Open closed"_s, u"folder"_s}));
+    QCOMPARE(titles(DirectoryPlugin().query(closed)), QStringList({u"Open closed"_s, u"folder"_s}));
 }
 
 QTEST_MAIN(tst_DirectoryPluginRights)

@@ -210,7 +210,7 @@ void tst_QHotkeyOnWindows::tellsFromTheEventLoopAlone()
     MSG press = messages.first();
     qintptr result = 0;
     QVERIFY(QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG"_ba,
-                                                                     &press, &result));
+                                                                    &press, &result));
     QCOMPARE(pressed.count(), 1);
     QTRY_COMPARE(pressed.count(), 2);
 }

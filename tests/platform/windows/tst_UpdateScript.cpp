@@ -111,8 +111,8 @@ void tst_UpdateScript::init()
 {
     testhome::reset();
     static const QByteArray searchPath = qgetenv("PATH");
-    qputenv("PATH", QDir::toNativeSeparators(QStringLiteral(COMMANDS)).toLocal8Bit() + ';'
-                        + searchPath);
+    qputenv("PATH",
+            QDir::toNativeSeparators(QStringLiteral(COMMANDS)).toLocal8Bit() + ';' + searchPath);
     m_old.reset();
     m_interpreter.reset();
     m_server = std::make_unique<HttpServer>();
