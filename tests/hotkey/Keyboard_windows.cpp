@@ -56,7 +56,9 @@ public:
         const QKeyCombination combination = combinationOf(sequence);
         m_process.start(QStringLiteral(HOTKEY_HOLDER), {QString::number(modifiersOf(combination)),
                                                         QString::number(codeOf(combination))});
-        m_process.waitForStarted();
+        if (!m_process.waitForStarted()) {
+            qFatal("%s", qUtf8Printable(m_process.errorString()));
+        }
     }
     ~Holder()
     {
@@ -144,7 +146,7 @@ bool Keyboard::take(const QString &sequence)
 {
     const auto holder = std::make_shared<Holder>(sequence);
     const bool hasAnswered = QTest::qWaitFor(
-        [&] { return holder->says(L"holding") || holder->says(L"refused"); }, 20000);
+        [&] { return holder->says(L"holding") || holder->says(L"refused"); }, 60000);
     if (!hasAnswered) {
         qFatal("the other program does not start");
     }
