@@ -40,6 +40,13 @@ bool isPlain(const QKeyEvent &event, std::initializer_list<int> keys)
            && std::find(keys.begin(), keys.end(), event.key()) != keys.end();
 }
 
+// Systems differ in what the key is called that Shift is held with.
+bool isShiftTab(const QKeyEvent &event)
+{
+    return event.key() == Qt::Key_Backtab
+           || (event.key() == Qt::Key_Tab && event.modifiers().testFlag(Qt::ShiftModifier));
+}
+
 // Empty for what QKeySequence could not read, too.
 QKeySequence firstCombination(const QKeySequence &sequence)
 {
@@ -120,8 +127,7 @@ bool HotkeyEdit::event(QEvent *event)
         return true;
     }
     // From Qt 6.5 on the base class would take Shift+Tab for a hotkey.
-    if (event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backtab) {
+    if (event->type() == QEvent::KeyPress && isShiftTab(*static_cast<QKeyEvent *>(event))) {
         return QWidget::event(event);
     }
     return QKeySequenceEdit::event(event);

@@ -1,18 +1,36 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PrivateFile.h"
 
+#include "platform/windows/Owner.h"
+
 #include <QFile>
-#include <QFileInfo>
 
 namespace platform {
 
+namespace {
+
+// The folder for temporary files is the user's own here, so that nobody can swap what lies in it.
+bool isFreeOrOwn(const QString &path)
+{
+    const Handle file = openForRights(path, 0);
+    if (!file) {
+        return GetLastError() == ERROR_FILE_NOT_FOUND;
+    }
+    constexpr DWORD noFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    BY_HANDLE_FILE_INFORMATION info{};
+    return GetFileInformationByHandle(file.get(), &info) && !(info.dwFileAttributes & noFile)
+           && isOwnOrNobodys(file.get(), User());
+}
+
+} // namespace
+
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
 {
-    const QFileInfo info(file.fileName());
-    if (info.isSymLink() || info.isJunction() || (info.exists() && !info.isFile())) {
+    if (!isFreeOrOwn(file.fileName())) {
         return false;
     }
-    // The temporary folder is the user's own here, so that whatever it holds is too.
+    // A leftover is not written to, as it may have further names. Whatever takes its name in this
+    // moment makes the opening fail.
     QFile::remove(file.fileName());
     return file.open(mode | QIODevice::NewOnly);
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hotkey/GlobalHotkey.h"
 
-#include "compat/OtherClient.h"
+#include "hotkey/Keyboard.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QHotkey>
@@ -10,9 +10,6 @@
 
 #include <functional>
 #include <memory>
-
-#include <X11/keysym.h>
-#include <xcb/xcb.h>
 
 using namespace Qt::StringLiterals;
 
@@ -47,17 +44,16 @@ private Q_SLOTS:
 
 private:
     qsizetype hotkeyCount() const { return m_hotkey->findChildren<QHotkey *>().size(); }
-    bool isFree(xcb_keysym_t symbol, quint16 modifiers);
+    bool isFree(const QString &sequence);
 
-    std::unique_ptr<OtherClient> m_other;
+    std::unique_ptr<Keyboard> m_keyboard;
     std::unique_ptr<GlobalHotkey> m_hotkey;
 };
 
 namespace {
 
-constexpr quint16 controlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
-const QList<xcb_keysym_t> pressSpace{XK_Control_L, XK_Alt_L, XK_space};
-const QList<xcb_keysym_t> pressC{XK_Control_L, XK_Alt_L, XK_c};
+const QString space = u"Ctrl+Alt+Space"_s;
+const QString letter = u"Ctrl+Alt+C"_s;
 
 /// Asks for a value at each key press that the native event filters are shown.
 class KeyPressFilter : public QAbstractNativeEventFilter
@@ -73,7 +69,7 @@ public:
 
     bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
     {
-        if (static_cast<xcb_generic_event_t *>(message)->response_type == XCB_KEY_PRESS) {
+        if (Keyboard::isPress(message)) {
             m_values.append(m_ask());
         }
         return false;
@@ -88,29 +84,29 @@ private:
 
 void tst_GlobalHotkey::initTestCase()
 {
-    m_other = std::make_unique<OtherClient>();
+    m_keyboard = std::make_unique<Keyboard>();
 }
 
 void tst_GlobalHotkey::init()
 {
-    m_other->reset();
-    QVERIFY(m_other->hasFocus());
+    m_keyboard->reset();
+    QTRY_VERIFY(m_keyboard->isReady());
     m_hotkey = std::make_unique<GlobalHotkey>();
 }
 
 void tst_GlobalHotkey::cleanup()
 {
     m_hotkey.reset();
-    m_other->reset();
+    m_keyboard->reset();
 }
 
-bool tst_GlobalHotkey::isFree(xcb_keysym_t symbol, quint16 modifiers)
+bool tst_GlobalHotkey::isFree(const QString &sequence)
 {
-    const bool grabbed = m_other->grab(symbol, modifiers);
-    if (grabbed) {
-        m_other->ungrab(symbol, modifiers);
+    const bool isTaken = m_keyboard->take(sequence);
+    if (isTaken) {
+        m_keyboard->giveBack(sequence);
     }
-    return grabbed;
+    return isTaken;
 }
 
 void tst_GlobalHotkey::hasNoHotkeyAtFirst()
@@ -125,27 +121,27 @@ void tst_GlobalHotkey::tellsThePressOfTheMainHotkey()
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
     QSignalSpy command(m_hotkey.get(), &GlobalHotkey::commandActivated);
 
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
-    m_other->type(pressSpace);
+    QVERIFY(m_hotkey->setMainHotkey(space));
+    m_keyboard->type(space);
     QTRY_COMPARE(activated.count(), 1);
-    m_other->type(pressSpace);
+    m_keyboard->type(space);
     QTRY_COMPARE(activated.count(), 2);
     QCOMPARE(command.count(), 0);
-    QCOMPARE(m_other->received(XK_space), 0);
+    QCOMPARE(m_keyboard->received(space), 0);
 }
 
 void tst_GlobalHotkey::replacesTheMainHotkey()
 {
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+C"_s));
+    QVERIFY(m_hotkey->setMainHotkey(space));
+    QVERIFY(m_hotkey->setMainHotkey(letter));
 
-    QVERIFY(isFree(XK_space, controlAlt));
-    m_other->type(pressSpace);
-    m_other->type(pressC);
+    QVERIFY(isFree(space));
+    m_keyboard->type(space);
+    m_keyboard->type(letter);
     QTRY_COMPARE(activated.count(), 1);
-    QCOMPARE(m_other->received(XK_space), 1);
-    QCOMPARE(m_other->received(XK_c), 0);
+    QCOMPARE(m_keyboard->received(space), 1);
+    QCOMPARE(m_keyboard->received(letter), 0);
 }
 
 void tst_GlobalHotkey::leavesNoMainHotkeyFor_data()
@@ -160,13 +156,13 @@ void tst_GlobalHotkey::leavesNoMainHotkeyFor()
 {
     QFETCH(const QString, sequence);
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
+    QVERIFY(m_hotkey->setMainHotkey(space));
 
     QVERIFY(!m_hotkey->setMainHotkey(sequence));
     QVERIFY(!m_hotkey->findChild<QHotkey *>()->isRegistered());
-    QVERIFY(isFree(XK_space, controlAlt));
-    m_other->type(pressSpace);
-    QCOMPARE(m_other->received(XK_space), 1);
+    QVERIFY(isFree(space));
+    m_keyboard->type(space);
+    QCOMPARE(m_keyboard->received(space), 1);
     QCoreApplication::processEvents();
     QCOMPARE(activated.count(), 0);
 }
@@ -174,34 +170,34 @@ void tst_GlobalHotkey::leavesNoMainHotkeyFor()
 void tst_GlobalHotkey::registersTheSameMainHotkeyAnew()
 {
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
+    QVERIFY(m_hotkey->setMainHotkey(space));
     QSignalSpy changed(m_hotkey->findChild<QHotkey *>(), &QHotkey::registeredChanged);
 
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
+    QVERIFY(m_hotkey->setMainHotkey(space));
     QCOMPARE(QList<QVariantList>(changed), (QList<QVariantList>{{false}, {true}}));
-    m_other->type(pressSpace);
+    m_keyboard->type(space);
     QTRY_COMPARE(activated.count(), 1);
 }
 
 void tst_GlobalHotkey::keepsTheOneMainHotkeyObject()
 {
     const QHotkey *before = m_hotkey->findChild<QHotkey *>();
-    m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s);
-    m_hotkey->setMainHotkey(u"Ctrl+Alt+C"_s);
+    m_hotkey->setMainHotkey(space);
+    m_hotkey->setMainHotkey(letter);
     QCOMPARE(hotkeyCount(), 1);
     QCOMPARE(m_hotkey->findChild<QHotkey *>(), before);
 }
 
 void tst_GlobalHotkey::reportsAMainHotkeyThatIsTaken()
 {
-    QVERIFY(m_other->grab(XK_space, controlAlt));
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+C"_s));
+    QVERIFY(m_keyboard->take(space));
+    QVERIFY(m_hotkey->setMainHotkey(letter));
 
-    QVERIFY(!m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
-    QVERIFY2(isFree(XK_c, controlAlt), "the old hotkey does not come back");
+    QVERIFY(!m_hotkey->setMainHotkey(space));
+    QVERIFY2(isFree(letter), "the old hotkey does not come back");
 
-    m_other->ungrab(XK_space, controlAlt);
-    QVERIFY2(isFree(XK_space, controlAlt), "nothing tries again");
+    m_keyboard->giveBack(space);
+    QVERIFY2(isFree(space), "nothing tries again");
 }
 
 void tst_GlobalHotkey::tellsTheCommandOfAPluginHotkey_data()
@@ -218,9 +214,9 @@ void tst_GlobalHotkey::tellsTheCommandOfAPluginHotkey()
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
     QSignalSpy commandActivated(m_hotkey.get(), &GlobalHotkey::commandActivated);
 
-    QVERIFY(m_hotkey->registerPluginHotkey(u"todo"_s, u"Ctrl+Alt+Space"_s));
-    QVERIFY(m_hotkey->registerPluginHotkey(command, u"Ctrl+Alt+C"_s));
-    m_other->type(pressC);
+    QVERIFY(m_hotkey->registerPluginHotkey(u"todo"_s, space));
+    QVERIFY(m_hotkey->registerPluginHotkey(command, letter));
+    m_keyboard->type(letter);
     QTRY_COMPARE(commandActivated.count(), 1);
     QCOMPARE(commandActivated.first().first().toString(), command);
     QCOMPARE(activated.count(), 0);
@@ -232,7 +228,7 @@ void tst_GlobalHotkey::makesNoPluginHotkeyOf_data()
     QTest::addColumn<QString>("sequence");
 
     QTest::newRow("an empty sequence") << u"calc"_s << QString();
-    QTest::newRow("an empty command") << QString() << u"Ctrl+Alt+C"_s;
+    QTest::newRow("an empty command") << QString() << letter;
 }
 
 void tst_GlobalHotkey::makesNoPluginHotkeyOf()
@@ -242,7 +238,7 @@ void tst_GlobalHotkey::makesNoPluginHotkeyOf()
 
     QVERIFY(!m_hotkey->registerPluginHotkey(command, sequence));
     QCOMPARE(hotkeyCount(), 1);
-    QVERIFY(isFree(XK_c, controlAlt));
+    QVERIFY(isFree(letter));
 }
 
 void tst_GlobalHotkey::registersNoPluginHotkeyForAnUnreadableSequence()
@@ -255,23 +251,23 @@ void tst_GlobalHotkey::sharesASequenceBetweenMainAndPlugin()
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
     QSignalSpy command(m_hotkey.get(), &GlobalHotkey::commandActivated);
 
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+C"_s));
-    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, u"Ctrl+Alt+C"_s));
-    m_other->type(pressC);
+    QVERIFY(m_hotkey->setMainHotkey(letter));
+    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, letter));
+    m_keyboard->type(letter);
     QTRY_COMPARE(activated.count(), 1);
     QTRY_COMPARE(command.count(), 1);
 
     m_hotkey->clearPluginHotkeys();
-    m_other->type(pressC);
+    m_keyboard->type(letter);
     QTRY_COMPARE(activated.count(), 2);
     QCOMPARE(command.count(), 1);
 }
 
 void tst_GlobalHotkey::reportsAPluginHotkeyThatIsTakenAndClearsIt()
 {
-    QVERIFY(m_other->grab(XK_c, controlAlt));
+    QVERIFY(m_keyboard->take(letter));
 
-    QVERIFY(!m_hotkey->registerPluginHotkey(u"calc"_s, u"Ctrl+Alt+C"_s));
+    QVERIFY(!m_hotkey->registerPluginHotkey(u"calc"_s, letter));
     QCOMPARE(hotkeyCount(), 2);
     m_hotkey->clearPluginHotkeys();
     QCOMPARE(hotkeyCount(), 1);
@@ -280,12 +276,12 @@ void tst_GlobalHotkey::reportsAPluginHotkeyThatIsTakenAndClearsIt()
 void tst_GlobalHotkey::keepsTheOlderPluginHotkeyOfAWord()
 {
     QSignalSpy command(m_hotkey.get(), &GlobalHotkey::commandActivated);
-    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, u"Ctrl+Alt+C"_s));
-    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, u"Ctrl+Alt+Space"_s));
+    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, letter));
+    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, space));
 
-    m_other->type(pressC);
+    m_keyboard->type(letter);
     QTRY_COMPARE(command.count(), 1);
-    m_other->type(pressSpace);
+    m_keyboard->type(space);
     QTRY_COMPARE(command.count(), 2);
 }
 
@@ -293,16 +289,16 @@ void tst_GlobalHotkey::clearsPluginHotkeysAndLeavesTheMainOne()
 {
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
     QSignalSpy command(m_hotkey.get(), &GlobalHotkey::commandActivated);
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
-    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, u"Ctrl+Alt+C"_s));
+    QVERIFY(m_hotkey->setMainHotkey(space));
+    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, letter));
 
     m_hotkey->clearPluginHotkeys();
     QCOMPARE(hotkeyCount(), 1);
-    m_other->type(pressC);
-    m_other->type(pressSpace);
+    m_keyboard->type(letter);
+    m_keyboard->type(space);
     QTRY_COMPARE(activated.count(), 1);
     QCOMPARE(command.count(), 0);
-    QCOMPARE(m_other->received(XK_c), 1);
+    QCOMPARE(m_keyboard->received(letter), 1);
     m_hotkey->clearPluginHotkeys();
 }
 
@@ -312,23 +308,23 @@ void tst_GlobalHotkey::signalsFromTheEventLoopAlone()
     connect(m_hotkey.get(), &GlobalHotkey::activated, this, [&count] { ++count; });
     // Of several filters the oldest comes last, so this one sees each press after QHotkey did.
     const KeyPressFilter filter([&count] { return count; });
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
+    QVERIFY(m_hotkey->setMainHotkey(space));
 
-    m_other->type(pressSpace);
+    m_keyboard->type(space);
     QTRY_COMPARE(count, 1);
     QCOMPARE(filter.values(), QList<int>{0});
 }
 
 void tst_GlobalHotkey::releasesEverythingInTheEnd()
 {
-    QVERIFY(m_hotkey->setMainHotkey(u"Ctrl+Alt+Space"_s));
-    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, u"Ctrl+Alt+C"_s));
-    QVERIFY(!isFree(XK_space, controlAlt));
-    QVERIFY(!isFree(XK_c, controlAlt));
+    QVERIFY(m_hotkey->setMainHotkey(space));
+    QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, letter));
+    QVERIFY(!isFree(space));
+    QVERIFY(!isFree(letter));
 
     m_hotkey.reset();
-    QVERIFY(isFree(XK_space, controlAlt));
-    QVERIFY(isFree(XK_c, controlAlt));
+    QVERIFY(isFree(space));
+    QVERIFY(isFree(letter));
 }
 
 QTEST_MAIN(tst_GlobalHotkey)

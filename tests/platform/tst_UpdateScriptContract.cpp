@@ -9,6 +9,34 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The names that the updater gives to them; a system may go by the suffix.
+QString downloadPath()
+{
+    return testhome::path() + "/tmp/download.exe"_L1;
+}
+
+QString programPath()
+{
+    return testhome::path() + "/bin/program.exe"_L1;
+}
+
+QString scriptPath()
+{
+    return testhome::path() + "/tmp/script.bat"_L1;
+}
+
+void writeFiles()
+{
+    testhome::writeFile(u"tmp/download.exe"_s, world::newProgram());
+    testhome::writeFile(u"bin/program.exe"_s, "old program");
+    QVERIFY(QFile::setPermissions(programPath(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+} // namespace
+
 class tst_UpdateScriptContract : public QObject
 {
     Q_OBJECT
@@ -22,30 +50,28 @@ private Q_SLOTS:
 
 void tst_UpdateScriptContract::installsTheDownload()
 {
-    const QString download = testhome::writeFile(u"tmp/download"_s, world::newProgram());
-    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
-    QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    const QString text = platform::updateScript(download, program);
-    QVERIFY(!text.isEmpty());
-    const QString script = testhome::writeFile(u"tmp/script"_s, text.toUtf8());
-    platform::startUpdateScript(script);
-    QTRY_VERIFY(world::isUpdated(download, program));
+    writeFiles();
+    QFile script(scriptPath());
+    QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Text));
+    script.write(platform::updateScript(downloadPath(), programPath()).toUtf8());
+    script.close();
+    QVERIFY(script.size() > 0);
+    platform::startUpdateScript(scriptPath());
+    QTRY_VERIFY_WITH_TIMEOUT(world::isUpdated(downloadPath(), programPath()), 20000);
 }
 
 void tst_UpdateScriptContract::doesNothingUntilItIsStarted()
 {
-    const QString download = testhome::writeFile(u"tmp/download"_s, world::newProgram());
-    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
-    platform::updateScript(download, program);
-    QVERIFY(!world::isUpdated(download, program));
-    QVERIFY(QFile::exists(download));
+    writeFiles();
+    platform::updateScript(downloadPath(), programPath());
+    QVERIFY(!world::isUpdated(downloadPath(), programPath()));
+    QVERIFY(QFile::exists(downloadPath()));
 }
 
 void tst_UpdateScriptContract::startsNothingThatIsMissing()
 {
-    platform::startUpdateScript(testhome::path() + "/tmp/missing"_L1);
-    QVERIFY(!world::isUpdated(testhome::path() + "/tmp/download"_L1,
-                              testhome::path() + "/bin/program"_L1));
+    platform::startUpdateScript(scriptPath());
+    QVERIFY(!world::isUpdated(downloadPath(), programPath()));
 }
 
 QTEST_GUILESS_MAIN(tst_UpdateScriptContract)

@@ -67,6 +67,7 @@ bool enterHome(const QString &folder)
     qputenv("TEMP", home + "\\tmp");
     qputenv("TMP", home + "\\tmp");
     qputenv("TZ", "UTC");
+    qputenv("VASKEL_TEST_REGISTRY_KEY", QString::fromStdWString(registryKey()).toLocal8Bit());
 
     HKEY user = nullptr;
     if (RegCreateKeyExW(HKEY_CURRENT_USER, registryKey().c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
@@ -94,6 +95,8 @@ void resetOutside()
 
 void leaveHome()
 {
+    // A folder in which a process works cannot be removed.
+    QDir::setCurrent(QDir::rootPath());
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, registryKey().c_str());
 }

@@ -18,6 +18,11 @@ QString themeInStore()
     return QSettings(u"Vaskel"_s, u"Vaskel"_s).value(u"theme"_s).toString();
 }
 
+bool isInside(const QString &folder)
+{
+    return folder == testhome::path() || folder.startsWith(testhome::path() + u'/');
+}
+
 } // namespace
 
 class tst_TestHome : public QObject
@@ -28,9 +33,12 @@ private Q_SLOTS:
     void init();
     void keepsTheProgramsFoldersInside_data();
     void keepsTheProgramsFoldersInside();
+    void keepsEveryFolderOfTheUserInside_data();
+    void keepsEveryFolderOfTheUserInside();
     void keepsTheSettingsStoreInside();
     void writesFilesWithTheirFolders();
     void resetEmptiesTheHome();
+    void resetRemovesLinks();
     void resetLeavesWhatALinkPointsTo();
     void resetForgetsTheSettingsStore();
     void resetForgetsWhatALiveStoreHasNotWrittenYet();
@@ -42,6 +50,7 @@ void tst_TestHome::init()
     testhome::reset();
 }
 
+// What the program writes to on any system.
 void tst_TestHome::keepsTheProgramsFoldersInside_data()
 {
     QTest::addColumn<QStandardPaths::StandardLocation>("location");
@@ -50,19 +59,31 @@ void tst_TestHome::keepsTheProgramsFoldersInside_data()
     QTest::newRow("applications") << QStandardPaths::ApplicationsLocation;
     QTest::newRow("cache") << QStandardPaths::GenericCacheLocation;
     QTest::newRow("temporary files") << QStandardPaths::TempLocation;
-    QTest::newRow("home") << QStandardPaths::HomeLocation;
     QTest::newRow("documents") << QStandardPaths::DocumentsLocation;
-    QTest::newRow("run time") << QStandardPaths::RuntimeLocation;
 }
 
 void tst_TestHome::keepsTheProgramsFoldersInside()
 {
     QFETCH(QStandardPaths::StandardLocation, location);
+    const QString folder = QStandardPaths::writableLocation(location);
+    QVERIFY2(isInside(folder), qPrintable(folder));
+}
+
+// And what it reads from on a system that lets the user say where all of that is.
+void tst_TestHome::keepsEveryFolderOfTheUserInside_data()
+{
+    keepsTheProgramsFoldersInside_data();
+    QTest::newRow("home") << QStandardPaths::HomeLocation;
+    QTest::newRow("run time") << QStandardPaths::RuntimeLocation;
+}
+
+void tst_TestHome::keepsEveryFolderOfTheUserInside()
+{
+    QFETCH(QStandardPaths::StandardLocation, location);
     const QStringList folders = QStandardPaths::standardLocations(location);
     QVERIFY(!folders.isEmpty());
     for (const QString &folder : folders) {
-        QVERIFY2(folder == testhome::path() || folder.startsWith(testhome::path() + u'/'),
-                 qPrintable(folder));
+        QVERIFY2(isInside(folder), qPrintable(folder));
     }
 }
 
@@ -105,9 +126,16 @@ void tst_TestHome::resetEmptiesTheHome()
     testhome::writeFile(u"another/data/one.txt"_s, "text");
     QVERIFY(QDir(testhome::path() + "/cache"_L1).removeRecursively());
     testhome::writeFile(u"cache"_s, "a file in place of a folder");
-    QVERIFY(QFile::link(testhome::path() + "/data"_L1, testhome::path() + "/tmp/link"_L1));
     testhome::reset();
     QCOMPARE(entries(), fresh);
+}
+
+void tst_TestHome::resetRemovesLinks()
+{
+    const QString link = testhome::path() + "/tmp/link"_L1;
+    QVERIFY(QFile::link(testhome::path() + "/data"_L1, link));
+    testhome::reset();
+    QVERIFY(!QFileInfo(link).isSymLink());
 }
 
 void tst_TestHome::resetLeavesWhatALinkPointsTo()

@@ -35,7 +35,7 @@ class AtMessageBox : public QTimer
 public:
     explicit AtMessageBox(const std::function<void(QMessageBox &)> &use)
     {
-        callOnTimeout([this, use] {
+        callOnTimeout(this, [this, use] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             if (!box || !box->isVisible()) {
                 return;

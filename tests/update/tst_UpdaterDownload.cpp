@@ -122,7 +122,7 @@ int tst_UpdaterDownload::download(Updater &updater, const QString &url)
 {
     constexpr int givenUp = 2;
     QTimer watchdog;
-    watchdog.callOnTimeout([] { QCoreApplication::exit(givenUp); });
+    watchdog.callOnTimeout(this, [] { QCoreApplication::exit(givenUp); });
     watchdog.start(30000);
     QObject context;
     connect(

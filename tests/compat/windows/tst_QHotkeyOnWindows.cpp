@@ -3,6 +3,9 @@
 
 #include "compat/windows/RealInput.h"
 
+#include <QAbstractEventDispatcher>
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QScopeGuard>
@@ -43,6 +46,27 @@ private:
     QProcess m_process;
 };
 
+/// Keeps the messages of hotkeys that pass by.
+class HotkeyMessages : public QAbstractNativeEventFilter
+{
+public:
+    HotkeyMessages() { QCoreApplication::instance()->installNativeEventFilter(this); }
+
+    MSG first() const { return m_messages.constFirst(); }
+
+    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
+    {
+        const MSG &event = *static_cast<const MSG *>(message);
+        if (event.message == WM_HOTKEY) {
+            m_messages.append(event);
+        }
+        return false;
+    }
+
+private:
+    QList<MSG> m_messages;
+};
+
 class ClickedWindow : public QWidget
 {
 public:
@@ -67,6 +91,7 @@ private Q_SLOTS:
     void needsAllModifiersAndNoOther();
     void tellsAllObjectsOfOneSequence();
     void tellsNothingAfterItsRelease();
+    void tellsFromTheEventLoopAlone();
     void reportsASequenceThatAnotherProgramHolds();
     void keepsOtherProgramsFromItsSequence();
     void givesTheSequenceBack();
@@ -171,6 +196,23 @@ void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
     QVERIFY(hotkey.setRegistered(false));
     type({u"ctrl+alt+y"_s});
     QCOMPARE(pressed.count(), 0);
+}
+
+void tst_QHotkeyOnWindows::tellsFromTheEventLoopAlone()
+{
+    const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
+    const QSignalSpy pressed(&hotkey, &QHotkey::activated);
+    HotkeyMessages messages;
+    type({u"ctrl+alt+y"_s});
+    QCOMPARE(pressed.count(), 1);
+
+    // The same message again, which nobody waits for: it says no more than that it was taken.
+    MSG press = messages.first();
+    qintptr result = 0;
+    QVERIFY(QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG"_ba,
+                                                                    &press, &result));
+    QCOMPARE(pressed.count(), 1);
+    QTRY_COMPARE(pressed.count(), 2);
 }
 
 void tst_QHotkeyOnWindows::reportsASequenceThatAnotherProgramHolds()

@@ -52,6 +52,9 @@ namespace world {
 void reset()
 {
     testhome::reset();
+    // Given a path with forward slashes, wine's command interpreter deletes what has its last name
+    // in the working directory, where that of Windows deletes the file.
+    QDir::setCurrent(testhome::path() + "/tmp"_L1);
     qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
     EverythingTest_SetFiles(L"");
     recording::makeStartMenu();
@@ -130,7 +133,7 @@ QStringList installIndex(const QStringList &fileNames)
 {
     QStringList paths;
     for (const QString &fileName : fileNames) {
-        paths.append(uR"(C:iles\)"_s + fileName);
+        paths.append(uR"(C:\files\)"_s + fileName);
     }
     EverythingTest_SetFiles(qUtf16Printable(paths.join(u'\n')));
     return paths;
@@ -150,6 +153,29 @@ bool removeIndex()
 QString foreignFolder()
 {
     return qEnvironmentVariable("VASKEL_FOREIGN_FOLDER");
+}
+
+QString foreignFile()
+{
+    return qEnvironmentVariable("VASKEL_FOREIGN_FILE");
+}
+
+bool isUpdated(const QString &downloadPath, const QString &programPath)
+{
+    QFile program(programPath);
+    return !recording::starts(programPath + ".txt"_L1).isEmpty()
+           && program.open(QIODevice::ReadOnly) && program.readAll() == newProgram()
+           && !QFile::exists(downloadPath);
+}
+
+// It notes its starts beside itself.
+QByteArray newProgram()
+{
+    QFile program(recording::program());
+    if (!program.open(QIODevice::ReadOnly)) {
+        qFatal("cannot read %s", qUtf8Printable(program.fileName()));
+    }
+    return program.readAll();
 }
 
 } // namespace world

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/Folder.h"
+
+#include "platform/windows/Recording.h"
+#include "support/TestHome.h"
+
+#include "plugins/DirectoryPlugin.h"
+
+#include <QDir>
+#include <QTest>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString shownFoldersFile()
+{
+    return testhome::path() + "/shown.txt"_L1;
+}
+
+void setAttributes(const QString &path, DWORD attributes)
+{
+    QVERIFY(SetFileAttributesW(qUtf16Printable(QDir::toNativeSeparators(path)), attributes));
+}
+
+QStringList titles(const QVariantList &records)
+{
+    QStringList texts;
+    for (const QVariant &record : records) {
+        texts.append(record.toMap().value(u"title"_s).toString());
+    }
+    return texts;
+}
+
+} // namespace
+
+/// Folders as the directory browser lists them and the shell opens them.
+class tst_Folder : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void opensTheChosenFolder_data();
+    void opensTheChosenFolder();
+    void refusesAFolderThatIsMissing();
+    void leavesOutHiddenEntries();
+    void hasNoNameForADrive();
+};
+
+void tst_Folder::init()
+{
+    testhome::reset();
+    qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
+    recording::becomeFileManager();
+}
+
+void tst_Folder::opensTheChosenFolder_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("type");
+    QTest::newRow("the listed one") << u"folder"_s << u"openFolder"_s;
+    QTest::newRow("one of the rows") << u"folder"_s << u"navigate"_s;
+    QTest::newRow("blanks and Chinese") << u"my 文件"_s << u"navigate"_s;
+}
+
+void tst_Folder::opensTheChosenFolder()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, type);
+    const QString path = testhome::path() + u'/' + name;
+    QVERIFY(QDir().mkpath(path));
+    DirectoryPlugin plugin;
+    const QVariantList records =
+        type == "navigate"_L1 ? plugin.query(testhome::path()) : plugin.query(path);
+    QVariantMap action;
+    for (const QVariant &record : records) {
+        const QVariantMap its = record.toMap().value(u"action"_s).toMap();
+        if (its.value(u"data"_s) == path) {
+            action = its;
+        }
+    }
+    QCOMPARE(action.value(u"type"_s), type);
+    QVERIFY(plugin.execute(action));
+    QTRY_COMPARE(recording::starts(shownFoldersFile()).size(), 1);
+    QCOMPARE(QDir::fromNativeSeparators(recording::starts(shownFoldersFile()).first().value(2)),
+             path);
+}
+
+void tst_Folder::refusesAFolderThatIsMissing()
+{
+    QVERIFY(!platform::openFolder(testhome::path() + "/missing"_L1));
+}
+
+void tst_Folder::leavesOutHiddenEntries()
+{
+    for (const QString &name : {u"hidden"_s, u"shown"_s}) {
+        testhome::writeFile(u"docs/"_s + name, {});
+    }
+    setAttributes(testhome::path() + "/docs/hidden"_L1, FILE_ATTRIBUTE_HIDDEN);
+    QCOMPARE(titles(DirectoryPlugin().query(testhome::path() + "/docs"_L1)),
+             QStringList({u"Open docs"_s, u"shown"_s}));
+}
+
+void tst_Folder::hasNoNameForADrive()
+{
+    const QVariantMap record = DirectoryPlugin().query(u"C:/"_s).first().toMap();
+    QCOMPARE(record.value(u"title"_s).toString(), u"Open "_s);
+    QCOMPARE(record.value(u"subtitle"_s).toString(), u"C:/"_s);
+}
+
+QTEST_MAIN(tst_Folder)
+#include "tst_Folder.moc"

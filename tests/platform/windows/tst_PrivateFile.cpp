@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PrivateFile.h"
+
+#include "support/TestHome.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTest>
+
+#include <string>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString filePath()
+{
+    return testhome::path() + "/tmp/file"_L1;
+}
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+std::wstring native(const QString &path)
+{
+    return QDir::toNativeSeparators(path).toStdWString();
+}
+
+} // namespace
+
+class tst_PrivateFile : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testhome::reset(); }
+
+    void endsLinesAsTheSystemDoes();
+    void leavesTheOtherNamesOfALeftover();
+    void refusesAFileThatAnotherProgramHolds();
+    void takesAPathWithBackslashes();
+};
+
+void tst_PrivateFile::endsLinesAsTheSystemDoes()
+{
+    QFile file(filePath());
+    QVERIFY(platform::openPrivateFile(file, QIODevice::WriteOnly | QIODevice::Text));
+    file.write("one\ntwo\n");
+    file.close();
+    QCOMPARE(contentOf(filePath()), "one\r\ntwo\r\n");
+}
+
+void tst_PrivateFile::leavesTheOtherNamesOfALeftover()
+{
+    const QString own = testhome::writeFile(u"own"_s, "content");
+    QVERIFY(CreateHardLinkW(native(filePath()).c_str(), native(own).c_str(), nullptr));
+    QFile file(filePath());
+    QVERIFY(platform::openPrivateFile(file, QIODevice::WriteOnly));
+    file.write("new");
+    file.close();
+    QCOMPARE(contentOf(own), "content");
+    QCOMPARE(contentOf(filePath()), "new");
+}
+
+void tst_PrivateFile::refusesAFileThatAnotherProgramHolds()
+{
+    testhome::writeFile(u"tmp/file"_s, "in use");
+    const HANDLE user = CreateFileW(native(filePath()).c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    QVERIFY(user != INVALID_HANDLE_VALUE);
+    QFile file(filePath());
+    const bool isOpen = platform::openPrivateFile(file, QIODevice::WriteOnly);
+    CloseHandle(user);
+    QVERIFY(!isOpen);
+    QCOMPARE(contentOf(filePath()), "in use");
+    QVERIFY(platform::openPrivateFile(file, QIODevice::WriteOnly));
+}
+
+void tst_PrivateFile::takesAPathWithBackslashes()
+{
+    testhome::writeFile(u"tmp/file"_s, "a leftover");
+    QFile file(QDir::toNativeSeparators(filePath()));
+    QVERIFY(platform::openPrivateFile(file, QIODevice::WriteOnly));
+    file.close();
+    QCOMPARE(contentOf(filePath()), "");
+}
+
+QTEST_GUILESS_MAIN(tst_PrivateFile)
+#include "tst_PrivateFile.moc"

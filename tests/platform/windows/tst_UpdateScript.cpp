@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/UpdateScript.h"
+
+#include "platform/windows/Recording.h"
+#include "support/TestHome.h"
+#include "update/HttpServer.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTest>
+
+#include <memory>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+QString temporary(const QString &fileName)
+{
+    return testhome::path() + "/tmp/"_L1 + fileName;
+}
+
+QString downloadPath()
+{
+    return temporary(u"Vaskel_update.exe"_s);
+}
+
+QString scriptPath()
+{
+    return temporary(u"Vaskel_updater.bat"_s);
+}
+
+// What the command interpreter is given, byte for byte.
+QByteArray expectedScript(const QByteArray &download, const QByteArray &program)
+{
+    return "@echo off\r\n"
+           "timeout /t 2 /nobreak >nul\r\n"
+           "copy /Y \""
+           + download + "\" \"" + program
+           + "\" >nul\r\n"
+             "if %errorlevel% neq 0 (\r\n"
+             "  echo Failed to copy update file\r\n"
+             "  pause\r\n"
+             "  exit /b 1\r\n"
+             ")\r\n"
+             "del \""
+           + download
+           + "\" >nul\r\n"
+             "start \"\" \""
+           + program
+           + "\"\r\n"
+             "del \"%~f0\" >nul\r\n";
+}
+
+void writeScript(const QString &download, const QString &program)
+{
+    QFile script(scriptPath());
+    QVERIFY(script.open(QIODevice::WriteOnly | QIODevice::Text));
+    script.write(platform::updateScript(download, program).toUtf8());
+}
+
+} // namespace
+
+/// The script for real, under wine's command interpreter: a copy of a program replaces itself by
+/// what a server sends. That interpreter lacks "timeout", in whose place the tests have a program
+/// of their own, and its "del" takes a path with forward slashes for a file of the working
+/// directory, so that the old program works in the folder for temporary files here.
+class tst_UpdateScript : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void writesTheScript_data();
+    void writesTheScript();
+    void hasThisManyCharactersBesideThePaths();
+    void updatesTheRunningProgram_data();
+    void updatesTheRunningProgram();
+    void leavesBothAndSaysSoIfTheProgramRunsOn();
+    void leavesBothAndSaysSoIfTheDownloadIsGone();
+    void leavesBothAndSaysSoOfAPathThatIsReadOtherwise_data();
+    void leavesBothAndSaysSoOfAPathThatIsReadOtherwise();
+
+private:
+    /// Copies the program that updates itself to this path in the home and starts it there; it
+    /// downloads from this path of the server.
+    void startCopy(const QString &relativePath, const QString &serverPath);
+    /// Starts the script of this process and waits until it waits for a key.
+    void runScriptIntoPause(const QString &program);
+    void pressAnyKey();
+
+    std::unique_ptr<HttpServer> m_server;
+    std::unique_ptr<QProcess> m_old;
+    std::unique_ptr<QProcess> m_interpreter;
+    QString m_program;
+};
+
+void tst_UpdateScript::init()
+{
+    testhome::reset();
+    static const QByteArray searchPath = qgetenv("PATH");
+    qputenv("PATH",
+            QDir::toNativeSeparators(QStringLiteral(COMMANDS)).toLocal8Bit() + ';' + searchPath);
+    m_old.reset();
+    m_interpreter.reset();
+    m_server = std::make_unique<HttpServer>();
+    m_server->answerBody(u"/new"_s, contentOf(recording::program()));
+    m_server->answer(u"/never"_s, {}, HttpServer::End::Hang);
+}
+
+void tst_UpdateScript::startCopy(const QString &relativePath, const QString &serverPath)
+{
+    m_program = testhome::path() + u'/' + relativePath;
+    const QDir folder(QFileInfo(m_program).path());
+    QVERIFY(folder.mkpath(u"."_s));
+    QVERIFY(QFile::copy(QStringLiteral(SELF_UPDATER), m_program));
+    // Without it the program does not start.
+    const QString library = u"Everything64.dll"_s;
+    QVERIFY(QFile::copy(QFileInfo(QStringLiteral(SELF_UPDATER)).dir().filePath(library),
+                        folder.filePath(library)));
+    m_old = std::make_unique<QProcess>();
+    m_old->setWorkingDirectory(testhome::path() + "/tmp"_L1);
+    m_old->start(m_program,
+                 {m_server->url(serverPath), u"0"_s, testhome::path() + "/old-ended"_L1});
+    QVERIFY(m_old->waitForStarted());
+}
+
+void tst_UpdateScript::runScriptIntoPause(const QString &program)
+{
+    writeScript(downloadPath(), program);
+    m_interpreter = std::make_unique<QProcess>();
+    m_interpreter->setWorkingDirectory(testhome::path() + "/tmp"_L1);
+    m_interpreter->start(u"cmd"_s, {u"/c"_s, scriptPath()});
+    QByteArray output;
+    const auto isAskedForAKey = [this, &output] {
+        output += m_interpreter->readAllStandardOutput();
+        return output.startsWith("Failed to copy update file\r\n") && output.size() > 30;
+    };
+    QTRY_VERIFY2_WITH_TIMEOUT(isAskedForAKey(), output.constData(), 30000);
+    QCOMPARE(m_interpreter->state(), QProcess::Running);
+}
+
+void tst_UpdateScript::pressAnyKey()
+{
+    m_interpreter->write("\r\n");
+    QVERIFY(m_interpreter->waitForFinished());
+    QCOMPARE(m_interpreter->exitCode(), 1);
+    QVERIFY(QFile::exists(scriptPath()));
+}
+
+void tst_UpdateScript::writesTheScript_data()
+{
+    QTest::addColumn<QString>("download");
+    QTest::addColumn<QString>("program");
+    QTest::newRow("paths") << u"C:/Users/a b/Temp/Vaskel_update.exe"_s
+                           << u"C:/Program Files (x86)/Vaskel/Vaskel.exe"_s;
+    QTest::newRow("other scripts") << u"C:/用户/é.exe"_s << u"D:/程序/Vaskel.exe"_s;
+    QTest::newRow("place markers") << u"%2"_s << u"%1"_s;
+}
+
+void tst_UpdateScript::writesTheScript()
+{
+    QFETCH(QString, download);
+    QFETCH(QString, program);
+    writeScript(download, program);
+    QCOMPARE(contentOf(scriptPath()), expectedScript(download.toUtf8(), program.toUtf8()));
+}
+
+void tst_UpdateScript::hasThisManyCharactersBesideThePaths()
+{
+    writeScript(u"%1"_s, u"%2"_s);
+    QCOMPARE(contentOf(scriptPath()).size(), 195);
+}
+
+void tst_UpdateScript::updatesTheRunningProgram_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("plain") << u"bin/program.exe"_s;
+    QTest::newRow("blanks and brackets") << u"Program Files (x86)/a program.exe"_s;
+    QTest::newRow("what the interpreter knows") << u"it's, a & b ^c=!/program.exe"_s;
+}
+
+void tst_UpdateScript::updatesTheRunningProgram()
+{
+    QFETCH(QString, path);
+    QElapsedTimer timer;
+    timer.start();
+    startCopy(path, u"/new"_s);
+    const QString starts = m_program + ".txt"_L1;
+    QTRY_COMPARE_WITH_TIMEOUT(recording::starts(starts).size(), 1, 60000);
+    QVERIFY(timer.elapsed() >= 2000);
+
+    QCOMPARE(recording::starts(starts).first().first(), m_program);
+    QVERIFY(QFile::exists(testhome::path() + "/old-ended"_L1));
+    QVERIFY(contentOf(m_program) == contentOf(recording::program()));
+    QCOMPARE(m_old->exitCode(), 0);
+    QCOMPARE(contentOf(temporary(u"timeout.txt"_s)), "/t 2 /nobreak ");
+    QCOMPARE(contentOf(temporary(u"running.bat"_s)),
+             expectedScript(downloadPath().toUtf8(), m_program.toUtf8()));
+    QVERIFY(!QFile::exists(downloadPath()));
+    QTRY_VERIFY(!QFile::exists(scriptPath()));
+    QCOMPARE(QDir(QFileInfo(m_program).path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
+}
+
+void tst_UpdateScript::leavesBothAndSaysSoIfTheProgramRunsOn()
+{
+    startCopy(u"bin/program.exe"_s, u"/never"_s);
+    QTRY_COMPARE(m_server->requests.size(), 1);
+    runScriptIntoPause(m_program);
+    pressAnyKey();
+    QVERIFY(contentOf(m_program) == contentOf(QStringLiteral(SELF_UPDATER)));
+    QVERIFY(QFile::exists(downloadPath()));
+    QCOMPARE(recording::starts(m_program + ".txt"_L1).size(), 0);
+    QCOMPARE(m_old->state(), QProcess::Running);
+    m_old->kill();
+    QVERIFY(m_old->waitForFinished());
+}
+
+void tst_UpdateScript::leavesBothAndSaysSoIfTheDownloadIsGone()
+{
+    const QString program = testhome::writeFile(u"bin/program.exe"_s, "old program");
+    runScriptIntoPause(program);
+    pressAnyKey();
+    QCOMPARE(contentOf(program), "old program");
+    QCOMPARE(QDir(QFileInfo(program).path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList{u"program.exe"_s});
+}
+
+void tst_UpdateScript::leavesBothAndSaysSoOfAPathThatIsReadOtherwise_data()
+{
+    QTest::addColumn<QString>("folder");
+    // The script is UTF-8, and the interpreter reads it in the code page of the system.
+    if (GetOEMCP() != CP_UTF8) {
+        QTest::newRow("beyond the code page") << u"程序"_s;
+    }
+    QTest::newRow("a variable") << u"100%TEMP%"_s;
+}
+
+void tst_UpdateScript::leavesBothAndSaysSoOfAPathThatIsReadOtherwise()
+{
+    QFETCH(QString, folder);
+    const QString program = testhome::writeFile(folder + "/program.exe"_L1, "old program");
+    testhome::writeFile(u"tmp/Vaskel_update.exe"_s, contentOf(recording::program()));
+    runScriptIntoPause(program);
+    pressAnyKey();
+    QCOMPARE(contentOf(program), "old program");
+    QVERIFY(QFile::exists(downloadPath()));
+}
+
+QTEST_GUILESS_MAIN(tst_UpdateScript)
+#include "tst_UpdateScript.moc"

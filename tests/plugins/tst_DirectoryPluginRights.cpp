@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "plugins/DirectoryPlugin.h"
+
+#include "support/TestHome.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void setMode(const QString &path, mode_t mode)
+{
+    if (::chmod(QFile::encodeName(path).constData(), mode) != 0) {
+        qFatal("cannot change who may enter a folder");
+    }
+}
+
+QStringList titles(const QVariantList &records)
+{
+    QStringList texts;
+    for (const QVariant &record : records) {
+        texts.append(record.toMap().value(u"title"_s).toString());
+    }
+    return texts;
+}
+
+} // namespace
+
+/// What the user may not see.
+class tst_DirectoryPluginRights : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { testhome::reset(); }
+    void listsNothingOfAFolderThatIsClosedToTheUser();
+};
+
+// Nothing is closed to root, which becomes somebody else for this.
+void tst_DirectoryPluginRights::listsNothingOfAFolderThatIsClosedToTheUser()
+{
+    constexpr uid_t nobody = 65534;
+    const QString closed = testhome::path() + "/closed"_L1;
+    testhome::writeFile(u"closed/folder/file"_s, {});
+    setMode(testhome::path(), 0711);
+    setMode(closed, 0);
+
+    const uid_t user = ::geteuid();
+    QCOMPARE(::seteuid(user == 0 ? nobody : user), 0);
+    const QVariantList records = DirectoryPlugin().query(closed);
+    QCOMPARE(::seteuid(user), 0);
+    setMode(closed, 0700);
+    setMode(testhome::path(), 0700);
+
+    QCOMPARE(titles(records), QStringList(u"Open closed"_s));
+    QCOMPARE(records.first().toMap().value(u"subtitle"_s).toString(), closed);
+    QCOMPARE(titles(DirectoryPlugin().query(closed)), QStringList({u"Open closed"_s, u"folder"_s}));
+}
+
+QTEST_MAIN(tst_DirectoryPluginRights)
+#include "tst_DirectoryPluginRights.moc"
