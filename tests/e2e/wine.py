@@ -73,16 +73,23 @@ class Element:
 class Windows:
     """What the program runs on; case.Linux is the other one."""
 
-    screen = "1280x1024"
-
     def __init__(self):
         self.prefix = pathlib.Path(os.environ["VASKEL_WINE_PREFIX"])
+        self.screen = os.environ.get("VASKEL_SCREEN", "1600x1200")
 
     def make_home(self, desktop):
         return WineHome(desktop, self.prefix)
 
     def make_launcher(self, desktop, program, home):
         return WineLauncher(desktop, program, home)
+
+    def open_another_window(self, case):
+        """Opens an editor, which gets the focus."""
+        editor = start_tied(case.home.command("explorer", "/desktop=Vaskel.exe", "notepad.exe"),
+                            env=case.launcher.environment, stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL)
+        case.addCleanup(stop, editor)
+        case.addCleanup(case.home.run, "taskkill", "/f", "/im", "notepad.exe")
 
 
 class WineHome:
@@ -128,6 +135,9 @@ class WineHome:
             raise RuntimeError(f"There is no {link}")
         self._links.append(link)
         return link
+
+    def add_entry(self, name):
+        return self.add_recorder(name)
 
     def recorded(self, file):
         """The lines that the recorder wrote, or None as long as it did not run."""
