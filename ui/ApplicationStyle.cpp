@@ -3,7 +3,9 @@
 
 #include <QComboBox>
 #include <QEvent>
+#include <QMenu>
 #include <QPainter>
+#include <QPainterPath>
 #include <QStyleOption>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +42,16 @@ void drawCheckBox(const QStyleOption &option, QPainter &painter)
         painter.setPen(QPen(text, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(tick, 3);
     }
+}
+
+// The sheet draws a round frame in a window that has corners, and what lies outside shows through
+// nowhere but on a desktop that blends windows.
+QRegion menuShape(const QRect &rect)
+{
+    constexpr qreal radius = 10; // that of the sheet
+    QPainterPath path;
+    path.addRoundedRect(rect, radius, radius);
+    return QRegion(path.toFillPolygon().toPolygon());
 }
 
 // The sheet styles the button of a combo box, and Qt then draws no arrow that the sheet does not
@@ -95,6 +107,17 @@ void ApplicationStyle::drawPrimitive(PrimitiveElement element, const QStyleOptio
         drawCheckBox(*option, *painter);
     }
     painter->restore();
+}
+
+int ApplicationStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *returnData) const
+{
+    auto *mask = qstyleoption_cast<QStyleHintReturnMask *>(returnData);
+    if (hint != SH_Menu_Mask || !mask || !option || !qobject_cast<const QMenu *>(widget)) {
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+    mask->region = menuShape(option->rect);
+    return true;
 }
 
 QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,

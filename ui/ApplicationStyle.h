@@ -19,6 +19,9 @@ public:
     void unpolish(QWidget *widget) override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
+    int styleHint(StyleHint hint, const QStyleOption *option = nullptr,
+                  const QWidget *widget = nullptr,
+                  QStyleHintReturn *returnData = nullptr) const override;
     QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
                                 const QStyleOption *option) const override;
 

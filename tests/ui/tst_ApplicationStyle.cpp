@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QIcon>
 #include <QImage>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 #include <QTreeWidget>
@@ -64,6 +65,7 @@ private Q_SLOTS:
     void iconOfASelectedRowKeepsItsColors();
     void arrowOfAComboBoxIsSeen_data() { focusOfAButtonIsSeen_data(); }
     void arrowOfAComboBoxIsSeen();
+    void menuHasNothingOutsideOfItsRoundFrame();
 
 private:
     void useTheme(const QString &name);
@@ -165,6 +167,26 @@ void tst_ApplicationStyle::arrowOfAComboBoxIsSeen()
     const QImage picture = box.grab().toImage();
     const QImage right = picture.copy(box.width() - 24, 8, 20, box.height() - 16);
     QVERIFY(strongestContrast(right, m_theme.surface()) >= 4.5);
+}
+
+void tst_ApplicationStyle::menuHasNothingOutsideOfItsRoundFrame()
+{
+    useTheme(u"dark"_s);
+    QMenu menu;
+    menu.addAction(u"Entry"_s);
+    menu.addAction(u"Another entry"_s);
+    menu.popup(QPoint(100, 100));
+    QVERIFY(QTest::qWaitForWindowExposed(&menu));
+    const QRegion shape = menu.mask();
+    const QRect rect = menu.rect();
+    for (const QPoint &corner :
+         {rect.topLeft(), rect.topRight(), rect.bottomLeft(), rect.bottomRight()}) {
+        QVERIFY(!shape.contains(corner));
+        const QPoint inwards(corner.x() ? -3 : 3, corner.y() ? -3 : 3);
+        QVERIFY(shape.contains(corner + inwards));
+    }
+    QVERIFY(shape.contains(QPoint(0, rect.center().y())));
+    QVERIFY(shape.contains(QPoint(rect.center().x(), rect.bottom())));
 }
 
 QTEST_MAIN(tst_ApplicationStyle)
