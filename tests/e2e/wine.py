@@ -109,7 +109,7 @@ class WineHome:
                  "MessageFont", "/t", "REG_BINARY", "/d", FONT.hex())
         user = next(user for user in (drive / "users").iterdir() if user.name != "Public")
         self.data = user / "AppData/Roaming"
-        self.temporary = user / "AppData/Local/Temp"
+        self.temporary = user / "Temp"
         self.remove()
 
     def environment(self):
@@ -232,9 +232,16 @@ class WineLauncher(Launcher):
         wait_until(lambda: self._main_window()["active"], "the window is active")
         wait_until(lambda: self._edit().contains(Atspi.StateType.FOCUSED),
                    "the command box has the focus")
+        self.take_keyboard()
+
+    def take_keyboard(self):
+        """Clicks behind the text. Wine sometimes gives the keys of the screen to nobody after its
+        taskbar or a hotkey was used, although the right window has its focus."""
+        x, y, width, height = self._edit().get_extents(Atspi.CoordType.SCREEN)
+        self.desktop.click(x + width - 8, y + height // 2)
 
     def processes(self):
-        return [process["id"] for process in self.ask("processes")]
+        return self.ask("processes")
 
     def is_visible(self):
         return self._main_window() is not None
