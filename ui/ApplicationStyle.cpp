@@ -4,7 +4,9 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPushButton>
 #include <QStyleOption>
 #include <QStyledItemDelegate>
@@ -47,6 +49,16 @@ void drawCheckBox(const QStyleOption &option, QPainter &painter)
         painter.setPen(QPen(text, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter.drawPolyline(tick, 3);
     }
+}
+
+// The sheet draws a round frame in a window that has corners, and what lies outside shows through
+// nowhere but on a desktop that blends windows.
+QRegion menuShape(const QRect &rect)
+{
+    constexpr qreal radius = 10; // that of the sheet
+    QPainterPath path;
+    path.addRoundedRect(rect, radius, radius);
+    return QRegion(path.toFillPolygon().toPolygon());
 }
 
 // The sheet styles the button of a combo box, and Qt then draws no arrow that the sheet does not
@@ -149,14 +161,17 @@ void ApplicationStyle::drawPrimitive(PrimitiveElement element, const QStyleOptio
 int ApplicationStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *returnData) const
 {
-    switch (hint) {
-    case SH_ComboBox_Popup:
+    if (hint == SH_ComboBox_Popup) {
         // A list that unrolls below the box: as a menu over it, it measures its rows without the
         // frame and the padding that the sheet gives to the list, and hides some of them.
         return 0;
-    default:
-        return QProxyStyle::styleHint(hint, option, widget, returnData);
     }
+    auto *mask = qstyleoption_cast<QStyleHintReturnMask *>(returnData);
+    if (hint == SH_Menu_Mask && mask && option && qobject_cast<const QMenu *>(widget)) {
+        mask->region = menuShape(option->rect);
+        return true;
+    }
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
 }
 
 QIcon ApplicationStyle::standardIcon(StandardPixmap icon, const QStyleOption *option,

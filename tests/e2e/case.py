@@ -56,9 +56,7 @@ class EndToEndCase(unittest.TestCase):
 
     def open_another_window(self):
         """Opens a window of another program, which gets the focus, and returns it."""
-        other = self.desktop.open_window()
-        self.addCleanup(stop, other)
-        return self.desktop.active_window()
+        return self.system.open_another_window(self)
 
     def stays(self, probe, what, seconds):
         """Sees that probe() keeps giving something true where only a delay could change that."""
@@ -92,6 +90,11 @@ class Linux:
 
     def make_launcher(self, desktop, program, home):
         return Launcher(desktop, program, home.environment())
+
+    def open_another_window(self, case):
+        other = case.desktop.open_window()
+        case.addCleanup(stop, other)
+        return case.desktop.active_window()
 
 
 def system():

@@ -25,7 +25,7 @@ class SettingsCase(EndToEndCase):
         return has_state(self.launcher.control(name), Atspi.StateType.CHECKED)
 
     def text(self, name):
-        return Atspi.Text.get_text(self.launcher.control(name), 0, -1)
+        return self.launcher.text_of(self.launcher.control(name))
 
     def toggle(self, name):
         """Changes a check box by keyboard."""

@@ -162,7 +162,7 @@ class TaskPage(EndToEndCase):
         self.add("Call the bank")
         self.shows((1, "Call the bank"))
         self.assertEqual([task["title"] for task in self.tasks()], ["Call the bank"])
-        self.assertEqual(Atspi.Text.get_text(self.entry(), 0, -1), "")
+        self.assertEqual(self.launcher.text_of(self.entry()), "")
 
         self.launcher.type("Buy milk")
         self.click("Add")
@@ -175,7 +175,7 @@ class TaskPage(EndToEndCase):
         version = self.version()
         self.desktop.click(*self.entry_middle())
         self.add("   ")
-        self.becomes(lambda: Atspi.Text.get_text(self.entry(), 0, -1), "   ")
+        self.becomes(lambda: self.launcher.text_of(self.entry()), "   ")
         self.assertEqual(self.version(), version)
 
         self.open_editor_by_double_click("Buy milk")

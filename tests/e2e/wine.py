@@ -73,16 +73,23 @@ class Element:
 class Windows:
     """What the program runs on; case.Linux is the other one."""
 
-    screen = "1280x1024"
-
     def __init__(self):
         self.prefix = pathlib.Path(os.environ["VASKEL_WINE_PREFIX"])
+        self.screen = os.environ.get("VASKEL_SCREEN", "1600x1200")
 
     def make_home(self, desktop):
         return WineHome(desktop, self.prefix)
 
     def make_launcher(self, desktop, program, home):
         return WineLauncher(desktop, program, home)
+
+    def open_another_window(self, case):
+        """Opens an editor, which gets the focus."""
+        editor = start_tied(case.home.command("explorer", "/desktop=Vaskel.exe", "notepad.exe"),
+                            env=case.launcher.environment, stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL)
+        case.addCleanup(stop, editor)
+        case.addCleanup(case.home.run, "taskkill", "/f", "/im", "notepad.exe")
 
 
 class WineHome:
@@ -102,7 +109,7 @@ class WineHome:
                  "MessageFont", "/t", "REG_BINARY", "/d", FONT.hex())
         user = next(user for user in (drive / "users").iterdir() if user.name != "Public")
         self.data = user / "AppData/Roaming"
-        self.temporary = user / "AppData/Local/Temp"
+        self.temporary = user / "Temp"
         self.remove()
 
     def environment(self):
@@ -128,6 +135,9 @@ class WineHome:
             raise RuntimeError(f"There is no {link}")
         self._links.append(link)
         return link
+
+    def add_entry(self, name):
+        return self.add_recorder(name)
 
     def recorded(self, file):
         """The lines that the recorder wrote, or None as long as it did not run."""
@@ -222,9 +232,16 @@ class WineLauncher(Launcher):
         wait_until(lambda: self._main_window()["active"], "the window is active")
         wait_until(lambda: self._edit().contains(Atspi.StateType.FOCUSED),
                    "the command box has the focus")
+        self.take_keyboard()
+
+    def take_keyboard(self):
+        """Clicks behind the text. Wine sometimes gives the keys of the screen to nobody after its
+        taskbar or a hotkey was used, although the right window has its focus."""
+        x, y, width, height = self._edit().get_extents(Atspi.CoordType.SCREEN)
+        self.desktop.click(x + width - 8, y + height // 2)
 
     def processes(self):
-        return [process["id"] for process in self.ask("processes")]
+        return self.ask("processes")
 
     def is_visible(self):
         return self._main_window() is not None

@@ -9,6 +9,7 @@
 #include <QIcon>
 #include <QImage>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyle>
@@ -72,6 +73,7 @@ private Q_SLOTS:
     void listOfAComboBoxShowsAllRows();
     void crossOfALineEditIsSeen_data() { focusOfAButtonIsSeen_data(); }
     void crossOfALineEditIsSeen();
+    void menuHasNothingOutsideOfItsRoundFrame();
 
 private:
     void useTheme(const QString &name);
@@ -222,6 +224,26 @@ void tst_ApplicationStyle::crossOfALineEditIsSeen()
         QVERIFY(cross.pixelColor(arm).alphaF() > 0.5F);
     }
     QCOMPARE(cross.pixelColor(8, 4).alpha(), 0);
+}
+
+void tst_ApplicationStyle::menuHasNothingOutsideOfItsRoundFrame()
+{
+    useTheme(u"dark"_s);
+    QMenu menu;
+    menu.addAction(u"Entry"_s);
+    menu.addAction(u"Another entry"_s);
+    menu.popup(QPoint(100, 100));
+    QVERIFY(QTest::qWaitForWindowExposed(&menu));
+    const QRegion shape = menu.mask();
+    const QRect rect = menu.rect();
+    for (const QPoint &corner :
+         {rect.topLeft(), rect.topRight(), rect.bottomLeft(), rect.bottomRight()}) {
+        QVERIFY(!shape.contains(corner));
+        const QPoint inwards(corner.x() ? -3 : 3, corner.y() ? -3 : 3);
+        QVERIFY(shape.contains(corner + inwards));
+    }
+    QVERIFY(shape.contains(QPoint(0, rect.center().y())));
+    QVERIFY(shape.contains(QPoint(rect.center().x(), rect.bottom())));
 }
 
 QTEST_MAIN(tst_ApplicationStyle)

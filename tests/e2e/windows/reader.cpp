@@ -6,14 +6,18 @@
 // a question, each answer one line of JSON:
 //
 //   windows    the visible windows, with what they tell accessibility tools
-//   processes  the processes of that program, with the handles that they hold
+//   active     whether the program's window has the keyboard
+//   counts     how many handles, GDI and user objects the program holds
+//   processes  the processes of that program
 //   taskbar    the place of the bar that has the system tray at its end
 //   clipboard  the text in the clipboard
 
 #include "reader.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 #include <string>
 #include <vector>
 
@@ -41,25 +45,12 @@ std::vector<DWORD> processes()
     return found;
 }
 
-std::string describe(DWORD id)
-{
-    HANDLE process = OpenProcess(PROCESS_QUERY_INFORMATION, FALSE, id);
-    DWORD handles = 0;
-    GetProcessHandleCount(process, &handles);
-    const std::string result =
-        "{\"id\":" + std::to_string(id) + ",\"handles\":" + std::to_string(handles)
-        + ",\"gdi\":" + std::to_string(GetGuiResources(process, GR_GDIOBJECTS))
-        + ",\"user\":" + std::to_string(GetGuiResources(process, GR_USEROBJECTS)) + "}";
-    CloseHandle(process);
-    return result;
-}
-
 std::string answerProcesses()
 {
     std::string result;
     for (const DWORD id : processes()) {
         result += result.empty() ? "[" : ",";
-        result += describe(id);
+        result += std::to_string(id);
     }
     return result.empty() ? "[]" : result + "]";
 }
@@ -85,25 +76,33 @@ std::vector<HWND> windows()
     return found;
 }
 
-std::string answerWindows(HMODULE hookLibrary, char *memory)
+bool isActive()
 {
-    const std::vector<HWND> found = windows();
-    if (found.empty()) {
-        return "[]";
-    }
+    HWND active = GetForegroundWindow();
+    wchar_t className[256] = {};
+    GetClassNameW(active, className, 256);
+    const std::vector<HWND> own = windows();
+    // That of a window which is no tool and no menu.
+    return IsWindowVisible(active) && std::wcsstr(className, L"QWindowIcon")
+           && std::find(own.begin(), own.end(), active) != own.end();
+}
+
+/// What the program's own thread answers; nothing if there is none.
+std::string ask(HMODULE hookLibrary, char *memory, reader::Question question)
+{
     *memory = 0;
-    const auto procedure = reinterpret_cast<HOOKPROC>(
-        reinterpret_cast<void *>(GetProcAddress(hookLibrary, "readerHook")));
-    HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, procedure, hookLibrary,
-                                   GetWindowThreadProcessId(found.front(), nullptr));
-    DWORD_PTR answered = 0;
-    SendMessageTimeoutW(found.front(), RegisterWindowMessageW(reader::messageName), 0, 0,
-                        SMTO_NORMAL, patience, &answered);
-    UnhookWindowsHookEx(hook);
-    std::string result = "[";
-    result += memory;
-    result += "]";
-    return result;
+    const std::vector<HWND> found = windows();
+    if (!found.empty()) {
+        const auto procedure = reinterpret_cast<HOOKPROC>(
+            reinterpret_cast<void *>(GetProcAddress(hookLibrary, "readerHook")));
+        HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, procedure, hookLibrary,
+                                       GetWindowThreadProcessId(found.front(), nullptr));
+        DWORD_PTR answered = 0;
+        SendMessageTimeoutW(found.front(), RegisterWindowMessageW(reader::messageName), question, 0,
+                            SMTO_NORMAL, patience, &answered);
+        UnhookWindowsHookEx(hook);
+    }
+    return memory;
 }
 
 std::string answerTaskbar()
@@ -161,7 +160,11 @@ int main(int argc, char *argv[])
         const std::string question(line, std::strcspn(line, "\r\n"));
         std::string answer = "null";
         if (question == "windows") {
-            answer = answerWindows(hookLibrary, memory);
+            answer = '[' + ask(hookLibrary, memory, reader::Windows) + ']';
+        } else if (question == "counts") {
+            answer = ask(hookLibrary, memory, reader::Counts);
+        } else if (question == "active") {
+            answer = isActive() ? "true" : "false";
         } else if (question == "processes") {
             answer = answerProcesses();
         } else if (question == "taskbar") {
@@ -169,7 +172,7 @@ int main(int argc, char *argv[])
         } else if (question == "clipboard") {
             answer = answerClipboard();
         }
-        std::puts(answer.c_str());
+        std::puts(answer.empty() ? "null" : answer.c_str());
         std::fflush(stdout);
     }
     return 0;

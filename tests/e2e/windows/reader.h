@@ -6,9 +6,11 @@
 /// What reader.exe and readerhook.dll have agreed upon.
 namespace reader {
 
-/// The message that the program's thread is asked with.
+/// The message that the program's thread is asked with; its first parameter is a Question.
 constexpr const wchar_t *messageName = L"VaskelReader";
-/// The memory that the answer is put into: the windows, as the elements of a JSON array.
+enum Question { Windows, Counts };
+/// The memory that the answer is put into: the elements of a JSON array of windows, or an object
+/// with the counts of what the process holds of the system.
 constexpr const wchar_t *mappingName = L"VaskelReader";
 constexpr size_t mappingSize = 4 << 20;
 

@@ -8,11 +8,13 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include <windows.h>
 
 #include <ole2.h>
 #include <uiautomationcore.h>
+#include <winternl.h>
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
@@ -275,15 +277,116 @@ BOOL CALLBACK readVisible(HWND window, LPARAM parameter)
     return TRUE;
 }
 
-void answer()
+std::string readWindows()
+{
+    std::string windows;
+    EnumThreadWindows(GetCurrentThreadId(), readVisible, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+// Wine has no answer to GetProcessHandleCount() and GetGuiResources(), and gives 0. It lists all
+// handles of all processes, though.
+unsigned long countHandles()
+{
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    if (count) {
+        return count;
+    }
+    std::vector<unsigned char> memory(16 << 20);
+    ULONG needed = 0;
+    if (NtQuerySystemInformation(SYSTEM_INFORMATION_CLASS(16), memory.data(), ULONG(memory.size()),
+                                 &needed)) {
+        return 0;
+    }
+    struct Entry
+    {
+        USHORT process;
+        USHORT unused[3];
+        void *object;
+        ULONG access;
+    };
+    ULONG all = 0;
+    std::memcpy(&all, memory.data(), sizeof all);
+    for (ULONG i = 0; i < all; ++i) {
+        Entry entry;
+        std::memcpy(&entry, memory.data() + sizeof(void *) + i * sizeof entry, sizeof entry);
+        count += entry.process == GetCurrentProcessId();
+    }
+    return count;
+}
+
+// The table of all objects lies in the process's own memory.
+unsigned long countGdiObjects()
+{
+    if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) {
+        return count;
+    }
+    struct Entry
+    {
+        void *object;
+        USHORT process;
+        USHORT count;
+        USHORT generation;
+        UCHAR type;
+        UCHAR flags;
+        void *user;
+    };
+    constexpr size_t tableOffset = 0xf8; // in the block of the process
+    constexpr size_t entries = 0x4000;
+    PROCESS_BASIC_INFORMATION process{};
+    NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
+                              sizeof process, nullptr);
+    const auto *block = reinterpret_cast<const char *>(process.PebBaseAddress);
+    const Entry *table = nullptr;
+    std::memcpy(&table, block + tableOffset, sizeof table);
+    unsigned long count = 0;
+    for (size_t i = 0; block && table && i < entries; ++i) {
+        count += table[i].type != 0;
+    }
+    return count;
+}
+
+// Each number of a user object is tried.
+unsigned long countUserObjects()
+{
+    if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)) {
+        return count;
+    }
+    unsigned long count = 0;
+    for (uintptr_t number = 1; number < 0xffff; ++number) {
+        void *handle = reinterpret_cast<void *>(number);
+        DWORD owner = 0;
+        ICONINFO icon{};
+        if (GetWindowThreadProcessId(static_cast<HWND>(handle), &owner)) {
+            count += owner == GetCurrentProcessId();
+        } else if (IsMenu(static_cast<HMENU>(handle))) {
+            ++count;
+        } else if (GetIconInfo(static_cast<HICON>(handle), &icon)) {
+            DeleteObject(icon.hbmColor);
+            DeleteObject(icon.hbmMask);
+            ++count;
+        }
+    }
+    return count;
+}
+
+std::string readCounts()
+{
+    std::string result = "{\"handles\":";
+    result += std::to_string(countHandles()) + ",\"gdi\":" + std::to_string(countGdiObjects());
+    result += ",\"user\":" + std::to_string(countUserObjects()) + "}";
+    return result;
+}
+
+void answer(WPARAM question)
 {
     HANDLE mapping = OpenFileMappingW(FILE_MAP_WRITE, FALSE, reader::mappingName);
     void *view = MapViewOfFile(mapping, FILE_MAP_WRITE, 0, 0, reader::mappingSize);
     if (view) {
-        std::string windows;
-        EnumThreadWindows(GetCurrentThreadId(), readVisible, reinterpret_cast<LPARAM>(&windows));
-        if (windows.size() < reader::mappingSize) {
-            std::memcpy(view, windows.c_str(), windows.size() + 1);
+        const std::string text = question == reader::Counts ? readCounts() : readWindows();
+        if (text.size() < reader::mappingSize) {
+            std::memcpy(view, text.c_str(), text.size() + 1);
         }
         UnmapViewOfFile(view);
     }
@@ -295,8 +398,9 @@ void answer()
 extern "C" __declspec(dllexport) LRESULT CALLBACK readerHook(int code, WPARAM wParam, LPARAM lParam)
 {
     static const UINT question = RegisterWindowMessageW(reader::messageName);
-    if (code == HC_ACTION && reinterpret_cast<const CWPSTRUCT *>(lParam)->message == question) {
-        answer();
+    const auto *message = reinterpret_cast<const CWPSTRUCT *>(lParam);
+    if (code == HC_ACTION && message->message == question) {
+        answer(message->wParam);
     }
     return CallNextHookEx(nullptr, code, wParam, lParam);
 }
