@@ -6,6 +6,7 @@
 #include "support/TestHome.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
@@ -549,7 +550,8 @@ void tst_FileIndex::takesAHomeWithAnyName()
     qputenv("XDG_CACHE_HOME", QFile::encodeName(home) + "/cache");
     const QString expected = file.fileName();
     QStringList found;
-    for (int tries = 0; tries < 200 && found != QStringList(expected); ++tries) {
+    const QDeadlineTimer deadline(patience);
+    while (found != QStringList(expected) && !deadline.hasExpired()) {
         found = resultsOf(u"name"_s);
     }
     qputenv("HOME", QFile::encodeName(testhome::path()));
