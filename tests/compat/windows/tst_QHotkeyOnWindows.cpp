@@ -6,6 +6,7 @@
 #include <QAbstractEventDispatcher>
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QScopeGuard>
@@ -13,15 +14,11 @@
 #include <QTest>
 #include <QWidget>
 
-#include <memory>
-
 #include <windows.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QKeySequence sequenceOfTheEnd(Qt::CTRL | Qt::ALT | Qt::Key_End);
 
 /// Another program that holds, or would hold, a hotkey.
 class Holder
@@ -71,8 +68,10 @@ class ClickedWindow : public QWidget
 {
 public:
     bool wasClicked = false;
+    int ends = 0; // how often the key was pressed
 
 protected:
+    void keyPressEvent(QKeyEvent *event) override { ends += event->key() == Qt::Key_End; }
     void mouseReleaseEvent(QMouseEvent *) override { wasClicked = true; }
 };
 
@@ -98,11 +97,11 @@ private Q_SLOTS:
     void refusesAKeyThatTheKeyboardLacks();
 
 private:
-    // Types the keys and then that of the end, so that all before it has had its effect.
+    // Types the keys and then one that is nobody's hotkey and needs no modifier, so that all before
+    // it has had its effect and no key is down any more.
     void type(const QStringList &keys);
 
     ClickedWindow m_window;
-    std::unique_ptr<QHotkey> m_end;
 };
 
 void tst_QHotkeyOnWindows::initTestCase()
@@ -115,17 +114,14 @@ void tst_QHotkeyOnWindows::initTestCase()
     realinput::send({u"mousemove"_s, QString::number(inside.x()), QString::number(inside.y()),
                      u"click"_s, u"1"_s});
     QTRY_VERIFY(m_window.wasClicked);
-    m_end = std::make_unique<QHotkey>(sequenceOfTheEnd, true);
-    QVERIFY(m_end->isRegistered());
     type({});
 }
 
 void tst_QHotkeyOnWindows::type(const QStringList &keys)
 {
-    QSignalSpy ended(m_end.get(), &QHotkey::activated);
-    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys
-                    + QStringList(u"ctrl+alt+End"_s));
-    QVERIFY(ended.wait(20000));
+    const int before = m_window.ends;
+    realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys + QStringList(u"End"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(m_window.ends > before, 20000);
 }
 
 void tst_QHotkeyOnWindows::supportsThisPlatform()
