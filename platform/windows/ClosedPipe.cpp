@@ -4,8 +4,6 @@
 namespace platform {
 
 // Such a write just fails here.
-void outliveClosedPipes()
-{
-}
+void outliveClosedPipes() {}
 
 } // namespace platform

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// usage: LogWriter FOLDER [early | debug | info | warning | critical | threads | midnight | fatal]...
+// usage: LogWriter FOLDER [WORD]...
 //
-// Logs for tst_Logger as the program does, without an application object: a message for each word.
-// "early" is sent before the log is open. "threads" sends messages "<thread>.<number>" from several
-// threads at once, "midnight" waits for the next day. An empty FOLDER leaves the choice to the log.
+// Logs for tst_Logger as the program does, without an application object: a message for each of the
+// words "debug", "info", "warning", "critical" and "fatal". "early" is sent before the log is open,
+// "threads" sends messages "<thread>.<number>" from several threads at once, and "midnight" waits
+// for the next day. An empty FOLDER leaves the choice to the log.
 
 #include "app/Logger.h"
 

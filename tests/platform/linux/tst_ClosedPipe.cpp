@@ -59,10 +59,10 @@ void tst_ClosedPipe::sparesNoStartedProgram()
 
     recording::prepare();
     if (isLink) {
-        const QString entry = testhome::writeFile(
-            u"data/applications/recorder.desktop"_s,
-            "[Desktop Entry]\nType=Application\nName=Recorder\nExec=\""
-                + recording::program().toUtf8() + "\"\n");
+        const QString entry =
+            testhome::writeFile(u"data/applications/recorder.desktop"_s,
+                                "[Desktop Entry]\nType=Application\nName=Recorder\nExec=\""
+                                    + recording::program().toUtf8() + "\"\n");
         QVERIFY(platform::openLink(entry));
     } else {
         QVERIFY(QProcess::startDetached(recording::program(), {}));
