@@ -67,12 +67,17 @@ void SingleApplication::listen()
 {
     m_server = std::make_unique<QLocalServer>();
     m_server->setSocketOptions(QLocalServer::UserAccessOption);
-    connect(m_server.get(), &QLocalServer::newConnection, this, [this] {
-        while (QLocalSocket *socket = m_server->nextPendingConnection()) {
-            socket->deleteLater();
-            Q_EMIT instanceStarted();
-        }
-    });
+    // On Windows listen() itself may find a connection, when nobody has been able to ask for our
+    // signal yet.
+    connect(
+        m_server.get(), &QLocalServer::newConnection, this,
+        [this] {
+            while (QLocalSocket *socket = m_server->nextPendingConnection()) {
+                socket->deleteLater();
+                Q_EMIT instanceStarted();
+            }
+        },
+        Qt::QueuedConnection);
     // What an instance that was killed left behind would be in the way.
     QLocalServer::removeServer(m_lock->serverName());
     if (!m_server->listen(m_lock->serverName())) {
