@@ -218,9 +218,10 @@ class WineLauncher(Launcher):
         self._home = home
         self._reader = None
 
-    def start_process(self, **variables):
+    def start_process(self, console=None, **variables):
         return start_tied(self._home.command(self.program, options=["--desktop"]),
-                          env=self.environment | variables, stdout=self.log, stderr=self.log)
+                          env=self.environment | variables, stdout=console or self.log,
+                          stderr=self.log)
 
     def stop(self):
         if self._reader:
@@ -331,6 +332,9 @@ class WineLauncher(Launcher):
 
     def _is_float_icon(self, window):
         return window["root"]["class"] == "FloatIcon"
+
+    def _scale(self):
+        return 1  # Windows is told the screen's own pixels
 
     def _own_geometry(self):
         return self.geometry()
