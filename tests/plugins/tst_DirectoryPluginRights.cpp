@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/DirectoryPlugin.h"
 
+#include "Titles.h"
 #include "support/TestHome.h"
 
 #include <QFile>
@@ -18,15 +19,6 @@ void setMode(const QString &path, mode_t mode)
     if (::chmod(QFile::encodeName(path).constData(), mode) != 0) {
         qFatal("cannot change who may enter a folder");
     }
-}
-
-QStringList titles(const QVariantList &records)
-{
-    QStringList texts;
-    for (const QVariant &record : records) {
-        texts.append(record.toMap().value(u"title"_s).toString());
-    }
-    return texts;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "platform/Folder.h"
 
 #include "platform/windows/Recording.h"
+#include "plugins/Titles.h"
 #include "support/TestHome.h"
 
 #include "plugins/DirectoryPlugin.h"
@@ -23,15 +24,6 @@ QString shownFoldersFile()
 void setAttributes(const QString &path, DWORD attributes)
 {
     QVERIFY(SetFileAttributesW(qUtf16Printable(QDir::toNativeSeparators(path)), attributes));
-}
-
-QStringList titles(const QVariantList &records)
-{
-    QStringList texts;
-    for (const QVariant &record : records) {
-        texts.append(record.toMap().value(u"title"_s).toString());
-    }
-    return texts;
 }
 
 } // namespace
