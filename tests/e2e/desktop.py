@@ -6,6 +6,7 @@ longer.
 """
 
 import collections
+import contextlib
 import itertools
 import os
 import pathlib
@@ -116,8 +117,12 @@ class Desktop:
         self.move_pointer(x, y)
         self.run("xdotool", "click", "--repeat", str(times), "--delay", "60", str(button))
 
+    @contextlib.contextmanager
     def drag(self, start, end, has_begun):
-        """Drags with the left button. The pointer stays near the start until has_begun()."""
+        """Drags with the left button, and lets it go after the body, which waits for the effect.
+
+        The pointer stays near the start until has_begun().
+        """
         step = [(b > a) - (b < a) for a, b in zip(start, end)]
         self.move_pointer(*start)
         self.run("xdotool", "mousedown", "1")
@@ -131,9 +136,12 @@ class Desktop:
             self.move_pointer(*(a + way * s for a, s in zip(start, step)))
             return has_begun()
 
-        wait_until(begins, "the window follows the pointer")
-        self.move_pointer(*end)
-        self.run("xdotool", "mouseup", "1")
+        try:
+            wait_until(begins, "the window follows the pointer")
+            self.move_pointer(*end)
+            yield
+        finally:
+            self.run("xdotool", "mouseup", "1")
 
     def set_clipboard(self, text):
         # xclip stays behind to serve the text; its output must not be waited for.

@@ -46,10 +46,11 @@ class FloatIcon(EndToEndCase):
         x, y, width, height = self.start_with_icon(floatIconX=300, floatIconY=80)
         self.assertEqual((x, y), (300, 80))
         start = self.centre()
-        self.desktop.drag(start, (start[0] - 200, start[1] + 30),
-                          lambda: self.launcher.float_icon()[:2] != (x, y))
-        self.becomes(self.launcher.float_icon, (100, 110, width, height))
+        with self.desktop.drag(start, (start[0] - 200, start[1] + 30),
+                               lambda: self.launcher.float_icon()[:2] != (x, y)):
+            self.becomes(self.launcher.float_icon, (100, 110, width, height))
         self.becomes(self.stored_place, ("100", "110"))
+        self.becomes(self.launcher.float_icon, (100, 110, width, height))
         self.assertTrue(self.launcher.is_visible())
         self.picture("dragged")
 

@@ -38,10 +38,10 @@ class Window(EndToEndCase):
         self.start()
         x, y, width, height = self.settled_geometry()
         grip = (x + width // 2, y + 18)
-        self.desktop.drag(grip, (grip[0] + 120, grip[1] - 90),
-                          lambda: self.launcher.geometry()[:2] != (x, y))
-        wait_until(lambda: is_near(self.launcher.geometry(), (x + 120, y - 90, width, height)),
-                   "the window is where the pointer took it")
+        with self.desktop.drag(grip, (grip[0] + 120, grip[1] - 90),
+                               lambda: self.launcher.geometry()[:2] != (x, y)):
+            wait_until(lambda: is_near(self.launcher.geometry(), (x + 120, y - 90, width, height)),
+                       "the window is where the pointer took it")
         self.picture("moved")
 
     def test_shows_more_rows_when_it_is_pulled_taller_and_remembers_it(self):
@@ -53,9 +53,9 @@ class Window(EndToEndCase):
         self.picture("before")
 
         edge = (x + width // 2, y + height - 2)
-        self.desktop.drag(edge, (edge[0], edge[1] + 150),
-                          lambda: self.launcher.geometry()[3] != height)
-        self.becomes(self.launcher.geometry, (x, y, width, height + 150))
+        with self.desktop.drag(edge, (edge[0], edge[1] + 150),
+                               lambda: self.launcher.geometry()[3] != height):
+            self.becomes(self.launcher.geometry, (x, y, width, height + 150))
         self.becomes(self.launcher.list_height, rows + 150)
         self.picture("taller")
 
@@ -68,9 +68,9 @@ class Window(EndToEndCase):
         self.start()
         x, y, width, height = self.settled_geometry()
         edge = (x + width - 2, y + height // 2)
-        self.desktop.drag(edge, (edge[0] + 100, edge[1]),
-                          lambda: self.launcher.geometry()[2] != width)
-        self.becomes(self.launcher.geometry, (x, y, width + 100, height))
+        with self.desktop.drag(edge, (edge[0] + 100, edge[1]),
+                               lambda: self.launcher.geometry()[2] != width):
+            self.becomes(self.launcher.geometry, (x, y, width + 100, height))
 
     def settled_geometry(self):
         """The geometry once the window has fitted itself to its rows."""

@@ -76,6 +76,10 @@ class Windows:
     def __init__(self):
         self.prefix = pathlib.Path(os.environ["VASKEL_WINE_PREFIX"])
         self.screen = os.environ.get("VASKEL_SCREEN", "1600x1200")
+        # What outlives an earlier run for a moment would take new programs to its screen.
+        for order in ("--kill", "--wait"):
+            subprocess.run(["wineserver", order], stderr=subprocess.DEVNULL,
+                           env=os.environ | {"WINEPREFIX": str(self.prefix / "wine")})
 
     def make_home(self, desktop):
         return WineHome(desktop, self.prefix)

@@ -187,10 +187,13 @@ class FloatIcon(WindowsCase):
 
     def test_drag_moves_it_and_its_place_is_kept(self):
         x, y, _, _ = self.icon()
-        self.desktop.drag((x + 24, y + 24), (x - 176, y - 76),
-                          lambda: self.icon()[:2] != (x, y))
-        self.becomes(self.icon, (x - 200, y - 100, 48, 48))
+        # Wine reads where the pointer is against where the window is to be. Let go before it is
+        # there, the button would carry it as far again.
+        with self.desktop.drag((x + 24, y + 24), (x - 176, y - 76),
+                               lambda: self.icon()[:2] != (x, y)):
+            self.becomes(self.icon, (x - 200, y - 100, 48, 48))
         self.becomes(lambda: self.home.preferences().get("floatIconX"), hex(x - 200))
+        self.becomes(self.icon, (x - 200, y - 100, 48, 48))
         self.assertTrue(self.launcher.is_visible())
 
     def test_menu_switches_it_off(self):

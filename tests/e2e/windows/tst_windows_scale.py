@@ -79,10 +79,11 @@ class OnDenseScreen(EndToEndCase):
 
         x, y, width, _ = self.launcher.geometry()
         grip = (x + width // 2, y + round(18 * factor))
-        self.desktop.drag(grip, (grip[0] - 100, grip[1] - 60),
-                          lambda: self.launcher.geometry()[:2] != (x, y))
-        wait_until(lambda: tst_window.is_near(self.launcher.geometry(), (x - 100, y - 60, *size)),
-                   "the window is where the pointer took it")
+        with self.desktop.drag(grip, (grip[0] - 100, grip[1] - 60),
+                               lambda: self.launcher.geometry()[:2] != (x, y)):
+            wait_until(lambda: tst_window.is_near(self.launcher.geometry(),
+                                                  (x - 100, y - 60, *size)),
+                       "the window is where the pointer took it")
         self.launcher.click_close()
         self.hides()
 
