@@ -14,7 +14,6 @@
 #include <QFile>
 #include <QFileIconProvider>
 #include <QFileInfo>
-#include <QIcon>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -48,15 +47,6 @@ bool isLink(const QString &path)
     const QString suffix = platform::linkSuffix();
     return path.endsWith(suffix, Qt::CaseInsensitive)
            && QStringView(path).chopped(suffix.size()).endsWith(u'.');
-}
-
-QPixmap filePixmap(const QString &path)
-{
-    QIcon icon = platform::linkIcon(path);
-    if (icon.isNull()) {
-        icon = QFileIconProvider().icon(QFileInfo(path));
-    }
-    return icon.pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
 }
 
 } // namespace
@@ -229,7 +219,8 @@ QString AppLauncher::extractIcon(const QString &path) const
     if (QFile::exists(target)) {
         return target;
     }
-    if (QFileInfo::exists(path) && saveScaledIcon(filePixmap(path), target)) {
+    const QFileInfo file(path);
+    if (file.exists() && saveScaledIcon(filePixmap(file, QFileIconProvider()), target)) {
         return target;
     }
     return saveScaledIcon(platform::shellPixmap(path), target) ? target : QString();

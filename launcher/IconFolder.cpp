@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/IconFolder.h"
 
+#include "platform/FileIcon.h"
 #include "platform/PrivateFolder.h"
 
 #include <QDir>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QHashFunctions>
+#include <QIcon>
 #include <QStandardPaths>
 #include <QTemporaryFile>
 
@@ -39,6 +42,15 @@ QString makeIconFolder()
 QString iconKey(const QString &path)
 {
     return QString::number(qHash(QStringView(path), 0), 16);
+}
+
+QPixmap filePixmap(const QFileInfo &file, const QFileIconProvider &provider)
+{
+    QIcon icon = platform::linkIcon(file.filePath());
+    if (icon.isNull()) {
+        icon = provider.icon(file);
+    }
+    return icon.pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
 }
 
 bool saveIcon(const QPixmap &pixmap, const QString &filePath)

@@ -4,6 +4,9 @@
 #include <QPixmap>
 #include <QString>
 
+class QFileIconProvider;
+class QFileInfo;
+
 /// The folder of the icon files, which are PNG files that are kept across runs and never refreshed.
 
 /// Makes the folder below the temporary folder and closes it to other users. Where somebody else
@@ -16,6 +19,10 @@ QString iconKey(const QString &path);
 
 /// The side of the square that a picture is drawn for, in pixels.
 inline constexpr int iconSize = 32;
+
+/// The picture of a file for that square: the icon that a start-menu file names for itself, else
+/// that of its kind. All callers take it here, since the picture that one keeps serves the others.
+QPixmap filePixmap(const QFileInfo &file, const QFileIconProvider &provider);
 
 /// Writes a PNG file, whole or not at all.
 bool saveIcon(const QPixmap &pixmap, const QString &filePath);

@@ -9,7 +9,6 @@
 #include <QFile>
 #include <QFileIconProvider>
 #include <QFileInfo>
-#include <QIcon>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -33,8 +32,7 @@ QString entryIcon(const QFileInfo &entry, const QString &iconFolder,
     if (QFile::exists(target)) {
         return target;
     }
-    const QPixmap pixmap =
-        provider.icon(entry).pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
+    const QPixmap pixmap = filePixmap(entry, provider);
     return !pixmap.isNull() && saveIcon(pixmap, target) ? target : QString();
 }
 

@@ -8,7 +8,6 @@
 #include <QFile>
 #include <QFileIconProvider>
 #include <QFileInfo>
-#include <QIcon>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -118,7 +117,6 @@ QString FilePlugin::fileIcon(const QString &path) const
     if (QFile::exists(target)) {
         return target;
     }
-    const QIcon icon = QFileIconProvider().icon(QFileInfo(path));
-    const QPixmap pixmap = icon.pixmap(QSize(iconSize, iconSize), QIcon::Normal, QIcon::Off);
+    const QPixmap pixmap = filePixmap(QFileInfo(path), QFileIconProvider());
     return saveScaledIcon(pixmap, target) ? target : QString();
 }

@@ -23,6 +23,8 @@ bool canBeDrawn(const QIcon &icon)
 
 QIcon linkIcon(const QString &filePath)
 {
+    // For the icons of kinds of files too, which are asked for next.
+    prepareIconTheme();
     if (QFileInfo(filePath).suffix().toLower() != linkSuffix()) {
         return {};
     }
@@ -30,7 +32,6 @@ QIcon linkIcon(const QString &filePath)
     if (!entry) {
         return {};
     }
-    prepareIconTheme();
     const QString name = entry->icon();
     const QIcon icon = name.startsWith(u'/') ? QIcon(name) : QIcon::fromTheme(name);
     return canBeDrawn(icon) ? icon : QIcon::fromTheme(u"application-x-executable"_s);

@@ -193,6 +193,7 @@ private Q_SLOTS:
     void followsTheDiskFromQueryToQuery();
 
     void drawsAnIconOnceForEachEntry();
+    void takesTheIconThatAProgramsFileNames();
     void savesASmallIconAsItCame();
     void doesNotDrawAnIconAgain();
     void listsWithoutIconsWhereTheyCannotBeKept_data();
@@ -494,6 +495,16 @@ void tst_DirectoryPlugin::drawsAnIconOnceForEachEntry()
         QCOMPARE(QImage(icon, "PNG").pixel(16, 16), QColor(Qt::red).rgb());
     }
     QCOMPARE(QDir(iconFolder()).entryList(QDir::Files).size(), 2);
+}
+
+void tst_DirectoryPlugin::takesTheIconThatAProgramsFileNames()
+{
+    const QString file = addFile(u"docs/program.link"_s);
+    QPixmap own(32, 32);
+    own.fill(Qt::green);
+    fakePlatform().linkIcons.insert(file, QIcon(own));
+    query(u"docs"_s);
+    QCOMPARE(QImage(iconFile(file), "PNG").pixel(16, 16), QColor(Qt::green).rgb());
 }
 
 void tst_DirectoryPlugin::savesASmallIconAsItCame()

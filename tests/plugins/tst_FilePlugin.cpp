@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QIcon>
 #include <QImage>
 #include <QTest>
 #include <QTranslator>
@@ -118,6 +119,7 @@ private Q_SLOTS:
 
     void fitsTheIconIntoTheSquare_data();
     void fitsTheIconIntoTheSquare();
+    void takesTheIconThatAProgramsFileNames();
     void doesNotDrawAnIconAgain();
     void makesTheIconFolderAnew();
     void listsWithoutIconsWhereTheyCannotBeKept();
@@ -347,6 +349,18 @@ void tst_FilePlugin::fitsTheIconIntoTheSquare()
     const QImage icon(iconFile(path), "PNG");
     QCOMPARE(icon.size(), QSize(32, 32));
     QCOMPARE(icon.pixel(16, 16), QColor(Qt::red).rgb());
+}
+
+// The catalogue takes the same file for the same path.
+void tst_FilePlugin::takesTheIconThatAProgramsFileNames()
+{
+    const QString path = addIndexed(u"home/program.link"_s);
+    QPixmap own(32, 32);
+    own.fill(Qt::green);
+    fakePlatform().linkIcons.insert(path, QIcon(own));
+
+    QCOMPARE(onlyIcon(u"program"_s), iconFile(path));
+    QCOMPARE(QImage(iconFile(path), "PNG").pixel(16, 16), QColor(Qt::green).rgb());
 }
 
 void tst_FilePlugin::doesNotDrawAnIconAgain()

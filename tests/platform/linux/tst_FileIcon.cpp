@@ -17,6 +17,7 @@ class tst_FileIcon : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void choosesAThemeForOtherFilesToo();
     void showsTheIconOfTheEntry_data();
     void showsTheIconOfTheEntry();
     void takesASuffixInCapitals();
@@ -80,6 +81,13 @@ QColor colorOf(const QIcon &icon)
 }
 
 } // namespace
+
+// The first case, since the theme is chosen once in a process.
+void tst_FileIcon::choosesAThemeForOtherFilesToo()
+{
+    QVERIFY(platform::linkIcon(testhome::writeFile(u"note.txt"_s, "text")).isNull());
+    QCOMPARE(colorOf(QIcon::fromTheme(u"utilities-terminal"_s)), QColor(Qt::blue));
+}
 
 void tst_FileIcon::showsTheIconOfTheEntry_data()
 {
