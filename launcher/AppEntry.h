@@ -27,7 +27,7 @@ struct AppEntry
     QString description;      ///< second line of the row
     QString iconPath;         ///< a PNG file; empty for a row without an icon
     QString pinyin;           ///< the whole name transliterated, in lower case
-    QString pinyinInitials;   ///< one letter for each Chinese character of the name
+    QString pinyinInitials;   ///< the name's letters, Chinese ones by their first sound
     QString lowerName;        ///< what a search compares instead of the name
     QString lowerDescription; ///< what a search compares instead of the description
 };

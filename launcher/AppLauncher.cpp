@@ -201,10 +201,10 @@ QStringList AppLauncher::addPrograms(const QString &root, const QDir &folder,
     }
     const QHash<QString, QString> names = platform::startMenuNames(root, paths);
     for (const QString &path : std::as_const(paths)) {
-        const QString name = names.value(path);
-        if (!name.isEmpty() && !seenNames->contains(name)) {
-            seenNames->insert(name);
-            m_apps.append(AppEntry(name, path, description, extractIcon(path)));
+        const auto name = names.constFind(path);
+        if (name != names.cend() && !seenNames->contains(*name)) {
+            seenNames->insert(*name);
+            m_apps.append(AppEntry(*name, path, description, extractIcon(path)));
         }
     }
     return subfolders;

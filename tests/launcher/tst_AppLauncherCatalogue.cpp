@@ -62,6 +62,7 @@ private Q_SLOTS:
     void comparesDisplayedNamesAndNotFileNames();
     void takesTheNameThatTheSystemGives();
     void cutsTheLastSuffixAlone();
+    void listsALinkWithoutAName();
     void keepsNamesThatDifferInCase();
     void keepsALinkNamedLikeABuiltin();
     void skipsAnUnlistedFileAndKeepsItsNameFree();
@@ -190,6 +191,13 @@ void tst_AppLauncherCatalogue::cutsTheLastSuffixAlone()
 {
     addFile(u"user/Foo.Bar.link"_s);
     QCOMPARE(startMenuNames(AppLauncher()), QStringList(u"Foo.Bar"_s));
+}
+
+void tst_AppLauncherCatalogue::listsALinkWithoutAName()
+{
+    const QString path = addFile(u"user/Nameless.link"_s);
+    fakePlatform().startMenuNames.insert(path, QString());
+    QCOMPARE(column(startMenuRecords(AppLauncher()), u"path"_s), QStringList(path));
 }
 
 void tst_AppLauncherCatalogue::keepsNamesThatDifferInCase()

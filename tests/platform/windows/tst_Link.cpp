@@ -27,7 +27,6 @@ private Q_SLOTS:
     void startsABareCommandOfTheSearchPath();
     void refuses_data();
     void refuses();
-    void refusesAnEmptyPathWithoutALine();
 
 private:
     QList<QStringList> starts() const { return recording::starts(m_file); }
@@ -106,12 +105,6 @@ void tst_Link::refuses()
     QTest::ignoreMessage(QtDebugMsg, QRegularExpression(u"^Launching: "_s));
     QVERIFY(!AppLauncher().launch(path));
     QCOMPARE(starts(), QList<QStringList>());
-}
-
-void tst_Link::refusesAnEmptyPathWithoutALine()
-{
-    QTest::failOnWarning(QRegularExpression(u"."_s));
-    QVERIFY(!AppLauncher().launch(QString()));
 }
 
 QTEST_MAIN(tst_Link)
