@@ -9,6 +9,7 @@
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
@@ -169,8 +170,10 @@ int main(int argc, char *argv[])
     Logger::instance().init({});
     qInstallMessageHandler(qtMessageHandler);
 
+    platform::chooseWindowSystem();
     // A second process of the same user ends in here, with the first one told.
     SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+    platform::dropPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);

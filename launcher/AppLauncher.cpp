@@ -5,7 +5,6 @@
 #include "platform/BuiltinPrograms.h"
 #include "platform/FileIcon.h"
 #include "platform/Link.h"
-#include "platform/ProgramEnvironment.h"
 #include "platform/StartMenu.h"
 
 #include <QDebug>
@@ -98,7 +97,6 @@ bool AppLauncher::launch(const QString &path)
 
     QProcess process;
     process.setProgram(path);
-    process.setProcessEnvironment(platform::programEnvironment());
     return process.startDetached();
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileIndex.h"
 
-#include "platform/ProgramEnvironment.h"
 #include "platform/linux/HomeDatabase.h"
 
 #include <QByteArrayList>
@@ -111,7 +110,7 @@ void abandon(std::unique_ptr<QProcess> process)
 
 QProcessEnvironment searchEnvironment()
 {
-    QProcessEnvironment environment = platform::programEnvironment();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     // Without a locale for Unicode, letters beyond ASCII are refused.
     environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
     return environment;

@@ -2,7 +2,6 @@
 #include "platform/linux/HomeDatabase.h"
 
 #include "platform/PrivateFolder.h"
-#include "platform/ProgramEnvironment.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -89,7 +88,6 @@ void HomeDatabase::startBuilding()
         return;
     }
     QProcess *build = m_build;
-    build->setProcessEnvironment(platform::programEnvironment());
     build->setStandardInputFile(QProcess::nullDevice());
     build->setStandardOutputFile(QProcess::nullDevice());
     build->setStandardErrorFile(QProcess::nullDevice());

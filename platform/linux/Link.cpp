@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Link.h"
 
-#include "platform/ProgramEnvironment.h"
 #include "platform/linux/DesktopEntry.h"
 
 #include <QFile>
@@ -31,22 +30,10 @@ void standAlone(void *)
     }
 }
 
-ObjectPointer<GAppLaunchContext> launchContext()
-{
-    ObjectPointer<GAppLaunchContext> context(g_app_launch_context_new());
-    const QProcessEnvironment kept = programEnvironment();
-    const QStringList names = QProcessEnvironment::systemEnvironment().keys();
-    for (const QString &name : names) {
-        if (!kept.contains(name)) {
-            g_app_launch_context_unsetenv(context.get(), QFile::encodeName(name).constData());
-        }
-    }
-    return context;
-}
-
 bool launch(GDesktopAppInfo *application)
 {
-    return g_desktop_app_info_launch_uris_as_manager(application, nullptr, launchContext().get(),
+    const ObjectPointer<GAppLaunchContext> context(g_app_launch_context_new());
+    return g_desktop_app_info_launch_uris_as_manager(application, nullptr, context.get(),
                                                      G_SPAWN_SEARCH_PATH, &standAlone, nullptr,
                                                      nullptr, nullptr, nullptr);
 }

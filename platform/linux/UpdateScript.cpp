@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UpdateScript.h"
 
-#include "platform/ProgramEnvironment.h"
-
 #include <QCoreApplication>
 #include <QFile>
 #include <QProcess>
@@ -79,7 +77,6 @@ void startUpdateScript(const QString &scriptPath)
     QProcess shell;
     shell.setProgram(u"/bin/sh"_s);
     shell.setArguments({scriptPath});
-    shell.setProcessEnvironment(programEnvironment());
     shell.startDetached();
 }
 

@@ -128,13 +128,18 @@ class Applications(EndToEndCase):
                   "GIO_LAUNCHED_DESKTOP_FILE_PID": "1"}
         self.launcher.environment |= tokens | {"VASKEL_TEST_KEPT": "kept"}
         self.start()
-        self.launcher.type("recorder")
-        self.shows_titles("Recorder")
-        self.launcher.press("Return")
-        inherited = self.is_recorded("recorder")["environment"]
-        self.assertEqual(inherited["VASKEL_TEST_KEPT"], "kept")
-        for name, own in tokens.items():
-            self.assertNotEqual(inherited.get(name), own, name)
+        for text, title, record in (("recorder", "Recorder", "recorder"),
+                                    ("browser", "Browser", "browser")):
+            with self.subTest(text):
+                self.launcher.press("ctrl+a")
+                self.launcher.type(text)
+                self.shows_titles(title)
+                self.launcher.press("Return")
+                inherited = self.is_recorded(record)["environment"]
+                self.assertEqual(inherited["VASKEL_TEST_KEPT"], "kept")
+                for name, own in tokens.items():
+                    self.assertNotEqual(inherited.get(name), own, name)
+                self.start_again()
 
     def test_lists_a_program_that_can_be_started_among_entries_that_are_none(self):
         entries = self.home.applications

@@ -40,6 +40,9 @@ void registerAtLogIn();
 /// A variable of this process's environment that is meant for this process alone.
 QString privateVariable();
 
+/// Whether a write into a pipe that nobody reads fails, where it could end the process.
+bool failsToWriteIntoAClosedPipe();
+
 /// A desktop that can show folders.
 void installFileManager();
 

@@ -2,13 +2,14 @@
 #include "support/FakePlatform.h"
 
 #include "platform/AutoStart.h"
+#include "platform/ClosedPipe.h"
 #include "platform/FileIcon.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/Link.h"
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
-#include "platform/ProgramEnvironment.h"
+#include "platform/ProcessEnvironment.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
 
@@ -71,6 +72,11 @@ ProgramInfo builtinProgram(BuiltinProgram program)
 {
     const ProgramInfo unknown{u"program%1"_s.arg(int(program)), {}, {}};
     return fakePlatform().builtinPrograms.value(int(program), unknown);
+}
+
+void outliveClosedPipes()
+{
+    fakePlatform().outlivesClosedPipes = true;
 }
 
 ColorScheme colorScheme()
@@ -189,9 +195,11 @@ bool makePrivateFolder(const QString &path)
     return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
 }
 
-QProcessEnvironment programEnvironment()
+void chooseWindowSystem() {}
+
+void dropPrivateVariables()
 {
-    return fakePlatform().programEnvironment;
+    qunsetenv("VASKEL_PRIVATE");
 }
 
 QStringList startMenuRoots()

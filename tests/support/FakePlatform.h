@@ -8,7 +8,6 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QPointer>
-#include <QProcessEnvironment>
 #include <QStringList>
 
 #include <functional>
@@ -24,6 +23,9 @@ struct FakePlatform
 
     // BuiltinPrograms.h; a program without an entry gets a path made of its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
+
+    // ClosedPipe.h
+    bool outlivesClosedPipes = false;
 
     // ColorScheme.h
     platform::ColorScheme colorScheme = platform::ColorScheme::Unknown;
@@ -56,9 +58,6 @@ struct FakePlatform
 
     // PrivateFolder.h; any other folder is made
     QStringList foreignFolders;
-
-    // ProgramEnvironment.h
-    QProcessEnvironment programEnvironment = QProcessEnvironment::systemEnvironment();
 
     // StartMenu.h; a file without an entry is listed under its complete base name
     QStringList startMenuRoots;

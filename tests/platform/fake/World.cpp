@@ -15,7 +15,7 @@ void reset()
     testhome::reset();
     fakePlatform() = FakePlatform();
     fakePlatform().startMenuRoots = {testhome::path() + "/user"_L1, testhome::path() + "/all"_L1};
-    fakePlatform().programEnvironment.remove(privateVariable());
+    qputenv(qPrintable(privateVariable()), "private");
     fakePlatform().openFolderResult = false;
 }
 
@@ -73,7 +73,12 @@ void registerAtLogIn()
 
 QString privateVariable()
 {
-    return u"PRIVATE"_s;
+    return u"VASKEL_PRIVATE"_s;
+}
+
+bool failsToWriteIntoAClosedPipe()
+{
+    return fakePlatform().outlivesClosedPipes;
 }
 
 void installFileManager()

@@ -12,6 +12,10 @@
 #include <QObject>
 #include <QUrl>
 
+#include <array>
+#include <cerrno>
+#include <csignal>
+
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -52,6 +56,7 @@ namespace world {
 void reset()
 {
     testhome::reset();
+    std::signal(SIGPIPE, SIG_DFL);
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus");
     qputenv(qPrintable(privateVariable()), "private");
     qunsetenv("XDG_CURRENT_DESKTOP");
@@ -109,6 +114,18 @@ void registerAtLogIn()
 QString privateVariable()
 {
     return u"NOTIFY_SOCKET"_s;
+}
+
+bool failsToWriteIntoAClosedPipe()
+{
+    std::array<int, 2> ends = {};
+    if (pipe(ends.data()) != 0) {
+        return false;
+    }
+    close(ends[0]);
+    const bool fails = write(ends[1], "x", 1) == -1 && errno == EPIPE;
+    close(ends[1]);
+    return fails;
 }
 
 void installFileManager()

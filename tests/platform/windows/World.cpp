@@ -111,6 +111,20 @@ QString privateVariable()
     return {};
 }
 
+bool failsToWriteIntoAClosedPipe()
+{
+    HANDLE end = nullptr;
+    HANDLE otherEnd = nullptr;
+    if (!CreatePipe(&end, &otherEnd, nullptr, 0)) {
+        return false;
+    }
+    CloseHandle(end);
+    DWORD written = 0;
+    const bool fails = !WriteFile(otherEnd, "x", 1, &written, nullptr);
+    CloseHandle(otherEnd);
+    return fails;
+}
+
 // reset() has made it so: there is no Windows without one.
 void installFileManager() {}
 

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ProcessEnvironment.h"
+
+#include "platform/World.h"
+
+#include <QProcessEnvironment>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class tst_ProcessEnvironmentContract : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void dropsPrivateVariables();
+    void leavesAllOthers();
+    void leavesTheUsersWindowSystem();
+};
+
+void tst_ProcessEnvironmentContract::init()
+{
+    world::reset();
+    qunsetenv("QT_QPA_PLATFORM");
+}
+
+void tst_ProcessEnvironmentContract::dropsPrivateVariables()
+{
+    platform::dropPrivateVariables();
+    QVERIFY(!QProcessEnvironment::systemEnvironment().contains(world::privateVariable()));
+}
+
+void tst_ProcessEnvironmentContract::leavesAllOthers()
+{
+    QProcessEnvironment before = QProcessEnvironment::systemEnvironment();
+    before.remove(world::privateVariable());
+    platform::chooseWindowSystem();
+    platform::dropPrivateVariables();
+    QCOMPARE(QProcessEnvironment::systemEnvironment().toStringList(), before.toStringList());
+}
+
+void tst_ProcessEnvironmentContract::leavesTheUsersWindowSystem()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    platform::chooseWindowSystem();
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+    platform::dropPrivateVariables();
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+}
+
+QTEST_GUILESS_MAIN(tst_ProcessEnvironmentContract)
+#include "tst_ProcessEnvironmentContract.moc"
