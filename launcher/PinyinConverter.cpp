@@ -3,33 +3,21 @@
 
 #include "launcher/PinyinTable.h"
 
-#include <QHash>
-#include <QSet>
+#include <QLatin1StringView>
+
+#include <algorithm>
 
 namespace {
 
-QHash<quint32, QString> makePinyinTable()
+// Empty for a character without a reading.
+QLatin1StringView syllableOf(QChar c)
 {
-    QHash<quint32, QString> table;
-    table.reserve(pinyinReadings.size());
-    // Only 400 syllables are different, so that most entries can share their text.
-    QSet<QString> syllables;
-    for (const PinyinReading &reading : pinyinReadings) {
-        table.insert(reading.character, *syllables.insert(QString::fromLatin1(reading.syllable)));
-    }
-    return table;
-}
-
-// Null for a character without a reading. Only a name that may need it pays for the table, which
-// takes longer to make than the names of all the programs to spell.
-const QString *syllableOf(QChar c)
-{
-    if (c < pinyinReadings.front().character || c > pinyinReadings.back().character) {
-        return nullptr;
-    }
-    static const QHash<quint32, QString> pinyinTable = makePinyinTable();
-    const auto entry = pinyinTable.constFind(c.unicode());
-    return entry != pinyinTable.cend() ? &*entry : nullptr;
+    const auto reading = std::lower_bound(
+        pinyinReadings.begin(), pinyinReadings.end(), c.unicode(),
+        [](const PinyinReading &entry, char16_t code) { return entry.character < code; });
+    return reading != pinyinReadings.end() && reading->character == c
+               ? QLatin1StringView(reading->syllable)
+               : QLatin1StringView();
 }
 
 } // namespace
@@ -48,8 +36,8 @@ QString PinyinConverter::toPinyin(const QString &text) const
         if (c.isSurrogate()) {
             continue;
         }
-        if (const QString *syllable = syllableOf(c)) {
-            result += *syllable;
+        if (const QLatin1StringView syllable = syllableOf(c); !syllable.isEmpty()) {
+            result += syllable;
         } else {
             result += c.toLower();
         }
@@ -65,8 +53,8 @@ QString PinyinConverter::toPinyinInitials(const QString &text) const
         if (c.isSurrogate()) {
             continue;
         }
-        if (const QString *syllable = syllableOf(c)) {
-            result += syllable->front();
+        if (const QLatin1StringView syllable = syllableOf(c); !syllable.isEmpty()) {
+            result += syllable.front();
         } else if (c.isLetter()) {
             result += c.toLower();
         }
