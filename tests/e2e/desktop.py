@@ -199,6 +199,8 @@ class Desktop:
         """x, y, width and height of a window on the screen."""
         lines = self.run("xwininfo", "-id", window).splitlines()
         values = dict(line.strip().split(":", 1) for line in lines if ":" in line)
+        if not values:
+            raise NotYet("the window has gone")
         return tuple(int(values[key]) for key in ("Absolute upper-left X", "Absolute upper-left Y",
                                                   "Width", "Height"))
 

@@ -476,7 +476,10 @@ class Launcher:
     def _is_embedded(self, window):
         """Whether the window is within another program's, and not for the window manager's frame."""
         tree = self.desktop.run("xwininfo", "-id", window, "-tree")
-        root, parent = re.findall(r"(?:Root|Parent) window id: (\w+)", tree)
+        ids = re.findall(r"(?:Root|Parent) window id: (\w+)", tree)
+        if not ids:
+            raise NotYet("the window has gone")
+        root, parent = ids
         return parent != root and "window state" not in self.desktop.run("xprop", "-id", window,
                                                                          "WM_STATE")
 

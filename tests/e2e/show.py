@@ -18,7 +18,8 @@ QUERY = "term"
 def main():
     program, picture = map(pathlib.Path, sys.argv[1:])
     desktop = Desktop(size="1024x640")
-    launcher = Launcher(desktop, program, dict(os.environ))
+    # The screen goes before what the user's variables say of another one.
+    launcher = Launcher(desktop, program, os.environ | desktop.environment())
     try:
         launcher.start()
         launcher.type(QUERY)
