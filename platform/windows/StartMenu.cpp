@@ -19,7 +19,8 @@ QStringList startMenuRoots()
             continue;
         }
         const QString root = QDir::fromNativeSeparators(QString::fromWCharArray(path));
-        if (!roots.contains(root)) {
+        // A folder that is missing may have no name. An empty one would be the working folder's.
+        if (!root.isEmpty() && !roots.contains(root)) {
             roots.append(root);
         }
     }
