@@ -78,6 +78,7 @@ vaskel_add_dependency(QHotkey QHotkey::QHotkey
     REPOSITORY https://github.com/Skycoder42/QHotkey.git
     COMMIT 34330d6ff5d2ca111c376f6d7da66be9d1817430 # 1.5.0
     SETTINGS
+        CMAKE_POLICY_VERSION_MINIMUM 3.5 # it asks for 3.1, which CMake 4 no longer has
         QT_DEFAULT_MAJOR_VERSION 6
         QHOTKEY_INSTALL OFF
 )
