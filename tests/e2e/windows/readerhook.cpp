@@ -16,8 +16,10 @@
 #include <uiautomationcore.h>
 #include <winternl.h>
 
+#ifdef __GNUC__
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
 // Interfaces of UI Automation, as far as they are called here. In a namespace without a name the
 // compiler would take them for such that nobody implements.
 struct ValueProvider : IUnknown
@@ -45,7 +47,9 @@ struct ToggleProvider : IUnknown
     virtual HRESULT WINAPI toggle() = 0;
     virtual HRESULT WINAPI state(int *) = 0;
 };
+#ifdef __GNUC__
 #pragma GCC diagnostic pop
+#endif
 
 namespace {
 
