@@ -50,6 +50,14 @@ vaskel_install("${CMAKE_INSTALL_DATADIR}/doc/vaskel"
     "${documents}/changelog.Debian.gz"
     "${documents}/changelog.gz"
 )
+# The terms of what the program holds, as Debian's packages carry them.
+foreach(package IN ITEMS libfmt-dev libspdlog-dev unicode-data)
+    install(FILES "/usr/share/doc/${package}/copyright"
+        DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/vaskel/licenses"
+        COMPONENT Vaskel
+        RENAME ${package}.txt
+    )
+endforeach()
 set(theme "${CMAKE_INSTALL_DATADIR}/icons/hicolor")
 foreach(size IN ITEMS 16 22 24 32 48 64 128 256 512)
     install(FILES "${icons}/${size}.png"

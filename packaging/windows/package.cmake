@@ -24,7 +24,6 @@ while(licenses)
         DESTINATION licenses
         COMPONENT Vaskel
         RENAME ${name}.txt
-        OPTIONAL
     )
 endwhile()
 
