@@ -4,5 +4,5 @@
 #include <QString>
 
 /// The address of the update server, without a trailing slash. It is chosen when the program is
-/// built; the tests bring a body of their own, which never leads off this machine.
+/// built; tests that download bring a body of their own, which never leads off this machine.
 QString updateServer();
