@@ -157,6 +157,7 @@ void tst_SingleApplicationOnWindows::tenStartsAtOnceLeaveOne()
 {
     constexpr int count = 10;
     std::vector<std::unique_ptr<Instance>> instances;
+    instances.reserve(count);
     for (int i = 0; i < count; ++i) {
         instances.push_back(std::make_unique<Instance>(userData, QStringList(), patience));
     }
