@@ -15,8 +15,8 @@ class FloatIcon : public QWidget
     Q_OBJECT
 
 public:
-    /// None of these is owned, and all must outlive the icon. Without a window a click has no
-    /// effect.
+    /// None of these is owned, and all must outlive the icon. Without a window a click only stores
+    /// the place.
     FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow,
               QWidget *parent = nullptr);
 
