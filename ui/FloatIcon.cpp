@@ -52,12 +52,15 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
     }
 }
 
+// A minimised window counts as visible to Qt, but not to its user.
+bool FloatIcon::showsMainWindow() const
+{
+    return m_mainWindow && m_mainWindow->isVisible() && !m_mainWindow->isMinimized();
+}
+
 void FloatIcon::toggleMainWindow()
 {
-    if (!m_mainWindow) {
-        return;
-    }
-    if (m_mainWindow->isVisible()) {
+    if (showsMainWindow()) {
         m_mainWindow->hide();
     } else if (auto *window = qobject_cast<MainWindow *>(m_mainWindow)) {
         window->showAndActivate();
@@ -66,10 +69,9 @@ void FloatIcon::toggleMainWindow()
 
 void FloatIcon::openMenu(const QPoint &globalPosition)
 {
-    const bool isShown = m_mainWindow && m_mainWindow->isVisible();
     QMenu menu(this);
     const QAction *toggle =
-        menu.addAction(isShown ? tr("Hide main window") : tr("Show main window"));
+        menu.addAction(showsMainWindow() ? tr("Hide main window") : tr("Show main window"));
     menu.addSeparator();
     const QAction *hide = menu.addAction(tr("Hide float icon"));
 

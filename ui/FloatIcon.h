@@ -27,6 +27,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    bool showsMainWindow() const;
     void toggleMainWindow();
     void openMenu(const QPoint &globalPosition);
 

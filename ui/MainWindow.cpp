@@ -249,6 +249,7 @@ void MainWindow::connectUpdater()
 
 void MainWindow::showAndActivate()
 {
+    setWindowState(windowState() & ~Qt::WindowMinimized); // which show() would leave
     show();
     raise();
     activateWindow();

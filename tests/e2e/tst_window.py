@@ -85,6 +85,33 @@ class Window(EndToEndCase):
         return last
 
 
+class MinimisedWindow(EndToEndCase):
+    def setUp(self):
+        super().setUp()
+        self.start()
+        self.desktop.run("xdotool", "windowminimize", self.launcher.window)
+        self.hides()
+
+    def comes_back(self):
+        self.launcher.wait_until_ready()
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+
+    def test_comes_back_at_a_second_start(self):
+        self.start_again()
+        self.comes_back()
+        self.picture("back")
+
+    def test_comes_back_by_one_press_of_the_hotkey(self):
+        self.launcher.press("ctrl+alt+space")
+        self.comes_back()
+
+    def test_comes_back_by_one_click_on_the_floating_icon(self):
+        x, y, width, height = self.launcher.float_icon()
+        self.desktop.click(x + width // 2, y + height // 2)
+        self.comes_back()
+
+
 class Instances(EndToEndCase):
     def test_comes_back_at_a_second_start(self):
         self.start()

@@ -47,6 +47,8 @@ private Q_SLOTS:
     void showsWithTheFocusInTheBox();
     void showingKeepsTextCursorAndPlace();
     void showingComesToTheFront();
+    void showingBringsAMinimisedWindowBack_data();
+    void showingBringsAMinimisedWindowBack();
 
     void escapeHides_data();
     void escapeHides();
@@ -105,6 +107,27 @@ void tst_MainWindowVisibility::showingComesToTheFront()
     QVERIFY(!w.window.isActiveWindow());
     QVERIFY(w.showActive());
     QVERIFY(w.window.isActiveWindow());
+}
+
+void tst_MainWindowVisibility::showingBringsAMinimisedWindowBack_data()
+{
+    QTest::addColumn<bool>("isHiddenToo");
+    QTest::newRow("minimised") << false;
+    QTest::newRow("minimised and hidden") << true;
+}
+
+void tst_MainWindowVisibility::showingBringsAMinimisedWindowBack()
+{
+    QFETCH(bool, isHiddenToo);
+    Window w;
+    QVERIFY(w.showActive());
+    w.window.showMinimized();
+    QTRY_VERIFY(w.window.isMinimized());
+    w.window.setHidden(isHiddenToo);
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.isVisible());
+    QVERIFY(!w.window.isMinimized());
+    QVERIFY(w.edit->hasFocus());
 }
 
 void tst_MainWindowVisibility::escapeHides_data()
