@@ -286,6 +286,14 @@ bool MainWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
+// The list hides for a moment whenever the window is fitted to it. Qt would give its focus to the next
+// widget, the close button, for good.
+bool MainWindow::focusNextPrevChild(bool next)
+{
+    return (m_resultList->isVisible() || !m_resultList->hasFocus())
+           && QWidget::focusNextPrevChild(next);
+}
+
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     event->ignore();
@@ -646,6 +654,8 @@ void MainWindow::updateHeight()
     if (stackHeight > 0) {
         m_stack->setFixedHeight(stackHeight);
         m_stack->show();
+    } else if (focusWidget() == m_resultList) {
+        m_commandEdit->setFocus(Qt::OtherFocusReason);
     }
     layout()->activate();
     takeHeight(stackHeight + m_baseHeight, listHeightFor(0) + m_baseHeight);

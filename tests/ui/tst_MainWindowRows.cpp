@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -62,6 +63,10 @@ private Q_SLOTS:
     void menuPinsTheTitleBeforeTheName();
     void menuAsksAnewWhetherThePathIsPinned();
     void menuOutlivesItsRow();
+
+    void listKeepsTheFocusWhenItsRowsAreSearchedAnew();
+    void listKeepsTheFocusWhenItsRowIsPinned();
+    void listWithoutRowsGivesTheFocusToTheBox();
 
     void rowsReadTitleAndSubtitleAloud();
 };
@@ -539,6 +544,44 @@ void tst_MainWindowRows::menuOutlivesItsRow()
     w.useMenu(w.list->viewport(), position, u"Pin to Start"_s);
     QCOMPARE(w.currentTitle(), u"Search \"xyz\""_s);
     QVERIFY(w.launcher.isPinned(programPath(2)));
+}
+
+void tst_MainWindowRows::listKeepsTheFocusWhenItsRowsAreSearchedAnew()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.list->setFocus();
+    const QSignalSpy focusChanged(qApp, &QApplication::focusChanged);
+    w.search();
+    w.settle();
+    QVERIFY(w.list->hasFocus());
+    QCOMPARE(focusChanged.count(), 0); // nor did any other widget have it between
+    QTest::keyClick(w.list, Qt::Key_Down);
+    QCOMPARE(w.list->currentRow(), 1);
+}
+
+void tst_MainWindowRows::listKeepsTheFocusWhenItsRowIsPinned()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.enter(u"paint"_s);
+    w.settle();
+    w.list->setFocus();
+    const QPoint position = w.list->visualItemRect(w.list->item(0)).center();
+    w.useMenu(w.list->viewport(), position, u"Pin to Start"_s);
+    QVERIFY(w.launcher.isPinned(programPath(2)));
+    QVERIFY(w.list->hasFocus());
+}
+
+void tst_MainWindowRows::listWithoutRowsGivesTheFocusToTheBox()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.list->setFocus();
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    w.settle();
+    QCOMPARE(w.list->count(), 0);
+    QVERIFY(w.edit->hasFocus());
 }
 
 void tst_MainWindowRows::rowsReadTitleAndSubtitleAloud()
