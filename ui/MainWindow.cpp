@@ -528,6 +528,10 @@ void MainWindow::rebuildPinnedStrip()
 
 void MainWindow::clearPinnedStrip()
 {
+    // A button that is deleted with the focus takes it along.
+    if (m_pinnedBar->isAncestorOf(focusWidget())) {
+        m_commandEdit->setFocus(Qt::OtherFocusReason);
+    }
     while (QLayoutItem *item = m_pinnedLayout->takeAt(0)) {
         delete item->widget();
         delete item;
