@@ -690,8 +690,8 @@ void MainWindow::resizeEvent(QResizeEvent *event)
     const int height = event->size().height();
     if (!event->spontaneous()) {
         rememberRequest(height);
-    } else if (!takeRequest(height) && showsList() && m_stack->isVisible()
-               && m_resultList->count() > 0) {
+    } else if (!takeRequest(height) && height != event->oldSize().height() && showsList()
+               && m_stack->isVisible() && m_resultList->count() > 0) {
         m_expandedHeight = height;
         m_stack->setFixedHeight(listHeightFor(height));
     }

@@ -66,11 +66,18 @@ class Window(EndToEndCase):
 
     def test_becomes_wider_when_it_is_pulled_at_its_side(self):
         self.start()
+        full = self.settled_geometry()[3]
+        self.launcher.type("note")
+        wait_until(lambda: self.launcher.geometry()[3] < full, "the window fits its one row")
         x, y, width, height = self.settled_geometry()
         edge = (x + width - 2, y + height // 2)
         with self.desktop.drag(edge, (edge[0] + 100, edge[1]),
                                lambda: self.launcher.geometry()[2] != width):
             self.becomes(self.launcher.geometry, (x, y, width + 100, height))
+
+        # Its height then is no limit for the next rows.
+        self.launcher.empty_box()
+        self.becomes(lambda: self.launcher.geometry()[2:], (width + 100, full))
 
     def settled_geometry(self):
         """The geometry once the window has fitted itself to its rows."""
