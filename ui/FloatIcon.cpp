@@ -29,6 +29,7 @@ void FloatIcon::mousePressEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton) {
         m_dragOffset = event->globalPosition().toPoint() - frameGeometry().topLeft();
         m_dragged = false;
+        m_showedMainWindow = showsMainWindow();
     }
 }
 
@@ -46,7 +47,10 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
         openMenu(event->globalPosition().toPoint());
     } else if (event->button() == Qt::LeftButton) {
         m_settings->setFloatIconPos(pos());
-        if (!m_dragged) {
+        // The press may have taken the focus from the window, which then hides by itself if it is
+        // so preferred. The click must not bring it back.
+        const bool hasHidden = m_showedMainWindow && !showsMainWindow();
+        if (!m_dragged && !hasHidden) {
             toggleMainWindow();
         }
     }

@@ -36,4 +36,5 @@ private:
     QWidget *m_mainWindow;
     QPoint m_dragOffset;
     bool m_dragged = false;
+    bool m_showedMainWindow = false; // at the press
 };

@@ -134,6 +134,7 @@ private Q_SLOTS:
 
     void clickHidesAVisibleWindow();
     void clickShowsAHiddenWindowWithTheFocusInTheBox();
+    void clickThatHidByFocusLossDoesNotShowAgain();
     void clickBringsAMinimisedWindowBack();
     void doubleClickTogglesTwice();
     void clickStoresTheUnchangedPlace();
@@ -197,6 +198,22 @@ void tst_FloatIcon::clickShowsAHiddenWindowWithTheFocusInTheBox()
     QVERIFY(d.window().isVisible());
     QTRY_VERIFY(d.window().isActiveWindow());
     QTRY_VERIFY(d.desk.edit->hasFocus());
+}
+
+void tst_FloatIcon::clickThatHidByFocusLossDoesNotShowAgain()
+{
+    Desk d;
+    d.desk.settings.setAutoHideOnFocusLoss(true);
+    QVERIFY(d.desk.showActive());
+    d.icon.show();
+    d.press(d.centre());
+    d.icon.activateWindow();
+    QTRY_VERIFY(!d.window().isVisible());
+    d.release(d.centre());
+    QVERIFY(!d.window().isVisible());
+
+    d.click();
+    QVERIFY(d.window().isVisible());
 }
 
 void tst_FloatIcon::clickBringsAMinimisedWindowBack()
