@@ -226,29 +226,15 @@ void tst_MainWindowVisibility::focusThatComesBackKeepsTheWindow()
 void tst_MainWindowVisibility::preferenceTurnedOffInTimeKeepsTheWindow()
 {
     Window w;
-    w.settings.setAutoHideOnFocusLoss(true);
     QVERIFY(w.showActive());
     QWidget other;
-    QTimer::singleShot(0, &w.window, [] {});
-    other.show();
-    // Turned off in the very moment of the deactivation, which is within the 50 milliseconds.
-    struct Off : QObject
-    {
-        Settings *settings = nullptr;
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            if (event->type() == QEvent::WindowActivate) {
-                settings->setAutoHideOnFocusLoss(false);
-            }
-            return false;
-        }
-    } off;
-    off.settings = &w.settings;
-    other.installEventFilter(&off);
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    QVERIFY(!w.settings.autoHideOnFocusLoss());
+    QVERIFY(activateOther(other));
+    w.settings.setAutoHideOnFocusLoss(true);
+    QEvent deactivate(QEvent::WindowDeactivate);
+    QCoreApplication::sendEvent(&w.window, &deactivate);
+    w.settings.setAutoHideOnFocusLoss(false);
     waitForTheSecondLook();
+    QVERIFY(!w.window.isActiveWindow());
     QVERIFY(w.window.isVisible());
 }
 
