@@ -62,6 +62,7 @@ private Q_SLOTS:
     void buttonLaunchesItsPinAndHides();
     void tabKeyComesToThePinsBeforeTheList();
     void menuUnpins();
+    void menuOpensAtThePointer();
     void menuThatIsDismissedChangesNothing();
     void menuOfTheLastPinHidesTheStrip();
     void rebuildingTakesTheFocusFromThePinsToTheBox_data();
@@ -265,6 +266,17 @@ void tst_MainWindowPins::menuUnpins()
     QVERIFY(!w.launcher.isPinned(programPath(1)));
     QVERIFY(w.window.isVisible());
     QCOMPARE(launched(), QStringList());
+}
+
+void tst_MainWindowPins::menuOpensAtThePointer()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    const QList<QPushButton *> buttons = w.pinButtons();
+    for (QPushButton *button : buttons) {
+        w.useMenu(button, QPoint(5, 7), {});
+        QCOMPARE(w.menuPlace, button->mapToGlobal(QPoint(5, 7)));
+    }
 }
 
 void tst_MainWindowPins::menuThatIsDismissedChangesNothing()

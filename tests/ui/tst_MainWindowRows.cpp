@@ -57,6 +57,7 @@ private Q_SLOTS:
     void shortcutsStandInTheirOrder();
 
     void menuPinsAndUnpins();
+    void menuOpensAtThePointer();
     void menuThatIsDismissedChangesNothing();
     void menuNeedsARowWithAPath();
     void menuPinsARowOfACommand();
@@ -462,6 +463,16 @@ void tst_MainWindowRows::menuPinsAndUnpins()
              QStringList(u"Unpin from Start"_s));
     QVERIFY(!w.launcher.isPinned(programPath(2)));
     QVERIFY(w.window.isVisible());
+}
+
+void tst_MainWindowRows::menuOpensAtThePointer()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.list->viewport()->pos() != QPoint()); // the list's place would be another one
+    const QPoint position = w.list->visualItemRect(w.list->item(1)).center();
+    w.useMenu(w.list->viewport(), position, {});
+    QCOMPARE(w.menuPlace, w.list->viewport()->mapToGlobal(position));
 }
 
 void tst_MainWindowRows::menuThatIsDismissedChangesNothing()
