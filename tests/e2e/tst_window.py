@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 from case import EndToEndCase, main
 from desktop import wait_until
+from launcher import BUILTINS
+
+from gi.repository import Atspi
 
 
 def is_near(geometry, expected):
@@ -90,6 +93,36 @@ class Window(EndToEndCase):
             return previous == last
         wait_until(settles, "the window stands still")
         return last
+
+
+class Focus(EndToEndCase):
+    def test_stays_in_the_list_when_a_row_is_pinned(self):
+        self.start()
+        self.shows_all()
+        self.launcher.click_row("Notepad", button=3)
+        self.launcher.choose_from_menu()
+        self.becomes(self.launcher.pins, ["Calculator", "Task Manager", "Notepad"])
+        wait_until(lambda: self.launcher.focused().get_role() == Atspi.Role.LIST,
+                   "the list has the focus")
+        self.launcher.press("Home")
+        self.becomes(self.launcher.current_row, 0)
+        self.launcher.press("space", "Down")
+        self.becomes(self.launcher.current_row, 1)
+
+    def test_goes_to_the_box_when_its_pin_is_unpinned(self):
+        self.start()
+        self.shows_all()
+        self.launcher.tab_to("Calculator")
+        self.launcher.press("Menu")
+        self.launcher.choose_from_menu()
+        self.becomes(self.launcher.pins, ["Task Manager"])
+        self.launcher.wait_until_ready()
+        self.picture("unpinned")
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+
+    def shows_all(self):
+        self.becomes(self.launcher.row_count, len(BUILTINS))
 
 
 class MinimisedWindow(EndToEndCase):
