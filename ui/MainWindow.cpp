@@ -286,8 +286,8 @@ bool MainWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
-// The list hides for a moment whenever the window is fitted to it. Qt would give its focus to the next
-// widget, the close button, for good.
+// The list hides for a moment whenever the window is fitted to it. Qt would then give its focus to
+// the next widget, the close button, for good.
 bool MainWindow::focusNextPrevChild(bool next)
 {
     return (m_resultList->isVisible() || !m_resultList->hasFocus())
