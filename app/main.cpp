@@ -43,7 +43,8 @@ namespace {
 
 void toggle(MainWindow &window)
 {
-    if (window.isVisible()) {
+    // A minimised window counts as visible to Qt, but not to its user.
+    if (window.isVisible() && !window.isMinimized()) {
         window.hide();
     } else {
         window.showAndActivate();

@@ -29,6 +29,7 @@ void FloatIcon::mousePressEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton) {
         m_dragOffset = event->globalPosition().toPoint() - frameGeometry().topLeft();
         m_dragged = false;
+        m_showedMainWindow = showsMainWindow();
     }
 }
 
@@ -46,18 +47,24 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
         openMenu(event->globalPosition().toPoint());
     } else if (event->button() == Qt::LeftButton) {
         m_settings->setFloatIconPos(pos());
-        if (!m_dragged) {
+        // The press may have taken the focus from the window, which then hides by itself if it is
+        // so preferred. The click must not bring it back.
+        const bool hasHidden = m_showedMainWindow && !showsMainWindow();
+        if (!m_dragged && !hasHidden) {
             toggleMainWindow();
         }
     }
 }
 
+// A minimised window counts as visible to Qt, but not to its user.
+bool FloatIcon::showsMainWindow() const
+{
+    return m_mainWindow && m_mainWindow->isVisible() && !m_mainWindow->isMinimized();
+}
+
 void FloatIcon::toggleMainWindow()
 {
-    if (!m_mainWindow) {
-        return;
-    }
-    if (m_mainWindow->isVisible()) {
+    if (showsMainWindow()) {
         m_mainWindow->hide();
     } else if (auto *window = qobject_cast<MainWindow *>(m_mainWindow)) {
         window->showAndActivate();
@@ -66,10 +73,9 @@ void FloatIcon::toggleMainWindow()
 
 void FloatIcon::openMenu(const QPoint &globalPosition)
 {
-    const bool isShown = m_mainWindow && m_mainWindow->isVisible();
     QMenu menu(this);
     const QAction *toggle =
-        menu.addAction(isShown ? tr("Hide main window") : tr("Show main window"));
+        menu.addAction(showsMainWindow() ? tr("Hide main window") : tr("Show main window"));
     menu.addSeparator();
     const QAction *hide = menu.addAction(tr("Hide float icon"));
 

@@ -15,8 +15,8 @@ class FloatIcon : public QWidget
     Q_OBJECT
 
 public:
-    /// None of these is owned, and all must outlive the icon. Without a window a click has no
-    /// effect.
+    /// None of these is owned, and all must outlive the icon. Without a window a click only stores
+    /// the place.
     FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow,
               QWidget *parent = nullptr);
 
@@ -27,6 +27,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    bool showsMainWindow() const;
     void toggleMainWindow();
     void openMenu(const QPoint &globalPosition);
 
@@ -35,4 +36,5 @@ private:
     QWidget *m_mainWindow;
     QPoint m_dragOffset;
     bool m_dragged = false;
+    bool m_showedMainWindow = false; // at the press
 };

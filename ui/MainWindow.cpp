@@ -249,6 +249,7 @@ void MainWindow::connectUpdater()
 
 void MainWindow::showAndActivate()
 {
+    setWindowState(windowState() & ~Qt::WindowMinimized); // which show() would leave
     show();
     raise();
     activateWindow();
@@ -283,6 +284,14 @@ bool MainWindow::event(QEvent *event)
         });
     }
     return QWidget::event(event);
+}
+
+// The list hides for a moment whenever the window is fitted to it. Qt would then give its focus to
+// the next widget, the close button, for good.
+bool MainWindow::focusNextPrevChild(bool next)
+{
+    return (m_resultList->isVisible() || !m_resultList->hasFocus())
+           && QWidget::focusNextPrevChild(next);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -519,6 +528,10 @@ void MainWindow::rebuildPinnedStrip()
 
 void MainWindow::clearPinnedStrip()
 {
+    // A button that is deleted with the focus takes it along.
+    if (m_pinnedBar->isAncestorOf(focusWidget())) {
+        m_commandEdit->setFocus(Qt::OtherFocusReason);
+    }
     while (QLayoutItem *item = m_pinnedLayout->takeAt(0)) {
         delete item->widget();
         delete item;
@@ -645,6 +658,8 @@ void MainWindow::updateHeight()
     if (stackHeight > 0) {
         m_stack->setFixedHeight(stackHeight);
         m_stack->show();
+    } else if (focusWidget() == m_resultList) {
+        m_commandEdit->setFocus(Qt::OtherFocusReason);
     }
     layout()->activate();
     takeHeight(stackHeight + m_baseHeight, listHeightFor(0) + m_baseHeight);
@@ -675,8 +690,8 @@ void MainWindow::resizeEvent(QResizeEvent *event)
     const int height = event->size().height();
     if (!event->spontaneous()) {
         rememberRequest(height);
-    } else if (!takeRequest(height) && showsList() && m_stack->isVisible()
-               && m_resultList->count() > 0) {
+    } else if (!takeRequest(height) && height != event->oldSize().height() && showsList()
+               && m_stack->isVisible() && m_resultList->count() > 0) {
         m_expandedHeight = height;
         m_stack->setFixedHeight(listHeightFor(height));
     }

@@ -14,8 +14,8 @@ public:
     explicit ManagementIcon(QWidget *parent = nullptr);
 
 Q_SIGNALS:
-    /// The left button was pressed and released on the icon, without having left it between, or the
-    /// icon was pressed by keyboard or by a screen reader.
+    /// The left button was pressed on the icon and released over it, or the icon was pressed by
+    /// keyboard or by a screen reader.
     void clicked();
 
 protected:

@@ -2,6 +2,8 @@
 from case import EndToEndCase, main
 from desktop import wait_until
 
+SHOW_TIME = 1  # seconds, in which a window that is shown by mistake comes up
+
 
 class FloatIcon(EndToEndCase):
     def start_with_icon(self, **preferences):
@@ -41,6 +43,17 @@ class FloatIcon(EndToEndCase):
         self.launcher.wait_until_ready()
         self.launcher.type("note")
         self.shows_titles("Notepad")
+
+    def test_slow_click_hides_a_window_that_hides_at_focus_loss(self):
+        self.start_with_icon(floatIconX=300, floatIconY=80, autoHideOnFocusLoss="true")
+        self.desktop.move_pointer(*self.centre())
+        self.desktop.run("xdotool", "mousedown", "1")
+        self.hides()
+        self.desktop.run("xdotool", "mouseup", "1")
+        self.stays(lambda: not self.launcher.is_visible(), "the window is hidden", SHOW_TIME)
+
+        self.desktop.click(*self.centre())
+        self.launcher.wait_until_ready()
 
     def test_drag_moves_it_without_a_click_and_its_place_is_kept(self):
         x, y, width, height = self.start_with_icon(floatIconX=300, floatIconY=80)

@@ -255,6 +255,16 @@ class Effects(SettingsCase):
         self.save(showFloatIcon="true")
         self.becomes(self.launcher.float_icon, place)
 
+    def test_float_icon_that_was_off_comes_to_its_stored_place(self):
+        self.launcher.terminate()
+        self.home.set_preferences(showFloatIcon="false", floatIconX=300, floatIconY=80)
+        self.start()
+        self.assertIsNone(self.launcher.float_icon())
+        self.open_page("user")
+        self.toggle("Show float icon")
+        self.save(showFloatIcon="true")
+        self.becomes(self.launcher.float_icon, (300, 80, 48, 48))
+
     def margin(self):
         """The colour of the window beside its contents."""
         x, y, _, _ = self.launcher.geometry()

@@ -1,6 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 from case import EndToEndCase, main
 from desktop import wait_until
+from launcher import BUILTINS
+
+from gi.repository import Atspi
 
 
 def is_near(geometry, expected):
@@ -66,11 +69,18 @@ class Window(EndToEndCase):
 
     def test_becomes_wider_when_it_is_pulled_at_its_side(self):
         self.start()
+        full = self.settled_geometry()[3]
+        self.launcher.type("note")
+        wait_until(lambda: self.launcher.geometry()[3] < full, "the window fits its one row")
         x, y, width, height = self.settled_geometry()
         edge = (x + width - 2, y + height // 2)
         with self.desktop.drag(edge, (edge[0] + 100, edge[1]),
                                lambda: self.launcher.geometry()[2] != width):
             self.becomes(self.launcher.geometry, (x, y, width + 100, height))
+
+        # Its height then is no limit for the next rows.
+        self.launcher.empty_box()
+        self.becomes(lambda: self.launcher.geometry()[2:], (width + 100, full))
 
     def settled_geometry(self):
         """The geometry once the window has fitted itself to its rows."""
@@ -83,6 +93,63 @@ class Window(EndToEndCase):
             return previous == last
         wait_until(settles, "the window stands still")
         return last
+
+
+class Focus(EndToEndCase):
+    def test_stays_in_the_list_when_a_row_is_pinned(self):
+        self.start()
+        self.shows_all()
+        self.launcher.click_row("Notepad", button=3)
+        self.launcher.choose_from_menu()
+        self.becomes(self.launcher.pins, ["Calculator", "Task Manager", "Notepad"])
+        wait_until(lambda: self.launcher.focused().get_role() == Atspi.Role.LIST,
+                   "the list has the focus")
+        self.launcher.press("Home")
+        self.becomes(self.launcher.current_row, 0)
+        self.launcher.press("space", "Down")
+        self.becomes(self.launcher.current_row, 1)
+
+    def test_goes_to_the_box_when_its_pin_is_unpinned(self):
+        self.start()
+        self.shows_all()
+        self.launcher.tab_to("Calculator")
+        self.launcher.press("Menu")
+        self.launcher.choose_from_menu()
+        self.becomes(self.launcher.pins, ["Task Manager"])
+        self.launcher.wait_until_ready()
+        self.picture("unpinned")
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+
+    def shows_all(self):
+        self.becomes(self.launcher.row_count, len(BUILTINS))
+
+
+class MinimisedWindow(EndToEndCase):
+    def setUp(self):
+        super().setUp()
+        self.start()
+        self.desktop.run("xdotool", "windowminimize", self.launcher.window)
+        self.hides()
+
+    def comes_back(self):
+        self.launcher.wait_until_ready()
+        self.launcher.type("note")
+        self.shows_titles("Notepad")
+
+    def test_comes_back_at_a_second_start(self):
+        self.start_again()
+        self.comes_back()
+        self.picture("back")
+
+    def test_comes_back_by_one_press_of_the_hotkey(self):
+        self.launcher.press("ctrl+alt+space")
+        self.comes_back()
+
+    def test_comes_back_by_one_click_on_the_floating_icon(self):
+        x, y, width, height = self.launcher.float_icon()
+        self.desktop.click(x + width // 2, y + height // 2)
+        self.comes_back()
 
 
 class Instances(EndToEndCase):

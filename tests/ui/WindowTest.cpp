@@ -165,6 +165,7 @@ QStringList Window::useMenu(QWidget *target, const QPoint &position, const QStri
             return;
         }
         poll.stop();
+        menuPlace = menu->pos();
         QAction *chosen = nullptr;
         for (QAction *candidate : menu->actions()) {
             texts.append(candidate->text());

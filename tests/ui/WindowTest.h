@@ -97,7 +97,8 @@ public:
     void dragHeight(int height);
 
     /// Opens a menu by a right click, chooses its action of that text (or, with an empty text,
-    /// dismisses it) and returns the texts of its actions; empty when there was no menu.
+    /// dismisses it) and returns the texts of its actions; empty when there was no menu. menuPlace
+    /// is where on the screen it opened.
     QStringList useMenu(QWidget *target, const QPoint &position, const QString &choice);
 
     QStringList rows() const;
@@ -130,6 +131,7 @@ public:
     QWidget *strip = nullptr;
     QStackedWidget *stack = nullptr;
     QListWidget *list = nullptr;
+    QPoint menuPlace;
 };
 
 /// An empty home and fakes without a memory. Call it before each case.

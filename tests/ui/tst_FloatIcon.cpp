@@ -134,6 +134,8 @@ private Q_SLOTS:
 
     void clickHidesAVisibleWindow();
     void clickShowsAHiddenWindowWithTheFocusInTheBox();
+    void clickThatHidByFocusLossDoesNotShowAgain();
+    void clickBringsAMinimisedWindowBack();
     void doubleClickTogglesTwice();
     void clickStoresTheUnchangedPlace();
     void clickStoresThePlaceEachTime();
@@ -155,6 +157,7 @@ private Q_SLOTS:
     void menuOpensAtThePointer();
     void menuOpensOnTheReleaseAlone();
     void menuTogglesTheWindow();
+    void menuBringsAMinimisedWindowBack();
     void menuSwitchesTheIconOff();
     void dismissedMenuDoesNothing();
     void menuWithoutAWindowOffersToShowIt();
@@ -195,6 +198,32 @@ void tst_FloatIcon::clickShowsAHiddenWindowWithTheFocusInTheBox()
     QVERIFY(d.window().isVisible());
     QTRY_VERIFY(d.window().isActiveWindow());
     QTRY_VERIFY(d.desk.edit->hasFocus());
+}
+
+void tst_FloatIcon::clickThatHidByFocusLossDoesNotShowAgain()
+{
+    Desk d;
+    d.desk.settings.setAutoHideOnFocusLoss(true);
+    QVERIFY(d.desk.showActive());
+    d.icon.show();
+    d.press(d.centre());
+    d.icon.activateWindow();
+    QTRY_VERIFY(!d.window().isVisible());
+    d.release(d.centre());
+    QVERIFY(!d.window().isVisible());
+
+    d.click();
+    QVERIFY(d.window().isVisible());
+}
+
+void tst_FloatIcon::clickBringsAMinimisedWindowBack()
+{
+    Desk d;
+    QVERIFY(d.desk.showActive());
+    d.window().showMinimized();
+    d.click();
+    QVERIFY(d.window().isVisible());
+    QVERIFY(!d.window().isMinimized());
 }
 
 void tst_FloatIcon::doubleClickTogglesTwice()
@@ -399,6 +428,16 @@ void tst_FloatIcon::menuTogglesTheWindow()
     QTRY_VERIFY(d.desk.edit->hasFocus());
     d.useMenu(d.centre(), toggleEntry);
     QVERIFY(!d.window().isVisible());
+}
+
+void tst_FloatIcon::menuBringsAMinimisedWindowBack()
+{
+    Desk d;
+    QVERIFY(d.desk.showActive());
+    d.window().showMinimized();
+    QCOMPARE(d.useMenu(d.centre(), toggleEntry).constFirst(), u"Show main window"_s);
+    QVERIFY(d.window().isVisible());
+    QVERIFY(!d.window().isMinimized());
 }
 
 void tst_FloatIcon::menuSwitchesTheIconOff()

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void dragWithoutRowsChangesNoLimit();
     void dragOnAPageChangesNoLimit();
     void dragOfAShortListIsALimitForTheNext();
+    void dragOfTheWidthChangesNoLimit();
     void programsOwnResizeChangesNoLimit();
     void lateAnswersToRequestsChangeNoLimit();
     void dragWorksAgainAfterLateAnswers();
@@ -287,6 +288,19 @@ void tst_MainWindowHeight::dragOfAShortListIsALimitForTheNext()
     QCOMPARE(w.stack->mapTo(&w.window, QPoint()).y(), w.baseHeight() - 20);
     showRows(w, 100);
     QCOMPARE(w.window.height(), 550);
+}
+
+void tst_MainWindowHeight::dragOfTheWidthChangesNoLimit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 1);
+    for (const int width : {800, 850}) { // the first might be taken for an answer to the fit
+        w.drag(QSize(width, w.window.height()));
+        QCOMPARE(w.window.width(), width);
+    }
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 460);
 }
 
 void tst_MainWindowHeight::programsOwnResizeChangesNoLimit()

@@ -62,8 +62,12 @@ private Q_SLOTS:
     void buttonLaunchesItsPinAndHides();
     void tabKeyComesToThePinsBeforeTheList();
     void menuUnpins();
+    void menuOpensAtThePointer();
     void menuThatIsDismissedChangesNothing();
     void menuOfTheLastPinHidesTheStrip();
+    void rebuildingTakesTheFocusFromThePinsToTheBox_data();
+    void rebuildingTakesTheFocusFromThePinsToTheBox();
+    void rebuildingLeavesTheFocusElsewhere();
     void pinsChangeTheHeight();
     void manyPinsWidenTheWindow();
 };
@@ -264,6 +268,17 @@ void tst_MainWindowPins::menuUnpins()
     QCOMPARE(launched(), QStringList());
 }
 
+void tst_MainWindowPins::menuOpensAtThePointer()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    const QList<QPushButton *> buttons = w.pinButtons();
+    for (QPushButton *button : buttons) {
+        w.useMenu(button, QPoint(5, 7), {});
+        QCOMPARE(w.menuPlace, button->mapToGlobal(QPoint(5, 7)));
+    }
+}
+
 void tst_MainWindowPins::menuThatIsDismissedChangesNothing()
 {
     Window w;
@@ -280,6 +295,34 @@ void tst_MainWindowPins::menuOfTheLastPinHidesTheStrip()
     w.useMenu(w.pinButtons().at(0), QPoint(5, 5), u"Unpin from Start"_s);
     QVERIFY(w.strip->isHidden());
     QVERIFY(w.launcher.pinnedApps().isEmpty());
+}
+
+void tst_MainWindowPins::rebuildingTakesTheFocusFromThePinsToTheBox_data()
+{
+    QTest::addColumn<int>("focused");
+    QTest::newRow("from the pin that goes") << 0;
+    QTest::newRow("from another pin") << 1;
+}
+
+void tst_MainWindowPins::rebuildingTakesTheFocusFromThePinsToTheBox()
+{
+    QFETCH(int, focused);
+    Window w;
+    QVERIFY(w.showActive());
+    w.pinButtons().at(focused)->setFocus();
+    w.useMenu(w.pinButtons().at(0), QPoint(5, 5), u"Unpin from Start"_s);
+    QCOMPARE(pinTexts(w), QStringList(u"Task Manager"_s));
+    QCOMPARE(w.window.focusWidget(), w.edit);
+}
+
+void tst_MainWindowPins::rebuildingLeavesTheFocusElsewhere()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.closeButton().setFocus();
+    w.launcher.unpinApp(programPath(1));
+    w.settle();
+    QVERIFY(w.closeButton().hasFocus());
 }
 
 void tst_MainWindowPins::pinsChangeTheHeight()

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -56,12 +57,17 @@ private Q_SLOTS:
     void shortcutsStandInTheirOrder();
 
     void menuPinsAndUnpins();
+    void menuOpensAtThePointer();
     void menuThatIsDismissedChangesNothing();
     void menuNeedsARowWithAPath();
     void menuPinsARowOfACommand();
     void menuPinsTheTitleBeforeTheName();
     void menuAsksAnewWhetherThePathIsPinned();
     void menuOutlivesItsRow();
+
+    void listKeepsTheFocusWhenItsRowsAreSearchedAnew();
+    void listKeepsTheFocusWhenAPinChanges();
+    void listWithoutRowsGivesTheFocusToTheBox();
 
     void rowsReadTitleAndSubtitleAloud();
 };
@@ -459,6 +465,16 @@ void tst_MainWindowRows::menuPinsAndUnpins()
     QVERIFY(w.window.isVisible());
 }
 
+void tst_MainWindowRows::menuOpensAtThePointer()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.list->viewport()->pos() != QPoint()); // the list's place would be another one
+    const QPoint position = w.list->visualItemRect(w.list->item(1)).center();
+    w.useMenu(w.list->viewport(), position, {});
+    QCOMPARE(w.menuPlace, w.list->viewport()->mapToGlobal(position));
+}
+
 void tst_MainWindowRows::menuThatIsDismissedChangesNothing()
 {
     Window w;
@@ -539,6 +555,43 @@ void tst_MainWindowRows::menuOutlivesItsRow()
     w.useMenu(w.list->viewport(), position, u"Pin to Start"_s);
     QCOMPARE(w.currentTitle(), u"Search \"xyz\""_s);
     QVERIFY(w.launcher.isPinned(programPath(2)));
+}
+
+void tst_MainWindowRows::listKeepsTheFocusWhenItsRowsAreSearchedAnew()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.list->setFocus();
+    const QSignalSpy focusChanged(qApp, &QApplication::focusChanged);
+    w.search();
+    w.settle();
+    QVERIFY(w.list->hasFocus());
+    QCOMPARE(focusChanged.count(), 0); // nor did any other widget have it between
+    QTest::keyClick(w.list, Qt::Key_Down);
+    QCOMPARE(w.list->currentRow(), 1);
+}
+
+void tst_MainWindowRows::listKeepsTheFocusWhenAPinChanges()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.list->setFocus();
+    const QSignalSpy focusChanged(qApp, &QApplication::focusChanged);
+    w.launcher.pinApp(programPath(2), u"Paint"_s, QString());
+    w.settle();
+    QVERIFY(w.list->hasFocus());
+    QCOMPARE(focusChanged.count(), 0);
+}
+
+void tst_MainWindowRows::listWithoutRowsGivesTheFocusToTheBox()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.list->setFocus();
+    w.settings.setShowAllAppsWhenSearchEmpty(false);
+    w.settle();
+    QCOMPARE(w.list->count(), 0);
+    QVERIFY(w.edit->hasFocus());
 }
 
 void tst_MainWindowRows::rowsReadTitleAndSubtitleAloud()

@@ -65,6 +65,7 @@ private Q_SLOTS:
     void badgeSearchesOnceForBothOfItsChanges();
 
     void autoEnterOpensThePageAtOnce();
+    void autoEnterLeavesTheStripOnShow();
     void autoEnterNeedsEmptyArguments_data();
     void autoEnterNeedsEmptyArguments();
     void autoEnterNeedsTheBlank();
@@ -365,6 +366,16 @@ void tst_MainWindowSearch::autoEnterOpensThePageAtOnce()
     QCOMPARE(w.todo.queries, QStringList());
     QCOMPARE(w.rows(), before);
     QVERIFY(w.status->isHidden());
+}
+
+void tst_MainWindowSearch::autoEnterLeavesTheStripOnShow()
+{
+    Window w;
+    w.settings.setPluginAutoEnter(true);
+    QVERIFY(!w.strip->isHidden());
+    w.enter(u"todo "_s);
+    QCOMPARE(w.stack->currentWidget(), w.todo.page);
+    QVERIFY(!w.strip->isHidden());
 }
 
 void tst_MainWindowSearch::autoEnterNeedsEmptyArguments_data()

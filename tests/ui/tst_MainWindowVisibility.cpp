@@ -47,6 +47,8 @@ private Q_SLOTS:
     void showsWithTheFocusInTheBox();
     void showingKeepsTextCursorAndPlace();
     void showingComesToTheFront();
+    void showingBringsAMinimisedWindowBack_data();
+    void showingBringsAMinimisedWindowBack();
 
     void escapeHides_data();
     void escapeHides();
@@ -105,6 +107,27 @@ void tst_MainWindowVisibility::showingComesToTheFront()
     QVERIFY(!w.window.isActiveWindow());
     QVERIFY(w.showActive());
     QVERIFY(w.window.isActiveWindow());
+}
+
+void tst_MainWindowVisibility::showingBringsAMinimisedWindowBack_data()
+{
+    QTest::addColumn<bool>("isHiddenToo");
+    QTest::newRow("minimised") << false;
+    QTest::newRow("minimised and hidden") << true;
+}
+
+void tst_MainWindowVisibility::showingBringsAMinimisedWindowBack()
+{
+    QFETCH(bool, isHiddenToo);
+    Window w;
+    QVERIFY(w.showActive());
+    w.window.showMinimized();
+    QTRY_VERIFY(w.window.isMinimized());
+    w.window.setHidden(isHiddenToo);
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.isVisible());
+    QVERIFY(!w.window.isMinimized());
+    QVERIFY(w.edit->hasFocus());
 }
 
 void tst_MainWindowVisibility::escapeHides_data()
@@ -203,29 +226,15 @@ void tst_MainWindowVisibility::focusThatComesBackKeepsTheWindow()
 void tst_MainWindowVisibility::preferenceTurnedOffInTimeKeepsTheWindow()
 {
     Window w;
-    w.settings.setAutoHideOnFocusLoss(true);
     QVERIFY(w.showActive());
     QWidget other;
-    QTimer::singleShot(0, &w.window, [] {});
-    other.show();
-    // Turned off in the very moment of the deactivation, which is within the 50 milliseconds.
-    struct Off : QObject
-    {
-        Settings *settings = nullptr;
-        bool eventFilter(QObject *, QEvent *event) override
-        {
-            if (event->type() == QEvent::WindowActivate) {
-                settings->setAutoHideOnFocusLoss(false);
-            }
-            return false;
-        }
-    } off;
-    off.settings = &w.settings;
-    other.installEventFilter(&off);
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    QVERIFY(!w.settings.autoHideOnFocusLoss());
+    QVERIFY(activateOther(other));
+    w.settings.setAutoHideOnFocusLoss(true);
+    QEvent deactivate(QEvent::WindowDeactivate);
+    QCoreApplication::sendEvent(&w.window, &deactivate);
+    w.settings.setAutoHideOnFocusLoss(false);
     waitForTheSecondLook();
+    QVERIFY(!w.window.isActiveWindow());
     QVERIFY(w.window.isVisible());
 }
 
