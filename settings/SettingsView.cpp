@@ -8,6 +8,8 @@
 #include "settings/Settings.h"
 
 #include <QAbstractItemView>
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -74,6 +76,14 @@ QLabel *addSection(QBoxLayout *layout, const QString &text)
     QLabel *label = buildLabel(text, u"section"_s, layout->parentWidget());
     layout->addWidget(label);
     return label;
+}
+
+// Qt's own interface of a scroll area does not look whether there is a child of that number, and a
+// screen reader may ask for a scroll bar that has just gone.
+QAccessibleInterface *createInterface(const QString &, QObject *object)
+{
+    auto *area = qobject_cast<QScrollArea *>(object);
+    return area ? new QAccessibleWidget(area) : nullptr;
 }
 
 QScrollArea *scrollAreaAround(const QWidget *widget)
@@ -261,6 +271,7 @@ QBoxLayout *SettingsView::addPage(const QString &title)
 {
     m_navigation->addItem(title);
 
+    QAccessible::installFactory(createInterface); // at most once, however often it is called
     auto *area = new QScrollArea(m_pages);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus); // it follows the focus of what it holds

@@ -394,6 +394,7 @@ private Q_SLOTS:
     void noButtonLooksFocusedThatIsNot();
     void buttonKeepsTheFocusInANewStyle();
     void everyControlHasANameForScreenReaders();
+    void survivesAQuestionForAControlThatIsNotThere();
     void fitsIntoTheNarrowestWindow();
 };
 
@@ -1167,6 +1168,19 @@ void tst_SettingsView::everyControlHasANameForScreenReaders()
         p.navigation()->setCurrentRow(page);
         QCOMPARE(namelessControls(QAccessible::queryAccessibleInterface(p.view.get())),
                  QStringList());
+    }
+}
+
+// A screen reader may ask for what has just gone.
+void tst_SettingsView::survivesAQuestionForAControlThatIsNotThere()
+{
+    const Page p;
+    for (int page = UserPage; page <= PluginsPage; ++page) {
+        QAccessibleInterface *area = QAccessible::queryAccessibleInterface(p.area(page));
+        QVERIFY(area->child(0));
+        QVERIFY(!area->child(area->childCount()));
+        QVERIFY(!area->child(99));
+        QVERIFY(!area->child(-1));
     }
 }
 
