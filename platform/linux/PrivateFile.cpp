@@ -33,9 +33,8 @@ bool keepsFilesApart(const QString &folder)
         || (status.st_uid != ::geteuid() && status.st_uid != 0)) {
         return false;
     }
-    const bool isShared =
-        (status.st_mode & S_IWOTH) != 0
-        || ((status.st_mode & S_IWGRP) != 0 && !isUsersOwnGroup(status.st_gid));
+    const bool isShared = (status.st_mode & S_IWOTH) != 0
+                          || ((status.st_mode & S_IWGRP) != 0 && !isUsersOwnGroup(status.st_gid));
     return !isShared || (status.st_mode & S_ISVTX) != 0;
 }
 

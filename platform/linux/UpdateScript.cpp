@@ -16,10 +16,10 @@ namespace platform {
 namespace {
 
 // The new file is made beside the program, so that it takes its place in one step. "set -C" has a
-// name that is taken, even by a link, refused. $0 is the script's own path. The new program inherits
-// what the old one had: the mask of a shell of its own alone is changed, and the shell gives itself
-// up for it, as a program in its background would ignore the signals that interrupt. The braces have
-// the last lines read before the file is gone.
+// name that is taken, even by a link, refused. $0 is the script's own path. The new program
+// inherits what the old one had: the mask of a shell of its own alone is changed, and the shell
+// gives itself up for it, as a program in its background would ignore the signals that interrupt.
+// The braces have the last lines read before the file is gone.
 constexpr const char16_t *script = uR"(#!/bin/sh
 download=%1
 program=%2

@@ -4,8 +4,9 @@
 //
 // Logs for tst_Logger as the program does, without an application object: a message for each of the
 // words "debug", "info", "warning", "critical" and "fatal". "early" is sent before the log is open,
-// "threads" sends messages "<thread>.<number>" from several threads at once, and "midnight" waits
-// for the next day, "input" for the end of the standard input. An empty FOLDER leaves the choice to the log.
+// "threads" sends messages "<thread>.<number>" from several threads at once, "midnight" waits for
+// the next day, and "input" for the end of the standard input. An empty FOLDER leaves the choice to
+// the log.
 
 #include "app/Logger.h"
 

@@ -208,12 +208,11 @@ void tst_UpdateScript::startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne()
 {
     const QString program = testhome::writeFile(u"bin/program"_s, "old program");
     QCOMPARE(::chmod(QFile::encodeName(program).constData(), 0755), 0);
-    const QString download =
-        testhome::writeFile(u"tmp/Vaskel_update.exe"_s,
-                            "#!/bin/sh\n"
-                            "umask >\"$HOME/part\"\n"
-                            "sed -n 's/^SigIgn:\t//p' /proc/self/status >>\"$HOME/part\"\n"
-                            "mv \"$HOME/part\" \"$HOME/new-runs\"\n");
+    const QString download = testhome::writeFile(
+        u"tmp/Vaskel_update.exe"_s, "#!/bin/sh\n"
+                                    "umask >\"$HOME/part\"\n"
+                                    "sed -n 's/^SigIgn:\t//p' /proc/self/status >>\"$HOME/part\"\n"
+                                    "mv \"$HOME/part\" \"$HOME/new-runs\"\n");
     const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
                                                platform::updateScript(download, program).toUtf8());
     // As the program does, to outlive those that read what it writes.
