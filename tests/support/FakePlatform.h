@@ -52,7 +52,8 @@ struct FakePlatform
     bool openLinkResult = true;
     QStringList openedLinks;
 
-    // PrivateFile.h; any other file is opened as usual, unless it is open, which some systems refuse
+    // PrivateFile.h; any other file is opened as usual, unless it is open, which some systems
+    // refuse
     QStringList foreignFiles;
     QHash<QString, QPointer<QFile>> privateFiles;
 
