@@ -215,6 +215,10 @@ void tst_UpdateScript::startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne()
                                     "mv \"$HOME/part\" \"$HOME/new-runs\"\n");
     const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
                                                platform::updateScript(download, program).toUtf8());
+    // Whoever runs this in the background may have it ignore them.
+    ::signal(SIGINT, SIG_DFL);
+    ::signal(SIGQUIT, SIG_DFL);
+    ::signal(SIGHUP, SIG_DFL);
     // As the program does, to outlive those that read what it writes.
     const auto handler = ::signal(SIGPIPE, SIG_IGN);
     const mode_t mask = ::umask(027);
