@@ -12,6 +12,8 @@ add_library(vaskel_spdlog INTERFACE)
 target_compile_definitions(vaskel_spdlog INTERFACE
     FMT_HEADER_ONLY
     SPDLOG_FMT_EXTERNAL
+    # What is started from here inherits no log file.
+    SPDLOG_PREVENT_CHILD_FD
     # The user's folder may have a name that the code page cannot spell.
     $<$<PLATFORM_ID:Windows>:SPDLOG_WCHAR_FILENAMES>
 )

@@ -79,7 +79,7 @@ void Updater::readAnswer(QNetworkReply *reply)
 
 void Updater::downloadAndInstall(const QString &url)
 {
-    m_downloadReply = nullptr;
+    giveUpDownload();
     m_downloadFile = new QFile(temporaryPath(u"Vaskel_update.exe"_s), this);
     if (!platform::openPrivateFile(*m_downloadFile, QIODevice::WriteOnly)) {
         Q_EMIT downloadError(u"Failed to create download file"_s);
@@ -99,6 +99,16 @@ void Updater::downloadAndInstall(const QString &url)
         }
     });
     m_downloadReply = reply;
+}
+
+void Updater::giveUpDownload()
+{
+    // In this order: the reply ends while it is aborted. Its file must be closed before another can
+    // take the name on every system.
+    if (QNetworkReply *reply = std::exchange(m_downloadReply, nullptr)) {
+        reply->abort();
+    }
+    delete std::exchange(m_downloadFile, nullptr);
 }
 
 void Updater::onDownloadReadyRead()

@@ -24,7 +24,7 @@ public:
     Q_INVOKABLE void checkForUpdate();
 
     /// Downloads the new executable into the folder for temporary files and installs it, which ends
-    /// the process. A call during a download makes the new one count alone.
+    /// the process. A call during a download gives that one up for the new one.
     Q_INVOKABLE void downloadAndInstall(const QString &url);
 
     /// The version of this build, for display. The server decides alone whether there is a newer
@@ -52,6 +52,7 @@ private Q_SLOTS:
 
 private:
     void readAnswer(QNetworkReply *reply);
+    void giveUpDownload();
     void install(const QString &downloadPath);
 
     QNetworkAccessManager *m_manager = nullptr;

@@ -6,8 +6,8 @@
 #include <QAbstractNativeEventFilter>
 #include <QDebug>
 #include <QGuiApplication>
-#include <QHash>
 #include <QKeySequence>
+#include <QList>
 
 #include <algorithm>
 #include <utility>
@@ -19,7 +19,16 @@ namespace {
 // Beyond it lie the numbers that libraries share among themselves.
 constexpr int lastProgramId = 0xbfff;
 
-/// Holds combinations for the thread, which gets a message for each press.
+/// A key that the system reports, with all combinations that it is known by.
+struct HeldKey
+{
+    WindowsKey key;
+    int id = 0;
+    QList<QKeyCombination> combinations;
+};
+
+/// Holds keys for the thread, which gets a message for each press. The system gives a key to one
+/// holder only, even within a program.
 class WindowsHotkeys final : public SystemHotkeys, private QAbstractNativeEventFilter
 {
 public:
@@ -31,8 +40,8 @@ public:
 
     ~WindowsHotkeys() override
     {
-        for (const int id : std::as_const(m_ids)) {
-            UnregisterHotKey(nullptr, id);
+        for (const HeldKey &held : std::as_const(m_held)) {
+            UnregisterHotKey(nullptr, held.id);
         }
     }
 
@@ -43,21 +52,36 @@ public:
             qWarning() << "QHotkey: the keyboard has no key for" << QKeySequence(combination);
             return false;
         }
+        const auto held = std::find_if(m_held.begin(), m_held.end(),
+                                       [&](const HeldKey &other) { return other.key == *key; });
+        if (held != m_held.end()) {
+            held->combinations.append(combination);
+            return true;
+        }
         const int id = freeId();
         if (!RegisterHotKey(nullptr, id, key->modifiers | MOD_NOREPEAT, key->code)) {
-            qWarning() << "QHotkey: another program holds" << QKeySequence(combination);
+            const DWORD error = GetLastError();
+            qWarning().nospace() << "QHotkey: the system refuses " << QKeySequence(combination)
+                                 << ", error " << error << ": "
+                                 << qUtf8Printable(qt_error_string(int(error)));
             return false;
         }
-        m_ids.insert(combination, id);
+        m_held.append({*key, id, {combination}});
         return true;
     }
 
     void release(QKeyCombination combination) override
     {
-        const auto id = m_ids.constFind(combination);
-        if (id != m_ids.cend()) {
-            UnregisterHotKey(nullptr, id.value());
-            m_ids.erase(id);
+        const auto held = std::find_if(m_held.begin(), m_held.end(), [&](const HeldKey &candidate) {
+            return candidate.combinations.contains(combination);
+        });
+        if (held == m_held.end()) {
+            return;
+        }
+        held->combinations.removeOne(combination);
+        if (held->combinations.isEmpty()) {
+            UnregisterHotKey(nullptr, held->id);
+            m_held.erase(held);
         }
     }
 
@@ -68,25 +92,33 @@ private:
         if (event->message != WM_HOTKEY) {
             return false;
         }
-        // A press of a combination that has been released since is nobody's any more.
-        const auto held = std::find(m_ids.cbegin(), m_ids.cend(), int(event->wParam));
-        if (held == m_ids.cend()) {
+        // A press of a key that has been released since is nobody's any more.
+        const auto held = findId(int(event->wParam));
+        if (held == m_held.cend()) {
             return false;
         }
-        m_pressed(held.key());
+        for (const QKeyCombination combination : held->combinations) {
+            m_pressed(combination);
+        }
         return true;
+    }
+
+    QList<HeldKey>::const_iterator findId(int id) const
+    {
+        return std::find_if(m_held.cbegin(), m_held.cend(),
+                            [id](const HeldKey &held) { return held.id == id; });
     }
 
     int freeId()
     {
         do {
             m_lastId = m_lastId % lastProgramId + 1;
-        } while (m_ids.values().contains(m_lastId));
+        } while (findId(m_lastId) != m_held.cend());
         return m_lastId;
     }
 
     Pressed m_pressed;
-    QHash<QKeyCombination, int> m_ids;
+    QList<HeldKey> m_held;
     int m_lastId = 0;
 };
 

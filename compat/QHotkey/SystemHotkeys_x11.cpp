@@ -42,8 +42,8 @@ quint8 xkbEventType(xcb_connection_t *display)
     return type;
 }
 
-/// Holds combinations by passive grabs on the root windows. The server compares the modifiers of a
-/// grab exactly, so each key is grabbed once for every mix of locks.
+/// Holds combinations by passive grabs on the root window of the first screen. The server compares
+/// the modifiers of a grab exactly, so each key is grabbed once for every mix of locks.
 class X11Hotkeys final : public SystemHotkeys, private QAbstractNativeEventFilter
 {
 public:

@@ -10,6 +10,8 @@ struct WindowsKey
 {
     unsigned modifiers = 0; ///< of the MOD_ kind
     unsigned code = 0;      ///< a virtual-key code
+
+    friend bool operator==(const WindowsKey &, const WindowsKey &) = default;
 };
 
 /// Finds the key in the present keyboard layout. Nothing when no key gives what is asked for.

@@ -39,18 +39,25 @@ X11Keyboard::X11Keyboard(xcb_connection_t *connection)
 
 QList<X11Key> X11Keyboard::keysOf(QKeyCombination combination) const
 {
-    const xcb_keysym_t wanted = x11Keysym(combination);
     QList<X11Key> keys;
-    if (wanted == XCB_NO_SYMBOL || m_columns == 0) {
+    const QList<xcb_keysym_t> symbols = x11Keysyms(combination);
+    for (auto it = symbols.begin(); it != symbols.end() && keys.isEmpty(); ++it) {
+        keys = keysOf(*it, modifiersOf(combination.keyboardModifiers()));
+    }
+    return keys;
+}
+
+QList<X11Key> X11Keyboard::keysOf(xcb_keysym_t wanted, quint16 modifiersBesides) const
+{
+    QList<X11Key> keys;
+    if (m_columns == 0) {
         return keys;
     }
-
     const int codes = int(m_symbols.size()) / m_columns;
     for (int column = 0; column < usedColumns && keys.isEmpty(); ++column) {
         // A shifted symbol is typed with Shift, but on the keypad it is Num Lock that shifts.
         const bool isShifted = column % 2 == 1 && !isOfKeypad(wanted);
-        const quint16 modifiers =
-            modifiersOf(combination.keyboardModifiers()) | (isShifted ? XCB_MOD_MASK_SHIFT : 0);
+        const quint16 modifiers = modifiersBesides | (isShifted ? XCB_MOD_MASK_SHIFT : 0);
         for (int code = m_firstCode; code < m_firstCode + codes; ++code) {
             if (symbol(code, column) == wanted) {
                 keys.append({xcb_keycode_t(code), modifiers});

@@ -32,6 +32,7 @@ public:
 private:
     void readSymbols(xcb_connection_t *connection);
     void readModifiers(xcb_connection_t *connection);
+    QList<X11Key> keysOf(xcb_keysym_t wanted, quint16 modifiersBesides) const;
     xcb_keysym_t symbol(int code, int column) const;
     quint16 modifierOf(const QList<xcb_keysym_t> &symbols) const;
     quint16 modifiersOf(Qt::KeyboardModifiers modifiers) const;

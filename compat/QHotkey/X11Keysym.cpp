@@ -1,13 +1,27 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "X11Keysym.h"
 
+#include <QChar>
 #include <QHash>
 #include <QtGlobal>
 
 #include <X11/XF86keysym.h>
 #include <X11/keysym.h>
+#include <xkbcommon/xkbcommon.h>
 
 namespace {
+
+// Beyond Latin-1, many characters have a symbol from before Unicode, and each has one made of its
+// number.
+constexpr int firstOfUnicode = 0x100;
+constexpr int lastOfUnicode = 0x10ffff;
+constexpr xcb_keysym_t unicodeKeysyms = 0x01000000;
+
+QList<xcb_keysym_t> letterKeysyms(int key)
+{
+    const char32_t letter = QChar::toLower(char32_t(key));
+    return {xkb_utf32_to_keysym(letter), unicodeKeysyms | letter};
+}
 
 xcb_keysym_t namedKeysym(int key)
 {
@@ -67,9 +81,8 @@ xcb_keysym_t namedKeysym(int key)
     return keysyms.value(key, XCB_NO_SYMBOL);
 }
 
-} // namespace
-
-xcb_keysym_t x11Keysym(QKeyCombination combination)
+// Of the keys that have one symbol at most.
+xcb_keysym_t singleKeysym(QKeyCombination combination)
 {
     const int key = combination.key();
     if (combination.keyboardModifiers() & Qt::KeypadModifier) {
@@ -91,4 +104,16 @@ xcb_keysym_t x11Keysym(QKeyCombination combination)
         return XK_F1 + xcb_keysym_t(key - Qt::Key_F1);
     }
     return namedKeysym(key);
+}
+
+} // namespace
+
+QList<xcb_keysym_t> x11Keysyms(QKeyCombination combination)
+{
+    const int key = combination.key();
+    if (key >= firstOfUnicode && key <= lastOfUnicode) {
+        return letterKeysyms(key);
+    }
+    const xcb_keysym_t keysym = singleKeysym(combination);
+    return keysym != XCB_NO_SYMBOL ? QList<xcb_keysym_t>{keysym} : QList<xcb_keysym_t>{};
 }

@@ -5,6 +5,9 @@
 #include <QFileInfo>
 
 #include <cerrno>
+
+#include <grp.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,14 +15,27 @@ namespace platform {
 
 namespace {
 
+// Where each user has a group of his own, it bears his name, and his folders are often open to it.
+bool isUsersOwnGroup(gid_t group)
+{
+    const passwd *user = ::getpwuid(::geteuid());
+    const QByteArray name(user ? user->pw_name : "");
+    const struct group *entry = ::getgrgid(group);
+    return entry && !name.isEmpty() && name == entry->gr_name;
+}
+
 // Others can rename what lies in a folder that they may write to, unless it is sticky, or that is
 // theirs.
 bool keepsFilesApart(const QString &folder)
 {
     struct stat status = {};
-    return ::stat(QFile::encodeName(folder).constData(), &status) == 0
-           && (status.st_uid == ::geteuid() || status.st_uid == 0)
-           && ((status.st_mode & S_IWOTH) == 0 || (status.st_mode & S_ISVTX) != 0);
+    if (::stat(QFile::encodeName(folder).constData(), &status) == -1
+        || (status.st_uid != ::geteuid() && status.st_uid != 0)) {
+        return false;
+    }
+    const bool isShared = (status.st_mode & S_IWOTH) != 0
+                          || ((status.st_mode & S_IWGRP) != 0 && !isUsersOwnGroup(status.st_gid));
+    return !isShared || (status.st_mode & S_ISVTX) != 0;
 }
 
 bool isFreeOrOwn(const QString &path)

@@ -14,7 +14,10 @@ namespace platform {
 namespace {
 
 // The new file is made beside the program, so that it takes its place in one step. "set -C" has a
-// name that is taken, even by a link, refused. $0 is the script's own path.
+// name that is taken, even by a link, refused. $0 is the script's own path. The new program
+// inherits what the old one had: the mask of a shell of its own alone is changed, and the shell
+// gives itself up for it, as a program in its background would ignore the signals that interrupt.
+// The braces have the last lines read before the file is gone.
 constexpr const char16_t *script = uR"(#!/bin/sh
 download=%1
 program=%2
@@ -40,17 +43,16 @@ for second in 1 2; do
     fi
 done
 
-umask 077
-set -C
-true >"$new" || fail
-set +C
+(umask 077; set -C; true >"$new") || fail
 if ! replace; then
     rm -f "$new"
     fail
 fi
 rm -f "$download"
-"$program" </dev/null &
-rm -f "$0"
+{
+    rm -f "$0"
+    exec "$program" </dev/null
+}
 )";
 
 // Between single quotes, the single quote alone is not what it stands for.

@@ -9,7 +9,6 @@ namespace platform {
 
 namespace {
 
-// The folder for temporary files is the user's own here, so that nobody can swap what lies in it.
 bool isFreeOrOwn(const QString &path)
 {
     const Handle file = openForRights(path, 0);

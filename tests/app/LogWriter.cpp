@@ -4,8 +4,9 @@
 //
 // Logs for tst_Logger as the program does, without an application object: a message for each of the
 // words "debug", "info", "warning", "critical" and "fatal". "early" is sent before the log is open,
-// "threads" sends messages "<thread>.<number>" from several threads at once, and "midnight" waits
-// for the next day. An empty FOLDER leaves the choice to the log.
+// "threads" sends messages "<thread>.<number>" from several threads at once, "midnight" waits for
+// the next day, and "input" for the end of the standard input. An empty FOLDER leaves the choice to
+// the log.
 
 #include "app/Logger.h"
 
@@ -13,6 +14,7 @@
 #include <QDebug>
 
 #include <chrono>
+#include <cstdio>
 #include <thread>
 #include <vector>
 
@@ -56,6 +58,9 @@ void write(const QByteArray &word)
         logFromThreads();
     } else if (word == "midnight") {
         waitForTheNextDay();
+    } else if (word == "input") {
+        while (std::getchar() != EOF) {
+        }
     } else if (word == "fatal") {
         qFatal("a fatal text");
     }

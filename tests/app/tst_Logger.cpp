@@ -3,9 +3,11 @@
 
 #include "support/TestHome.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -93,6 +95,23 @@ Run runWriter(const QStringList &arguments, const QString &timeZone = u"UTC"_s)
             linesOf(process.readAllStandardOutput())};
 }
 
+/// Starts the helper program and leaves it running as long as its standard input is open.
+void startWaitingProgram(QProcess &program)
+{
+    program.start(QStringLiteral(LOG_WRITER), {testhome::path() + "/other"_L1, u"input"_s});
+    QVERIFY(program.waitForReadyRead(60'000));
+}
+
+QStringList openFilesOf(qint64 process)
+{
+    QStringList paths;
+    const QDir files(u"/proc/%1/fd"_s.arg(process));
+    for (const QFileInfo &file : files.entryInfoList(QDir::AllEntries | QDir::System)) {
+        paths.append(file.symLinkTarget());
+    }
+    return paths;
+}
+
 } // namespace
 
 class tst_Logger : public QObject
@@ -117,6 +136,8 @@ private Q_SLOTS:
     void writesTheMessageAsItIs_data();
     void writesTheMessageAsItIs();
     void flushesEachLine();
+    void keepsItsFileToItself();
+    void canBeRemovedWhileStartedProgramsRunOn();
     void writesToTheConsoleToo();
     void dropsWhatComesBeforeTheLog();
     void writesAFatalMessageBeforeTheEnd();
@@ -316,6 +337,33 @@ void tst_Logger::flushesEachLine()
         qtMessageHandler(type, {}, u"text"_s);
         QCOMPARE(linesIn(m_folder).size(), before + 1);
     }
+}
+
+void tst_Logger::keepsItsFileToItself()
+{
+    Logger::instance().init(m_folder);
+    const QString path = m_folder + u'/' + namesIn(m_folder).constFirst();
+    QVERIFY(openFilesOf(QCoreApplication::applicationPid()).contains(path));
+    QProcess started;
+    startWaitingProgram(started);
+    const QStringList files = openFilesOf(started.processId());
+    QVERIFY(!files.isEmpty());
+    QVERIFY2(!files.contains(path), qPrintable(files.join(u'\n')));
+    started.closeWriteChannel();
+    QVERIFY(started.waitForFinished());
+}
+
+// On Windows that is refused as long as anybody has it open.
+void tst_Logger::canBeRemovedWhileStartedProgramsRunOn()
+{
+    Logger::instance().init(m_folder);
+    const QString path = m_folder + u'/' + namesIn(m_folder).constFirst();
+    QProcess started;
+    startWaitingProgram(started);
+    Logger::instance().init(testhome::writeFile(u"obstacle"_s, {}));
+    QVERIFY(QFile::remove(path));
+    started.closeWriteChannel();
+    QVERIFY(started.waitForFinished());
 }
 
 void tst_Logger::writesToTheConsoleToo()

@@ -109,6 +109,8 @@ private Q_SLOTS:
     void bearsToBeDeletedByItsOwnSignal();
     void tellsNothingAfterItsDestruction();
     void followsTheKeyboardLayout();
+    void noticesALetterOfTheLayout_data();
+    void noticesALetterOfTheLayout();
     void keepsTheKeyThatANewLayoutLacks();
     void followsALockThatGetsAModifier();
     void usesTheFirstCombinationOfSeveral();
@@ -497,6 +499,42 @@ void tst_QHotkey::followsTheKeyboardLayout()
 
     hotkey.setRegistered(false);
     QVERIFY(isFree(XK_y, controlAlt));
+}
+
+void tst_QHotkey::noticesALetterOfTheLayout_data()
+{
+    QTest::addColumn<QString>("layout");
+    QTest::addColumn<QKeySequence>("sequence");
+    QTest::addColumn<uint>("symbolOnKey");
+
+    QTest::newRow("Cyrillic") << u"ru"_s << QKeySequence(u"Ctrl+Alt+Я"_s) << uint(XK_Cyrillic_ya);
+    QTest::newRow("Cyrillic that has a symbol of Unicode alone")
+        << u"kz"_s << QKeySequence(u"Ctrl+Alt+Ө"_s) << uint(0x010004e9);
+    QTest::newRow("Cyrillic in the second group")
+        << u"us,ru"_s << QKeySequence(u"Ctrl+Alt+Я"_s) << uint(XK_z);
+    QTest::newRow("Greek") << u"gr"_s << QKeySequence(u"Ctrl+Alt+Ω"_s) << uint(XK_Greek_omega);
+    QTest::newRow("Latin beyond the first set")
+        << u"pl,cz"_s << QKeySequence(u"Ctrl+Alt+Č"_s) << uint(XK_4);
+    QTest::newRow("Arabic, by a symbol of Unicode though it has another")
+        << u"pk"_s << QKeySequence(u"Ctrl+Alt+ب"_s) << uint(0x01000628);
+    QTest::newRow("without an upper case")
+        << u"ge"_s << QKeySequence(u"Ctrl+Alt+ა"_s) << uint(0x010010d0);
+}
+
+void tst_QHotkey::noticesALetterOfTheLayout()
+{
+    QFETCH(const QString, layout);
+    QFETCH(const QKeySequence, sequence);
+    QFETCH(const uint, symbolOnKey);
+    setLayout(layout);
+    const auto reset = qScopeGuard([this] { setLayout(u"us"_s); });
+    QHotkey hotkey(sequence, true);
+    QVERIFY(hotkey.isRegistered());
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    QVERIFY(m_other->keyOf(symbolOnKey) != 0);
+    m_other->type({XK_Control_L, XK_Alt_L, symbolOnKey});
+    QTRY_COMPARE(activated.count(), 1);
+    QCOMPARE(m_other->received(symbolOnKey), 0);
 }
 
 void tst_QHotkey::keepsTheKeyThatANewLayoutLacks()

@@ -172,6 +172,31 @@ class Effects(SettingsCase):
         self.launcher.type("calc 1+1")
         self.shows_titles("2")
 
+    def test_hotkey_of_a_plugin_goes_and_comes_with_its_switch(self):
+        self.launcher.terminate()
+        self.home.set_preferences({"pluginHotkeys/calc": "Ctrl+Shift+F8"})
+        self.start()
+        self.switch_calc("false")
+        # Were it still in force, it would bring the window up and the main one hide it.
+        self.launcher.press("ctrl+shift+F8", "ctrl+alt+space")
+        self.launcher.wait_until_ready()
+        self.assertIsNone(self.launcher.badge())
+
+        self.switch_calc("true")
+        self.assertEqual(self.home.preferences()["pluginHotkeys/calc"], "Ctrl+Shift+F8")
+        self.launcher.press("ctrl+shift+F8")
+        self.launcher.wait_until_ready()
+        self.becomes(self.launcher.badge, "calc")
+
+    def switch_calc(self, value):
+        """Switches the plugin over to that on the page, and hides the window with an empty box."""
+        self.open_page("plugin")
+        self.toggle("calc Enabled")
+        self.save(**{"plugins/calc": value})
+        self.launcher.empty_box()
+        self.launcher.press("Escape")
+        self.hides()
+
     def test_command_with_a_page_opens_at_once(self):
         self.open_page("plugin")
         self.toggle("Auto enter on empty args")

@@ -119,6 +119,7 @@ class Tray(TrayCase):
         self.hide_window()
         self.choose("Settings")
         wait_until(self.launcher.is_visible, "the window shows")
+        wait_until(lambda: self.launcher.control("Save"), "the page opens")
         self.becomes(self.launcher.text, "note")
         self.assertIsNone(self.launcher.badge())
         self.picture("settings")

@@ -187,7 +187,12 @@ bool openLink(const QString &filePath)
 
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
 {
-    return !fakePlatform().foreignFiles.contains(file.fileName()) && file.open(mode);
+    QPointer<QFile> &last = fakePlatform().privateFiles[file.fileName()];
+    if (fakePlatform().foreignFiles.contains(file.fileName()) || (last && last->isOpen())) {
+        return false;
+    }
+    last = &file;
+    return file.open(mode);
 }
 
 bool makePrivateFolder(const QString &path)

@@ -4,6 +4,7 @@
 #include "platform/BuiltinPrograms.h"
 #include "platform/ColorScheme.h"
 
+#include <QFile>
 #include <QHash>
 #include <QIcon>
 #include <QPixmap>
@@ -53,8 +54,10 @@ struct FakePlatform
     bool openLinkResult = true;
     QStringList openedLinks;
 
-    // PrivateFile.h; any other file is opened as usual
+    // PrivateFile.h; any other file is opened as usual, unless it is open, which some systems
+    // refuse
     QStringList foreignFiles;
+    QHash<QString, QPointer<QFile>> privateFiles;
 
     // PrivateFolder.h; any other folder is made
     QStringList foreignFolders;

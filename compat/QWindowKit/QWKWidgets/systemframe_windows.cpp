@@ -88,6 +88,9 @@ private:
             // The title bar that would be painted here lies below the client area.
             *result = DefWindowProcW(m_handle, WM_NCACTIVATE, event->wParam, -1);
             return true;
+        case WM_NCLBUTTONDBLCLK:
+            // A window that can be snapped would be maximised. Being posted, it has no result.
+            return event->wParam == HTCAPTION;
         default:
             return false;
         }

@@ -89,6 +89,9 @@ private Q_SLOTS:
     void noticesTheKey();
     void needsAllModifiersAndNoOther();
     void tellsAllObjectsOfOneSequence();
+    void tellsAllSequencesOfOneKey_data();
+    void tellsAllSequencesOfOneKey();
+    void keepsTheKeyUntilItsLastSequenceGoes();
     void tellsNothingAfterItsRelease();
     void tellsFromTheEventLoopAlone();
     void reportsASequenceThatAnotherProgramHolds();
@@ -185,6 +188,53 @@ void tst_QHotkeyOnWindows::tellsAllObjectsOfOneSequence()
     QCOMPARE(secondPressed.count(), 1);
 }
 
+void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey_data()
+{
+    QTest::addColumn<QKeySequence>("one");
+    QTest::addColumn<QKeySequence>("other");
+    QTest::addColumn<QString>("keys");
+    QTest::newRow("Return and Enter")
+        << QKeySequence(u"Ctrl+Return"_s) << QKeySequence(u"Ctrl+Enter"_s) << u"ctrl+Return"_s;
+    QTest::newRow("Tab and Backtab")
+        << QKeySequence(u"Ctrl+Shift+Tab"_s) << QKeySequence(u"Ctrl+Shift+Backtab"_s)
+        << u"ctrl+shift+Tab"_s;
+    QTest::newRow("character and the key that types it")
+        << QKeySequence(u"Ctrl+Alt+?"_s) << QKeySequence(u"Ctrl+Alt+Shift+/"_s)
+        << u"ctrl+alt+shift+slash"_s;
+}
+
+void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey()
+{
+    QFETCH(QKeySequence, one);
+    QFETCH(QKeySequence, other);
+    QFETCH(QString, keys);
+    const QHotkey first(one, true);
+    const QHotkey second(other, true);
+    QVERIFY(first.isRegistered());
+    QVERIFY(second.isRegistered());
+    const QSignalSpy firstPressed(&first, &QHotkey::activated);
+    const QSignalSpy secondPressed(&second, &QHotkey::activated);
+    type({keys});
+    QCOMPARE(firstPressed.count(), 1);
+    QCOMPARE(secondPressed.count(), 1);
+}
+
+void tst_QHotkeyOnWindows::keepsTheKeyUntilItsLastSequenceGoes()
+{
+    QHotkey first(QKeySequence(u"Ctrl+Return"_s), true);
+    QHotkey second(QKeySequence(u"Ctrl+Enter"_s), true);
+    const QSignalSpy firstPressed(&first, &QHotkey::activated);
+    const QSignalSpy secondPressed(&second, &QHotkey::activated);
+    QVERIFY(first.setRegistered(false));
+    type({u"ctrl+Return"_s});
+    QCOMPARE(firstPressed.count(), 0);
+    QCOMPARE(secondPressed.count(), 1);
+
+    QVERIFY(second.setRegistered(false));
+    const Holder holder(MOD_CONTROL, VK_RETURN);
+    QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
+}
+
 void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
 {
     QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
@@ -216,7 +266,7 @@ void tst_QHotkeyOnWindows::reportsASequenceThatAnotherProgramHolds()
     const Holder holder(MOD_CONTROL | MOD_ALT, 'Y');
     QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
     QTest::ignoreMessage(QtWarningMsg,
-                         QRegularExpression(u"another program holds.*Ctrl\\+Alt\\+Y"_s));
+                         QRegularExpression(u"refuses.*Ctrl\\+Alt\\+Y.*error 1409"_s));
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     QVERIFY(!hotkey.isRegistered());
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);

@@ -110,6 +110,7 @@ private Q_SLOTS:
     void tellsTheSystemItsParts();
     void fixedHeightIsNotResized();
     void titleBarDragsTheWindow();
+    void doubleClickOnTheTitleBarDoesNotMaximise();
     void contentDoesNotDragTheWindow();
     void edgeResizesTheWindowAsItsUserDoes();
     void closeButtonIsClicked();
@@ -203,6 +204,23 @@ void tst_WidgetWindowAgentOnWindows::titleBarDragsTheWindow()
     drag(m_window->onScreen({100, 20}), QPoint(60, 90));
     QTRY_COMPARE_WITH_TIMEOUT(m_window->pos(), before + (QPointF(60, 90) / ratio).toPoint(), 20000);
     QCOMPARE(m_window->size(), QSize(400, 300));
+}
+
+void tst_WidgetWindowAgentOnWindows::doubleClickOnTheTitleBarDoesNotMaximise()
+{
+    QSignalSpy clicked(&m_window->button, &QPushButton::clicked);
+    const QPoint title = m_window->onScreen({100, 20});
+    const QPoint button = m_window->onScreen(m_window->button.geometry().center());
+    realinput::send({u"mousemove"_s, number(title.x()), number(title.y()), u"sleep"_s, u"0.3"_s,
+                     u"click"_s, u"--repeat"_s, u"2"_s, u"1"_s, u"sleep"_s, u"0.3"_s,
+                     u"mousemove"_s, number(button.x()), number(button.y()), u"click"_s, u"1"_s});
+    QVERIFY(clicked.wait(20000));
+    QVERIFY(!m_window->isMaximized());
+    QCOMPARE(m_window->geometry(), QRect(100, 100, 400, 300));
+
+    // It can be maximised all the same, by the keyboard or at an edge of the screen.
+    SendMessageW(m_window->handle(), WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    QVERIFY(IsZoomed(m_window->handle()));
 }
 
 void tst_WidgetWindowAgentOnWindows::contentDoesNotDragTheWindow()

@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <grp.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -32,6 +34,13 @@ struct stat statusOf(const QString &path)
     struct stat status = {};
     ::lstat(QFile::encodeName(path).constData(), &status);
     return status;
+}
+
+// As Debian gives each user one.
+bool hasOwnGroup()
+{
+    const QByteArray user = ::getpwuid(::geteuid())->pw_name;
+    return user == ::getgrgid(::getegid())->gr_name;
 }
 
 bool opens()
@@ -116,31 +125,38 @@ void tst_PrivateFile::refusesWhatIsNoFile()
 void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles_data()
 {
     QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("isForeign");
+    QTest::addColumn<uid_t>("owner");
+    QTest::addColumn<gid_t>("group");
     QTest::addColumn<bool>("isTaken");
-    QTest::newRow("the user's own") << 0755 << false << true;
-    QTest::newRow("shared and sticky") << 01777 << false << true;
-    QTest::newRow("shared") << 0777 << false << false;
-    QTest::newRow("somebody else's") << 0755 << true << false;
-    QTest::newRow("somebody else's, shared and sticky") << 01777 << true << false;
+    const uid_t user = ::geteuid();
+    const gid_t own = ::getegid();
+    QTest::newRow("the user's own") << 0755 << user << own << true;
+    QTest::newRow("shared and sticky") << 01777 << user << own << true;
+    QTest::newRow("shared") << 0777 << user << own << false;
+    QTest::newRow("shared with all but the group") << 0757 << user << own << false;
+    QTest::newRow("open to the group of the user's name") << 0775 << user << own << hasOwnGroup();
+    QTest::newRow("open to another group") << 0775 << user << nobody << false;
+    QTest::newRow("open to another group and sticky") << 01775 << user << nobody << true;
+    QTest::newRow("of another group, which may not write") << 0755 << user << nobody << true;
+    QTest::newRow("somebody else's") << 0755 << nobody << nobody << false;
+    QTest::newRow("somebody else's, shared and sticky") << 01777 << nobody << nobody << false;
 }
 
 void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles()
 {
     QFETCH(int, mode);
-    QFETCH(bool, isForeign);
+    QFETCH(uid_t, owner);
+    QFETCH(gid_t, group);
     QFETCH(bool, isTaken);
     const QByteArray folder = QFile::encodeName(folderPath());
-    if (isForeign && ::chown(folder.constData(), nobody, nobody) != 0) {
+    if (::chown(folder.constData(), owner, group) != 0) {
         QSKIP("only root can give a folder away");
     }
     QCOMPARE(::chmod(folder.constData(), mode_t(mode)), 0);
     const bool isOpen = opens();
     const bool isThere = QFile::exists(filePath());
+    QCOMPARE(::chown(folder.constData(), ::geteuid(), ::getegid()), 0);
     QCOMPARE(::chmod(folder.constData(), 0755), 0);
-    if (isForeign) {
-        QCOMPARE(::chown(folder.constData(), ::geteuid(), ::getegid()), 0);
-    }
     QCOMPARE(isOpen, isTaken);
     QCOMPARE(isThere, isTaken);
 }

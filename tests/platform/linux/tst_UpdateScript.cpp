@@ -11,6 +11,7 @@
 #include <QProcess>
 #include <QTest>
 
+#include <csignal>
 #include <memory>
 
 #include <sys/stat.h>
@@ -75,6 +76,7 @@ private Q_SLOTS:
     void keepsThePermissions();
     void replacesTheProgramInOneStep();
     void startsTheNewProgramEvenIfTheOldOneHangs();
+    void startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne();
     void leavesBothAndSaysSoIfTheFolderIsClosed();
     void leavesBothAndSaysSoIfTheDownloadIsGone();
     void tellsTheDesktopOfTheFailure();
@@ -200,6 +202,39 @@ void tst_UpdateScript::startsTheNewProgramEvenIfTheOldOneHangs()
     QVERIFY(timer.elapsed() >= 2000);
     m_old->kill();
     m_old->waitForFinished();
+}
+
+void tst_UpdateScript::startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne()
+{
+    const QString program = testhome::writeFile(u"bin/program"_s, "old program");
+    QCOMPARE(::chmod(QFile::encodeName(program).constData(), 0755), 0);
+    const QString download = testhome::writeFile(
+        u"tmp/Vaskel_update.exe"_s, "#!/bin/sh\n"
+                                    "umask >\"$HOME/part\"\n"
+                                    "sed -n 's/^SigIgn:\t//p' /proc/self/status >>\"$HOME/part\"\n"
+                                    "mv \"$HOME/part\" \"$HOME/new-runs\"\n");
+    const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
+                                               platform::updateScript(download, program).toUtf8());
+    // Whoever runs this in the background may have it ignore them.
+    ::signal(SIGINT, SIG_DFL);
+    ::signal(SIGQUIT, SIG_DFL);
+    ::signal(SIGHUP, SIG_DFL);
+    // As the program does, to outlive those that read what it writes.
+    const auto handler = ::signal(SIGPIPE, SIG_IGN);
+    const mode_t mask = ::umask(027);
+    platform::startUpdateScript(script);
+    ::umask(mask);
+    ::signal(SIGPIPE, handler);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(newRuns()), 30000);
+
+    const QList<QByteArray> lines = contentOf(newRuns()).split('\n');
+    QCOMPARE(lines.first(), "0027");
+    const quint64 ignored = lines.at(1).toULongLong(nullptr, 16);
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM}) {
+        QVERIFY2((ignored & quint64(1) << unsigned(number - 1)) == 0, lines.at(1).constData());
+    }
+    QVERIFY(!QFile::exists(script));
+    QVERIFY(!QFile::exists(download));
 }
 
 void tst_UpdateScript::leavesBothAndSaysSoIfTheFolderIsClosed()
