@@ -97,6 +97,7 @@ private Q_SLOTS:
     void stopsAtTheFirstAncestorThatAgrees();
     void bringsACompletedParentWithAnOpenChildBackInLine();
     void updatesParentsBeforeChildrenAndThenAncestors();
+    void savesOnceAfterAllItsUpdates();
 
     void changesTheTitle();
     void keepsTheTitle_data();
@@ -442,6 +443,23 @@ void tst_TaskService::updatesParentsBeforeChildrenAndThenAncestors()
     QSignalSpy updated(service.repository(), &TaskRepository::taskUpdated);
     service.setCompleted(chain[1], true);
     QCOMPARE(updated, QList<QVariantList>({{chain[1]}, {chain[2]}, {sibling}, {chain[0]}}));
+}
+
+void tst_TaskService::savesOnceAfterAllItsUpdates()
+{
+    TaskService service;
+    const QStringList chain = makeChain(service, 5);
+    const QByteArray stored = taskfile::bytes();
+    int updates = 0;
+    int earlySaves = 0;
+    connect(service.repository(), &TaskRepository::taskUpdated, this, [&] {
+        ++updates;
+        earlySaves += taskfile::bytes() == stored ? 0 : 1;
+    });
+    service.setCompleted(chain[2], true);
+    QCOMPARE(updates, 5); // two below it and two above
+    QCOMPARE(earlySaves, 0);
+    QVERIFY(taskfile::tasksByTitle().value(u"level 1"_s).value("completed"_L1).toBool());
 }
 
 void tst_TaskService::changesTheTitle()
