@@ -109,6 +109,7 @@ private Q_SLOTS:
 
     void survivesACircle_data();
     void survivesACircle();
+    void leavesAnInconsistentCircleInTheSecondRound();
     void survivesALongChain();
 };
 
@@ -576,6 +577,22 @@ void tst_TaskService::survivesACircle()
     service.deleteTask(u"a"_s);
     QVERIFY(!service.repository()->contains(u"a"_s));
     QVERIFY(!service.repository()->contains(u"child"_s));
+}
+
+void tst_TaskService::leavesAnInconsistentCircleInTheSecondRound()
+{
+    taskfile::write(fileOf({u"a<b"_s, u"b<c"_s, u"c<a"_s, u"open<c"_s, u"start<a"_s}));
+    TaskService service;
+    backdate(service, u"c"_s, true);
+    QSignalSpy updated(service.repository(), &TaskRepository::taskUpdated);
+    service.setCompleted(u"start"_s, true);
+
+    // All are completed up to the one that was so in spite of its open child.
+    QCOMPARE(updated, QList<QVariantList>(
+                          {{u"start"_s}, {u"a"_s}, {u"b"_s}, {u"c"_s}, {u"a"_s}, {u"b"_s}}));
+    for (const QString &id : {u"a"_s, u"b"_s, u"c"_s}) {
+        QVERIFY(!isCompleted(service, id));
+    }
 }
 
 void tst_TaskService::survivesALongChain()
