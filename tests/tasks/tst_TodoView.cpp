@@ -452,7 +452,10 @@ void tst_TodoView::returnAddsATask()
         QVERIFY(page.input->text().isEmpty());
         QVERIFY(taskfile::tasksByTitle().contains(title));
         QCOMPARE(parentOnDisk(title), QString());
-        QTest::qWait(2); // the clock decides the order
+        // The clock decides the order.
+        const QString id = page.row(title)->data(0, Qt::UserRole).toString();
+        const QDateTime created = page.service.repository()->task(id).createdTime;
+        QTRY_VERIFY(QDateTime::currentMSecsSinceEpoch() > created.toMSecsSinceEpoch());
     }
     QCOMPARE(page.rows(), QStringList({u"[ ] first"_s, u"[ ] second"_s}));
     QCOMPARE(page.summary->text(), u"2 active · 2 total"_s);
