@@ -14,11 +14,15 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -82,6 +86,29 @@ public:
         painter->drawRoundedRect(QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
         painter->restore();
     }
+};
+
+/// Tells of each change of a widget's palette.
+class PaletteWatcher : public QObject
+{
+public:
+    PaletteWatcher(QWidget *widget, std::function<void()> changed)
+        : QObject(widget)
+        , m_changed(std::move(changed))
+    {
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange) {
+            m_changed();
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_changed;
 };
 
 bool isMatch(int filter, bool completed)
@@ -209,6 +236,8 @@ void TodoView::connectWidgets()
     connect(m_filter, &QComboBox::currentIndexChanged, this, &TodoView::refresh);
     connect(m_tree, &QTreeWidget::itemChanged, this, &TodoView::onItemChanged);
     connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &TodoView::showContextMenu);
+    // The style sheet enters the palette no sooner than the page shows, and may change at any time.
+    new PaletteWatcher(this, [this] { recolorRows(); });
 }
 
 void TodoView::refresh()
@@ -262,10 +291,24 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
     row->setData(0, completedRole, task.completed);
     row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
     row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
-    if (task.completed) {
-        row->setForeground(0, palette().brush(QPalette::Current, QPalette::PlaceholderText));
-    }
+    colorRow(*row);
     return row;
+}
+
+void TodoView::colorRow(QTreeWidgetItem &row) const
+{
+    if (row.data(0, completedRole).toBool()) {
+        row.setForeground(0, palette().brush(QPalette::Current, QPalette::PlaceholderText));
+    }
+}
+
+void TodoView::recolorRows()
+{
+    // The rows themselves are what they were, and an editor that heard of this would start anew.
+    const QSignalBlocker blocker(m_tree->model());
+    for (QTreeWidgetItemIterator row(m_tree); *row; ++row) {
+        colorRow(**row);
+    }
 }
 
 bool TodoView::applyFilter(QTreeWidgetItem *row)

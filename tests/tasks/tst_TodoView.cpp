@@ -229,6 +229,7 @@ class tst_TodoView : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanup() { qApp->setStyleSheet(QString()); }
 
     void laysOutItsWidgets();
     void setsUpTheTree();
@@ -240,6 +241,8 @@ private Q_SLOTS:
     void startsEmpty();
     void showsTheTreeInOrder();
     void carriesIdAndStateInTheRows();
+    void greyIsThatOfTheStyleSheetFromTheStart();
+    void greyFollowsTheStyleSheet();
     void returnAddsATask();
     void buttonAddsATask();
     void blankEntryChangesNothing_data();
@@ -441,6 +444,34 @@ void tst_TodoView::carriesIdAndStateInTheRows()
     QCOMPARE(page.row(u"open"_s)->data(0, Qt::ForegroundRole), QVariant());
     QVERIFY(isGrey(page.row(u"done"_s)));
     QVERIFY(!page.row(u"done"_s)->font(0).strikeOut());
+}
+
+void tst_TodoView::greyIsThatOfTheStyleSheetFromTheStart()
+{
+    const QBrush without = QGuiApplication::palette().brush(QPalette::PlaceholderText);
+    qApp->setStyleSheet(u"QWidget { color: #f5f5f7; }"_s);
+    writeTasks({u"[x] done"_s, u"[ ] open<done"_s});
+    const Page page;
+    const QBrush grey = page.view.palette().brush(QPalette::PlaceholderText);
+    QVERIFY(grey != without);
+    QCOMPARE(page.row(u"done"_s)->foreground(0), grey);
+}
+
+void tst_TodoView::greyFollowsTheStyleSheet()
+{
+    writeTasks({u"[x] done"_s, u"[ ] open<done"_s});
+    const Page page;
+    QLineEdit *editor = page.edit(u"done"_s);
+    QTest::keyClicks(editor, u"renamed"_s);
+    for (const QString &color : {u"#f5f5f7"_s, u"#1d1d1f"_s}) {
+        const QBrush before = page.row(u"done"_s)->foreground(0);
+        qApp->setStyleSheet(u"QWidget { color: %1; }"_s.arg(color));
+        const QBrush grey = page.view.palette().brush(QPalette::PlaceholderText);
+        QVERIFY(grey != before);
+        QCOMPARE(page.row(u"done"_s)->foreground(0), grey);
+    }
+    QCOMPARE(editor->text(), u"renamed"_s);
+    QVERIFY(!isCompletedOnDisk(u"open"_s));
 }
 
 void tst_TodoView::returnAddsATask()
