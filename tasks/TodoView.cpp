@@ -255,6 +255,7 @@ void TodoView::refresh()
         applyFilter(m_tree->topLevelItem(i));
     }
     m_tree->expandAll();
+    m_tree->scrollToTop();
     m_refreshing = false;
     updateSummary();
 }

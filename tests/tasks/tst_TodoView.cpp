@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStyle>
 #include <QTest>
@@ -216,6 +217,16 @@ QStringList titlesOnDisk()
     return titles;
 }
 
+// More than the page has room for.
+QStringList manyTasks()
+{
+    QStringList lines;
+    for (int i = 10; i < 60; ++i) {
+        lines.append(u"[ ] task %1"_s.arg(i));
+    }
+    return lines;
+}
+
 bool isGrey(const QTreeWidgetItem *row)
 {
     return row->foreground(0) == QGuiApplication::palette().brush(QPalette::PlaceholderText);
@@ -279,6 +290,7 @@ private Q_SLOTS:
     void keyOpensTheMenuOfTheCurrentRow();
 
     void rebuildOpensEveryRowAndForgetsTheSelection();
+    void rebuildScrollsToTheTop();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
@@ -871,6 +883,21 @@ void tst_TodoView::rebuildOpensEveryRowAndForgetsTheSelection()
     QVERIFY(page.row(u"a"_s)->isExpanded());
     QVERIFY(!page.tree->currentItem());
     QVERIFY(page.tree->selectedItems().isEmpty());
+}
+
+void tst_TodoView::rebuildScrollsToTheTop()
+{
+    writeTasks(manyTasks());
+    Page page;
+    const QScrollBar *bar = page.tree->verticalScrollBar();
+    page.tree->scrollToBottom();
+    QVERIFY(bar->value() > 0);
+    page.view.activate();
+    QCOMPARE(bar->value(), 0);
+
+    page.tree->scrollToBottom();
+    page.row(u"task 30"_s)->setCheckState(0, Qt::Checked);
+    QCOMPARE(bar->value(), 0);
 }
 
 void tst_TodoView::activateRebuildsAndKeepsTheFilter()
