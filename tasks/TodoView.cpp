@@ -124,6 +124,29 @@ bool isMatch(int filter, bool completed)
     return false;
 }
 
+// The number of rows above the current one. Those of a closed branch count, for a rebuild opens it.
+int currentPlace(QTreeWidget *tree)
+{
+    int place = 0;
+    QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
+    for (; *row && *row != tree->currentItem(); ++row) {
+        ++place;
+    }
+    return *row ? place : 0;
+}
+
+// The last row where the tree does not reach down to the place.
+QTreeWidgetItem *rowAt(QTreeWidget *tree, int place)
+{
+    QTreeWidgetItem *last = nullptr;
+    QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
+    for (; *row && place >= 0; ++row) {
+        last = *row;
+        --place;
+    }
+    return last;
+}
+
 } // namespace
 
 TodoView::TodoView(TaskService *service, QWidget *parent)
@@ -260,6 +283,17 @@ void TodoView::refresh()
     updateSummary();
 }
 
+void TodoView::refreshAfterAction()
+{
+    const int place = currentPlace(m_tree);
+    refresh();
+    // Keys go to the current row. It is not selected, as after any rebuild. A menu that is about to go
+    // may still have the focus of the desktop.
+    if (window()->focusWidget() == m_tree) {
+        m_tree->setCurrentItem(rowAt(m_tree, place), 0, QItemSelectionModel::NoUpdate);
+    }
+}
+
 void TodoView::clearTree()
 {
     // What led here may be a change of a row, with QTreeWidgetItem::setData() still to return into
@@ -356,12 +390,12 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
         m_service->updateTitle(id, row->text(0));
     }
     if (!m_tree->isPersistentEditorOpen(row)) {
-        refresh();
+        refreshAfterAction();
         return;
     }
     // The editor that has committed its text closes right after this, and needs its row for it.
-    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &TodoView::refresh,
-            Qt::SingleShotConnection);
+    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+            &TodoView::refreshAfterAction, Qt::SingleShotConnection);
 }
 
 void TodoView::showContextMenu(const QPoint &position)
@@ -387,7 +421,7 @@ void TodoView::addSubtask()
 {
     const QString id = currentTaskId();
     if (!id.isEmpty() && !m_service->createSubTask(id, tr("New Subtask")).isEmpty()) {
-        refresh();
+        refreshAfterAction();
     }
 }
 
@@ -396,7 +430,7 @@ void TodoView::deleteCurrentTask()
     const QString id = currentTaskId();
     if (!id.isEmpty()) {
         m_service->deleteTask(id);
-        refresh();
+        refreshAfterAction();
     }
 }
 

@@ -43,6 +43,7 @@ private:
     void connectWidgets();
 
     void refresh();
+    void refreshAfterAction();
     void clearTree();
     QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
                                            int level) const;

@@ -23,6 +23,7 @@
 #include <QTimer>
 #include <QTranslator>
 #include <QTreeWidget>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -291,6 +292,9 @@ private Q_SLOTS:
 
     void rebuildOpensEveryRowAndForgetsTheSelection();
     void rebuildScrollsToTheTop();
+    void keyboardGoesOnAtTheSamePlace();
+    void keyboardGoesOnAfterEachAction();
+    void rowThatTheKeyboardGoesOnAtIsInView();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
@@ -898,6 +902,75 @@ void tst_TodoView::rebuildScrollsToTheTop()
     page.tree->scrollToBottom();
     page.row(u"task 30"_s)->setCheckState(0, Qt::Checked);
     QCOMPARE(bar->value(), 0);
+}
+
+void tst_TodoView::keyboardGoesOnAtTheSamePlace()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[x] done"_s, u"[ ] b"_s, u"[ ] c"_s, u"[ ] d"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    for (const QString &next : {u"c"_s, u"d"_s, u"a1"_s}) {
+        QTest::keyClick(page.tree, Qt::Key_Space);
+        QCOMPARE(page.tree->currentItem(), page.row(next));
+        QVERIFY(page.tree->selectedItems().isEmpty());
+    }
+    QTest::keyClick(page.tree, Qt::Key_Up);
+    QCOMPARE(page.tree->selectedItems(), QList<QTreeWidgetItem *>{page.row(u"a"_s)});
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QCOMPARE(page.rows(), QStringList());
+    QVERIFY(!page.tree->currentItem());
+
+    // Where the row stays, so does the keyboard.
+    page.filter->setCurrentIndex(All);
+    page.tree->setCurrentItem(page.row(u"c"_s));
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QVERIFY(isCompletedOnDisk(u"c"_s));
+    QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
+}
+
+void tst_TodoView::keyboardGoesOnAfterEachAction()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s, u"[ ] c"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    {
+        const MenuUser user(u"Add Subtask"_s);
+        page.requestMenuByKey();
+    }
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] a"_s, u"[ ] b"_s, u".[ ] New Subtask"_s, u"[ ] c"_s}));
+    QCOMPARE(page.tree->currentItem(), page.row(u"b"_s));
+
+    // Offscreen, a menu is a window that becomes active.
+    page.view.windowHandle()->requestActivate();
+    QTRY_COMPARE(QApplication::focusWidget(), page.tree);
+    QTest::keyClick(page.tree, Qt::Key_F2);
+    QTest::keyClicks(page.editor(), u"renamed"_s);
+    page.endEditor(Qt::Key_Return);
+    QCOMPARE(page.tree->currentItem(), page.row(u"renamed"_s));
+
+    const MenuUser user(u"Delete"_s);
+    page.requestMenuByKey();
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] c"_s}));
+    QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
+}
+
+void tst_TodoView::rowThatTheKeyboardGoesOnAtIsInView()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"task 57"_s));
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QTreeWidgetItem *next = page.row(u"task 58"_s);
+    QCOMPARE(page.tree->currentItem(), next);
+    QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(next)));
 }
 
 void tst_TodoView::activateRebuildsAndKeepsTheFilter()
