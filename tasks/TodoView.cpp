@@ -61,8 +61,10 @@ private:
     QList<QTreeWidgetItem *> m_rows;
 };
 
-/// Outlines the current row while the keyboard has led to the tree, as the other lists do; the
-/// style sheet takes away the outline that views draw themselves.
+/// Outlines the current row while the keyboard has led to the tree, as the other lists do, and always
+/// if it is not selected, when nothing else would tell where the keyboard is. The style sheet takes
+/// away the outline that views draw themselves, and does not let the style below it know which row has
+/// the focus, so that each view needs a delegate for this.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -72,12 +74,11 @@ public:
                const QModelIndex &index) const override
     {
         QStyledItemDelegate::paint(painter, option, index);
-        constexpr QStyle::State focused =
-            QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-        if ((option.state & focused) != focused) {
+        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+        const bool isByKeyboard = option.state.testFlag(QStyle::State_KeyboardFocusChange);
+        if (!option.state.testFlag(QStyle::State_HasFocus) || (isSelected && !isByKeyboard)) {
             return;
         }
-        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setBrush(Qt::NoBrush);

@@ -11,14 +11,17 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
@@ -295,6 +298,8 @@ private Q_SLOTS:
     void keyboardGoesOnAtTheSamePlace();
     void keyboardGoesOnAfterEachAction();
     void rowThatTheKeyboardGoesOnAtIsInView();
+    void currentRowIsOutlined_data();
+    void currentRowIsOutlined();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
@@ -971,6 +976,50 @@ void tst_TodoView::rowThatTheKeyboardGoesOnAtIsInView()
     QTreeWidgetItem *next = page.row(u"task 58"_s);
     QCOMPARE(page.tree->currentItem(), next);
     QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(next)));
+}
+
+void tst_TodoView::currentRowIsOutlined_data()
+{
+    QTest::addColumn<bool>("hasFocus");
+    QTest::addColumn<bool>("byKeyboard");
+    QTest::addColumn<bool>("isSelected");
+    QTest::addColumn<bool>("isOutlined");
+    QTest::newRow("by keyboard") << true << true << true << true;
+    QTest::newRow("by mouse") << true << false << true << false;
+    QTest::newRow("without the focus") << false << true << true << false;
+    QTest::newRow("by keyboard, not selected") << true << true << false << true;
+    QTest::newRow("by mouse, not selected") << true << false << false << true;
+    QTest::newRow("neither selected nor with the focus") << false << true << false << false;
+}
+
+void tst_TodoView::currentRowIsOutlined()
+{
+    QFETCH(const bool, hasFocus);
+    QFETCH(const bool, byKeyboard);
+    QFETCH(const bool, isSelected);
+    QFETCH(const bool, isOutlined);
+    // Without an outline of the view's own, as the program's style sheet has it.
+    qApp->setStyleSheet(u"QTreeView { outline: none; }"_s);
+    writeTasks({u"[ ] a"_s});
+    const Page page;
+
+    QStyleOptionViewItem option;
+    option.widget = page.tree;
+    option.rect = QRect(0, 0, 200, 40);
+    option.palette.setColor(QPalette::Highlight, Qt::blue);
+    option.palette.setColor(QPalette::HighlightedText, Qt::white);
+    option.palette.setColor(QPalette::Text, Qt::white);
+    option.state = QStyle::State_Enabled;
+    option.state.setFlag(QStyle::State_HasFocus, hasFocus);
+    option.state.setFlag(QStyle::State_KeyboardFocusChange, byKeyboard);
+    option.state.setFlag(QStyle::State_Selected, isSelected);
+    QImage image(option.rect.size(), QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    page.tree->itemDelegate()->paint(&painter, option, page.tree->model()->index(0, 0));
+    painter.end();
+    QCOMPARE(image.pixelColor(100, 1) == QColor(Qt::white), isOutlined);
+    QCOMPARE(image.pixelColor(1, 20) == QColor(Qt::white), isOutlined);
 }
 
 void tst_TodoView::activateRebuildsAndKeepsTheFilter()
