@@ -61,10 +61,10 @@ private:
     QList<QTreeWidgetItem *> m_rows;
 };
 
-/// Outlines the current row while the keyboard has led to the tree, as the other lists do, and always
-/// if it is not selected, when nothing else would tell where the keyboard is. The style sheet takes
-/// away the outline that views draw themselves, and does not let the style below it know which row has
-/// the focus, so that each view needs a delegate for this.
+/// Outlines the current row while the keyboard has led to the tree, as the other lists do, and
+/// always if it is not selected, when nothing else would tell where the keyboard is. The style
+/// sheet takes away the outline that views draw themselves, and does not let the style below it
+/// know which row has the focus, so that each view needs a delegate for this.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -288,8 +288,8 @@ void TodoView::refreshAfterAction()
 {
     const int place = currentPlace(m_tree);
     refresh();
-    // Keys go to the current row. It is not selected, as after any rebuild. A menu that is about to go
-    // may still have the focus of the desktop.
+    // Keys go to the current row. It is not selected, as after any rebuild. A menu that is about to
+    // go may still have the focus of the desktop.
     if (window()->focusWidget() == m_tree) {
         m_tree->setCurrentItem(rowAt(m_tree, place), 0, QItemSelectionModel::NoUpdate);
     }

@@ -39,8 +39,8 @@ bool startsAtLogIn();
 /// Lets another tool register something under this program's name.
 void registerAtLogIn();
 
-/// Has the user prefer these colours from now on. False where nothing that a program does brings that
-/// about.
+/// Has the user prefer these colours from now on. False where nothing that a program does brings
+/// that about.
 bool preferColors(platform::ColorScheme scheme);
 
 /// A variable of this process's environment that is meant for this process alone.

@@ -588,8 +588,8 @@ void tst_TaskService::leavesAnInconsistentCircleInTheSecondRound()
     service.setCompleted(u"start"_s, true);
 
     // All are completed up to the one that was so in spite of its open child.
-    QCOMPARE(updated, QList<QVariantList>(
-                          {{u"start"_s}, {u"a"_s}, {u"b"_s}, {u"c"_s}, {u"a"_s}, {u"b"_s}}));
+    QCOMPARE(updated,
+             QList<QVariantList>({{u"start"_s}, {u"a"_s}, {u"b"_s}, {u"c"_s}, {u"a"_s}, {u"b"_s}}));
     for (const QString &id : {u"a"_s, u"b"_s, u"c"_s}) {
         QVERIFY(!isCompleted(service, id));
     }

@@ -947,8 +947,7 @@ void tst_TodoView::keyboardGoesOnAfterEachAction()
         const MenuUser user(u"Add Subtask"_s);
         page.requestMenuByKey();
     }
-    QCOMPARE(page.rows(),
-             QStringList({u"[ ] a"_s, u"[ ] b"_s, u".[ ] New Subtask"_s, u"[ ] c"_s}));
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] b"_s, u".[ ] New Subtask"_s, u"[ ] c"_s}));
     QCOMPARE(page.tree->currentItem(), page.row(u"b"_s));
 
     // Offscreen, a menu is a window that becomes active.

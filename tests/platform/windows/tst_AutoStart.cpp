@@ -73,8 +73,8 @@ void tst_AutoStart::storesThePathWithBackslashesAndWithoutQuotes()
 
 void tst_AutoStart::storesAPathWithBlanksWithoutQuotes()
 {
-    const QString path = testhome::writeFile(u"two words/the program.exe"_s,
-                                             contentOf(QStringLiteral(AUTOSTARTER)));
+    const QString path =
+        testhome::writeFile(u"two words/the program.exe"_s, contentOf(QStringLiteral(AUTOSTARTER)));
     QCOMPARE(QProcess::execute(path, {u"on"_s}), 0);
     QCOMPARE(queried(u"Vaskel"_s).section(u"REG_SZ"_s, 1).trimmed(),
              QDir::toNativeSeparators(path));
