@@ -13,9 +13,12 @@
 
 namespace {
 
-bool isModifier(int key)
+// A modifier, or a key that Qt has no code for, such as that of a further level of a layout.
+bool isNoHotkey(int key)
 {
     switch (key) {
+    case 0:
+    case Qt::Key_unknown:
     case Qt::Key_Shift:
     case Qt::Key_Control:
     case Qt::Key_Meta:
@@ -25,6 +28,7 @@ bool isModifier(int key)
     case Qt::Key_Super_R:
     case Qt::Key_Hyper_L:
     case Qt::Key_Hyper_R:
+    case Qt::Key_Mode_switch:
     case Qt::Key_CapsLock:
     case Qt::Key_NumLock:
     case Qt::Key_ScrollLock:
@@ -137,7 +141,7 @@ void HotkeyEdit::keyPressEvent(QKeyEvent *event)
 {
     // The base class empties the field at the first key of a combination, so that Shift+Tab or a
     // modifier thought better of would lose the hotkey.
-    if (isModifier(event->key())) {
+    if (isNoHotkey(event->key())) {
         return;
     }
     if (isPlain(*event, {Qt::Key_Escape})) {

@@ -4,8 +4,9 @@
 #include <QKeySequenceEdit>
 
 /// A field that takes one key combination: the first that is pressed, at once. A modifier on its
-/// own changes nothing, Tab and Escape mean what they mean elsewhere in the window, and Backspace
-/// or Delete empties the field, as its clear button does for the mouse.
+/// own and a key that Qt does not know change nothing, Tab and Escape mean what they mean elsewhere
+/// in the window, and Backspace or Delete empties the field, as its clear button does for the
+/// mouse.
 class HotkeyEdit : public QKeySequenceEdit
 {
     Q_OBJECT

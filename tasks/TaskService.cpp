@@ -143,7 +143,8 @@ void TaskService::applyCompleted(const QString &id, bool completed)
 
 void TaskService::refreshParentCompleted(const QString &id)
 {
-    // A circle of parents is left after one round, which has given all of it the same state.
+    // A circle of parents is left in the second round at the latest: above a task that has become
+    // open no other one is completed again.
     Task parent = m_repository->task(id);
     while (!parent.id.isEmpty()) {
         const QList<Task> children = m_repository->children(parent.id);

@@ -14,11 +14,15 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -57,8 +61,10 @@ private:
     QList<QTreeWidgetItem *> m_rows;
 };
 
-/// Outlines the current row while the keyboard has led to the tree, as the other lists do; the
-/// style sheet takes away the outline that views draw themselves.
+/// Outlines the current row while the keyboard has led to the tree, as the other lists do, and
+/// always if it is not selected, when nothing else would tell where the keyboard is. The style
+/// sheet takes away the outline that views draw themselves, and does not let the style below it
+/// know which row has the focus, so that each view needs a delegate for this.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -68,12 +74,11 @@ public:
                const QModelIndex &index) const override
     {
         QStyledItemDelegate::paint(painter, option, index);
-        constexpr QStyle::State focused =
-            QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-        if ((option.state & focused) != focused) {
+        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+        const bool isByKeyboard = option.state.testFlag(QStyle::State_KeyboardFocusChange);
+        if (!option.state.testFlag(QStyle::State_HasFocus) || (isSelected && !isByKeyboard)) {
             return;
         }
-        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setBrush(Qt::NoBrush);
@@ -82,6 +87,29 @@ public:
         painter->drawRoundedRect(QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
         painter->restore();
     }
+};
+
+/// Tells of each change of a widget's palette.
+class PaletteWatcher : public QObject
+{
+public:
+    PaletteWatcher(QWidget *widget, std::function<void()> changed)
+        : QObject(widget)
+        , m_changed(std::move(changed))
+    {
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange) {
+            m_changed();
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_changed;
 };
 
 bool isMatch(int filter, bool completed)
@@ -95,6 +123,29 @@ bool isMatch(int filter, bool completed)
         return completed;
     }
     return false;
+}
+
+// The number of rows above the current one. Those of a closed branch count, for a rebuild opens it.
+int currentPlace(QTreeWidget *tree)
+{
+    int place = 0;
+    QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
+    for (; *row && *row != tree->currentItem(); ++row) {
+        ++place;
+    }
+    return *row ? place : 0;
+}
+
+// The last row where the tree does not reach down to the place.
+QTreeWidgetItem *rowAt(QTreeWidget *tree, int place)
+{
+    QTreeWidgetItem *last = nullptr;
+    QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
+    for (; *row && place >= 0; ++row) {
+        last = *row;
+        --place;
+    }
+    return last;
 }
 
 } // namespace
@@ -209,6 +260,8 @@ void TodoView::connectWidgets()
     connect(m_filter, &QComboBox::currentIndexChanged, this, &TodoView::refresh);
     connect(m_tree, &QTreeWidget::itemChanged, this, &TodoView::onItemChanged);
     connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &TodoView::showContextMenu);
+    // The style sheet enters the palette no sooner than the page shows, and may change at any time.
+    new PaletteWatcher(this, [this] { recolorRows(); });
 }
 
 void TodoView::refresh()
@@ -226,8 +279,20 @@ void TodoView::refresh()
         applyFilter(m_tree->topLevelItem(i));
     }
     m_tree->expandAll();
+    m_tree->scrollToTop();
     m_refreshing = false;
     updateSummary();
+}
+
+void TodoView::refreshAfterAction()
+{
+    const int place = currentPlace(m_tree);
+    refresh();
+    // Keys go to the current row. It is not selected, as after any rebuild. A menu that is about to
+    // go may still have the focus of the desktop.
+    if (window()->focusWidget() == m_tree) {
+        m_tree->setCurrentItem(rowAt(m_tree, place), 0, QItemSelectionModel::NoUpdate);
+    }
 }
 
 void TodoView::clearTree()
@@ -262,10 +327,24 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
     row->setData(0, completedRole, task.completed);
     row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
     row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
-    if (task.completed) {
-        row->setForeground(0, palette().brush(QPalette::Current, QPalette::PlaceholderText));
-    }
+    colorRow(*row);
     return row;
+}
+
+void TodoView::colorRow(QTreeWidgetItem &row) const
+{
+    if (row.data(0, completedRole).toBool()) {
+        row.setForeground(0, palette().brush(QPalette::Current, QPalette::PlaceholderText));
+    }
+}
+
+void TodoView::recolorRows()
+{
+    // The rows themselves are what they were, and an editor that heard of this would start anew.
+    const QSignalBlocker blocker(m_tree->model());
+    for (QTreeWidgetItemIterator row(m_tree); *row; ++row) {
+        colorRow(**row);
+    }
 }
 
 bool TodoView::applyFilter(QTreeWidgetItem *row)
@@ -312,12 +391,12 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
         m_service->updateTitle(id, row->text(0));
     }
     if (!m_tree->isPersistentEditorOpen(row)) {
-        refresh();
+        refreshAfterAction();
         return;
     }
     // The editor that has committed its text closes right after this, and needs its row for it.
-    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this, &TodoView::refresh,
-            Qt::SingleShotConnection);
+    connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
+            &TodoView::refreshAfterAction, Qt::SingleShotConnection);
 }
 
 void TodoView::showContextMenu(const QPoint &position)
@@ -343,7 +422,7 @@ void TodoView::addSubtask()
 {
     const QString id = currentTaskId();
     if (!id.isEmpty() && !m_service->createSubTask(id, tr("New Subtask")).isEmpty()) {
-        refresh();
+        refreshAfterAction();
     }
 }
 
@@ -352,7 +431,7 @@ void TodoView::deleteCurrentTask()
     const QString id = currentTaskId();
     if (!id.isEmpty()) {
         m_service->deleteTask(id);
-        refresh();
+        refreshAfterAction();
     }
 }
 

@@ -43,10 +43,13 @@ private:
     void connectWidgets();
 
     void refresh();
+    void refreshAfterAction();
     void clearTree();
     QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
                                            int level) const;
     QTreeWidgetItem *buildRow(const Task &task) const;
+    void colorRow(QTreeWidgetItem &row) const;
+    void recolorRows();
     bool applyFilter(QTreeWidgetItem *row);
     void updateSummary();
 

@@ -296,6 +296,12 @@ class TaskPage(EndToEndCase):
         self.launcher.press("Down", "Down", "Up", "space")
         self.shows((1, "one"), (1, "three"))
         self.assertEqual(self.states(), {"one": False, "two": True, "three": False})
+        self.picture("keys")
+
+        # The keyboard goes on with the row that has moved up.
+        self.launcher.press("space")
+        self.shows((1, "one"))
+        self.assertEqual(self.states(), {"one": False, "two": True, "three": True})
 
     def test_goes_back_and_keeps_its_filter(self):
         self.write_tasks(("one", None), ("two", None))

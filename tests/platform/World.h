@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/ColorScheme.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -36,6 +38,10 @@ bool startsAtLogIn();
 
 /// Lets another tool register something under this program's name.
 void registerAtLogIn();
+
+/// Has the user prefer these colours from now on. False where nothing that a program does brings
+/// that about.
+bool preferColors(platform::ColorScheme scheme);
 
 /// A variable of this process's environment that is meant for this process alone.
 QString privateVariable();

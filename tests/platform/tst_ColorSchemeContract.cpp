@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 
+#include <QList>
 #include <QTest>
 
 class tst_ColorSchemeContract : public QObject
@@ -12,6 +13,7 @@ class tst_ColorSchemeContract : public QObject
 private Q_SLOTS:
     void init() { world::reset(); }
     void answerStaysWithoutAChange();
+    void changeIsToldAndAnswered();
 };
 
 void tst_ColorSchemeContract::answerStaysWithoutAChange()
@@ -23,6 +25,29 @@ void tst_ColorSchemeContract::answerStaysWithoutAChange()
     QCoreApplication::processEvents();
     QVERIFY(platform::colorScheme() == before);
     QCOMPARE(changes, 0);
+}
+
+void tst_ColorSchemeContract::changeIsToldAndAnswered()
+{
+    using platform::ColorScheme;
+    if (!world::preferColors(ColorScheme::Light)) {
+        QSKIP("No program can change what the user prefers here.");
+    }
+    QTRY_VERIFY(platform::colorScheme() == ColorScheme::Light);
+
+    QList<ColorScheme> answers;
+    {
+        QObject context;
+        platform::watchColorScheme(&context,
+                                   [&answers] { answers.append(platform::colorScheme()); });
+        world::preferColors(ColorScheme::Dark);
+        QTRY_COMPARE(answers, QList<ColorScheme>{ColorScheme::Dark});
+        world::preferColors(ColorScheme::Light);
+        QTRY_COMPARE(answers, QList<ColorScheme>({ColorScheme::Dark, ColorScheme::Light}));
+    }
+    world::preferColors(ColorScheme::Dark);
+    QTRY_VERIFY(platform::colorScheme() == ColorScheme::Dark);
+    QCOMPARE(answers.size(), 2);
 }
 
 QTEST_MAIN(tst_ColorSchemeContract)

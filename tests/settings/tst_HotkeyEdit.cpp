@@ -58,8 +58,8 @@ private Q_SLOTS:
     void takesOneCombinationAtOnce();
     void laterCombinationReplacesTheEarlierOne();
     void heldKeyIsOneCombination();
-    void modifierAloneChangesNothing_data();
-    void modifierAloneChangesNothing();
+    void keyThatIsNoHotkeyChangesNothing_data();
+    void keyThatIsNoHotkeyChangesNothing();
     void tabKeysMoveOnAndChangeNothing();
     void backspaceAndDeleteEmptyIt_data();
     void backspaceAndDeleteEmptyIt();
@@ -125,7 +125,7 @@ void tst_HotkeyEdit::heldKeyIsOneCombination()
     QCOMPARE(f.edit.hotkey(), u"Ctrl+K"_s);
 }
 
-void tst_HotkeyEdit::modifierAloneChangesNothing_data()
+void tst_HotkeyEdit::keyThatIsNoHotkeyChangesNothing_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("Shift") << Qt::Key_Shift;
@@ -135,10 +135,17 @@ void tst_HotkeyEdit::modifierAloneChangesNothing_data()
     QTest::newRow("Meta") << Qt::Key_Meta;
     QTest::newRow("left Super") << Qt::Key_Super_L;
     QTest::newRow("right Super") << Qt::Key_Super_R;
+    QTest::newRow("left Hyper") << Qt::Key_Hyper_L;
+    QTest::newRow("right Hyper") << Qt::Key_Hyper_R;
+    QTest::newRow("Mode Switch") << Qt::Key_Mode_switch;
     QTest::newRow("Caps Lock") << Qt::Key_CapsLock;
+    QTest::newRow("Num Lock") << Qt::Key_NumLock;
+    QTest::newRow("Scroll Lock") << Qt::Key_ScrollLock;
+    QTest::newRow("a key unknown to Qt") << Qt::Key_unknown;
+    QTest::newRow("a key without a code") << Qt::Key(0);
 }
 
-void tst_HotkeyEdit::modifierAloneChangesNothing()
+void tst_HotkeyEdit::keyThatIsNoHotkeyChangesNothing()
 {
     QFETCH(const Qt::Key, key);
     Field f;

@@ -97,6 +97,7 @@ private Q_SLOTS:
     void stopsAtTheFirstAncestorThatAgrees();
     void bringsACompletedParentWithAnOpenChildBackInLine();
     void updatesParentsBeforeChildrenAndThenAncestors();
+    void savesOnceAfterAllItsUpdates();
 
     void changesTheTitle();
     void keepsTheTitle_data();
@@ -108,6 +109,7 @@ private Q_SLOTS:
 
     void survivesACircle_data();
     void survivesACircle();
+    void leavesAnInconsistentCircleInTheSecondRound();
     void survivesALongChain();
 };
 
@@ -444,6 +446,23 @@ void tst_TaskService::updatesParentsBeforeChildrenAndThenAncestors()
     QCOMPARE(updated, QList<QVariantList>({{chain[1]}, {chain[2]}, {sibling}, {chain[0]}}));
 }
 
+void tst_TaskService::savesOnceAfterAllItsUpdates()
+{
+    TaskService service;
+    const QStringList chain = makeChain(service, 5);
+    const QByteArray stored = taskfile::bytes();
+    int updates = 0;
+    int earlySaves = 0;
+    connect(service.repository(), &TaskRepository::taskUpdated, this, [&] {
+        ++updates;
+        earlySaves += taskfile::bytes() == stored ? 0 : 1;
+    });
+    service.setCompleted(chain[2], true);
+    QCOMPARE(updates, 5); // two below it and two above
+    QCOMPARE(earlySaves, 0);
+    QVERIFY(taskfile::tasksByTitle().value(u"level 1"_s).value("completed"_L1).toBool());
+}
+
 void tst_TaskService::changesTheTitle()
 {
     TaskService service;
@@ -558,6 +577,22 @@ void tst_TaskService::survivesACircle()
     service.deleteTask(u"a"_s);
     QVERIFY(!service.repository()->contains(u"a"_s));
     QVERIFY(!service.repository()->contains(u"child"_s));
+}
+
+void tst_TaskService::leavesAnInconsistentCircleInTheSecondRound()
+{
+    taskfile::write(fileOf({u"a<b"_s, u"b<c"_s, u"c<a"_s, u"open<c"_s, u"start<a"_s}));
+    TaskService service;
+    backdate(service, u"c"_s, true);
+    QSignalSpy updated(service.repository(), &TaskRepository::taskUpdated);
+    service.setCompleted(u"start"_s, true);
+
+    // All are completed up to the one that was so in spite of its open child.
+    QCOMPARE(updated,
+             QList<QVariantList>({{u"start"_s}, {u"a"_s}, {u"b"_s}, {u"c"_s}, {u"a"_s}, {u"b"_s}}));
+    for (const QString &id : {u"a"_s, u"b"_s, u"c"_s}) {
+        QVERIFY(!isCompleted(service, id));
+    }
 }
 
 void tst_TaskService::survivesALongChain()

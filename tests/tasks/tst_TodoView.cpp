@@ -11,17 +11,22 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QTest>
 #include <QTimer>
 #include <QTranslator>
 #include <QTreeWidget>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -216,6 +221,16 @@ QStringList titlesOnDisk()
     return titles;
 }
 
+// More than the page has room for.
+QStringList manyTasks()
+{
+    QStringList lines;
+    for (int i = 10; i < 60; ++i) {
+        lines.append(u"[ ] task %1"_s.arg(i));
+    }
+    return lines;
+}
+
 bool isGrey(const QTreeWidgetItem *row)
 {
     return row->foreground(0) == QGuiApplication::palette().brush(QPalette::PlaceholderText);
@@ -229,6 +244,7 @@ class tst_TodoView : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanup() { qApp->setStyleSheet(QString()); }
 
     void laysOutItsWidgets();
     void setsUpTheTree();
@@ -240,6 +256,8 @@ private Q_SLOTS:
     void startsEmpty();
     void showsTheTreeInOrder();
     void carriesIdAndStateInTheRows();
+    void greyIsThatOfTheStyleSheetFromTheStart();
+    void greyFollowsTheStyleSheet();
     void returnAddsATask();
     void buttonAddsATask();
     void blankEntryChangesNothing_data();
@@ -276,6 +294,12 @@ private Q_SLOTS:
     void keyOpensTheMenuOfTheCurrentRow();
 
     void rebuildOpensEveryRowAndForgetsTheSelection();
+    void rebuildScrollsToTheTop();
+    void keyboardGoesOnAtTheSamePlace();
+    void keyboardGoesOnAfterEachAction();
+    void rowThatTheKeyboardGoesOnAtIsInView();
+    void currentRowIsOutlined_data();
+    void currentRowIsOutlined();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
@@ -443,6 +467,34 @@ void tst_TodoView::carriesIdAndStateInTheRows()
     QVERIFY(!page.row(u"done"_s)->font(0).strikeOut());
 }
 
+void tst_TodoView::greyIsThatOfTheStyleSheetFromTheStart()
+{
+    const QBrush without = QGuiApplication::palette().brush(QPalette::PlaceholderText);
+    qApp->setStyleSheet(u"QWidget { color: #f5f5f7; }"_s);
+    writeTasks({u"[x] done"_s, u"[ ] open<done"_s});
+    const Page page;
+    const QBrush grey = page.view.palette().brush(QPalette::PlaceholderText);
+    QVERIFY(grey != without);
+    QCOMPARE(page.row(u"done"_s)->foreground(0), grey);
+}
+
+void tst_TodoView::greyFollowsTheStyleSheet()
+{
+    writeTasks({u"[x] done"_s, u"[ ] open<done"_s});
+    const Page page;
+    QLineEdit *editor = page.edit(u"done"_s);
+    QTest::keyClicks(editor, u"renamed"_s);
+    for (const QString &color : {u"#f5f5f7"_s, u"#1d1d1f"_s}) {
+        const QBrush before = page.row(u"done"_s)->foreground(0);
+        qApp->setStyleSheet(u"QWidget { color: %1; }"_s.arg(color));
+        const QBrush grey = page.view.palette().brush(QPalette::PlaceholderText);
+        QVERIFY(grey != before);
+        QCOMPARE(page.row(u"done"_s)->foreground(0), grey);
+    }
+    QCOMPARE(editor->text(), u"renamed"_s);
+    QVERIFY(!isCompletedOnDisk(u"open"_s));
+}
+
 void tst_TodoView::returnAddsATask()
 {
     const Page page;
@@ -452,7 +504,10 @@ void tst_TodoView::returnAddsATask()
         QVERIFY(page.input->text().isEmpty());
         QVERIFY(taskfile::tasksByTitle().contains(title));
         QCOMPARE(parentOnDisk(title), QString());
-        QTest::qWait(2); // the clock decides the order
+        // The clock decides the order.
+        const QString id = page.row(title)->data(0, Qt::UserRole).toString();
+        const QDateTime created = page.service.repository()->task(id).createdTime;
+        QTRY_VERIFY(QDateTime::currentMSecsSinceEpoch() > created.toMSecsSinceEpoch());
     }
     QCOMPARE(page.rows(), QStringList({u"[ ] first"_s, u"[ ] second"_s}));
     QCOMPARE(page.summary->text(), u"2 active · 2 total"_s);
@@ -837,6 +892,133 @@ void tst_TodoView::rebuildOpensEveryRowAndForgetsTheSelection()
     QVERIFY(page.row(u"a"_s)->isExpanded());
     QVERIFY(!page.tree->currentItem());
     QVERIFY(page.tree->selectedItems().isEmpty());
+}
+
+void tst_TodoView::rebuildScrollsToTheTop()
+{
+    writeTasks(manyTasks());
+    Page page;
+    const QScrollBar *bar = page.tree->verticalScrollBar();
+    page.tree->scrollToBottom();
+    QVERIFY(bar->value() > 0);
+    page.view.activate();
+    QCOMPARE(bar->value(), 0);
+
+    page.tree->scrollToBottom();
+    page.row(u"task 30"_s)->setCheckState(0, Qt::Checked);
+    QCOMPARE(bar->value(), 0);
+}
+
+void tst_TodoView::keyboardGoesOnAtTheSamePlace()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[x] done"_s, u"[ ] b"_s, u"[ ] c"_s, u"[ ] d"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    for (const QString &next : {u"c"_s, u"d"_s, u"a1"_s}) {
+        QTest::keyClick(page.tree, Qt::Key_Space);
+        QCOMPARE(page.tree->currentItem(), page.row(next));
+        QVERIFY(page.tree->selectedItems().isEmpty());
+    }
+    QTest::keyClick(page.tree, Qt::Key_Up);
+    QCOMPARE(page.tree->selectedItems(), QList<QTreeWidgetItem *>{page.row(u"a"_s)});
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QCOMPARE(page.rows(), QStringList());
+    QVERIFY(!page.tree->currentItem());
+
+    // Where the row stays, so does the keyboard.
+    page.filter->setCurrentIndex(All);
+    page.tree->setCurrentItem(page.row(u"c"_s));
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QVERIFY(isCompletedOnDisk(u"c"_s));
+    QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
+}
+
+void tst_TodoView::keyboardGoesOnAfterEachAction()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s, u"[ ] c"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    {
+        const MenuUser user(u"Add Subtask"_s);
+        page.requestMenuByKey();
+    }
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] b"_s, u".[ ] New Subtask"_s, u"[ ] c"_s}));
+    QCOMPARE(page.tree->currentItem(), page.row(u"b"_s));
+
+    // Offscreen, a menu is a window that becomes active.
+    page.view.windowHandle()->requestActivate();
+    QTRY_COMPARE(QApplication::focusWidget(), page.tree);
+    QTest::keyClick(page.tree, Qt::Key_F2);
+    QTest::keyClicks(page.editor(), u"renamed"_s);
+    page.endEditor(Qt::Key_Return);
+    QCOMPARE(page.tree->currentItem(), page.row(u"renamed"_s));
+
+    const MenuUser user(u"Delete"_s);
+    page.requestMenuByKey();
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] c"_s}));
+    QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
+}
+
+void tst_TodoView::rowThatTheKeyboardGoesOnAtIsInView()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"task 57"_s));
+    QTest::keyClick(page.tree, Qt::Key_Space);
+    QTreeWidgetItem *next = page.row(u"task 58"_s);
+    QCOMPARE(page.tree->currentItem(), next);
+    QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(next)));
+}
+
+void tst_TodoView::currentRowIsOutlined_data()
+{
+    QTest::addColumn<bool>("hasFocus");
+    QTest::addColumn<bool>("byKeyboard");
+    QTest::addColumn<bool>("isSelected");
+    QTest::addColumn<bool>("isOutlined");
+    QTest::newRow("by keyboard") << true << true << true << true;
+    QTest::newRow("by mouse") << true << false << true << false;
+    QTest::newRow("without the focus") << false << true << true << false;
+    QTest::newRow("by keyboard, not selected") << true << true << false << true;
+    QTest::newRow("by mouse, not selected") << true << false << false << true;
+    QTest::newRow("neither selected nor with the focus") << false << true << false << false;
+}
+
+void tst_TodoView::currentRowIsOutlined()
+{
+    QFETCH(const bool, hasFocus);
+    QFETCH(const bool, byKeyboard);
+    QFETCH(const bool, isSelected);
+    QFETCH(const bool, isOutlined);
+    // Without an outline of the view's own, as the program's style sheet has it.
+    qApp->setStyleSheet(u"QTreeView { outline: none; }"_s);
+    writeTasks({u"[ ] a"_s});
+    const Page page;
+
+    QStyleOptionViewItem option;
+    option.widget = page.tree;
+    option.rect = QRect(0, 0, 200, 40);
+    option.palette.setColor(QPalette::Highlight, Qt::blue);
+    option.palette.setColor(QPalette::HighlightedText, Qt::white);
+    option.palette.setColor(QPalette::Text, Qt::white);
+    option.state = QStyle::State_Enabled;
+    option.state.setFlag(QStyle::State_HasFocus, hasFocus);
+    option.state.setFlag(QStyle::State_KeyboardFocusChange, byKeyboard);
+    option.state.setFlag(QStyle::State_Selected, isSelected);
+    QImage image(option.rect.size(), QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    page.tree->itemDelegate()->paint(&painter, option, page.tree->model()->index(0, 0));
+    painter.end();
+    QCOMPARE(image.pixelColor(100, 1) == QColor(Qt::white), isOutlined);
+    QCOMPARE(image.pixelColor(1, 20) == QColor(Qt::white), isOutlined);
 }
 
 void tst_TodoView::activateRebuildsAndKeepsTheFilter()

@@ -71,6 +71,12 @@ void registerAtLogIn()
     fakePlatform().autoStartCalls.append(true);
 }
 
+bool preferColors(platform::ColorScheme scheme)
+{
+    fakePlatform().changeColorScheme(scheme);
+    return true;
+}
+
 QString privateVariable()
 {
     return u"VASKEL_PRIVATE"_s;

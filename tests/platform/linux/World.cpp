@@ -111,6 +111,12 @@ void registerAtLogIn()
     testhome::writeFile(u"config/autostart/Vaskel.desktop"_s, "by hand");
 }
 
+// Qt asks the desktop, and without one it never hears of a change.
+bool preferColors(platform::ColorScheme)
+{
+    return false;
+}
+
 QString privateVariable()
 {
     return u"NOTIFY_SOCKET"_s;

@@ -10,8 +10,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QSettings>
 #include <QStringList>
+#include <QStyleHints>
 
 #include <windows.h>
 
@@ -104,6 +106,13 @@ bool startsAtLogIn()
 void registerAtLogIn()
 {
     logInPrograms().setValue(u"Vaskel"_s, u"by hand"_s);
+}
+
+// From Qt 6.8 on the property can be written, and Qt then takes the value for the system's.
+bool preferColors(platform::ColorScheme scheme)
+{
+    return QGuiApplication::styleHints()->setProperty(
+        "colorScheme", scheme == platform::ColorScheme::Dark ? u"Dark"_s : u"Light"_s);
 }
 
 QString privateVariable()

@@ -7,6 +7,8 @@
 #include "settings/Settings.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QSettings>
 #include <QTest>
@@ -36,6 +38,12 @@ QString ownPath()
     return QCoreApplication::applicationFilePath().replace(u'/', u'\\');
 }
 
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 } // namespace
 
 class tst_AutoStart : public QObject
@@ -45,6 +53,7 @@ class tst_AutoStart : public QObject
 private Q_SLOTS:
     void init() { testhome::reset(); }
     void storesThePathWithBackslashesAndWithoutQuotes();
+    void storesAPathWithBlanksWithoutQuotes();
     void replacesThePathOfAMovedProgram();
     void removesTheValueAndNoOther();
     void everyStartWithAutoStartRewritesTheValue();
@@ -60,6 +69,15 @@ void tst_AutoStart::storesThePathWithBackslashesAndWithoutQuotes()
     QCOMPARE(value, ownPath());
     QVERIFY(!value.contains(u'/'));
     QVERIFY(!value.contains(u'"'));
+}
+
+void tst_AutoStart::storesAPathWithBlanksWithoutQuotes()
+{
+    const QString path =
+        testhome::writeFile(u"two words/the program.exe"_s, contentOf(QStringLiteral(AUTOSTARTER)));
+    QCOMPARE(QProcess::execute(path, {u"on"_s}), 0);
+    QCOMPARE(queried(u"Vaskel"_s).section(u"REG_SZ"_s, 1).trimmed(),
+             QDir::toNativeSeparators(path));
 }
 
 void tst_AutoStart::replacesThePathOfAMovedProgram()
