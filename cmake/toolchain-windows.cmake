@@ -27,5 +27,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
+# Debian's Qt, from whose source this one may be made, names its plugins to no project by itself. A
+# static program has none but those that it is linked with.
+set(QT_SKIP_AUTO_PLUGIN_INCLUSION OFF)
+
 # The programs need no library but the system's.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -fstack-protector")
