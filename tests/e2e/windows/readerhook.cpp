@@ -176,7 +176,7 @@ std::string valueOf(IRawElementProviderSimple *element)
     return told<ValueProvider>(element, valuePattern, [](ValueProvider *provider) {
         BSTR text = nullptr;
         provider->value(&text);
-        const std::string result = quoted(text ? text : L"");
+        std::string result = quoted(text ? text : L"");
         SysFreeString(text);
         return result;
     });
@@ -342,10 +342,11 @@ unsigned long countGdiObjects()
     NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
                               sizeof process, nullptr);
     const auto *block = reinterpret_cast<const char *>(process.PebBaseAddress);
-    const Entry *table = nullptr;
-    std::memcpy(&table, block + tableOffset, sizeof table);
+    const void *address = nullptr;
+    std::memcpy(&address, block + tableOffset, sizeof address);
+    const auto *table = static_cast<const Entry *>(address);
     unsigned long count = 0;
-    for (size_t i = 0; block && table && i < entries; ++i) {
+    for (size_t i = 0; table && i < entries; ++i) {
         count += table[i].type != 0;
     }
     return count;

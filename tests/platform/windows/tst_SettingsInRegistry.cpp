@@ -28,7 +28,7 @@ QStringList queried(const QString &key, const QString &name)
     const QStringList lines =
         QString::fromLocal8Bit(reg.readAllStandardOutput()).split(u"\r\n"_s, Qt::SkipEmptyParts);
     for (const QString &line : lines) {
-        const QStringList words = line.simplified().split(u' ');
+        QStringList words = line.simplified().split(u' ');
         if (words.first() == name) {
             return words;
         }
