@@ -23,6 +23,7 @@
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 #include "ui/ProgramIcon.h"
+#include "ui/WindowVisibility.h"
 #include "update/Updater.h"
 
 #include <QIcon>
@@ -43,8 +44,7 @@ namespace {
 
 void toggle(MainWindow &window)
 {
-    // A minimised window counts as visible to Qt, but not to its user.
-    if (window.isVisible() && !window.isMinimized()) {
+    if (isOnShow(window)) {
         window.hide();
     } else {
         window.showAndActivate();

@@ -4,6 +4,7 @@
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
 #include "ui/MainWindow.h"
+#include "ui/WindowVisibility.h"
 
 #include <QMenu>
 #include <QMouseEvent>
@@ -56,10 +57,9 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
     }
 }
 
-// A minimised window counts as visible to Qt, but not to its user.
 bool FloatIcon::showsMainWindow() const
 {
-    return m_mainWindow && m_mainWindow->isVisible() && !m_mainWindow->isMinimized();
+    return m_mainWindow && isOnShow(*m_mainWindow);
 }
 
 void FloatIcon::toggleMainWindow()
