@@ -161,6 +161,8 @@ class Package(EndToEndCase):
         before = self.tree.folders()
         self.install()
         self.assertIn("usr/bin/Vaskel", self.tree.files())
+        for package in ("libfmt-dev", "libspdlog-dev", "unicode-data"):
+            self.assertIn(f"usr/share/doc/vaskel/licenses/{package}.txt", self.tree.files())
         result = self.tree.dpkg("--purge", "vaskel")
         self.assertEqual(result.returncode, 0, result.stdout)
         self.assertEqual(self.tree.files(), set())
