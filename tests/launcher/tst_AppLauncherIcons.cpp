@@ -3,6 +3,7 @@
 
 #include "launcher/IconFolder.h"
 #include "launcher/LauncherTest.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QFileIconProvider>
@@ -340,5 +341,5 @@ void tst_AppLauncherIcons::savesAPixmapWholeOrNotAtAll()
     QCOMPARE(QImage(target, "PNG").size(), QSize(3, 2));
 }
 
-QTEST_MAIN(tst_AppLauncherIcons)
+VASKEL_TEST(tst_AppLauncherIcons, QApplication)
 #include "tst_AppLauncherIcons.moc"

@@ -2,6 +2,7 @@
 #include "ui/IconFile.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QImage>
@@ -101,5 +102,5 @@ void tst_IconFile::iconOfAMissingFileDrawsNothing()
     QVERIFY(iconOfFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
 }
 
-QTEST_MAIN(tst_IconFile)
+VASKEL_TEST(tst_IconFile, QApplication)
 #include "tst_IconFile.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ProgramIcon.h"
 
+#include "support/TestProgram.h"
+
 #include <QIcon>
 #include <QImage>
 #include <QTest>
@@ -77,5 +79,5 @@ void tst_ProgramIcon::leavesTheMasterOut()
     QCOMPARE(sizes.size(), 7);
 }
 
-QTEST_MAIN(tst_ProgramIcon)
+VASKEL_TEST(tst_ProgramIcon, QApplication)
 #include "tst_ProgramIcon.moc"

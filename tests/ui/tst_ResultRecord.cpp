@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ResultRecord.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -53,5 +55,5 @@ void tst_ResultRecord::pathAndIconAreEmptyWhenMissing()
     QCOMPARE(recordIcon(record), u"/i.png"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_ResultRecord)
+VASKEL_TEST(tst_ResultRecord, QCoreApplication)
 #include "tst_ResultRecord.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/linux/IconTheme.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QBuffer>
 #include <QGuiApplication>
@@ -15,6 +16,9 @@ using namespace Qt::StringLiterals;
 class tst_FileIcon : public QObject
 {
     Q_OBJECT
+
+public:
+    static int main(int argc, char *argv[]);
 
 private Q_SLOTS:
     void choosesAThemeForOtherFilesToo();
@@ -183,7 +187,7 @@ void tst_FileIcon::prefersTheRichestTheme()
           "chosen");
 }
 
-int main(int argc, char *argv[])
+int tst_FileIcon::main(int argc, char *argv[])
 {
     for (const char *name : {"XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "KDE_FULL_SESSION",
                              "GNOME_DESKTOP_SESSION_ID", "QT_QPA_PLATFORMTHEME"}) {
@@ -195,4 +199,5 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
+VASKEL_TEST_WITH_MAIN(tst_FileIcon, tst_FileIcon::main)
 #include "tst_FileIcon.moc"

@@ -5,6 +5,7 @@
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include "launcher/AppLauncher.h"
 #include "platform/StartMenu.h"
@@ -248,5 +249,5 @@ void tst_FileIcon::thousandExtractionsLeakNothing()
     QVERIFY(leftUserHandles() > userHandles - 500);
 }
 
-QTEST_MAIN(tst_FileIcon)
+VASKEL_TEST(tst_FileIcon, QApplication)
 #include "tst_FileIcon.moc"
