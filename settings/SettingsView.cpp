@@ -3,9 +3,9 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
-#include "settings/HotkeyEdit.h"
-#include "settings/ItemFocusDelegate.h"
 #include "settings/Settings.h"
+#include "widgets/HotkeyEdit.h"
+#include "widgets/ItemFocusDelegate.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>

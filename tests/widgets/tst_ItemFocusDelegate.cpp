@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/ItemFocusDelegate.h"
+#include "widgets/ItemFocusDelegate.h"
 
 #include <QImage>
 #include <QListWidget>
