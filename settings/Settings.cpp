@@ -2,6 +2,7 @@
 #include "settings/Settings.h"
 
 #include "platform/AutoStart.h"
+#include "settings/SearchEngine.h"
 
 #include <QKeySequence>
 
@@ -62,7 +63,7 @@ void Settings::setGlobalHotkey(const QString &sequence)
 
 QString Settings::searchEngine() const
 {
-    return m_settings.value(u"searchEngine"_s, u"Bing"_s).toString();
+    return m_settings.value(u"searchEngine"_s, defaultSearchEngine.name).toString();
 }
 
 void Settings::setSearchEngine(const QString &engine)

@@ -3,6 +3,7 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
+#include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "widgets/HotkeyEdit.h"
 #include "widgets/ItemFocusDelegate.h"
@@ -239,7 +240,9 @@ void SettingsView::buildSettingsPage()
     m_themeCombo->addItem(tr("Dark"), u"dark"_s);
 
     m_searchEngineCombo = addCombo(layout, tr("Search Engine"));
-    m_searchEngineCombo->addItems({u"Bing"_s, u"Google"_s, u"Baidu"_s, u"DuckDuckGo"_s});
+    for (const SearchEngine &engine : searchEngines) {
+        m_searchEngineCombo->addItem(engine.name);
+    }
     layout->addStretch();
 }
 
