@@ -2,6 +2,8 @@
 #include "settings/Settings.h"
 
 #include "platform/AutoStart.h"
+#include "settings/SearchEngine.h"
+#include "settings/ThemeManager.h"
 
 #include <QKeySequence>
 
@@ -23,51 +25,93 @@ QString hotkeyOfOlderLayout(int modifiers, int key)
     return QKeySequence(combination).toString(QKeySequence::PortableText);
 }
 
-QString pluginSwitchKey(const QString &name)
+/// A key of the store and its value while the store lacks it. Literal is the type in which a
+/// constant holds a Value.
+template <typename Value, typename Literal = Value> struct Preference
 {
-    return "plugins/"_L1 + name;
-}
+    QLatin1StringView key; ///< the prefix of a group that has one key for each command
+    Literal defaultValue;
 
-QString pluginHotkeyKey(const QString &name)
-{
-    return "pluginHotkeys/"_L1 + name;
-}
+    Value read(const QSettings &store, const QString &command = {}) const
+    {
+        return store.value(key + command, defaultValue).template value<Value>();
+    }
+
+    /// Returns whether the value differed from what read() returns, and was written.
+    bool writeIfChanged(QSettings &store, const Value &value, const QString &command = {}) const
+    {
+        if (value == read(store, command)) {
+            return false;
+        }
+        store.setValue(key + command, value);
+        return true;
+    }
+};
+
+using Switch = Preference<bool>;
+using Number = Preference<int>;
+using Text = Preference<QString, QLatin1StringView>;
+
+namespace preferences {
+
+constexpr Text globalHotkey{"globalHotkey"_L1, ""_L1}; // the default is hotkeyOfOlderLayout()
+constexpr Text searchEngine{"searchEngine"_L1, defaultSearchEngine.name};
+constexpr Switch pluginAutoEnter{"pluginAutoEnter"_L1, false};
+constexpr Switch autoStart{"autoStart"_L1, false};
+constexpr Text theme{"theme"_L1, ThemeManager::systemTheme};
+constexpr Switch showFloatIcon{"showFloatIcon"_L1, true};
+constexpr Switch autoHideOnFocusLoss{"autoHideOnFocusLoss"_L1, false};
+constexpr Switch appLaunchRequiresDoubleClick{"appLaunchRequiresDoubleClick"_L1, true};
+constexpr Switch showAllAppsWhenSearchEmpty{"showAllAppsWhenSearchEmpty"_L1, true};
+constexpr Switch pluginEnabled{"plugins/"_L1, true};
+constexpr Text pluginHotkey{"pluginHotkeys/"_L1, ""_L1};
+constexpr Number floatIconX{"floatIconX"_L1, -1};
+constexpr Number floatIconY{"floatIconY"_L1, -1};
+
+// The older layout of the main hotkey.
+constexpr Number hotkeyModifiers{"hotkeyModifiers"_L1,
+                                 int(Qt::ControlModifier) | int(Qt::AltModifier)};
+constexpr Number hotkeyKey{"hotkeyKey"_L1, int(Qt::Key_Space)};
+
+} // namespace preferences
 
 } // namespace
 
 Settings::Settings(QObject *parent)
     : QObject(parent)
     , m_settings(u"Vaskel"_s, u"Vaskel"_s)
-    , m_autoStart(m_settings.value(u"autoStart"_s, false).toBool())
+    , m_autoStart(preferences::autoStart.read(m_settings))
 {
     applyAutoStart(m_autoStart);
 }
 
 QString Settings::globalHotkey() const
 {
-    if (m_settings.contains(u"globalHotkey"_s)) {
-        return m_settings.value(u"globalHotkey"_s).toString();
+    if (m_settings.contains(preferences::globalHotkey.key)) {
+        return preferences::globalHotkey.read(m_settings);
     }
-    constexpr int defaultModifiers = int(Qt::ControlModifier) | int(Qt::AltModifier);
-    return hotkeyOfOlderLayout(m_settings.value(u"hotkeyModifiers"_s, defaultModifiers).toInt(),
-                               m_settings.value(u"hotkeyKey"_s, int(Qt::Key_Space)).toInt());
+    return hotkeyOfOlderLayout(preferences::hotkeyModifiers.read(m_settings),
+                               preferences::hotkeyKey.read(m_settings));
 }
 
 void Settings::setGlobalHotkey(const QString &sequence)
 {
-    if (storeIfChanged(u"globalHotkey"_s, globalHotkey(), sequence)) {
-        Q_EMIT globalHotkeyChanged();
+    // Not writeIfChanged(), because the present hotkey may be that of the older layout.
+    if (sequence == globalHotkey()) {
+        return;
     }
+    m_settings.setValue(preferences::globalHotkey.key, sequence);
+    Q_EMIT globalHotkeyChanged();
 }
 
 QString Settings::searchEngine() const
 {
-    return m_settings.value(u"searchEngine"_s, u"Bing"_s).toString();
+    return preferences::searchEngine.read(m_settings);
 }
 
 void Settings::setSearchEngine(const QString &engine)
 {
-    if (storeIfChanged(u"searchEngine"_s, searchEngine(), engine)) {
+    if (preferences::searchEngine.writeIfChanged(m_settings, engine)) {
         Q_EMIT searchEngineChanged();
     }
 }
@@ -83,139 +127,119 @@ void Settings::setAutoStart(bool enabled)
         return;
     }
     m_autoStart = enabled;
-    m_settings.setValue(u"autoStart"_s, enabled);
+    m_settings.setValue(preferences::autoStart.key, enabled);
     applyAutoStart(enabled);
     Q_EMIT autoStartChanged();
 }
 
 QString Settings::theme() const
 {
-    return m_settings.value(u"theme"_s, u"system"_s).toString();
+    return preferences::theme.read(m_settings);
 }
 
 void Settings::setTheme(const QString &theme)
 {
-    if (storeIfChanged(u"theme"_s, this->theme(), theme)) {
+    if (preferences::theme.writeIfChanged(m_settings, theme)) {
         Q_EMIT themeChanged();
     }
 }
 
 bool Settings::showFloatIcon() const
 {
-    return m_settings.value(u"showFloatIcon"_s, true).toBool();
+    return preferences::showFloatIcon.read(m_settings);
 }
 
 void Settings::setShowFloatIcon(bool show)
 {
-    if (storeIfChanged(u"showFloatIcon"_s, showFloatIcon(), show)) {
+    if (preferences::showFloatIcon.writeIfChanged(m_settings, show)) {
         Q_EMIT showFloatIconChanged();
     }
 }
 
 bool Settings::autoHideOnFocusLoss() const
 {
-    return m_settings.value(u"autoHideOnFocusLoss"_s, false).toBool();
+    return preferences::autoHideOnFocusLoss.read(m_settings);
 }
 
 void Settings::setAutoHideOnFocusLoss(bool hide)
 {
-    if (storeIfChanged(u"autoHideOnFocusLoss"_s, autoHideOnFocusLoss(), hide)) {
+    if (preferences::autoHideOnFocusLoss.writeIfChanged(m_settings, hide)) {
         Q_EMIT autoHideOnFocusLossChanged();
     }
 }
 
 bool Settings::appLaunchRequiresDoubleClick() const
 {
-    return m_settings.value(u"appLaunchRequiresDoubleClick"_s, true).toBool();
+    return preferences::appLaunchRequiresDoubleClick.read(m_settings);
 }
 
 void Settings::setAppLaunchRequiresDoubleClick(bool required)
 {
-    if (storeIfChanged(u"appLaunchRequiresDoubleClick"_s, appLaunchRequiresDoubleClick(),
-                       required)) {
+    if (preferences::appLaunchRequiresDoubleClick.writeIfChanged(m_settings, required)) {
         Q_EMIT appLaunchRequiresDoubleClickChanged();
     }
 }
 
 bool Settings::showAllAppsWhenSearchEmpty() const
 {
-    return m_settings.value(u"showAllAppsWhenSearchEmpty"_s, true).toBool();
+    return preferences::showAllAppsWhenSearchEmpty.read(m_settings);
 }
 
 void Settings::setShowAllAppsWhenSearchEmpty(bool show)
 {
-    if (storeIfChanged(u"showAllAppsWhenSearchEmpty"_s, showAllAppsWhenSearchEmpty(), show)) {
+    if (preferences::showAllAppsWhenSearchEmpty.writeIfChanged(m_settings, show)) {
         Q_EMIT showAllAppsWhenSearchEmptyChanged();
     }
 }
 
 bool Settings::isPluginEnabled(const QString &name) const
 {
-    return m_settings.value(pluginSwitchKey(name), true).toBool();
+    return preferences::pluginEnabled.read(m_settings, name);
 }
 
 void Settings::setPluginEnabled(const QString &name, bool enabled)
 {
-    if (storeIfChanged(pluginSwitchKey(name), isPluginEnabled(name), enabled)) {
+    if (preferences::pluginEnabled.writeIfChanged(m_settings, enabled, name)) {
         Q_EMIT pluginEnabledChanged(name);
     }
 }
 
 QString Settings::pluginHotkey(const QString &name) const
 {
-    return m_settings.value(pluginHotkeyKey(name)).toString();
+    return preferences::pluginHotkey.read(m_settings, name);
 }
 
 void Settings::setPluginHotkey(const QString &name, const QString &sequence)
 {
-    if (storeIfChanged(pluginHotkeyKey(name), pluginHotkey(name), sequence)) {
+    if (preferences::pluginHotkey.writeIfChanged(m_settings, sequence, name)) {
         Q_EMIT pluginHotkeyChanged(name);
     }
 }
 
 bool Settings::pluginAutoEnter() const
 {
-    return m_settings.value(u"pluginAutoEnter"_s, false).toBool();
+    return preferences::pluginAutoEnter.read(m_settings);
 }
 
 void Settings::setPluginAutoEnter(bool enabled)
 {
-    if (storeIfChanged(u"pluginAutoEnter"_s, pluginAutoEnter(), enabled)) {
+    if (preferences::pluginAutoEnter.writeIfChanged(m_settings, enabled)) {
         Q_EMIT pluginAutoEnterChanged();
     }
 }
 
 QPoint Settings::floatIconPos() const
 {
-    return {m_settings.value(u"floatIconX"_s, -1).toInt(),
-            m_settings.value(u"floatIconY"_s, -1).toInt()};
+    return {preferences::floatIconX.read(m_settings), preferences::floatIconY.read(m_settings)};
 }
 
 void Settings::setFloatIconPos(const QPoint &pos)
 {
-    m_settings.setValue(u"floatIconX"_s, pos.x());
-    m_settings.setValue(u"floatIconY"_s, pos.y());
+    m_settings.setValue(preferences::floatIconX.key, pos.x());
+    m_settings.setValue(preferences::floatIconY.key, pos.y());
 }
 
 void Settings::applyAutoStart(bool enabled)
 {
     platform::applyAutoStart(enabled);
-}
-
-bool Settings::storeIfChanged(const QString &key, const QString &current, const QString &value)
-{
-    if (current == value) {
-        return false;
-    }
-    m_settings.setValue(key, value);
-    return true;
-}
-
-bool Settings::storeIfChanged(const QString &key, bool current, bool value)
-{
-    if (current == value) {
-        return false;
-    }
-    m_settings.setValue(key, value);
-    return true;
 }

@@ -39,7 +39,7 @@ public:
     QString globalHotkey() const;
     void setGlobalHotkey(const QString &sequence);
 
-    /// The name of the web search engine.
+    /// The name of the web search engine, from settings/SearchEngine.h.
     QString searchEngine() const;
     void setSearchEngine(const QString &engine);
 
@@ -47,7 +47,7 @@ public:
     bool autoStart() const;
     void setAutoStart(bool enabled);
 
-    /// The theme's name: "system", "dark" or "light".
+    /// The theme's name, as ThemeManager takes it.
     QString theme() const;
     void setTheme(const QString &theme);
 
@@ -98,8 +98,6 @@ Q_SIGNALS:
 
 private:
     void applyAutoStart(bool enabled);
-    bool storeIfChanged(const QString &key, const QString &current, const QString &value);
-    bool storeIfChanged(const QString &key, bool current, bool value);
 
     QSettings m_settings;
     bool m_autoStart = false;

@@ -3,9 +3,11 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
-#include "settings/HotkeyEdit.h"
-#include "settings/ItemFocusDelegate.h"
+#include "settings/SearchEngine.h"
 #include "settings/Settings.h"
+#include "settings/ThemeManager.h"
+#include "widgets/HotkeyEdit.h"
+#include "widgets/ItemFocusDelegate.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -24,8 +26,6 @@
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -36,13 +36,6 @@ enum Page {
     SettingsPage,
     PluginsPage,
 };
-
-constexpr char commandProperty[] = "cmd";
-
-QString commandOf(const QWidget *control)
-{
-    return control->property(commandProperty).toString();
-}
 
 // A new style makes the base class hide all buttons for a moment, and the focus would move on.
 class ButtonBox : public QDialogButtonBox
@@ -113,7 +106,7 @@ bool isByTabKey(const QEvent *event)
 
 SettingsView::SettingsView(Settings *settings, PluginManager *pluginManager, QWidget *parent)
     : QWidget(parent)
-    , m_settings(settings)
+    , m_bindings(settings)
     , m_pluginManager(pluginManager)
 {
     m_navigation = new QListWidget(this);
@@ -156,22 +149,7 @@ void SettingsView::showPage(const QString &page)
 
 void SettingsView::reload()
 {
-    m_hotkeyEdit->setHotkey(m_settings->globalHotkey());
-    m_searchEngineCombo->setCurrentText(m_settings->searchEngine());
-    m_autoStartCheck->setChecked(m_settings->autoStart());
-    m_showFloatIconCheck->setChecked(m_settings->showFloatIcon());
-    m_autoHideCheck->setChecked(m_settings->autoHideOnFocusLoss());
-    m_doubleClickCheck->setChecked(m_settings->appLaunchRequiresDoubleClick());
-    m_showAllAppsCheck->setChecked(m_settings->showAllAppsWhenSearchEmpty());
-    m_autoEnterCheck->setChecked(m_settings->pluginAutoEnter());
-    // An unknown theme counts as the system's.
-    m_themeCombo->setCurrentIndex(std::max(0, m_themeCombo->findData(m_settings->theme())));
-    for (QCheckBox *check : std::as_const(m_pluginChecks)) {
-        check->setChecked(m_settings->isPluginEnabled(commandOf(check)));
-    }
-    for (HotkeyEdit *edit : std::as_const(m_pluginHotkeyEdits)) {
-        edit->setHotkey(m_settings->pluginHotkey(commandOf(edit)));
-    }
+    m_bindings.load();
 }
 
 bool SettingsView::eventFilter(QObject *watched, QEvent *event)
@@ -216,37 +194,31 @@ void SettingsView::buildUserPage()
 {
     QBoxLayout *layout = addPage(tr("User"));
     addSection(layout, tr("Application Behavior"));
-    m_autoStartCheck = addCheck(layout, tr("Start on boot"));
-    m_showFloatIconCheck = addCheck(layout, tr("Show float icon"));
-    m_autoHideCheck = addCheck(layout, tr("Auto hide on focus loss"));
-    m_doubleClickCheck = addCheck(layout, tr("Require double-click to launch apps"));
-    m_showAllAppsCheck = addCheck(layout, tr("Show all apps when search is empty"));
+    addCheck(layout, tr("Start on boot"), &Settings::autoStart, &Settings::setAutoStart);
+    addCheck(layout, tr("Show float icon"), &Settings::showFloatIcon, &Settings::setShowFloatIcon);
+    addCheck(layout, tr("Auto hide on focus loss"), &Settings::autoHideOnFocusLoss,
+             &Settings::setAutoHideOnFocusLoss);
+    addCheck(layout, tr("Require double-click to launch apps"),
+             &Settings::appLaunchRequiresDoubleClick, &Settings::setAppLaunchRequiresDoubleClick);
+    addCheck(layout, tr("Show all apps when search is empty"),
+             &Settings::showAllAppsWhenSearchEmpty, &Settings::setShowAllAppsWhenSearchEmpty);
     layout->addStretch();
 }
 
 void SettingsView::buildSettingsPage()
 {
     QBoxLayout *layout = addPage(tr("Settings"));
-    QLabel *label = addSection(layout, tr("Global Hotkey"));
-    m_hotkeyEdit = new HotkeyEdit(layout->parentWidget());
-    m_hotkeyEdit->setAccessibleName(label->text());
-    label->setBuddy(m_hotkeyEdit);
-    layout->addWidget(m_hotkeyEdit);
-
-    m_themeCombo = addCombo(layout, tr("Theme"));
-    m_themeCombo->addItem(tr("System"), u"system"_s);
-    m_themeCombo->addItem(tr("Light"), u"light"_s);
-    m_themeCombo->addItem(tr("Dark"), u"dark"_s);
-
-    m_searchEngineCombo = addCombo(layout, tr("Search Engine"));
-    m_searchEngineCombo->addItems({u"Bing"_s, u"Google"_s, u"Baidu"_s, u"DuckDuckGo"_s});
+    addHotkeyEdit(layout);
+    addThemeCombo(layout);
+    addSearchEngineCombo(layout);
     layout->addStretch();
 }
 
 void SettingsView::buildPluginsPage()
 {
     QBoxLayout *layout = addPage(tr("Plugins"));
-    m_autoEnterCheck = addCheck(layout, tr("Auto enter on empty args"));
+    addCheck(layout, tr("Auto enter on empty args"), &Settings::pluginAutoEnter,
+             &Settings::setPluginAutoEnter);
     addSwitchButtons(layout);
     addPluginCards(layout);
     layout->addStretch();
@@ -260,7 +232,7 @@ void SettingsView::buildButtons()
         button->setIcon(QIcon());                                  // as all others here
         qobject_cast<QPushButton *>(button)->setAutoDefault(true); // Enter presses it too
     }
-    connect(m_buttons, &QDialogButtonBox::accepted, this, &SettingsView::apply);
+    connect(m_buttons, &QDialogButtonBox::accepted, this, [this] { m_bindings.save(); });
     connect(m_buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, [this] {
         reload();
         Q_EMIT closeRequested();
@@ -286,11 +258,40 @@ QBoxLayout *SettingsView::addPage(const QString &title)
     return layout;
 }
 
-QCheckBox *SettingsView::addCheck(QBoxLayout *layout, const QString &text)
+void SettingsView::addCheck(QBoxLayout *layout, const QString &text,
+                            bool (Settings::*getter)() const, void (Settings::*setter)(bool))
 {
     auto *check = new QCheckBox(text, layout->parentWidget());
     layout->addWidget(check);
-    return check;
+    m_bindings.bindCheck(check, getter, setter);
+}
+
+void SettingsView::addHotkeyEdit(QBoxLayout *layout)
+{
+    QLabel *label = addSection(layout, tr("Global Hotkey"));
+    auto *edit = new HotkeyEdit(layout->parentWidget());
+    edit->setAccessibleName(label->text());
+    label->setBuddy(edit);
+    layout->addWidget(edit);
+    m_bindings.bindGlobalHotkey(edit);
+}
+
+void SettingsView::addThemeCombo(QBoxLayout *layout)
+{
+    QComboBox *combo = addCombo(layout, tr("Theme"));
+    combo->addItem(tr("System"), ThemeManager::systemTheme);
+    combo->addItem(tr("Light"), ThemeManager::lightTheme);
+    combo->addItem(tr("Dark"), ThemeManager::darkTheme);
+    m_bindings.bindTheme(combo);
+}
+
+void SettingsView::addSearchEngineCombo(QBoxLayout *layout)
+{
+    QComboBox *combo = addCombo(layout, tr("Search Engine"));
+    for (const SearchEngine &engine : searchEngines) {
+        combo->addItem(engine.name);
+    }
+    m_bindings.bindSearchEngine(combo);
 }
 
 QComboBox *SettingsView::addCombo(QBoxLayout *layout, const QString &label)
@@ -355,49 +356,29 @@ QWidget *SettingsView::buildPluginCard(const QString &command)
     layout->addWidget(buildPluginCheck(command, card));
     QLabel *label = buildLabel(tr("Hotkey"), u"muted"_s, card);
     layout->addWidget(label);
-    HotkeyEdit *edit = buildPluginHotkeyEdit(command, card);
+    QWidget *edit = buildPluginHotkeyEdit(command, card);
     label->setBuddy(edit);
     layout->addWidget(edit);
     return card;
 }
 
-QCheckBox *SettingsView::buildPluginCheck(const QString &command, QWidget *card)
+QWidget *SettingsView::buildPluginCheck(const QString &command, QWidget *card)
 {
     auto *check = new QCheckBox(tr("Enabled"), card);
-    check->setProperty(commandProperty, command);
     check->setAccessibleName(command + u' ' + check->text());
     m_pluginChecks.append(check);
+    m_bindings.bindPluginCheck(check, command);
     return check;
 }
 
-HotkeyEdit *SettingsView::buildPluginHotkeyEdit(const QString &command, QWidget *card)
+QWidget *SettingsView::buildPluginHotkeyEdit(const QString &command, QWidget *card)
 {
     auto *edit = new HotkeyEdit(card);
-    edit->setProperty(commandProperty, command);
     edit->setToolTip(tr("Global plugin hotkey"));
     edit->setAccessibleName(command + u' ' + tr("Hotkey"));
     edit->setFixedWidth(150);
-    m_pluginHotkeyEdits.append(edit);
+    m_bindings.bindPluginHotkey(edit, command);
     return edit;
-}
-
-void SettingsView::apply()
-{
-    m_settings->setGlobalHotkey(m_hotkeyEdit->hotkey());
-    m_settings->setSearchEngine(m_searchEngineCombo->currentText());
-    m_settings->setTheme(m_themeCombo->currentData().toString());
-    m_settings->setAutoStart(m_autoStartCheck->isChecked());
-    m_settings->setShowFloatIcon(m_showFloatIconCheck->isChecked());
-    m_settings->setAutoHideOnFocusLoss(m_autoHideCheck->isChecked());
-    m_settings->setAppLaunchRequiresDoubleClick(m_doubleClickCheck->isChecked());
-    m_settings->setShowAllAppsWhenSearchEmpty(m_showAllAppsCheck->isChecked());
-    m_settings->setPluginAutoEnter(m_autoEnterCheck->isChecked());
-    for (const QCheckBox *check : std::as_const(m_pluginChecks)) {
-        m_settings->setPluginEnabled(commandOf(check), check->isChecked());
-    }
-    for (const HotkeyEdit *edit : std::as_const(m_pluginHotkeyEdits)) {
-        m_settings->setPluginHotkey(commandOf(edit), edit->hotkey());
-    }
 }
 
 void SettingsView::checkAllPlugins(bool checked)

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "settings/SettingsBindings.h"
+
 #include <QList>
 #include <QWidget>
 
-class HotkeyEdit;
 class PluginManager;
 class QBoxLayout;
 class QCheckBox;
@@ -47,32 +48,24 @@ private:
     void buildPluginsPage();
     void buildButtons();
     QBoxLayout *addPage(const QString &title);
-    QCheckBox *addCheck(QBoxLayout *layout, const QString &text);
+    void addCheck(QBoxLayout *layout, const QString &text, bool (Settings::*getter)() const,
+                  void (Settings::*setter)(bool));
+    void addHotkeyEdit(QBoxLayout *layout);
+    void addThemeCombo(QBoxLayout *layout);
+    void addSearchEngineCombo(QBoxLayout *layout);
     QComboBox *addCombo(QBoxLayout *layout, const QString &label);
     void addSwitchButtons(QBoxLayout *layout);
     void addPluginCards(QBoxLayout *layout);
     QWidget *buildPluginCard(const QString &command);
-    QCheckBox *buildPluginCheck(const QString &command, QWidget *card);
-    HotkeyEdit *buildPluginHotkeyEdit(const QString &command, QWidget *card);
+    QWidget *buildPluginCheck(const QString &command, QWidget *card);
+    QWidget *buildPluginHotkeyEdit(const QString &command, QWidget *card);
 
-    void apply();
     void checkAllPlugins(bool checked);
 
-    Settings *m_settings;
+    SettingsBindings m_bindings;
     PluginManager *m_pluginManager;
     QListWidget *m_navigation = nullptr;
     QStackedWidget *m_pages = nullptr;
     QDialogButtonBox *m_buttons = nullptr;
-    HotkeyEdit *m_hotkeyEdit = nullptr;
-    QComboBox *m_themeCombo = nullptr;
-    QComboBox *m_searchEngineCombo = nullptr;
-    QCheckBox *m_autoStartCheck = nullptr;
-    QCheckBox *m_showFloatIconCheck = nullptr;
-    QCheckBox *m_autoHideCheck = nullptr;
-    QCheckBox *m_doubleClickCheck = nullptr;
-    QCheckBox *m_showAllAppsCheck = nullptr;
-    QCheckBox *m_autoEnterCheck = nullptr;
-    // In the order of the cards; the property "cmd" ties each to its plugin.
-    QList<QCheckBox *> m_pluginChecks;
-    QList<HotkeyEdit *> m_pluginHotkeyEdits;
+    QList<QCheckBox *> m_pluginChecks; // in the order of the cards
 };

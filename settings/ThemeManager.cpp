@@ -92,7 +92,7 @@ QByteArray withColors(const QByteArray &styleTemplate, bool isDark)
 
 ThemeManager::ThemeManager(QObject *parent)
     : QObject(parent)
-    , m_theme(u"system"_s)
+    , m_theme(systemTheme)
 {
     updateDarkState();
 }
@@ -110,9 +110,9 @@ void ThemeManager::setTheme(const QString &theme)
 void ThemeManager::updateDarkState()
 {
     const bool wasDark = m_isDark;
-    if (m_theme == "dark"_L1) {
+    if (m_theme == darkTheme) {
         m_isDark = true;
-    } else if (m_theme == "light"_L1) {
+    } else if (m_theme == lightTheme) {
         m_isDark = false;
     } else {
         m_isDark = platform::colorScheme() != platform::ColorScheme::Light;

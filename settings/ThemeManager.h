@@ -29,6 +29,11 @@ class ThemeManager : public QObject
     Q_PROPERTY(QColor iconPlaceholder READ iconPlaceholder NOTIFY paletteChanged)
 
 public:
+    // The names of the themes, compared exactly.
+    static constexpr QLatin1StringView systemTheme{"system"};
+    static constexpr QLatin1StringView lightTheme{"light"};
+    static constexpr QLatin1StringView darkTheme{"dark"};
+
     /// Starts with the theme "system".
     explicit ThemeManager(QObject *parent = nullptr);
 

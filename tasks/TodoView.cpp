@@ -2,6 +2,7 @@
 #include "tasks/TodoView.h"
 
 #include "tasks/TaskService.h"
+#include "widgets/ItemFocusDelegate.h"
 
 #include <QAbstractItemDelegate>
 #include <QAbstractItemView>
@@ -11,11 +12,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
@@ -59,34 +58,6 @@ public:
 
 private:
     QList<QTreeWidgetItem *> m_rows;
-};
-
-/// Outlines the current row while the keyboard has led to the tree, as the other lists do, and
-/// always if it is not selected, when nothing else would tell where the keyboard is. The style
-/// sheet takes away the outline that views draw themselves, and does not let the style below it
-/// know which row has the focus, so that each view needs a delegate for this.
-class RowDelegate : public QStyledItemDelegate
-{
-public:
-    using QStyledItemDelegate::QStyledItemDelegate;
-
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override
-    {
-        QStyledItemDelegate::paint(painter, option, index);
-        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-        const bool isByKeyboard = option.state.testFlag(QStyle::State_KeyboardFocusChange);
-        if (!option.state.testFlag(QStyle::State_HasFocus) || (isSelected && !isByKeyboard)) {
-            return;
-        }
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setBrush(Qt::NoBrush);
-        painter->setPen(
-            option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
-        painter->drawRoundedRect(QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
-        painter->restore();
-    }
 };
 
 /// Tells of each change of a widget's palette.
@@ -241,7 +212,10 @@ void TodoView::buildTree()
     m_tree->setObjectName(u"todoTree"_s);
     m_tree->setAccessibleName(tr("Todo"));
     m_tree->verticalScrollBar()->setAccessibleName(tr("Todo"));
-    m_tree->setItemDelegate(new RowDelegate(m_tree));
+    auto *delegate = new ItemFocusDelegate(m_tree);
+    delegate->setOutlinesUnselected(true);
+    delegate->setOutlineMargin(1);
+    m_tree->setItemDelegate(delegate);
     m_tree->setHeaderHidden(true);
     m_tree->setColumnCount(1);
     m_tree->setIndentation(22);

@@ -5,6 +5,7 @@
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
 #include "platform/QtVersion.h"
+#include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
@@ -14,7 +15,6 @@
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "ui/ResultRecord.h"
-#include "ui/WebSearch.h"
 #include "update/Updater.h"
 
 #include <QAccessible>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "settings/ItemFocusDelegate.h"
+#include "widgets/ItemFocusDelegate.h"
 
 /// Gives every row of the result list one height, whatever it holds: that of an icon and of two
 /// lines. Icons of any size take the same room; an application without one leaves it free, and so

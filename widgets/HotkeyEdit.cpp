@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "settings/HotkeyEdit.h"
+#include "widgets/HotkeyEdit.h"
 
 #include "platform/QtVersion.h"
 

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/WebSearch.h"
+#include "settings/SearchEngine.h"
 
+#include "support/TestProgram.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-class tst_WebSearch : public QObject
+class tst_SearchEngine : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +19,7 @@ private Q_SLOTS:
     void encodesTheText();
 };
 
-void tst_WebSearch::asksTheNamedEngine_data()
+void tst_SearchEngine::asksTheNamedEngine_data()
 {
     QTest::addColumn<QString>("engine");
     QTest::addColumn<QString>("address");
@@ -34,13 +35,13 @@ void tst_WebSearch::asksTheNamedEngine_data()
     QTest::newRow("blank behind the name is Bing") << u"Google "_s << bing;
 }
 
-void tst_WebSearch::asksTheNamedEngine()
+void tst_SearchEngine::asksTheNamedEngine()
 {
     QFETCH(QString, engine);
     QTEST(webSearchUrl(engine, u"qt"_s), "address");
 }
 
-void tst_WebSearch::encodesTheText_data()
+void tst_SearchEngine::encodesTheText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("query");
@@ -53,12 +54,12 @@ void tst_WebSearch::encodesTheText_data()
     QTest::newRow("place marker") << u"%1"_s << u"%251"_s;
 }
 
-void tst_WebSearch::encodesTheText()
+void tst_SearchEngine::encodesTheText()
 {
     QFETCH(QString, text);
     QFETCH(QString, query);
     QCOMPARE(webSearchUrl(u"Google"_s, text), u"https://www.google.com/search?q="_s + query);
 }
 
-VASKEL_TEST(tst_WebSearch, QCoreApplication)
-#include "tst_WebSearch.moc"
+VASKEL_TEST(tst_SearchEngine, QCoreApplication)
+#include "tst_SearchEngine.moc"
