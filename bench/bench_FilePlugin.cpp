@@ -83,33 +83,10 @@ QString name()
     return u"bench"_s;
 }
 
-void setSearchText(const QString & /*text*/) {}
-
-void setMaximum(unsigned /*count*/) {}
-
-void setRequestFlags(unsigned /*flags*/) {}
-
-bool query()
+Answer search(const QString & /*text*/, unsigned /*limit*/)
 {
-    return true;
+    return {{}, hits()};
 }
-
-unsigned lastError()
-{
-    return 0;
-}
-
-unsigned resultCount()
-{
-    return hitCount;
-}
-
-QString resultPath(unsigned index)
-{
-    return hits().at(static_cast<qsizetype>(index));
-}
-
-void reset() {}
 
 } // namespace platform::fileindex
 

@@ -47,9 +47,7 @@ QVariantList FilePlugin::query(const QString &args)
             inertRow(tr("Enter a filename to search"),
                      tr("Powered by Everything for fast search").replace("Everything"_L1, index))};
     }
-    QVariantList records = search(args);
-    fileindex::reset();
-    return records;
+    return search(args);
 }
 
 bool FilePlugin::execute(const QVariantMap &action)
@@ -61,30 +59,25 @@ bool FilePlugin::execute(const QVariantMap &action)
 
 QVariantList FilePlugin::search(const QString &args)
 {
-    fileindex::setSearchText(args);
-    fileindex::setMaximum(maximumResults);
-    fileindex::setRequestFlags(fileindex::requestFullPath);
-    if (!fileindex::query()) {
-        const unsigned error = fileindex::lastError();
-        if (error == fileindex::serviceUnreachable) {
-            return {inertRow(tr("Everything service is not running"),
-                             tr("Please start Everything before using file search"))};
-        }
-        return {inertRow(tr("Search failed"), tr("Error code: ") + QString::number(error))};
+    const fileindex::Answer answer = fileindex::search(args, maximumResults);
+    if (answer.error == fileindex::serviceUnreachable) {
+        return {inertRow(tr("Everything service is not running"),
+                         tr("Please start Everything before using file search"))};
     }
-    const unsigned count = fileindex::resultCount();
-    if (count == 0) {
+    if (answer.error) {
+        return {inertRow(tr("Search failed"), tr("Error code: ") + QString::number(*answer.error))};
+    }
+    if (answer.paths.isEmpty()) {
         return {inertRow(tr("No files found"), args)};
     }
-    return rows(count);
+    return rows(answer.paths);
 }
 
-QVariantList FilePlugin::rows(unsigned count)
+QVariantList FilePlugin::rows(const QStringList &paths)
 {
     m_cacheDir = makeIconFolder(); // the temporary folder may have been cleaned up meanwhile
     QVariantList records;
-    for (unsigned index = 0; index < count; ++index) {
-        const QString path = fileindex::resultPath(index);
+    for (const QString &path : paths) {
         if (path.isEmpty()) {
             continue;
         }

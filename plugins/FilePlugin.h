@@ -3,6 +3,8 @@
 
 #include "core/IPlugin.h"
 
+#include <QStringList>
+
 /// The command "file": a search of all files by name, which the system's file index answers.
 class FilePlugin : public IPlugin
 {
@@ -24,7 +26,7 @@ public:
 
 private:
     QVariantList search(const QString &args);
-    QVariantList rows(unsigned count);
+    QVariantList rows(const QStringList &paths);
     QVariantMap inertRow(const QString &title, const QString &subtitle) const;
     QString fileIcon(const QString &path) const;
 

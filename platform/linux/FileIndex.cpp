@@ -11,44 +11,25 @@
 #include <QStringList>
 
 #include <chrono>
-#include <limits>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace platform::fileindex {
 
 namespace {
 
 constexpr auto timeLimit = 2s;
 
-enum class Error : unsigned {
-    None = 0,
+enum Error : unsigned {
     CannotStart = 101,
     Failed = 102,
     TooSlow = 103,
     Building = 104,
     CannotBuild = 105,
 };
-
-struct Answer
-{
-    Error error = Error::None;
-    QByteArrayList paths;
-};
-
-struct Query
-{
-    QString text;
-    unsigned maximum = std::numeric_limits<unsigned>::max();
-    unsigned flags = 0;
-    Answer answer;
-};
-
-Query &currentQuery()
-{
-    static Query query;
-    return query;
-}
 
 HomeDatabase &homeDatabase()
 {
@@ -72,16 +53,15 @@ QString pattern(QString word, bool isPath)
     return word;
 }
 
-QStringList searchArguments(const Query &query)
+QStringList searchArguments(const QString &text, unsigned limit)
 {
-    const bool isPath = query.text.contains(u'/');
-    QStringList arguments = {u"--null"_s, u"--ignore-case"_s, u"--limit"_s,
-                             QString::number(query.maximum)};
+    const bool isPath = text.contains(u'/');
+    QStringList arguments = {u"--null"_s, u"--ignore-case"_s, u"--limit"_s, QString::number(limit)};
     if (!isPath) {
         arguments.append(u"--basename"_s);
     }
     arguments.append(u"--"_s); // what follows is no option, whatever it begins with
-    const QStringList words = query.text.simplified().split(u' ');
+    const QStringList words = text.simplified().split(u' ');
     for (const QString &word : words) {
         arguments.append(pattern(word, isPath));
     }
@@ -93,10 +73,21 @@ QStringList databaseArguments(QString path)
     return {u"--database"_s, path.replace(u'\\', "\\\\"_L1).replace(u':', "\\:"_L1)};
 }
 
-QByteArrayList split(const QByteArray &output)
+// Empty for a name that is not valid Unicode.
+QString decodedPath(const QByteArray &bytes)
 {
-    QByteArrayList paths = output.split('\0');
-    paths.removeLast(); // what is behind the last terminator
+    QString path = QFile::decodeName(bytes);
+    return QFile::encodeName(path) == bytes ? path : QString();
+}
+
+QStringList decodedPaths(const QByteArray &output)
+{
+    QByteArrayList names = output.split('\0');
+    names.removeLast(); // what is behind the last terminator
+    QStringList paths;
+    for (const QByteArray &name : std::as_const(names)) {
+        paths.append(decodedPath(name));
+    }
     return paths;
 }
 
@@ -125,28 +116,28 @@ Answer ask(const QStringList &arguments, const QProcessEnvironment &environment,
     process->start(program(), arguments, QIODevice::ReadOnly);
     if (!process->waitForFinished(static_cast<int>(deadline.remainingTime()))) {
         if (process->error() == QProcess::FailedToStart) {
-            return {Error::CannotStart, {}};
+            return {CannotStart, {}};
         }
         abandon(std::move(process));
-        return {Error::TooSlow, {}};
+        return {TooSlow, {}};
     }
-    const QByteArrayList paths = split(process->readAllStandardOutput());
+    const QStringList paths = decodedPaths(process->readAllStandardOutput());
     // The exit status is the same for a failure and for no match.
     if (paths.isEmpty()
         && (process->exitStatus() != QProcess::NormalExit || process->exitCode() > 1
             || !process->readAllStandardError().isEmpty())) {
-        return {Error::Failed, {}};
+        return {Failed, {}};
     }
-    return {Error::None, paths};
+    return {{}, paths};
 }
 
 Answer askHomeDatabase(const QStringList &arguments, const QDeadlineTimer &deadline)
 {
     switch (homeDatabase().prepare(deadline)) {
     case HomeDatabase::State::Building:
-        return {Error::Building, {}};
+        return {Building, {}};
     case HomeDatabase::State::Failed:
-        return {Error::CannotBuild, {}};
+        return {CannotBuild, {}};
     case HomeDatabase::State::Ready:
         break;
     }
@@ -154,72 +145,25 @@ Answer askHomeDatabase(const QStringList &arguments, const QDeadlineTimer &deadl
     environment.remove(u"LOCATE_PATH"_s); // one database that fails makes plocate fail
     Answer answer =
         ask(databaseArguments(HomeDatabase::filePath()) + arguments, environment, deadline);
-    if (answer.error == Error::Failed) {
-        HomeDatabase::discard(); // the next query builds it anew
+    if (answer.error == Failed) {
+        HomeDatabase::discard(); // the next search builds it anew
     }
     return answer;
 }
 
 } // namespace
 
-namespace platform::fileindex {
-
 QString name()
 {
     return program().isEmpty() ? QString() : u"plocate"_s;
 }
 
-void setSearchText(const QString &text)
+Answer search(const QString &text, unsigned limit)
 {
-    currentQuery().text = text;
-}
-
-void setMaximum(unsigned count)
-{
-    currentQuery().maximum = count;
-}
-
-void setRequestFlags(unsigned flags)
-{
-    currentQuery().flags = flags;
-}
-
-bool query()
-{
-    Query &query = currentQuery();
     const QDeadlineTimer deadline(timeLimit);
-    const QStringList arguments = searchArguments(query);
-    query.answer = ask(arguments, searchEnvironment(), deadline);
-    if (query.answer.error == Error::Failed) {
-        query.answer = askHomeDatabase(arguments, deadline);
-    }
-    return query.answer.error == Error::None;
-}
-
-unsigned lastError()
-{
-    return static_cast<unsigned>(currentQuery().answer.error);
-}
-
-unsigned resultCount()
-{
-    return static_cast<unsigned>(currentQuery().answer.paths.size());
-}
-
-QString resultPath(unsigned index)
-{
-    const Query &query = currentQuery();
-    if (index >= resultCount() || !(query.flags & requestFullPath)) {
-        return {};
-    }
-    const QByteArray &bytes = query.answer.paths.at(static_cast<qsizetype>(index));
-    QString path = QFile::decodeName(bytes);
-    return QFile::encodeName(path) == bytes ? path : QString();
-}
-
-void reset()
-{
-    currentQuery() = {};
+    const QStringList arguments = searchArguments(text, limit);
+    const Answer answer = ask(arguments, searchEnvironment(), deadline);
+    return answer.error == Failed ? askHomeDatabase(arguments, deadline) : answer;
 }
 
 } // namespace platform::fileindex

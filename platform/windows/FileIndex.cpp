@@ -9,45 +9,10 @@ namespace platform::fileindex {
 
 namespace {
 
+constexpr unsigned requestFullPath = 4;
+
 // In UTF-16 units; a longer path comes back cut short.
 constexpr unsigned pathBufferSize = 1024;
-
-} // namespace
-
-QString name()
-{
-    return QStringLiteral("Everything");
-}
-
-void setSearchText(const QString &text)
-{
-    Everything_SetSearchW(qUtf16Printable(text));
-}
-
-void setMaximum(unsigned count)
-{
-    Everything_SetMax(count);
-}
-
-void setRequestFlags(unsigned flags)
-{
-    Everything_SetRequestFlags(flags);
-}
-
-bool query()
-{
-    return Everything_QueryW(1) != 0;
-}
-
-unsigned lastError()
-{
-    return Everything_GetLastError();
-}
-
-unsigned resultCount()
-{
-    return Everything_GetNumResults();
-}
 
 QString resultPath(unsigned index)
 {
@@ -59,9 +24,36 @@ QString resultPath(unsigned index)
     return QString::fromWCharArray(buffer.data());
 }
 
-void reset()
+QStringList resultPaths()
 {
-    Everything_Reset();
+    const unsigned count = Everything_GetNumResults();
+    QStringList paths;
+    for (unsigned index = 0; index < count; ++index) {
+        paths.append(resultPath(index));
+    }
+    return paths;
+}
+
+} // namespace
+
+QString name()
+{
+    return QStringLiteral("Everything");
+}
+
+Answer search(const QString &text, unsigned limit)
+{
+    Everything_SetSearchW(qUtf16Printable(text));
+    Everything_SetMax(limit);
+    Everything_SetRequestFlags(requestFullPath);
+    Answer answer;
+    if (Everything_QueryW(1) != 0) {
+        answer.paths = resultPaths();
+    } else {
+        answer.error = Everything_GetLastError();
+    }
+    Everything_Reset(); // the library keeps one query for the whole process
+    return answer;
 }
 
 } // namespace platform::fileindex

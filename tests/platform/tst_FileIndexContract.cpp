@@ -11,21 +11,9 @@ namespace fileindex = platform::fileindex;
 
 namespace {
 
-bool search(const QString &text, unsigned maximum = 50)
+fileindex::Answer search(const QString &text, unsigned limit = 50)
 {
-    fileindex::setSearchText(text);
-    fileindex::setMaximum(maximum);
-    fileindex::setRequestFlags(fileindex::requestFullPath);
-    return fileindex::query();
-}
-
-QStringList results()
-{
-    QStringList paths;
-    for (unsigned index = 0; index < fileindex::resultCount(); ++index) {
-        paths.append(fileindex::resultPath(index));
-    }
-    return paths;
+    return fileindex::search(text, limit);
 }
 
 } // namespace
@@ -40,18 +28,14 @@ private Q_SLOTS:
     void findsAFileByAPartOfItsName_data();
     void findsAFileByAPartOfItsName();
     void findsNothing();
-    void findsNoMoreThanTheMaximum();
-    void forgetsTheResultsOfTheQueryBefore();
-    void givesNoPathThatWasNotRequested();
-    void givesNoPathBeyondTheResults();
-    void forgetsEverythingAtAReset();
+    void findsNoMoreThanTheLimit();
+    void forgetsTheSearchBefore();
     void tellsWhyItFailed();
 };
 
 void tst_FileIndexContract::init()
 {
     world::reset();
-    fileindex::reset();
 }
 
 void tst_FileIndexContract::hasANameWhereOneIsInstalled()
@@ -60,6 +44,7 @@ void tst_FileIndexContract::hasANameWhereOneIsInstalled()
     QVERIFY(!fileindex::name().isEmpty());
     const bool isRemoved = world::removeIndex();
     QCOMPARE(fileindex::name().isEmpty(), isRemoved);
+    QCOMPARE(search(u"report"_s).error.has_value(), isRemoved);
 }
 
 void tst_FileIndexContract::findsAFileByAPartOfItsName_data()
@@ -77,71 +62,44 @@ void tst_FileIndexContract::findsAFileByAPartOfItsName()
 {
     QFETCH(const QString, text);
     const QStringList paths = world::installIndex({u"other"_s, u"yearly report.txt"_s});
-    QVERIFY(search(text));
-    QCOMPARE(fileindex::lastError(), 0U);
-    QCOMPARE(results(), paths.mid(1));
+    const fileindex::Answer answer = search(text);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, paths.mid(1));
 }
 
 void tst_FileIndexContract::findsNothing()
 {
     world::installIndex({u"other"_s});
-    QVERIFY(search(u"report"_s));
-    QCOMPARE(fileindex::lastError(), 0U);
-    QCOMPARE(fileindex::resultCount(), 0U);
+    const fileindex::Answer answer = search(u"report"_s);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, QStringList());
 }
 
-void tst_FileIndexContract::findsNoMoreThanTheMaximum()
+void tst_FileIndexContract::findsNoMoreThanTheLimit()
 {
     world::installIndex({u"report 1"_s, u"report 2"_s, u"report 3"_s});
-    QVERIFY(search(u"report"_s, 2));
-    QCOMPARE(fileindex::resultCount(), 2U);
-    QVERIFY(search(u"report"_s, 50));
-    QCOMPARE(fileindex::resultCount(), 3U);
+    QCOMPARE(search(u"report"_s, 2).paths.size(), 2);
+    QCOMPARE(search(u"report"_s, 50).paths.size(), 3);
 }
 
-void tst_FileIndexContract::forgetsTheResultsOfTheQueryBefore()
+void tst_FileIndexContract::forgetsTheSearchBefore()
 {
     const QStringList paths = world::installIndex({u"one"_s, u"two"_s});
-    QVERIFY(search(u"one"_s));
-    QVERIFY(search(u"two"_s));
-    QCOMPARE(results(), paths.mid(1));
-}
-
-void tst_FileIndexContract::givesNoPathThatWasNotRequested()
-{
-    world::installIndex({u"report"_s});
-    fileindex::setSearchText(u"report"_s);
-    fileindex::setMaximum(50);
-    fileindex::setRequestFlags(0);
-    QVERIFY(fileindex::query());
-    QCOMPARE(results(), QStringList(QString()));
-}
-
-void tst_FileIndexContract::givesNoPathBeyondTheResults()
-{
-    world::installIndex({u"report"_s});
-    QVERIFY(search(u"report"_s));
-    QVERIFY(fileindex::resultPath(1).isEmpty());
-    QVERIFY(fileindex::resultPath(4294967295U).isEmpty());
-}
-
-void tst_FileIndexContract::forgetsEverythingAtAReset()
-{
-    world::installIndex({u"report"_s});
-    QVERIFY(search(u"report"_s));
-    fileindex::reset();
-    QCOMPARE(fileindex::resultCount(), 0U);
-    QVERIFY(fileindex::resultPath(0).isEmpty());
+    QVERIFY(!search(u"one"_s).error);
+    const fileindex::Answer answer = search(u"two"_s);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, paths.mid(1));
 }
 
 void tst_FileIndexContract::tellsWhyItFailed()
 {
     world::installIndex({u"report"_s});
-    QVERIFY(search(u"report"_s));
+    QVERIFY(!search(u"report"_s).error);
     world::breakIndex();
-    QVERIFY(!search(u"report"_s));
-    QVERIFY(fileindex::lastError() != 0);
-    QCOMPARE(fileindex::resultCount(), 0U);
+    const fileindex::Answer answer = search(u"report"_s);
+    QVERIFY(answer.error);
+    QVERIFY(*answer.error != 0);
+    QCOMPARE(answer.paths, QStringList());
 }
 
 VASKEL_TEST(tst_FileIndexContract, QCoreApplication)

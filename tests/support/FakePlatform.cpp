@@ -24,29 +24,6 @@ FakePlatform &fakePlatform()
     return state;
 }
 
-namespace {
-
-struct IndexQuery
-{
-    QString text;
-    unsigned maximum = 0;
-    unsigned flags = 0;
-    QStringList results;
-};
-
-IndexQuery &indexQuery()
-{
-    static IndexQuery query;
-    return query;
-}
-
-void recordIndexCall(const QString &call)
-{
-    fakePlatform().indexCalls.append(call);
-}
-
-} // namespace
-
 void FakePlatform::changeColorScheme(platform::ColorScheme scheme)
 {
     colorScheme = scheme;
@@ -107,63 +84,20 @@ QString name()
     return fakePlatform().indexName;
 }
 
-void setSearchText(const QString &text)
+Answer search(const QString &text, unsigned limit)
 {
-    recordIndexCall(u"setSearchText "_s + text);
-    indexQuery().text = text.trimmed();
-}
-
-void setMaximum(unsigned count)
-{
-    recordIndexCall(u"setMaximum %1"_s.arg(count));
-    indexQuery().maximum = count;
-}
-
-void setRequestFlags(unsigned flags)
-{
-    recordIndexCall(u"setRequestFlags %1"_s.arg(flags));
-    indexQuery().flags = flags;
-}
-
-bool query()
-{
-    recordIndexCall(u"query"_s);
-    IndexQuery &query = indexQuery();
-    query.results.clear();
-    if (fakePlatform().indexError != 0) {
-        return false;
+    fakePlatform().indexSearches.append({text, limit});
+    if (fakePlatform().indexError) {
+        return {fakePlatform().indexError, {}};
     }
+    Answer answer;
     for (const QString &path : std::as_const(fakePlatform().indexedPaths)) {
-        if (query.results.size() < query.maximum
-            && (path.isEmpty() || path.contains(query.text, Qt::CaseInsensitive))) {
-            query.results.append(path);
+        if (static_cast<unsigned>(answer.paths.size()) < limit
+            && (path.isEmpty() || path.contains(text.trimmed(), Qt::CaseInsensitive))) {
+            answer.paths.append(path);
         }
     }
-    return true;
-}
-
-unsigned lastError()
-{
-    recordIndexCall(u"lastError"_s);
-    return fakePlatform().indexError;
-}
-
-unsigned resultCount()
-{
-    recordIndexCall(u"resultCount"_s);
-    return static_cast<unsigned>(indexQuery().results.size());
-}
-
-QString resultPath(unsigned index)
-{
-    recordIndexCall(u"resultPath %1"_s.arg(index));
-    return indexQuery().flags & requestFullPath ? indexQuery().results.value(index) : QString();
-}
-
-void reset()
-{
-    recordIndexCall(u"reset"_s);
-    indexQuery() = {};
+    return answer;
 }
 
 } // namespace fileindex

@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 /// The recording bodies of the platform headers: they answer from fields that a test fills in and
@@ -42,8 +43,8 @@ struct FakePlatform
     // FileIndex.h; a path that is empty counts as one that cannot be read, and fits every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;
-    unsigned indexError = 0;
-    QStringList indexCalls; // each function's name with its argument
+    std::optional<unsigned> indexError;
+    QList<std::pair<QString, unsigned>> indexSearches; // of text and limit
 
     // Folder.h
     bool openFolderResult = true;

@@ -118,6 +118,7 @@ void breakIndex()
 bool removeIndex()
 {
     fakePlatform().indexName.clear();
+    fakePlatform().indexError = 1;
     return true;
 }
 

@@ -44,26 +44,20 @@ QString homeDatabase()
     return HomeDatabase::filePath();
 }
 
-bool search(const QString &text, unsigned maximum = 50)
+fileindex::Answer search(const QString &text)
 {
-    fileindex::setSearchText(text);
-    fileindex::setMaximum(maximum);
-    fileindex::setRequestFlags(fileindex::requestFullPath);
-    return fileindex::query();
+    return fileindex::search(text, 50);
 }
 
 /// The paths of the results, sorted, or the number of the error.
 QStringList resultsOf(const QString &text)
 {
-    if (!search(text)) {
-        return {u"error %1"_s.arg(fileindex::lastError())};
+    fileindex::Answer answer = search(text);
+    if (answer.error) {
+        return {u"error %1"_s.arg(*answer.error)};
     }
-    QStringList paths;
-    for (unsigned index = 0; index < fileindex::resultCount(); ++index) {
-        paths.append(fileindex::resultPath(index));
-    }
-    paths.sort();
-    return paths;
+    answer.paths.sort();
+    return answer.paths;
 }
 
 QByteArray contentOf(const QString &path)
@@ -118,7 +112,6 @@ class tst_FileIndex : public QObject
 
 private Q_SLOTS:
     void init();
-    void cleanup() { fileindex::reset(); }
 
     void isNamedAfterItsProgram();
     void findsWhatAUserWouldExpect_data();
@@ -360,9 +353,13 @@ void tst_FileIndex::failsWhereTheProgramFails()
     plocate::replaceProgram(script);
     // The database of the home folder is built with the lowest priority before that. Asked again
     // after its failure, it would be built anew.
-    const QStringList failure(u"error %1"_s.arg(Failed));
-    QVERIFY(QTest::qWaitFor([&] { return resultsOf(u"name"_s) == failure; }, 60'000));
-    QCOMPARE(fileindex::resultCount(), 0U);
+    fileindex::Answer answer;
+    const auto fails = [&answer] {
+        answer = search(u"name"_s);
+        return answer.error == Failed;
+    };
+    QVERIFY(QTest::qWaitFor(fails, 60'000));
+    QCOMPARE(answer.paths, QStringList());
 }
 
 void tst_FileIndex::waitsTwoSecondsForASlowProgram()
@@ -380,10 +377,11 @@ void tst_FileIndex::recoversFromAFailure()
     const QString path = addFile(u"name"_s);
     plocate::updateSystemDatabase();
     plocate::replaceProgram("exit 2");
-    QVERIFY(!search(u"name"_s));
+    QVERIFY(search(u"name"_s).error);
     plocate::install();
-    QCOMPARE(resultsOf(u"name"_s), QStringList(path));
-    QCOMPARE(fileindex::lastError(), 0U);
+    const fileindex::Answer answer = search(u"name"_s);
+    QCOMPARE(answer.paths, QStringList(path));
+    QVERIFY(!answer.error);
 }
 
 void tst_FileIndex::asksTheSystemsDatabaseFirst()
@@ -408,7 +406,7 @@ void tst_FileIndex::buildsADatabaseOfTheHome()
 void tst_FileIndex::keepsTheDatabaseOfTheHomeToTheUser()
 {
     addFile(u"name"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(search(u"name"_s), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!search(u"name"_s).error, patience);
     struct stat status = {};
     QCOMPARE(::stat(QFile::encodeName(homeDatabase()).constData(), &status), 0);
     QCOMPARE(status.st_mode & 07777, mode_t(0600));

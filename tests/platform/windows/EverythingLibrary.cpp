@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cwctype>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -36,7 +37,7 @@ struct State
     std::wstring text;
     unsigned maximum = 0xffffffff;
     unsigned flags = 0;
-    unsigned failure = 0;
+    std::optional<unsigned> failure;
     unsigned lastError = 0;
     unsigned hiddenResult = 0xffffffff;
 };
@@ -92,8 +93,8 @@ int Everything_QueryW(int wait)
 {
     record(L"QueryW(" + std::to_wstring(wait) + L')');
     state().results.clear();
-    state().lastError = state().failure;
-    if (state().failure != 0) {
+    state().lastError = state().failure.value_or(0);
+    if (state().failure) {
         return 0;
     }
     const std::wstring text = folded(trimmed(state().text));

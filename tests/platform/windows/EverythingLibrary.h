@@ -8,7 +8,7 @@ extern "C" {
 /// Gives the full paths of the files, one a line, and forgets all that was told before.
 void EverythingTest_SetFiles(const wchar_t *paths);
 
-/// Has every query fail with this error, or none with 0.
+/// Has every query fail with this error, which may be 0.
 void EverythingTest_Fail(unsigned error);
 
 /// The result whose path cannot be read.

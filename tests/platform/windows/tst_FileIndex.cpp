@@ -1,13 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "plugins/FilePlugin.h"
+#include "platform/FileIndex.h"
 
+#include "platform/windows/Everything.h"
 #include "platform/windows/EverythingLibrary.h"
+#include "plugins/FilePlugin.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
 
+#include <array>
+
 using namespace Qt::StringLiterals;
+namespace fileindex = platform::fileindex;
 
 namespace {
 
@@ -42,6 +47,11 @@ QStringList said(const QVariantList &rows)
 
 const QStringList question = {u"SetMax(50)"_s, u"SetRequestFlags(4)"_s, u"QueryW(1)"_s};
 
+QStringList asked(const QString &text)
+{
+    return QStringList(u"SetSearchW(%1)"_s.arg(text)) + question;
+}
+
 } // namespace
 
 class tst_FileIndex : public QObject
@@ -50,6 +60,19 @@ class tst_FileIndex : public QObject
 
 private Q_SLOTS:
     void init();
+
+    void leavesTheLibraryAloneUntilASearch();
+    void givesTheErrorOfTheLibrary_data();
+    void givesTheErrorOfTheLibrary();
+    void findsNothing_data();
+    void findsNothing();
+    void givesThePathsInTheOrderOfTheLibrary();
+    void givesAnEmptyPathWhereItCannotBeRead();
+    void givesOnlyEmptyPathsWhereNoneCanBeRead();
+    void handsTheLimitOver();
+    void leavesNothingInTheLibrary();
+
+    // FilePlugin on the library.
     void hintTouchesNoLibrary_data();
     void hintTouchesNoLibrary();
     void tellsThatTheServiceIsNotRunning();
@@ -66,6 +89,118 @@ void tst_FileIndex::init()
 {
     testhome::reset();
     setFiles({});
+}
+
+void tst_FileIndex::leavesTheLibraryAloneUntilASearch()
+{
+    QCOMPARE(fileindex::name(), u"Everything"_s);
+    const FilePlugin plugin(nullptr);
+    QCOMPARE(plugin.command(), u"file"_s);
+    QCOMPARE(plugin.description(), u"File search (Everything)"_s);
+    QCOMPARE(calls(), QStringList());
+}
+
+void tst_FileIndex::givesTheErrorOfTheLibrary_data()
+{
+    QTest::addColumn<unsigned>("error");
+
+    QTest::newRow("0") << 0U;
+    QTest::newRow("1") << 1U;
+    QTest::newRow("service unreachable") << fileindex::serviceUnreachable;
+    QTest::newRow("3") << 3U;
+    QTest::newRow("102") << 102U;
+    QTest::newRow("the largest") << 4294967295U;
+}
+
+void tst_FileIndex::givesTheErrorOfTheLibrary()
+{
+    QFETCH(const unsigned, error);
+    setFiles({uR"(C:\files\name)"_s});
+    EverythingTest_Fail(error);
+
+    const fileindex::Answer answer = fileindex::search(u" name"_s, 50);
+    QVERIFY(answer.error);
+    QCOMPARE(*answer.error, error);
+    QCOMPARE(answer.paths, QStringList());
+    QCOMPARE(calls(), asked(u" name"_s) + QStringList({u"GetLastError()"_s, u"Reset()"_s}));
+}
+
+void tst_FileIndex::findsNothing_data()
+{
+    QTest::addColumn<QString>("text");
+
+    QTest::newRow("text") << u"name"_s;
+    QTest::newRow("blanks around") << u"  name "_s;
+    QTest::newRow("an option") << u"--help"_s;
+}
+
+void tst_FileIndex::findsNothing()
+{
+    QFETCH(const QString, text);
+
+    const fileindex::Answer answer = fileindex::search(text, 50);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, QStringList());
+    QCOMPARE(calls(), asked(text) + QStringList({u"GetNumResults()"_s, u"Reset()"_s}));
+}
+
+void tst_FileIndex::givesThePathsInTheOrderOfTheLibrary()
+{
+    const QString zebra = uR"(C:\files\zebra note.txt)"_s;
+    const QString apple = uR"(C:\files\deep\apple note.pdf)"_s;
+    setFiles({zebra, apple, uR"(C:\files\other)"_s});
+
+    const fileindex::Answer answer = fileindex::search(u" note "_s, 50);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, QStringList({zebra, apple}));
+    QCOMPARE(calls(), asked(u" note "_s)
+                          + QStringList({u"GetNumResults()"_s, u"GetResultFullPathNameW(0, 1024)"_s,
+                                         u"GetResultFullPathNameW(1, 1024)"_s, u"Reset()"_s}));
+}
+
+void tst_FileIndex::givesAnEmptyPathWhereItCannotBeRead()
+{
+    setFiles({uR"(C:\note 0)"_s, uR"(C:\note 1)"_s, uR"(C:\note 2)"_s});
+    EverythingTest_HideResult(1);
+
+    const fileindex::Answer answer = fileindex::search(u"note"_s, 50);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, QStringList({uR"(C:\note 0)"_s, QString(), uR"(C:\note 2)"_s}));
+    QCOMPARE(calls(), asked(u"note"_s)
+                          + QStringList({u"GetNumResults()"_s, u"GetResultFullPathNameW(0, 1024)"_s,
+                                         u"GetResultFullPathNameW(1, 1024)"_s,
+                                         u"GetResultFullPathNameW(2, 1024)"_s, u"Reset()"_s}));
+}
+
+void tst_FileIndex::givesOnlyEmptyPathsWhereNoneCanBeRead()
+{
+    setFiles({uR"(C:\note)"_s});
+    EverythingTest_HideResult(0);
+
+    const fileindex::Answer answer = fileindex::search(u"note"_s, 50);
+    QVERIFY(!answer.error);
+    QCOMPARE(answer.paths, QStringList(QString()));
+    QCOMPARE(calls().last(), u"Reset()"_s);
+}
+
+void tst_FileIndex::handsTheLimitOver()
+{
+    setFiles({uR"(C:\note 0)"_s, uR"(C:\note 1)"_s, uR"(C:\note 2)"_s});
+    QCOMPARE(fileindex::search(u"note"_s, 2).paths.size(), 2);
+    QCOMPARE(calls().at(1), u"SetMax(2)"_s);
+}
+
+void tst_FileIndex::leavesNothingInTheLibrary()
+{
+    setFiles({uR"(C:\note)"_s});
+    QCOMPARE(fileindex::search(u"note"_s, 50).paths.size(), 1);
+    std::array<wchar_t, 16> buffer{};
+    QCOMPARE(Everything_GetNumResults(), 0U);
+    QCOMPARE(Everything_GetResultFullPathNameW(0, buffer.data(), unsigned(buffer.size())), 0U);
+
+    EverythingTest_Fail(7);
+    QVERIFY(fileindex::search(u"note"_s, 50).error);
+    QCOMPARE(Everything_GetLastError(), 0U);
 }
 
 void tst_FileIndex::hintTouchesNoLibrary_data()
