@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/AppLauncher.h"
 
+#include "core/ResultRecord.h"
 #include "launcher/IconFolder.h"
 #include "platform/BuiltinPrograms.h"
 #include "platform/FileIcon.h"
@@ -29,6 +30,11 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The pins file has its own keys, which only look like those of a result record.
+constexpr auto pinNameKey = "name"_L1;
+constexpr auto pinPathKey = "path"_L1;
+constexpr auto pinIconKey = "iconPath"_L1;
 
 bool contains(const QString &text, const QString &query)
 {
@@ -69,12 +75,7 @@ QVariantList AppLauncher::search(const QString &query) const
     QVariantList records;
     for (const AppEntry &app : m_apps) {
         if (q.isEmpty() || matches(app, q)) {
-            records.append(QVariantMap{
-                {u"name"_s, app.name},
-                {u"path"_s, app.path},
-                {u"desc"_s, app.description},
-                {u"icon"_s, app.iconPath},
-            });
+            records.append(makeProgramRecord(app.name, app.path, app.iconPath, app.description));
         }
     }
     return records;
@@ -134,11 +135,7 @@ QVariantList AppLauncher::pinnedApps() const
 {
     QVariantList records;
     for (const PinnedApp &app : m_pinnedApps) {
-        records.append(QVariantMap{
-            {u"name"_s, app.name},
-            {u"path"_s, app.path},
-            {u"icon"_s, app.iconPath},
-        });
+        records.append(makeProgramRecord(app.name, app.path, app.iconPath));
     }
     return records;
 }
@@ -237,8 +234,8 @@ bool AppLauncher::loadPins()
     const QJsonArray pins = document.array();
     for (const QJsonValueConstRef value : pins) {
         const QJsonObject pin = value.toObject();
-        m_pinnedApps.append({pin.value("name"_L1).toString(), pin.value("path"_L1).toString(),
-                             pin.value("iconPath"_L1).toString()});
+        m_pinnedApps.append({pin.value(pinNameKey).toString(), pin.value(pinPathKey).toString(),
+                             pin.value(pinIconKey).toString()});
     }
     return true;
 }
@@ -248,9 +245,9 @@ void AppLauncher::savePins() const
     QJsonArray pins;
     for (const PinnedApp &app : m_pinnedApps) {
         pins.append(QJsonObject{
-            {u"name"_s, app.name},
-            {u"path"_s, app.path},
-            {u"iconPath"_s, app.iconPath},
+            {pinNameKey, app.name},
+            {pinPathKey, app.path},
+            {pinIconKey, app.iconPath},
         });
     }
     QSaveFile file(pinsFilePath());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/FilePlugin.h"
 
+#include "core/ResultRecord.h"
 #include "launcher/IconFolder.h"
 #include "platform/FileIndex.h"
 
@@ -54,8 +55,8 @@ QVariantList FilePlugin::query(const QString &args)
 
 bool FilePlugin::execute(const QVariantMap &action)
 {
-    const QString data = action.value(u"data"_s).toString();
-    return !data.isEmpty() && action.value(u"type"_s).toString() == "openFile"_L1
+    const QString data = actionData(action);
+    return !data.isEmpty() && actionType(action) == actiontype::openFile
            && QDesktopServices::openUrl(QUrl::fromLocalFile(data));
 }
 
@@ -89,23 +90,15 @@ QVariantList FilePlugin::rows(unsigned count)
             continue;
         }
         const QFileInfo file(path);
-        records.append(QVariantMap{
-            {u"title"_s, file.fileName()},
-            {u"subtitle"_s, file.absolutePath()},
-            {u"icon"_s, fileIcon(path)},
-            {u"action"_s,
-             QVariantMap{{u"type"_s, u"openFile"_s}, {u"data"_s, path}, {u"plugin"_s, command()}}},
-        });
+        records.append(makeRecord(file.fileName(), file.absolutePath(), fileIcon(path),
+                                  makeAction(actiontype::openFile, path, command())));
     }
     return records;
 }
 
 QVariantMap FilePlugin::inertRow(const QString &title, const QString &subtitle) const
 {
-    return {{u"title"_s, title},
-            {u"subtitle"_s, subtitle},
-            {u"icon"_s, QString()},
-            {u"action"_s, QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, command()}}}};
+    return makeInertRecord(title, subtitle, command());
 }
 
 QString FilePlugin::fileIcon(const QString &path) const
