@@ -2,9 +2,8 @@
 #include "launcher/AppLauncher.h"
 
 #include "core/ResultRecord.h"
-#include "launcher/IconFolder.h"
+#include "launcher/IconCache.h"
 #include "platform/BuiltinPrograms.h"
-#include "platform/FileIcon.h"
 #include "platform/Link.h"
 #include "platform/StartMenu.h"
 
@@ -12,16 +11,13 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QPixmap>
 #include <QProcess>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QStringBuilder>
 #include <QUrl>
 
 #include <algorithm>
@@ -207,18 +203,7 @@ QStringList AppLauncher::addPrograms(const QString &root, const QDir &folder,
 
 QString AppLauncher::extractIcon(const QString &path) const
 {
-    if (m_iconCacheDir.isEmpty()) {
-        return {};
-    }
-    QString target = m_iconCacheDir % u'/' % iconKey(path) % ".png"_L1;
-    if (QFile::exists(target)) {
-        return target;
-    }
-    const QFileInfo file(path);
-    if (file.exists() && saveScaledIcon(filePixmap(file, QFileIconProvider()), target)) {
-        return target;
-    }
-    return saveScaledIcon(platform::shellPixmap(path), target) ? target : QString();
+    return IconCache(m_iconCacheDir, {.asksShell = true}).iconFile(path);
 }
 
 bool AppLauncher::loadPins()

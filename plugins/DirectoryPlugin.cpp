@@ -2,35 +2,15 @@
 #include "plugins/DirectoryPlugin.h"
 
 #include "core/ResultRecord.h"
-#include "launcher/IconFolder.h"
+#include "launcher/IconCache.h"
 #include "platform/Folder.h"
 
 #include <QDesktopServices>
 #include <QDir>
-#include <QFile>
-#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QString entryIcon(const QFileInfo &entry, const QString &iconFolder,
-                  const QFileIconProvider &provider)
-{
-    if (iconFolder.isEmpty()) {
-        return {};
-    }
-    QString target = iconFolder + "/dir_"_L1 + iconKey(entry.absoluteFilePath()) + ".png"_L1;
-    if (QFile::exists(target)) {
-        return target;
-    }
-    const QPixmap pixmap = filePixmap(entry, provider);
-    return !pixmap.isNull() && saveIcon(pixmap, target) ? target : QString();
-}
-
-} // namespace
 
 DirectoryPlugin::DirectoryPlugin(QObject *parent)
     : IPlugin(parent)
@@ -58,15 +38,14 @@ QVariantList DirectoryPlugin::query(const QString &args)
     QVariantList records = {
         makeRecord(tr("Open ") + dir.dirName(), dir.absolutePath(), QString(),
                    makeAction(actiontype::openFolder, dir.absolutePath(), command()))};
-    const QFileIconProvider provider;
-    const QString iconFolder = makeIconFolder();
+    IconCache icons(makeIconFolder(), {.prefix = u"dir_"_s, .isScaled = false});
     const QFileInfoList entries =
         dir.entryInfoList(QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, QDir::DirsFirst);
     for (const QFileInfo &entry : entries) {
         const bool isFolder = entry.isDir();
         records.append(makeRecord(entry.fileName(),
                                   isFolder ? tr("Folder") : entry.suffix().toUpper(),
-                                  entryIcon(entry, iconFolder, provider),
+                                  icons.iconFile(entry),
                                   makeAction(isFolder ? actiontype::navigate : actiontype::openFile,
                                              entry.absoluteFilePath(), command())));
     }

@@ -2,12 +2,10 @@
 #include "plugins/FilePlugin.h"
 
 #include "core/ResultRecord.h"
-#include "launcher/IconFolder.h"
+#include "launcher/IconCache.h"
 #include "platform/FileIndex.h"
 
 #include <QDesktopServices>
-#include <QFile>
-#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -103,13 +101,5 @@ QVariantMap FilePlugin::inertRow(const QString &title, const QString &subtitle) 
 
 QString FilePlugin::fileIcon(const QString &path) const
 {
-    if (m_cacheDir.isEmpty()) {
-        return {};
-    }
-    QString target = m_cacheDir + u'/' + iconKey(path) + ".png"_L1;
-    if (QFile::exists(target)) {
-        return target;
-    }
-    const QPixmap pixmap = filePixmap(QFileInfo(path), QFileIconProvider());
-    return saveScaledIcon(pixmap, target) ? target : QString();
+    return IconCache(m_cacheDir).iconFile(path);
 }
