@@ -9,6 +9,7 @@
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
@@ -22,7 +23,7 @@
 #include "ui/ApplicationStyle.h"
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 #include "ui/WindowVisibility.h"
 #include "update/Updater.h"
 
@@ -179,7 +180,7 @@ int main(int argc, char *argv[])
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);
 
-    const QIcon appIcon = programIcon();
+    const QIcon appIcon = vaskelIcon();
     QGuiApplication::setWindowIcon(appIcon);
 
     QTranslator translator;
@@ -188,6 +189,7 @@ int main(int argc, char *argv[])
         QCoreApplication::installTranslator(&translator);
     }
 
+    platform::ensureIconTheme(); // the launcher draws icons
     AppLauncher launcher;
     Settings settings;
     ThemeManager theme;

@@ -9,17 +9,8 @@
 class QWidget;
 
 /// What a command word must answer. A plugin is compiled in, is handed its services by pointer in
-/// its constructor, belongs to the PluginManager and is called on the GUI thread alone.
-///
-/// A result record is a QVariantMap, every key of which is optional:
-/// - "title" or else "name": string, first line of the row
-/// - "subtitle" or else "desc": string, second line of the row
-/// - "icon": string, file or resource path of the icon
-/// - "path": string, what AppLauncher::launch is given; makes the row launchable and pinnable
-/// - "action": the action map, a QVariantMap of the strings
-///   - "type": what to do; "none" makes the row inert
-///   - "data": the operand, such as a path, a URL or a text
-///   - "plugin": the command word whose plugin carries the action out
+/// its constructor, belongs to the PluginManager and is called on the GUI thread alone. Result
+/// records and action maps are made and read with core/ResultRecord.h.
 class IPlugin : public QObject
 {
     Q_OBJECT

@@ -2,6 +2,7 @@
 #include "core/PluginManager.h"
 
 #include "core/IPlugin.h"
+#include "core/ResultRecord.h"
 #include "settings/Settings.h"
 
 #include <QClipboard>
@@ -10,8 +11,6 @@
 #include <QGuiApplication>
 #include <QProcess>
 #include <QUrl>
-
-using namespace Qt::StringLiterals;
 
 PluginManager::PluginManager(QObject *parent)
     : QObject(parent)
@@ -73,38 +72,34 @@ QVariantList PluginManager::queryCommand(const QString &cmd, const QString &args
 
     // The switch belongs to the typed word, so an alias stays on when its plugin is off.
     if (m_settings && !m_settings->isPluginEnabled(key)) {
-        return {QVariantMap{
-            {u"title"_s, tr("Plugin disabled")},
-            {u"subtitle"_s, key + tr(" plugin has been disabled in settings")},
-            {u"icon"_s, QString()},
-            {u"action"_s, QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, key}}},
-        }};
+        return {makeInertRecord(tr("Plugin disabled"),
+                                key + tr(" plugin has been disabled in settings"), key)};
     }
     return plugin->query(args);
 }
 
 bool PluginManager::executeAction(const QVariantMap &action)
 {
-    const QString type = action.value(u"type"_s).toString();
+    const QString type = actionType(action);
     if (type.isEmpty()) {
         return false;
     }
 
-    if (IPlugin *plugin = m_plugins.value(action.value(u"plugin"_s).toString().toLower())) {
+    if (IPlugin *plugin = m_plugins.value(actionCommand(action).toLower())) {
         return plugin->execute(action);
     }
 
-    const QString data = action.value(u"data"_s).toString();
+    const QString data = actionData(action);
     if (data.isEmpty()) {
         return false;
     }
-    if (type == "launch"_L1) {
+    if (type == actiontype::launch) {
         return QProcess::startDetached(data, {}, QString(), nullptr);
     }
-    if (type == "openUrl"_L1) {
+    if (type == actiontype::openUrl) {
         return QDesktopServices::openUrl(QUrl(data));
     }
-    if (type == "copy"_L1) {
+    if (type == actiontype::copy) {
         QGuiApplication::clipboard()->setText(data);
         return true;
     }

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/AppLauncher.h"
 
-#include "launcher/IconFolder.h"
+#include "core/ResultRecord.h"
+#include "launcher/AppSearch.h"
+#include "launcher/IconCache.h"
 #include "platform/BuiltinPrograms.h"
-#include "platform/FileIcon.h"
 #include "platform/Link.h"
 #include "platform/StartMenu.h"
 
@@ -11,16 +12,13 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QPixmap>
 #include <QProcess>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QStringBuilder>
 #include <QUrl>
 
 #include <algorithm>
@@ -30,16 +28,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool contains(const QString &text, const QString &query)
-{
-    return text.indexOf(query, 0, Qt::CaseSensitive) != -1;
-}
-
-bool matches(const AppEntry &app, const QString &query)
-{
-    return contains(app.lowerName, query) || contains(app.lowerDescription, query)
-           || contains(app.pinyin, query) || contains(app.pinyinInitials, query);
-}
+// The pins file has its own keys, which only look like those of a result record.
+constexpr auto pinNameKey = "name"_L1;
+constexpr auto pinPathKey = "path"_L1;
+constexpr auto pinIconKey = "iconPath"_L1;
 
 bool isLink(const QString &path)
 {
@@ -65,19 +57,7 @@ AppLauncher::AppLauncher(QObject *parent)
 
 QVariantList AppLauncher::search(const QString &query) const
 {
-    const QString q = query.trimmed().toLower();
-    QVariantList records;
-    for (const AppEntry &app : m_apps) {
-        if (q.isEmpty() || matches(app, q)) {
-            records.append(QVariantMap{
-                {u"name"_s, app.name},
-                {u"path"_s, app.path},
-                {u"desc"_s, app.description},
-                {u"icon"_s, app.iconPath},
-            });
-        }
-    }
-    return records;
+    return searchApps(m_apps, query);
 }
 
 bool AppLauncher::launch(const QString &path)
@@ -134,11 +114,7 @@ QVariantList AppLauncher::pinnedApps() const
 {
     QVariantList records;
     for (const PinnedApp &app : m_pinnedApps) {
-        records.append(QVariantMap{
-            {u"name"_s, app.name},
-            {u"path"_s, app.path},
-            {u"icon"_s, app.iconPath},
-        });
+        records.append(makeProgramRecord(app.name, app.path, app.iconPath));
     }
     return records;
 }
@@ -210,18 +186,7 @@ QStringList AppLauncher::addPrograms(const QString &root, const QDir &folder,
 
 QString AppLauncher::extractIcon(const QString &path) const
 {
-    if (m_iconCacheDir.isEmpty()) {
-        return {};
-    }
-    QString target = m_iconCacheDir % u'/' % iconKey(path) % ".png"_L1;
-    if (QFile::exists(target)) {
-        return target;
-    }
-    const QFileInfo file(path);
-    if (file.exists() && saveScaledIcon(filePixmap(file, QFileIconProvider()), target)) {
-        return target;
-    }
-    return saveScaledIcon(platform::shellPixmap(path), target) ? target : QString();
+    return IconCache(m_iconCacheDir, {.asksShell = true}).iconFile(path);
 }
 
 bool AppLauncher::loadPins()
@@ -237,8 +202,8 @@ bool AppLauncher::loadPins()
     const QJsonArray pins = document.array();
     for (const QJsonValueConstRef value : pins) {
         const QJsonObject pin = value.toObject();
-        m_pinnedApps.append({pin.value("name"_L1).toString(), pin.value("path"_L1).toString(),
-                             pin.value("iconPath"_L1).toString()});
+        m_pinnedApps.append({pin.value(pinNameKey).toString(), pin.value(pinPathKey).toString(),
+                             pin.value(pinIconKey).toString()});
     }
     return true;
 }
@@ -248,9 +213,9 @@ void AppLauncher::savePins() const
     QJsonArray pins;
     for (const PinnedApp &app : m_pinnedApps) {
         pins.append(QJsonObject{
-            {u"name"_s, app.name},
-            {u"path"_s, app.path},
-            {u"iconPath"_s, app.iconPath},
+            {pinNameKey, app.name},
+            {pinPathKey, app.path},
+            {pinIconKey, app.iconPath},
         });
     }
     QSaveFile file(pinsFilePath());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/AppPlugin.h"
 
+#include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 
 using namespace Qt::StringLiterals;
@@ -29,11 +30,7 @@ QVariantList AppPlugin::query(const QString &args)
     QVariantList records = m_launcher->search(args);
     for (QVariant &element : records) {
         QVariantMap record = element.toMap();
-        record.insert(u"action"_s, QVariantMap{
-                                       {u"type"_s, u"launch"_s},
-                                       {u"data"_s, record.value(u"path"_s).toString()},
-                                       {u"plugin"_s, command()},
-                                   });
+        setRecordAction(record, makeAction(actiontype::launch, recordPath(record), command()));
         element = record;
     }
     return records;
@@ -44,6 +41,6 @@ bool AppPlugin::execute(const QVariantMap &action)
     if (!m_launcher) {
         return false;
     }
-    const QString path = action.value(u"data"_s).toString();
+    const QString path = actionData(action);
     return !path.isEmpty() && m_launcher->launch(path);
 }

@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/CalcPlugin.h"
 
+#include "core/ResultRecord.h"
 #include "plugins/ExpressionParser.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QVariantMap record(const QString &title, const QString &subtitle, const QVariantMap &action)
-{
-    return {{u"title"_s, title},
-            {u"subtitle"_s, subtitle},
-            {u"icon"_s, QString()},
-            {u"action"_s, action}};
-}
-
-} // namespace
 
 CalcPlugin::CalcPlugin(QObject *parent)
     : IPlugin(parent)
@@ -37,28 +26,26 @@ QString CalcPlugin::description() const
 
 QVariantList CalcPlugin::query(const QString &args)
 {
-    QVariantMap action{{u"plugin"_s, command()}, {u"type"_s, u"none"_s}};
     if (args.trimmed().isEmpty()) {
-        return {
-            record(tr("Enter an expression to calculate"), tr("e.g. 1+2, sqrt(16), 2^10"), action)};
+        return {makeInertRecord(tr("Enter an expression to calculate"),
+                                tr("e.g. 1+2, sqrt(16), 2^10"), command())};
     }
     double value = 0.0;
     QString error;
     if (!ExpressionParser(args).evaluate(value, error)) {
-        return {record(tr("Expression Error"), error, action)};
+        return {makeInertRecord(tr("Expression Error"), error, command())};
     }
     const QString formatted = QString::number(value, 'g', 15);
-    action[u"type"_s] = u"copy"_s;
-    action[u"data"_s] = formatted;
-    return {record(formatted, args + " = "_L1 + formatted, action)};
+    return {makeRecord(formatted, args + " = "_L1 + formatted, QString(),
+                       makeAction(actiontype::copy, formatted, command()))};
 }
 
 bool CalcPlugin::execute(const QVariantMap &action)
 {
-    if (action.value(u"type"_s).toString() != "copy"_L1) {
+    if (actionType(action) != actiontype::copy) {
         return false;
     }
-    const QString text = action.value(u"data"_s).toString();
+    const QString text = actionData(action);
     if (text.isEmpty()) {
         return false;
     }

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/FilePlugin.h"
 
-#include "launcher/IconFolder.h"
+#include "core/ResultRecord.h"
+#include "launcher/IconCache.h"
 #include "platform/FileIndex.h"
 
 #include <QDesktopServices>
-#include <QFile>
-#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QUrl>
 
@@ -52,8 +51,8 @@ QVariantList FilePlugin::query(const QString &args)
 
 bool FilePlugin::execute(const QVariantMap &action)
 {
-    const QString data = action.value(u"data"_s).toString();
-    return !data.isEmpty() && action.value(u"type"_s).toString() == "openFile"_L1
+    const QString data = actionData(action);
+    return !data.isEmpty() && actionType(action) == actiontype::openFile
            && QDesktopServices::openUrl(QUrl::fromLocalFile(data));
 }
 
@@ -82,34 +81,18 @@ QVariantList FilePlugin::rows(const QStringList &paths)
             continue;
         }
         const QFileInfo file(path);
-        records.append(QVariantMap{
-            {u"title"_s, file.fileName()},
-            {u"subtitle"_s, file.absolutePath()},
-            {u"icon"_s, fileIcon(path)},
-            {u"action"_s,
-             QVariantMap{{u"type"_s, u"openFile"_s}, {u"data"_s, path}, {u"plugin"_s, command()}}},
-        });
+        records.append(makeRecord(file.fileName(), file.absolutePath(), fileIcon(path),
+                                  makeAction(actiontype::openFile, path, command())));
     }
     return records;
 }
 
 QVariantMap FilePlugin::inertRow(const QString &title, const QString &subtitle) const
 {
-    return {{u"title"_s, title},
-            {u"subtitle"_s, subtitle},
-            {u"icon"_s, QString()},
-            {u"action"_s, QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, command()}}}};
+    return makeInertRecord(title, subtitle, command());
 }
 
 QString FilePlugin::fileIcon(const QString &path) const
 {
-    if (m_cacheDir.isEmpty()) {
-        return {};
-    }
-    QString target = m_cacheDir + u'/' + iconKey(path) + ".png"_L1;
-    if (QFile::exists(target)) {
-        return target;
-    }
-    const QPixmap pixmap = filePixmap(QFileInfo(path), QFileIconProvider());
-    return saveScaledIcon(pixmap, target) ? target : QString();
+    return IconCache(m_cacheDir).iconFile(path);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/SettingsPlugin.h"
 
+#include "core/ResultRecord.h"
 #include "settings/SettingsView.h"
 
 using namespace Qt::StringLiterals;
@@ -31,11 +32,8 @@ QString SettingsPlugin::description() const
 
 QVariantList SettingsPlugin::query(const QString &)
 {
-    return {QVariantMap{
-        {u"title"_s, tr("Settings")},
-        {u"subtitle"_s, tr("Modify global hotkey, window style and other settings")},
-        {u"icon"_s, QString()},
-    }};
+    return {makeRecord(tr("Settings"), tr("Modify global hotkey, window style and other settings"),
+                       QString())};
 }
 
 bool SettingsPlugin::execute(const QVariantMap &)

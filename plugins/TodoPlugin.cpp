@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/TodoPlugin.h"
 
+#include "core/ResultRecord.h"
 #include "tasks/TaskService.h"
 #include "tasks/TodoView.h"
 
@@ -26,11 +27,7 @@ QString TodoPlugin::description() const
 
 QVariantList TodoPlugin::query(const QString &)
 {
-    return {QVariantMap{
-        {u"title"_s, tr("Task Management")},
-        {u"subtitle"_s, tr("Manage TODO list and subtasks")},
-        {u"icon"_s, QString()},
-    }};
+    return {makeRecord(tr("Task Management"), tr("Manage TODO list and subtasks"), QString())};
 }
 
 bool TodoPlugin::execute(const QVariantMap &)

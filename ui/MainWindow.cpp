@@ -3,18 +3,18 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
+#include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "platform/QtVersion.h"
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
-#include "ui/IconFile.h"
 #include "ui/ListHeight.h"
 #include "ui/PlainMessage.h"
+#include "ui/PngFile.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
-#include "ui/ResultRecord.h"
 #include "update/Updater.h"
 
 #include <QAccessible>
@@ -357,12 +357,10 @@ QVariantList MainWindow::resultsFor(const QString &text, const QString &argument
 
 QVariantMap MainWindow::webSearchRecord(const QString &text) const
 {
-    const QVariantMap action{{u"type"_s, u"openUrl"_s}, {u"data"_s, webSearchUrl(text)}};
-    return {
-        {u"title"_s, tr("Search \"%1\"").arg(text)},
-        {u"subtitle"_s, tr("Search with %1").arg(m_settings->searchEngine())},
-        {u"action"_s, action},
-    };
+    QVariantMap record = makeRecord(tr("Search \"%1\"").arg(text),
+                                    tr("Search with %1").arg(m_settings->searchEngine()));
+    setRecordAction(record, makeAction(actiontype::openUrl, webSearchUrl(text)));
+    return record;
 }
 
 QString MainWindow::webSearchUrl(const QString &text) const

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ResultDelegate.h"
 
-#include "ui/ResultRecord.h"
+#include "core/ResultRecord.h"
 
 #include <QApplication>
 #include <QStyle>

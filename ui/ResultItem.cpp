@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ResultItem.h"
 
-#include "ui/IconFile.h"
-#include "ui/ResultRecord.h"
+#include "core/ResultRecord.h"
+#include "ui/PngFile.h"
 
 ResultItem::ResultItem(const QVariantMap &record)
     : QListWidgetItem(nullptr, UserType)

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/AppLauncher.h"
 
-#include "launcher/IconFolder.h"
 #include "launcher/LauncherTest.h"
 #include "support/TestProgram.h"
 
@@ -104,7 +103,6 @@ private Q_SLOTS:
     void leavesAForeignFolderAlone();
     void goesWithoutIconsWhenTheCacheIsForeignToo();
     void givesNoIconWhenItCannotBeSaved();
-    void savesAPixmapWholeOrNotAtAll();
 };
 
 void tst_AppLauncherIcons::takesTheFilesOwnIcon()
@@ -324,21 +322,6 @@ void tst_AppLauncherIcons::givesNoIconWhenItCannotBeSaved()
     QCOMPARE(column(launcher.pinnedApps(), u"icon"_s).mid(2), QStringList({QString(), QString()}));
 
     QVERIFY(QFile::exists(onlyIcon(AppLauncher())));
-}
-
-void tst_AppLauncherIcons::savesAPixmapWholeOrNotAtAll()
-{
-    const QString folder = makeIconFolder();
-    QCOMPARE(folder, iconFolder());
-    QVERIFY(!saveIcon(QPixmap(), folder + "/null.png"_L1));
-    QVERIFY(!saveIcon(plainPixmap({1, 1}), folder + "/nowhere/icon.png"_L1));
-    QVERIFY(QDir(folder).isEmpty());
-
-    const QString target = folder + "/icon.png"_L1;
-    QVERIFY(saveIcon(plainPixmap({3, 2}), target));
-    QCOMPARE(QImage(target, "PNG").size(), QSize(3, 2));
-    QVERIFY(!saveIcon(plainPixmap({5, 5}), target));
-    QCOMPARE(QImage(target, "PNG").size(), QSize(3, 2));
 }
 
 VASKEL_TEST(tst_AppLauncherIcons, QApplication)

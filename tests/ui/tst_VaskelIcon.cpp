@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 
 #include "support/TestProgram.h"
 
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_ProgramIcon : public QObject
+class tst_VaskelIcon : public QObject
 {
     Q_OBJECT
 
@@ -45,14 +45,14 @@ double meanDifference(const QImage &one, const QImage &other)
 
 } // namespace
 
-void tst_ProgramIcon::masterHasItsSize()
+void tst_VaskelIcon::masterHasItsSize()
 {
     const QImage master(u":/assets/icon.png"_s);
     QCOMPARE(master.size(), QSize(1024, 1024));
     QVERIFY(master.hasAlphaChannel());
 }
 
-void tst_ProgramIcon::hasTheSizesThatAreShown_data()
+void tst_VaskelIcon::hasTheSizesThatAreShown_data()
 {
     QTest::addColumn<int>("size");
     for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
@@ -60,10 +60,10 @@ void tst_ProgramIcon::hasTheSizesThatAreShown_data()
     }
 }
 
-void tst_ProgramIcon::hasTheSizesThatAreShown()
+void tst_VaskelIcon::hasTheSizesThatAreShown()
 {
     QFETCH(int, size);
-    const QImage image = programIcon().pixmap(QSize(size, size), 1.0).toImage();
+    const QImage image = vaskelIcon().pixmap(QSize(size, size), 1.0).toImage();
     QCOMPARE(image.size(), QSize(size, size));
 
     const QImage master(u":/assets/icon.png"_s);
@@ -72,12 +72,12 @@ void tst_ProgramIcon::hasTheSizesThatAreShown()
     QVERIFY2(meanDifference(image, expected) < 6, "not a picture of the same drawing");
 }
 
-void tst_ProgramIcon::leavesTheMasterOut()
+void tst_VaskelIcon::leavesTheMasterOut()
 {
-    const QList<QSize> sizes = programIcon().availableSizes();
+    const QList<QSize> sizes = vaskelIcon().availableSizes();
     QVERIFY(!sizes.contains(QSize(1024, 1024)));
     QCOMPARE(sizes.size(), 7);
 }
 
-VASKEL_TEST(tst_ProgramIcon, QApplication)
-#include "tst_ProgramIcon.moc"
+VASKEL_TEST(tst_VaskelIcon, QApplication)
+#include "tst_VaskelIcon.moc"

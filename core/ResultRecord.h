@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+// A result record is what a plugin or the search of the launcher answers with, and what a row of
+// the list shows. It is a QVariantMap, every key of which is optional:
+// - "title" or else "name": string, first line of the row
+// - "subtitle" or else "desc": string, second line of the row
+// - "icon": string, file or resource path of the icon
+// - "path": string, what AppLauncher::launch is given; makes the row launchable and pinnable
+// - "action": the action map, a QVariantMap of the strings
+//   - "type": what to do; "none" makes the row inert
+//   - "data": the operand, such as a path, a URL or a text
+//   - "plugin": the command whose plugin carries the action out
+// A map is made and read through these functions alone. A key of which a function is given no
+// argument is absent; an empty argument gives an empty string.
+
+/// The types of the actions, compared exactly. A plugin may have others of its own.
+namespace actiontype {
+
+extern const QString copy;       ///< "data" is the text for the clipboard
+extern const QString launch;     ///< "data" is the path of a program
+extern const QString navigate;   ///< "data" is the path of a folder in a listing
+extern const QString openFile;   ///< "data" is the path of a file
+extern const QString openFolder; ///< "data" is the path of a folder
+extern const QString openUrl;    ///< "data" is a URL
+
+} // namespace actiontype
+
+/// An action that PluginManager carries out by itself.
+QVariantMap makeAction(const QString &type, const QString &data);
+
+/// An action for the plugin of a command.
+QVariantMap makeAction(const QString &type, const QString &data, const QString &command);
+
+/// A record without an action.
+QVariantMap makeRecord(const QString &title, const QString &subtitle);
+QVariantMap makeRecord(const QString &title, const QString &subtitle, const QString &icon);
+
+/// A record with an action.
+QVariantMap makeRecord(const QString &title, const QString &subtitle, const QString &icon,
+                       const QVariantMap &action);
+
+/// A record that only tells something, such as why a command of that plugin has no answer. Its icon
+/// is empty, its action of the type "none".
+QVariantMap makeInertRecord(const QString &title, const QString &subtitle, const QString &command);
+
+/// A record of something that can be launched and pinned. It has "name", and "desc" for the
+/// description.
+QVariantMap makeProgramRecord(const QString &name, const QString &path, const QString &icon);
+QVariantMap makeProgramRecord(const QString &name, const QString &path, const QString &icon,
+                              const QString &description);
+
+/// Adds the action to the record, or replaces the one that it has.
+void setRecordAction(QVariantMap &record, const QVariantMap &action);
+
+/// "title", or else "name". The presence of the key decides, not its value.
+QString recordTitle(const QVariantMap &record);
+
+/// "subtitle", or else "desc". The presence of the key decides, not its value.
+QString recordSubtitle(const QVariantMap &record);
+
+/// "icon"
+QString recordIcon(const QVariantMap &record);
+
+/// "path"
+QString recordPath(const QVariantMap &record);
+
+/// The action map; empty also for one of the type "none".
+QVariantMap recordAction(const QVariantMap &record);
+
+/// "type"
+QString actionType(const QVariantMap &action);
+
+/// "data"
+QString actionData(const QVariantMap &action);
+
+/// "plugin"
+QString actionCommand(const QVariantMap &action);
