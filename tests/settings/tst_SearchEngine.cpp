@@ -2,7 +2,6 @@
 #include "settings/SearchEngine.h"
 
 #include "support/TestProgram.h"
-#include "support/TestProgram.h"
 
 #include <QTest>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
+#include "support/TestProgram.h"
 #include "ui/VaskelIcon.h"
 
 #include <QAccessible>
