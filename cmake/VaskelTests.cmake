@@ -46,8 +46,8 @@ endfunction()
 
 # The current folder's test program for one half of platform/, made at the first call.
 function(vaskel_test_program variable on_fake)
-    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
-    set(program tests_${folder})
+    file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
+    string(REPLACE "/" "_" program "${folder}")
     if(on_fake)
         string(APPEND program _on_fake)
     endif()
