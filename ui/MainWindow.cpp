@@ -10,10 +10,10 @@
 #include "ui/CommandText.h"
 #include "ui/IconFile.h"
 #include "ui/ListHeight.h"
-#include "ui/PlainMessage.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "ui/ResultRecord.h"
+#include "ui/UpdatePrompt.h"
 #include "ui/WebSearch.h"
 #include "update/Updater.h"
 
@@ -26,7 +26,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
-#include <QProgressDialog>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScrollBar>
@@ -41,7 +40,6 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -71,17 +69,16 @@ MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Sett
     , m_launcher(launcher)
     , m_pluginManager(pluginManager)
     , m_settings(settings)
-    , m_updater(updater)
 {
     buildWindow();
     connectSearch();
     connectList();
     createShortcuts();
     connectServices();
-    connectUpdater();
+    new UpdatePrompt(updater, this);
     rebuildPinnedStrip();
     performSearch();
-    QTimer::singleShot(updateCheckDelay, m_updater, &Updater::checkForUpdate);
+    QTimer::singleShot(updateCheckDelay, updater, &Updater::checkForUpdate);
 }
 
 void MainWindow::buildWindow()
@@ -233,18 +230,6 @@ void MainWindow::connectServices()
     connect(m_launcher, &AppLauncher::pinsChanged, this, &MainWindow::rebuildPinnedStrip);
     connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
             &MainWindow::performSearch);
-}
-
-// A check that finds nothing or fails is silent.
-void MainWindow::connectUpdater()
-{
-    connect(m_updater, &Updater::updateAvailable, this, &MainWindow::offerUpdate);
-    connect(m_updater, &Updater::downloadProgress, this, &MainWindow::showDownloadProgress);
-    connect(m_updater, &Updater::downloadFinished, this, &MainWindow::closeProgressDialog);
-    connect(m_updater, &Updater::downloadError, this, [this](const QString &message) {
-        closeProgressDialog();
-        showPlainMessage(this, QMessageBox::Warning, tr("Update failed"), message, QMessageBox::Ok);
-    });
 }
 
 void MainWindow::showAndActivate()
@@ -584,45 +569,6 @@ void MainWindow::updatePinnedStripVisibility()
 {
     m_pinnedBar->setVisible(!m_launcher->pinnedApps().isEmpty() && m_commandEdit->text().isEmpty()
                             && !m_commandMode && m_viewCommand.isEmpty());
-}
-
-void MainWindow::offerUpdate(const QString &version, const QString &changelog, const QString &url)
-{
-    const QString text =
-        tr("New version %1 is available.\n\n%2\n\nUpdate now?").arg(version, changelog);
-    if (showPlainMessage(this, QMessageBox::Question, tr("Update available"), text,
-                         QMessageBox::Yes | QMessageBox::No)
-        == QMessageBox::Yes) {
-        m_updater->downloadAndInstall(url);
-    }
-}
-
-void MainWindow::showDownloadProgress(qint64 bytesReceived, qint64 bytesTotal)
-{
-    if (!m_progressDialog) {
-        createProgressDialog();
-    }
-    if (bytesTotal > 0) {
-        m_progressDialog->setValue(int(bytesReceived * 100 / bytesTotal));
-    }
-    m_progressDialog->show();
-}
-
-void MainWindow::createProgressDialog()
-{
-    m_progressDialog = new QProgressDialog(tr("Downloading update..."), QString(), 0, 100, this);
-    m_progressDialog->setWindowModality(Qt::WindowModal);
-    m_progressDialog->setCancelButton(nullptr);
-    // A dialog that takes its own showing in hand runs the event loop from within setValue(). The
-    // download could end in there, and the dialog would be shown again after its end.
-    m_progressDialog->setMinimumDuration(std::numeric_limits<int>::max());
-}
-
-void MainWindow::closeProgressDialog()
-{
-    if (m_progressDialog) {
-        m_progressDialog->close();
-    }
 }
 
 bool MainWindow::showsList() const

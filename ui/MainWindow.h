@@ -16,7 +16,6 @@ class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QListWidgetItem;
-class QProgressDialog;
 class QStackedWidget;
 class Settings;
 class Updater;
@@ -70,7 +69,6 @@ private:
     void connectList();
     void createShortcuts();
     void connectServices();
-    void connectUpdater();
 
     std::optional<QString> takeCommand(const QString &text);
     bool opensAtOnce(const QString &arguments) const;
@@ -93,11 +91,6 @@ private:
     void openPinMenu(const QString &path, const QPoint &globalPosition);
     void updatePinnedStripVisibility();
 
-    void offerUpdate(const QString &version, const QString &changelog, const QString &url);
-    void showDownloadProgress(qint64 bytesReceived, qint64 bytesTotal);
-    void createProgressDialog();
-    void closeProgressDialog();
-
     bool showsList() const;
     void scheduleHeightUpdate();
     void updateHeight();
@@ -109,8 +102,6 @@ private:
     AppLauncher *m_launcher = nullptr;
     PluginManager *m_pluginManager = nullptr;
     Settings *m_settings = nullptr;
-    Updater *m_updater = nullptr;
-    QProgressDialog *m_progressDialog = nullptr; // made on the first report and kept
     CommandLineEdit *m_commandEdit = nullptr;
     QLabel *m_statusLabel = nullptr;
     QWidget *m_pinnedBar = nullptr;
