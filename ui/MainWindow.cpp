@@ -8,8 +8,8 @@
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
-#include "ui/IconFile.h"
 #include "ui/ListHeight.h"
+#include "ui/PinnedStrip.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "ui/ResultRecord.h"
@@ -76,7 +76,7 @@ MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Sett
     createShortcuts();
     connectServices();
     new UpdatePrompt(updater, this);
-    rebuildPinnedStrip();
+    m_pinnedStrip->rebuild();
     performSearch();
     QTimer::singleShot(updateCheckDelay, updater, &Updater::checkForUpdate);
 }
@@ -157,10 +157,11 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
 
 void MainWindow::buildPinnedStrip(QBoxLayout *layout)
 {
-    m_pinnedBar = new QWidget(this);
-    m_pinnedLayout = new QHBoxLayout(m_pinnedBar);
-    m_pinnedLayout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_pinnedBar);
+    m_pinnedStrip = new PinnedStrip(m_launcher, this);
+    m_pinnedStrip->setFocusProxy(m_commandEdit);
+    connect(m_pinnedStrip, &PinnedStrip::changed, this, &MainWindow::updatePinnedStrip);
+    connect(m_pinnedStrip, &PinnedStrip::launched, this, &MainWindow::hide);
+    layout->addWidget(m_pinnedStrip);
 }
 
 void MainWindow::buildPages(QBoxLayout *layout)
@@ -227,7 +228,6 @@ void MainWindow::createShortcuts()
 
 void MainWindow::connectServices()
 {
-    connect(m_launcher, &AppLauncher::pinsChanged, this, &MainWindow::rebuildPinnedStrip);
     connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
             &MainWindow::performSearch);
 }
@@ -493,82 +493,21 @@ void MainWindow::closePluginView()
     scheduleHeightUpdate();
 }
 
-void MainWindow::rebuildPinnedStrip()
+void MainWindow::updatePinnedStrip()
 {
-    clearPinnedStrip();
-    const QVariantList pins = m_launcher->pinnedApps();
-    if (!pins.isEmpty()) {
-        auto *label = new QLabel(tr("Pinned"), m_pinnedBar);
-        label->setObjectName(u"muted"_s);
-        addToPinnedStrip(label);
-        for (const QVariant &pin : pins) {
-            addPinnedButton(pin.toMap());
-        }
-        m_pinnedLayout->addStretch();
+    // The list is older than the buttons, but below them.
+    const auto buttons = m_pinnedStrip->findChildren<QPushButton *>();
+    if (!buttons.isEmpty()) {
+        setTabOrder(buttons.last(), m_resultList);
     }
-    m_pinnedBar->updateGeometry();
     updatePinnedStripVisibility();
     scheduleHeightUpdate();
 }
 
-void MainWindow::clearPinnedStrip()
-{
-    // A button that is deleted with the focus takes it along.
-    if (m_pinnedBar->isAncestorOf(focusWidget())) {
-        m_commandEdit->setFocus(Qt::OtherFocusReason);
-    }
-    while (QLayoutItem *item = m_pinnedLayout->takeAt(0)) {
-        delete item->widget();
-        delete item;
-    }
-}
-
-void MainWindow::addPinnedButton(const QVariantMap &pin)
-{
-    const QString path = recordPath(pin);
-    const QString icon = recordIcon(pin);
-    // An ampersand in a name is a letter, not the mark of a shortcut.
-    const QString text = recordTitle(pin).replace(u'&', "&&"_L1);
-
-    auto *button = new QPushButton(text, m_pinnedBar);
-    button->setObjectName(u"pinnedAppButton"_s);
-    button->setIconSize(QSize(24, 24));
-    if (!icon.isEmpty()) {
-        button->setIcon(iconOfFile(icon));
-    }
-    button->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(button, &QPushButton::clicked, this, [this, path] {
-        m_launcher->launch(path);
-        hide();
-    });
-    connect(button, &QPushButton::customContextMenuRequested, this,
-            [this, button, path](const QPoint &position) {
-                openPinMenu(path, button->mapToGlobal(position));
-            });
-    addToPinnedStrip(button);
-    setTabOrder(button, m_resultList); // which is older than the button, but below it
-}
-
-// Left to the layout, a widget would show only after the fit, which would not count it.
-void MainWindow::addToPinnedStrip(QWidget *widget)
-{
-    m_pinnedLayout->addWidget(widget);
-    widget->show();
-}
-
-void MainWindow::openPinMenu(const QString &path, const QPoint &globalPosition)
-{
-    QMenu menu(this);
-    const QAction *unpin = menu.addAction(tr("Unpin from Start"));
-    if (menu.exec(globalPosition) == unpin) {
-        m_launcher->unpinApp(path);
-    }
-}
-
 void MainWindow::updatePinnedStripVisibility()
 {
-    m_pinnedBar->setVisible(!m_launcher->pinnedApps().isEmpty() && m_commandEdit->text().isEmpty()
-                            && !m_commandMode && m_viewCommand.isEmpty());
+    m_pinnedStrip->setVisible(!m_pinnedStrip->isEmpty() && m_commandEdit->text().isEmpty()
+                              && !m_commandMode && m_viewCommand.isEmpty());
 }
 
 bool MainWindow::showsList() const

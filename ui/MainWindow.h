@@ -10,9 +10,9 @@
 
 class AppLauncher;
 class CommandLineEdit;
+class PinnedStrip;
 class PluginManager;
 class QBoxLayout;
-class QHBoxLayout;
 class QLabel;
 class QListWidget;
 class QListWidgetItem;
@@ -84,11 +84,7 @@ private:
 
     void closePluginView();
 
-    void rebuildPinnedStrip();
-    void clearPinnedStrip();
-    void addToPinnedStrip(QWidget *widget);
-    void addPinnedButton(const QVariantMap &pin);
-    void openPinMenu(const QString &path, const QPoint &globalPosition);
+    void updatePinnedStrip();
     void updatePinnedStripVisibility();
 
     bool showsList() const;
@@ -104,8 +100,7 @@ private:
     Settings *m_settings = nullptr;
     CommandLineEdit *m_commandEdit = nullptr;
     QLabel *m_statusLabel = nullptr;
-    QWidget *m_pinnedBar = nullptr;
-    QHBoxLayout *m_pinnedLayout = nullptr;
+    PinnedStrip *m_pinnedStrip = nullptr;
     QListWidget *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
     QVariantList m_results;
