@@ -8,13 +8,13 @@
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandText.h"
-#include "ui/ListHeight.h"
 #include "ui/PinnedStrip.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "ui/ResultRecord.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/WebSearch.h"
+#include "ui/WindowHeight.h"
 #include "update/Updater.h"
 
 #include <QAccessible>
@@ -38,18 +38,12 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int pageHeight = 460; // whatever the user has made of the list's
-constexpr int minimumWindowWidth = 720;
-constexpr qsizetype maximumRequests = 16; // more than any window system leaves unanswered
-constexpr int maximumRoundingError = 2;   // of a height, between this program and the screen
 constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
 constexpr auto updateCheckDelay = 3000ms;
@@ -87,7 +81,7 @@ void MainWindow::buildWindow()
     setWindowTitle(u"Vaskel"_s);
     QAccessible::installFactory(createInterface); // at most once, however often it is called
     resize(760, 460);
-    setMinimumWidth(minimumWindowWidth);
+    setMinimumWidth(720);
 
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -175,14 +169,11 @@ void MainWindow::buildPages(QBoxLayout *layout)
     m_resultList->setUniformItemSizes(true);
     m_resultList->setItemDelegate(new ResultDelegate(m_resultList));
     m_stack->addWidget(m_resultList);
-
-    // The spacing above the stack stays when the stack is hidden, so that the window without the
-    // list and the list add up to the window with it.
-    QSizePolicy policy = m_stack->sizePolicy();
-    policy.setRetainSizeWhenHidden(true);
-    m_stack->setSizePolicy(policy);
     layout->addWidget(m_stack, 1);
     layout->addStretch(); // what the user's resizing leaves over goes below the rows
+
+    m_height = new WindowHeight(this, m_stack, m_resultList);
+    connect(m_height, &WindowHeight::listHidden, this, [this] { takeFocusFrom(m_resultList); });
 }
 
 void MainWindow::connectSearch()
@@ -277,6 +268,14 @@ bool MainWindow::focusNextPrevChild(bool next)
 {
     return (m_resultList->isVisible() || !m_resultList->hasFocus())
            && QWidget::focusNextPrevChild(next);
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    if (m_height) { // the window is not still being built
+        m_height->handleResize(*event);
+    }
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
@@ -468,29 +467,19 @@ bool MainWindow::openPluginView(const QString &command)
         m_stack->addWidget(page);
     }
     m_stack->setCurrentWidget(page);
-    m_stack->setVisible(true);
-    m_stack->setMinimumHeight(0);
-    m_stack->setMaximumHeight(QWIDGETSIZE_MAX);
-    setMinimumSize(minimumWidth(), 0); // unlike setMinimumHeight(), leaves it to the layout
-    if (height() != pageHeight) {
-        resize(width(), pageHeight);
-    }
+    m_height->showPage();
     m_viewCommand = command;
     return true;
 }
 
 void MainWindow::closePluginView()
 {
-    // A page that goes with the focus in it would leave that to the next widget, the close button.
-    if (!showsList() && m_stack->isAncestorOf(focusWidget())) {
-        m_commandEdit->setFocus(Qt::OtherFocusReason);
+    if (!showsList()) {
+        takeFocusFrom(m_stack);
     }
     m_stack->setCurrentWidget(m_resultList);
-    m_stack->hide();
-    m_stack->setFixedHeight(0);
-    m_stack->updateGeometry();
+    m_height->hideList();
     m_viewCommand.clear();
-    scheduleHeightUpdate();
 }
 
 void MainWindow::updatePinnedStrip()
@@ -501,7 +490,7 @@ void MainWindow::updatePinnedStrip()
         setTabOrder(buttons.last(), m_resultList);
     }
     updatePinnedStripVisibility();
-    scheduleHeightUpdate();
+    m_height->scheduleUpdate();
 }
 
 void MainWindow::updatePinnedStripVisibility()
@@ -515,93 +504,10 @@ bool MainWindow::showsList() const
     return m_stack->currentWidget() == m_resultList;
 }
 
-void MainWindow::scheduleHeightUpdate()
+// What hides with the focus in it would leave it to the next widget, the close button.
+void MainWindow::takeFocusFrom(const QWidget *widget)
 {
-    if (!m_heightUpdatePending) {
-        m_heightUpdatePending = true;
-        QTimer::singleShot(0ms, this, &MainWindow::updateHeight);
-    }
-}
-
-void MainWindow::updateHeight()
-{
-    m_heightUpdatePending = false;
-    if (!showsList()) {
-        return;
-    }
-
-    m_stack->hide();
-    m_stack->setFixedHeight(0);
-    m_stack->updateGeometry();
-    if (QWidget *parent = m_stack->parentWidget()) {
-        parent->updateGeometry();
-    }
-    layout()->activate();
-    m_baseHeight = sizeHint().height();
-
-    const int stackHeight = listHeightFor(m_expandedHeight);
-    if (stackHeight > 0) {
-        m_stack->setFixedHeight(stackHeight);
-        m_stack->show();
-    } else if (focusWidget() == m_resultList) {
+    if (widget->isAncestorOf(focusWidget())) {
         m_commandEdit->setFocus(Qt::OtherFocusReason);
     }
-    layout()->activate();
-    takeHeight(stackHeight + m_baseHeight, listHeightFor(0) + m_baseHeight);
-}
-
-// The layout's own minimum would not let the user drag the window smaller than its rows, as the
-// list has a fixed height. It is lowered before the resize and raised after it, so that the window
-// takes its height in one step. Many pins make the window wider.
-void MainWindow::takeHeight(int height, int minimum)
-{
-    setMinimumWidth(std::max(minimumWindowWidth, minimumSizeHint().width()));
-    setMinimumHeight(std::min(minimumHeight(), minimum));
-    if (this->height() != height) {
-        resize(width(), height);
-    }
-    setMinimumHeight(minimum);
-}
-
-int MainWindow::listHeightFor(int height) const
-{
-    return listHeight(m_resultList->count(), m_resultList->sizeHintForRow(0),
-                      m_resultList->frameWidth(), height - m_baseHeight);
-}
-
-void MainWindow::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    const int height = event->size().height();
-    if (!event->spontaneous()) {
-        rememberRequest(height);
-    } else if (!takeRequest(height) && height != event->oldSize().height() && showsList()
-               && m_stack->isVisible() && m_resultList->count() > 0) {
-        m_expandedHeight = height;
-        m_stack->setFixedHeight(listHeightFor(height));
-    }
-}
-
-// When the program resizes the window several times in quick succession, the window system's answer
-// to an earlier request comes as a spontaneous resize, which must not be taken for the user's.
-void MainWindow::rememberRequest(int height)
-{
-    if (m_requestedHeights.size() == maximumRequests) {
-        m_requestedHeights.removeFirst();
-    }
-    m_requestedHeights.append(height);
-}
-
-// Answers come in the order of the requests, though not to each of them. Where a pixel here is no
-// whole number of the screen's, they are rounded there and back.
-bool MainWindow::takeRequest(int height)
-{
-    const qreal ratio = devicePixelRatioF();
-    const int tolerance = ratio == std::floor(ratio) ? 0 : maximumRoundingError;
-    const auto request =
-        std::find_if(m_requestedHeights.cbegin(), m_requestedHeights.cend(),
-                     [&](int requested) { return std::abs(requested - height) <= tolerance; });
-    const bool isAnswer = request != m_requestedHeights.cend();
-    m_requestedHeights.erase(m_requestedHeights.cbegin(), isAnswer ? request + 1 : request);
-    return isAnswer;
 }

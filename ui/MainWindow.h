@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QList>
 #include <QString>
 #include <QVariantList>
 #include <QWidget>
@@ -19,6 +18,7 @@ class QListWidgetItem;
 class QStackedWidget;
 class Settings;
 class Updater;
+class WindowHeight;
 
 namespace QWK {
 class WidgetWindowAgent;
@@ -88,12 +88,7 @@ private:
     void updatePinnedStripVisibility();
 
     bool showsList() const;
-    void scheduleHeightUpdate();
-    void updateHeight();
-    void takeHeight(int height, int minimum);
-    int listHeightFor(int height) const;
-    void rememberRequest(int height);
-    bool takeRequest(int height);
+    void takeFocusFrom(const QWidget *widget);
 
     AppLauncher *m_launcher = nullptr;
     PluginManager *m_pluginManager = nullptr;
@@ -103,12 +98,9 @@ private:
     PinnedStrip *m_pinnedStrip = nullptr;
     QListWidget *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
+    WindowHeight *m_height = nullptr;
     QVariantList m_results;
     bool m_commandMode = false;
     QString m_currentCommand;
-    QString m_viewCommand;      // the word by which the page on show was opened; empty for the list
-    int m_expandedHeight = 460; // what the window may grow to for its rows
-    int m_baseHeight = 0;       // what it takes without them
-    bool m_heightUpdatePending = false;
-    QList<int> m_requestedHeights; // not yet answered by the window system, oldest first
+    QString m_viewCommand; // the word by which the page on show was opened; empty for the list
 };
