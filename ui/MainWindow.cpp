@@ -7,13 +7,11 @@
 #include "platform/QtVersion.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
-#include "ui/CommandText.h"
 #include "ui/PinnedStrip.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "ui/ResultRecord.h"
 #include "ui/UpdatePrompt.h"
-#include "ui/WebSearch.h"
 #include "ui/WindowHeight.h"
 #include "update/Updater.h"
 
@@ -63,12 +61,12 @@ MainWindow::MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Sett
     , m_launcher(launcher)
     , m_pluginManager(pluginManager)
     , m_settings(settings)
+    , m_query(pluginManager, launcher, settings)
 {
     buildWindow();
     connectSearch();
     connectList();
     createShortcuts();
-    connectServices();
     new UpdatePrompt(updater, this);
     m_pinnedStrip->rebuild();
     performSearch();
@@ -132,9 +130,9 @@ QWidget *MainWindow::buildContent()
 
 void MainWindow::buildCommandEdit(QBoxLayout *layout)
 {
-    const QStringList words = m_pluginManager->commands();
+    const QStringList commands = m_pluginManager->commands();
     m_commandEdit = new CommandLineEdit(this);
-    m_commandEdit->setCommands(QSet<QString>(words.cbegin(), words.cend()));
+    m_commandEdit->setCommands(QSet<QString>(commands.cbegin(), commands.cend()));
     m_commandEdit->lineEdit()->setPlaceholderText(tr("Search apps or type cmd space args..."));
     connect(m_commandEdit, &CommandLineEdit::managementRequested, this,
             [this] { openPluginView(u"user"_s); });
@@ -143,7 +141,7 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
     m_statusLabel = new QLabel(this);
     m_statusLabel->setObjectName(u"muted"_s);
     m_statusLabel->setTextFormat(Qt::PlainText);
-    // A word of any length may be typed; it must not widen the window.
+    // A command of any length may be typed; it must not widen the window.
     m_statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_statusLabel->hide();
     layout->addWidget(m_statusLabel);
@@ -186,6 +184,8 @@ void MainWindow::connectSearch()
     connect(edit, &QLineEdit::textChanged, timer, qOverload<>(&QTimer::start));
     connect(timer, &QTimer::timeout, this, &MainWindow::performSearch);
     connect(edit, &QLineEdit::returnPressed, this, &MainWindow::launchCurrent);
+    connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
+            &MainWindow::performSearch);
 }
 
 void MainWindow::connectList()
@@ -215,12 +215,6 @@ void MainWindow::createShortcuts()
     addListShortcut(QKeySequence(u"Ctrl+N"_s), +1);
     addListShortcut(QKeySequence(u"Ctrl+P"_s), -1);
     addShortcut(Qt::Key_Escape, [this] { hide(); });
-}
-
-void MainWindow::connectServices()
-{
-    connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
-            &MainWindow::performSearch);
 }
 
 void MainWindow::showAndActivate()
@@ -286,77 +280,23 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 void MainWindow::performSearch()
 {
-    const QString text = m_commandEdit->text();
-    const std::optional<QString> arguments = takeCommand(text);
-    if (arguments && opensAtOnce(*arguments)) {
+    m_query.setText(m_commandEdit->commandText());
+    if (showsList() && m_query.opensAtOnce()) {
         launchCurrent();
         return;
     }
 
-    showResults(resultsFor(text, arguments.value_or(QString())));
+    showResults(m_query.records());
     updateStatus();
     // A page stays only while the box still names the command that opened it.
-    if (showsList() || !m_commandMode || m_currentCommand != m_viewCommand) {
+    if (showsList() || !m_query.isCommand() || m_query.command() != m_viewCommand) {
         closePluginView();
     }
     updatePinnedStripVisibility();
 }
 
-// The arguments are unset where no blank ends the word.
-std::optional<QString> MainWindow::takeCommand(const QString &text)
-{
-    const CommandText parts = splitCommandText(text);
-    if (parts.arguments && !parts.word.isEmpty()) {
-        m_commandMode = true;
-        m_currentCommand = parts.word.trimmed();
-        return parts.arguments;
-    }
-
-    const QString word = text.trimmed();
-    m_commandMode = !word.isEmpty() && m_pluginManager->commands().contains(word);
-    m_currentCommand = m_commandMode ? word : QString();
-    return std::nullopt;
-}
-
-bool MainWindow::opensAtOnce(const QString &arguments) const
-{
-    return showsList() && arguments.trimmed().isEmpty()
-           && m_pluginManager->autoEnterForCommand(m_currentCommand);
-}
-
-QVariantList MainWindow::resultsFor(const QString &text, const QString &arguments) const
-{
-    const QString trimmed = text.trimmed();
-    QVariantList results;
-    if (m_commandMode) {
-        results = m_pluginManager->queryCommand(m_currentCommand, arguments);
-    } else if (!trimmed.isEmpty() || m_settings->showAllAppsWhenSearchEmpty()) {
-        results = m_launcher->search(text);
-    }
-    if (results.isEmpty() && !trimmed.isEmpty()) {
-        results.append(webSearchRecord(trimmed));
-    }
-    return results;
-}
-
-QVariantMap MainWindow::webSearchRecord(const QString &text) const
-{
-    const QVariantMap action{{u"type"_s, u"openUrl"_s}, {u"data"_s, webSearchUrl(text)}};
-    return {
-        {u"title"_s, tr("Search \"%1\"").arg(text)},
-        {u"subtitle"_s, tr("Search with %1").arg(m_settings->searchEngine())},
-        {u"action"_s, action},
-    };
-}
-
-QString MainWindow::webSearchUrl(const QString &text) const
-{
-    return ::webSearchUrl(m_settings->searchEngine(), text);
-}
-
 void MainWindow::showResults(const QVariantList &results)
 {
-    m_results = results;
     m_resultList->clear();
     for (const QVariant &result : results) {
         m_resultList->addItem(new ResultItem(result.toMap()));
@@ -368,20 +308,15 @@ void MainWindow::showResults(const QVariantList &results)
 
 void MainWindow::updateStatus()
 {
-    if (!m_commandMode) {
-        m_statusLabel->hide();
-        return;
+    if (m_query.isCommand()) {
+        m_statusLabel->setText(m_query.statusText());
     }
-    const QString description = m_pluginManager->commandDescription(m_currentCommand);
-    m_statusLabel->setText(description.isEmpty()
-                               ? tr("%1 | Unknown command").arg(m_currentCommand)
-                               : tr("%1 | %2").arg(m_currentCommand, description));
-    m_statusLabel->show();
+    m_statusLabel->setVisible(m_query.isCommand());
 }
 
 void MainWindow::launchCurrent()
 {
-    if (m_commandMode && openPluginView(m_currentCommand)) {
+    if (m_query.isCommand() && openPluginView(m_query.command())) {
         return;
     }
     const QListWidgetItem *item = m_resultList->currentItem();
@@ -411,7 +346,7 @@ void MainWindow::moveSelection(int delta)
 
 void MainWindow::clickRow(const QListWidgetItem *item)
 {
-    if (m_settings->appLaunchRequiresDoubleClick() || m_commandMode) {
+    if (m_settings->appLaunchRequiresDoubleClick() || m_query.isCommand()) {
         return;
     }
     if (!recordPath(item->data(Qt::UserRole).toMap()).isEmpty()) {
@@ -421,7 +356,7 @@ void MainWindow::clickRow(const QListWidgetItem *item)
 
 void MainWindow::doubleClickRow()
 {
-    if (m_settings->appLaunchRequiresDoubleClick() || m_commandMode) {
+    if (m_settings->appLaunchRequiresDoubleClick() || m_query.isCommand()) {
         launchCurrent();
     }
 }
@@ -496,7 +431,7 @@ void MainWindow::updatePinnedStrip()
 void MainWindow::updatePinnedStripVisibility()
 {
     m_pinnedStrip->setVisible(!m_pinnedStrip->isEmpty() && m_commandEdit->text().isEmpty()
-                              && !m_commandMode && m_viewCommand.isEmpty());
+                              && !m_query.isCommand() && m_viewCommand.isEmpty());
 }
 
 bool MainWindow::showsList() const

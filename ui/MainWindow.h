@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/CommandQuery.h"
+
 #include <QString>
 #include <QVariantList>
 #include <QWidget>
-
-#include <optional>
 
 class AppLauncher;
 class CommandLineEdit;
@@ -37,7 +37,7 @@ public:
                Updater *updater, QWidget *parent = nullptr);
 
 public Q_SLOTS:
-    /// Shows the page of a command word's plugin in place of the list and leaves the box as it is.
+    /// Shows the page of a command's plugin in place of the list and leaves the box as it is.
     /// False, with nothing changed, when there is no such page.
     bool openPluginView(const QString &command);
 
@@ -68,13 +68,7 @@ private:
     void connectSearch();
     void connectList();
     void createShortcuts();
-    void connectServices();
 
-    std::optional<QString> takeCommand(const QString &text);
-    bool opensAtOnce(const QString &arguments) const;
-    QVariantList resultsFor(const QString &text, const QString &arguments) const;
-    QVariantMap webSearchRecord(const QString &text) const;
-    QString webSearchUrl(const QString &text) const;
     void showResults(const QVariantList &results);
     void updateStatus();
 
@@ -99,8 +93,6 @@ private:
     QListWidget *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
     WindowHeight *m_height = nullptr;
-    QVariantList m_results;
-    bool m_commandMode = false;
-    QString m_currentCommand;
-    QString m_viewCommand; // the word by which the page on show was opened; empty for the list
+    CommandQuery m_query;  // the text at the last search
+    QString m_viewCommand; // by which the page on show was opened; empty for the list
 };
