@@ -8,8 +8,7 @@
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/PinnedStrip.h"
-#include "ui/ResultDelegate.h"
-#include "ui/ResultItem.h"
+#include "ui/ResultList.h"
 #include "ui/ResultRecord.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/WindowHeight.h"
@@ -22,8 +21,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
 #include <QPushButton>
 #include <QResizeEvent>
 #include <QScrollBar>
@@ -34,7 +31,6 @@
 
 #include <QWKWidgets/widgetwindowagent.h>
 
-#include <algorithm>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -159,13 +155,9 @@ void MainWindow::buildPinnedStrip(QBoxLayout *layout)
 void MainWindow::buildPages(QBoxLayout *layout)
 {
     m_stack = new QStackedWidget(this);
-    m_resultList = new QListWidget(m_stack);
+    m_resultList = new ResultList(m_launcher, m_stack);
     m_resultList->setAccessibleName(windowTitle());
     m_resultList->verticalScrollBar()->setAccessibleName(windowTitle());
-    m_resultList->setIconSize(QSize(40, 40));
-    m_resultList->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_resultList->setUniformItemSizes(true);
-    m_resultList->setItemDelegate(new ResultDelegate(m_resultList));
     m_stack->addWidget(m_resultList);
     layout->addWidget(m_stack, 1);
     layout->addStretch(); // what the user's resizing leaves over goes below the rows
@@ -190,10 +182,8 @@ void MainWindow::connectSearch()
 
 void MainWindow::connectList()
 {
-    m_resultList->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_resultList, &QListWidget::itemClicked, this, &MainWindow::clickRow);
     connect(m_resultList, &QListWidget::itemDoubleClicked, this, &MainWindow::doubleClickRow);
-    connect(m_resultList, &QListWidget::customContextMenuRequested, this, &MainWindow::openRowMenu);
 }
 
 void MainWindow::createShortcuts()
@@ -286,24 +276,13 @@ void MainWindow::performSearch()
         return;
     }
 
-    showResults(m_query.records());
+    m_resultList->showResults(m_query.records());
     updateStatus();
     // A page stays only while the box still names the command that opened it.
     if (showsList() || !m_query.isCommand() || m_query.command() != m_viewCommand) {
         closePluginView();
     }
     updatePinnedStripVisibility();
-}
-
-void MainWindow::showResults(const QVariantList &results)
-{
-    m_resultList->clear();
-    for (const QVariant &result : results) {
-        m_resultList->addItem(new ResultItem(result.toMap()));
-    }
-    if (m_resultList->count() > 0) {
-        m_resultList->setCurrentRow(0);
-    }
 }
 
 void MainWindow::updateStatus()
@@ -319,12 +298,7 @@ void MainWindow::launchCurrent()
     if (m_query.isCommand() && openPluginView(m_query.command())) {
         return;
     }
-    const QListWidgetItem *item = m_resultList->currentItem();
-    if (!item) {
-        return;
-    }
-
-    const QVariantMap record = item->data(Qt::UserRole).toMap();
+    const QVariantMap record = m_resultList->currentRecord();
     const QVariantMap action = recordAction(record);
     const QString path = recordPath(record);
     if (!action.isEmpty()) {
@@ -338,9 +312,8 @@ void MainWindow::launchCurrent()
 
 void MainWindow::moveSelection(int delta)
 {
-    const int count = m_resultList->count();
-    if (showsList() && count > 0) {
-        m_resultList->setCurrentRow(std::clamp(m_resultList->currentRow() + delta, 0, count - 1));
+    if (showsList()) {
+        m_resultList->moveSelection(delta);
     }
 }
 
@@ -358,32 +331,6 @@ void MainWindow::doubleClickRow()
 {
     if (m_settings->appLaunchRequiresDoubleClick() || m_query.isCommand()) {
         launchCurrent();
-    }
-}
-
-void MainWindow::openRowMenu(const QPoint &position)
-{
-    const QListWidgetItem *item = m_resultList->itemAt(position);
-    if (!item) {
-        return;
-    }
-    // A copy, since a search may replace the rows while the menu is open.
-    const QVariantMap record = item->data(Qt::UserRole).toMap();
-    const QString path = recordPath(record);
-    if (path.isEmpty()) {
-        return;
-    }
-
-    QMenu menu(this);
-    const QAction *action =
-        menu.addAction(m_launcher->isPinned(path) ? tr("Unpin from Start") : tr("Pin to Start"));
-    if (menu.exec(m_resultList->viewport()->mapToGlobal(position)) != action) {
-        return;
-    }
-    if (m_launcher->isPinned(path)) {
-        m_launcher->unpinApp(path);
-    } else {
-        m_launcher->pinApp(path, recordTitle(record), recordIcon(record));
     }
 }
 

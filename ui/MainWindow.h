@@ -4,7 +4,6 @@
 #include "ui/CommandQuery.h"
 
 #include <QString>
-#include <QVariantList>
 #include <QWidget>
 
 class AppLauncher;
@@ -13,9 +12,9 @@ class PinnedStrip;
 class PluginManager;
 class QBoxLayout;
 class QLabel;
-class QListWidget;
 class QListWidgetItem;
 class QStackedWidget;
+class ResultList;
 class Settings;
 class Updater;
 class WindowHeight;
@@ -69,12 +68,10 @@ private:
     void connectList();
     void createShortcuts();
 
-    void showResults(const QVariantList &results);
     void updateStatus();
 
     void clickRow(const QListWidgetItem *item);
     void doubleClickRow();
-    void openRowMenu(const QPoint &position);
 
     void closePluginView();
 
@@ -90,7 +87,7 @@ private:
     CommandLineEdit *m_commandEdit = nullptr;
     QLabel *m_statusLabel = nullptr;
     PinnedStrip *m_pinnedStrip = nullptr;
-    QListWidget *m_resultList = nullptr;
+    ResultList *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
     WindowHeight *m_height = nullptr;
     CommandQuery m_query;  // the text at the last search
