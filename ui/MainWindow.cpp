@@ -115,6 +115,7 @@ QWidget *MainWindow::buildTitleBar(QWK::WidgetWindowAgent *agent)
 QWidget *MainWindow::buildContent()
 {
     auto *content = new QWidget(this);
+    content->setObjectName(u"windowContent"_s);
     auto *layout = new QVBoxLayout(content);
     layout->setContentsMargins(20, 8, 20, 20);
     layout->setSpacing(12);
@@ -155,6 +156,7 @@ void MainWindow::buildPinnedStrip(QBoxLayout *layout)
 void MainWindow::buildPages(QBoxLayout *layout)
 {
     m_stack = new QStackedWidget(this);
+    m_stack->setObjectName(u"windowPages"_s);
     m_resultList = new ResultList(m_launcher, m_stack);
     m_resultList->setAccessibleName(windowTitle());
     m_resultList->verticalScrollBar()->setAccessibleName(windowTitle());
@@ -169,6 +171,7 @@ void MainWindow::buildPages(QBoxLayout *layout)
 void MainWindow::connectSearch()
 {
     auto *timer = new QTimer(this);
+    timer->setObjectName(u"searchTimer"_s);
     timer->setInterval(searchDelay);
     timer->setSingleShot(true);
 

@@ -18,6 +18,7 @@ PinnedStrip::PinnedStrip(AppLauncher *launcher, QWidget *parent)
     , m_launcher(launcher)
     , m_layout(new QHBoxLayout(this))
 {
+    setObjectName(u"pinnedStrip"_s);
     m_layout->setContentsMargins(0, 0, 0, 0);
     connect(m_launcher, &AppLauncher::pinsChanged, this, &PinnedStrip::rebuild);
 }

@@ -11,10 +11,13 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
     : QListWidget(parent)
     , m_launcher(launcher)
 {
+    setObjectName(u"resultList"_s);
     setIconSize(QSize(40, 40));
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setUniformItemSizes(true);
