@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/CommandLineEdit.h"
 
-#include "ui/CommandText.h"
 #include "ui/ManagementIcon.h"
 
 #include <QHBoxLayout>
@@ -55,14 +54,20 @@ void CommandLineEdit::connectContent()
 
 QString CommandLineEdit::text() const
 {
-    return m_activeCommand.isEmpty() ? m_edit->text() : m_activeCommand + u' ' + m_edit->text();
+    return m_activeCommand.isEmpty() ? m_edit->text() : commandText().joined();
+}
+
+CommandText CommandLineEdit::commandText() const
+{
+    return m_activeCommand.isEmpty() ? splitCommandText(m_edit->text())
+                                     : CommandText{m_activeCommand, m_edit->text()};
 }
 
 void CommandLineEdit::setText(const QString &text)
 {
     const CommandText parts = splitCommandText(text);
-    if (m_commands.contains(parts.word)) {
-        enterCommand(parts.word, parts.arguments.value_or(QString()));
+    if (m_commands.contains(parts.command)) {
+        enterCommand(parts.command, parts.arguments.value_or(QString()));
     } else {
         leaveCommand(text);
     }
@@ -92,8 +97,8 @@ bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
     if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()
         && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace
         && m_edit->cursorPosition() == 0 && !m_edit->hasSelectedText()) {
-        const QString word = m_activeCommand;
-        leaveCommand(word);
+        const QString command = m_activeCommand;
+        leaveCommand(command);
         return true;
     }
     return QFrame::eventFilter(watched, event);
@@ -105,15 +110,15 @@ void CommandLineEdit::detectCommand(const QString &text)
         return;
     }
     const CommandText parts = splitCommandText(text);
-    if (m_commands.contains(parts.word)) {
-        enterCommand(parts.word, parts.arguments.value_or(QString()));
+    if (m_commands.contains(parts.command)) {
+        enterCommand(parts.command, parts.arguments.value_or(QString()));
     }
 }
 
-void CommandLineEdit::enterCommand(const QString &word, const QString &arguments)
+void CommandLineEdit::enterCommand(const QString &command, const QString &arguments)
 {
-    m_activeCommand = word;
-    m_badge->setText(word);
+    m_activeCommand = command;
+    m_badge->setText(command);
     m_badge->show();
     replaceContent(arguments, tr("Type arguments..."));
 }

@@ -1,25 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QList>
-#include <QString>
-#include <QVariantList>
-#include <QWidget>
+#include "ui/CommandQuery.h"
 
-#include <optional>
+#include <QString>
+#include <QWidget>
 
 class AppLauncher;
 class CommandLineEdit;
+class PinnedStrip;
 class PluginManager;
 class QBoxLayout;
-class QHBoxLayout;
 class QLabel;
-class QListWidget;
 class QListWidgetItem;
-class QProgressDialog;
 class QStackedWidget;
+class ResultList;
 class Settings;
 class Updater;
+class WindowHeight;
 
 namespace QWK {
 class WidgetWindowAgent;
@@ -38,7 +36,7 @@ public:
                Updater *updater, QWidget *parent = nullptr);
 
 public Q_SLOTS:
-    /// Shows the page of a command word's plugin in place of the list and leaves the box as it is.
+    /// Shows the page of a command's plugin in place of the list and leaves the box as it is.
     /// False, with nothing changed, when there is no such page.
     bool openPluginView(const QString &command);
 
@@ -69,60 +67,29 @@ private:
     void connectSearch();
     void connectList();
     void createShortcuts();
-    void connectServices();
-    void connectUpdater();
 
-    std::optional<QString> takeCommand(const QString &text);
-    bool opensAtOnce(const QString &arguments) const;
-    QVariantList resultsFor(const QString &text, const QString &arguments) const;
-    QVariantMap webSearchRecord(const QString &text) const;
-    QString webSearchUrl(const QString &text) const;
-    void showResults(const QVariantList &results);
     void updateStatus();
 
     void clickRow(const QListWidgetItem *item);
     void doubleClickRow();
-    void openRowMenu(const QPoint &position);
 
     void closePluginView();
 
-    void rebuildPinnedStrip();
-    void clearPinnedStrip();
-    void addToPinnedStrip(QWidget *widget);
-    void addPinnedButton(const QVariantMap &pin);
-    void openPinMenu(const QString &path, const QPoint &globalPosition);
+    void updatePinnedStrip();
     void updatePinnedStripVisibility();
 
-    void offerUpdate(const QString &version, const QString &changelog, const QString &url);
-    void showDownloadProgress(qint64 bytesReceived, qint64 bytesTotal);
-    void createProgressDialog();
-    void closeProgressDialog();
-
     bool showsList() const;
-    void scheduleHeightUpdate();
-    void updateHeight();
-    void takeHeight(int height, int minimum);
-    int listHeightFor(int height) const;
-    void rememberRequest(int height);
-    bool takeRequest(int height);
+    void takeFocusFrom(const QWidget *widget);
 
     AppLauncher *m_launcher = nullptr;
     PluginManager *m_pluginManager = nullptr;
     Settings *m_settings = nullptr;
-    Updater *m_updater = nullptr;
-    QProgressDialog *m_progressDialog = nullptr; // made on the first report and kept
     CommandLineEdit *m_commandEdit = nullptr;
     QLabel *m_statusLabel = nullptr;
-    QWidget *m_pinnedBar = nullptr;
-    QHBoxLayout *m_pinnedLayout = nullptr;
-    QListWidget *m_resultList = nullptr;
+    PinnedStrip *m_pinnedStrip = nullptr;
+    ResultList *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
-    QVariantList m_results;
-    bool m_commandMode = false;
-    QString m_currentCommand;
-    QString m_viewCommand;      // the word by which the page on show was opened; empty for the list
-    int m_expandedHeight = 460; // what the window may grow to for its rows
-    int m_baseHeight = 0;       // what it takes without them
-    bool m_heightUpdatePending = false;
-    QList<int> m_requestedHeights; // not yet answered by the window system, oldest first
+    WindowHeight *m_height = nullptr;
+    CommandQuery m_query;  // the text at the last search
+    QString m_viewCommand; // by which the page on show was opened; empty for the list
 };

@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QLabel>
-#include <QLayout>
 #include <QLineEdit>
 #include <QLoggingCategory>
 #include <QMenu>
@@ -82,11 +81,6 @@ FakePlugin &addPlugin(PluginManager &plugins, const QString &word, FakePlugin::V
     return *plugin;
 }
 
-QWidget *layoutWidget(const QWidget *parent, int index)
-{
-    return parent->layout()->itemAt(index)->widget();
-}
-
 } // namespace
 
 Window::Window()
@@ -96,14 +90,15 @@ Window::Window()
     , window(&launcher, &plugins, &settings, &updater)
 {
     plugins.setSettings(&settings);
-    titleBar = layoutWidget(&window, 0);
-    const QWidget *content = layoutWidget(&window, 1);
-    box = qobject_cast<CommandLineEdit *>(layoutWidget(content, 0));
+    titleBar = window.findChild<QWidget *>(u"windowTitleBar"_s);
+    box = window.findChild<CommandLineEdit *>(u"commandInput"_s);
     edit = box->lineEdit();
-    status = qobject_cast<QLabel *>(layoutWidget(content, 1));
-    strip = layoutWidget(content, 2);
-    stack = qobject_cast<QStackedWidget *>(layoutWidget(content, 3));
-    list = qobject_cast<QListWidget *>(stack->widget(0));
+    // The label of the strip has the name too.
+    status = window.findChild<QWidget *>(u"windowContent"_s)
+                 ->findChild<QLabel *>(u"muted"_s, Qt::FindDirectChildrenOnly);
+    strip = window.findChild<QWidget *>(u"pinnedStrip"_s);
+    stack = window.findChild<QStackedWidget *>(u"windowPages"_s);
+    list = window.findChild<QListWidget *>(u"resultList"_s);
 }
 
 void Window::enter(const QString &text)
@@ -208,19 +203,12 @@ QPushButton &Window::closeButton() const
 
 QList<QPushButton *> Window::pinButtons() const
 {
-    QList<QPushButton *> buttons;
-    const QLayout *layout = strip->layout();
-    for (int index = 0; index < layout->count(); ++index) {
-        if (auto *button = qobject_cast<QPushButton *>(layout->itemAt(index)->widget())) {
-            buttons.append(button);
-        }
-    }
-    return buttons;
+    return strip->findChildren<QPushButton *>(u"pinnedAppButton"_s);
 }
 
 QTimer &Window::searchTimer() const
 {
-    return *window.findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly);
+    return *window.findChild<QTimer *>(u"searchTimer"_s);
 }
 
 int Window::fittedHeight() const

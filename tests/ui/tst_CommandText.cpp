@@ -46,9 +46,10 @@ void tst_CommandText::splitsAtTheFirstBlank()
     QFETCH(QString, arguments);
 
     const CommandText parts = splitCommandText(text);
-    QCOMPARE(parts.word, word);
+    QCOMPARE(parts.command, word);
     QCOMPARE(parts.arguments.has_value(), hasArguments);
     QCOMPARE(parts.arguments.value_or(QString()), arguments);
+    QCOMPARE(parts.joined(), text);
 }
 
 VASKEL_TEST(tst_CommandText, QCoreApplication)

@@ -66,6 +66,7 @@ void tst_MainWindow::contentStandsInItsOrder()
     const Window w;
     const auto *root = qobject_cast<QVBoxLayout *>(w.window.layout());
     QVERIFY(root);
+    QCOMPARE(root->itemAt(0)->widget(), w.titleBar);
     QCOMPARE(root->contentsMargins(), QMargins());
     QCOMPARE(root->spacing(), 0);
     QCOMPARE(root->stretch(1), 1);
@@ -75,6 +76,7 @@ void tst_MainWindow::contentStandsInItsOrder()
     QCOMPARE(content->contentsMargins(), QMargins(20, 8, 20, 20));
     QCOMPARE(content->spacing(), 12);
     QCOMPARE(content->itemAt(0)->widget(), w.box);
+    QCOMPARE(content->itemAt(1)->widget(), w.status);
     QCOMPARE(w.status->objectName(), u"muted"_s);
     QVERIFY(w.status->isHidden());
     QCOMPARE(content->itemAt(2)->widget(), w.strip);

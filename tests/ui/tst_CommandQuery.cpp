@@ -1,0 +1,246 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/CommandQuery.h"
+
+#include "core/IPlugin.h"
+#include "core/PluginManager.h"
+#include "core/ResultRecord.h"
+#include "launcher/LauncherTest.h"
+#include "settings/Settings.h"
+#include "support/TestProgram.h"
+
+#include <QLoggingCategory>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A plugin that has a page, keeps what it is asked and answers with one record, but not to
+/// "nothing".
+class RecordingPlugin : public IPlugin
+{
+    Q_OBJECT
+
+public:
+    using IPlugin::IPlugin;
+
+    QString command() const override { return u"todo"_s; }
+    QStringList aliases() const override { return {u"tasks"_s}; }
+    QString description() const override { return u"Tasks"_s; }
+    bool hasView() const override { return true; }
+    bool execute(const QVariantMap &) override { return false; }
+
+    QVariantList query(const QString &args) override
+    {
+        queries.append(args);
+        return args == u"nothing"_s ? QVariantList() : QVariantList{row};
+    }
+
+    const QVariantMap row = {{u"title"_s, u"row"_s}};
+    QStringList queries;
+};
+
+/// A query over the real services, the plugin and the built-in programs.
+struct Query
+{
+    Query()
+        : plugin(new RecordingPlugin(&plugins))
+    {
+        plugins.setSettings(&settings);
+        plugins.registerPlugin(plugin);
+    }
+
+    Settings settings;
+    PluginManager plugins;
+    RecordingPlugin *plugin;
+    AppLauncher launcher;
+    CommandQuery query{&plugins, &launcher, &settings};
+};
+
+QStringList titles(const QVariantList &records)
+{
+    QStringList titles;
+    for (const QVariant &record : records) {
+        titles.append(recordTitle(record.toMap()));
+    }
+    return titles;
+}
+
+} // namespace
+
+class tst_CommandQuery : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { QLoggingCategory::setFilterRules(u"default.debug=false"_s); }
+    void init();
+
+    void namesNoCommandAtFirst();
+    void forgetsTheTextBefore();
+    void takesTheTextApart_data();
+    void takesTheTextApart();
+    void findsTheRecords_data();
+    void findsTheRecords();
+    void findsAllApplicationsForBlankText();
+    void opensAtOnce_data();
+    void opensAtOnce();
+};
+
+void tst_CommandQuery::init()
+{
+    launchertest::reset();
+}
+
+void tst_CommandQuery::namesNoCommandAtFirst()
+{
+    const Query q;
+    QVERIFY(!q.query.isCommand());
+    QCOMPARE(q.query.command(), QString());
+    QCOMPARE(q.query.arguments(), QString());
+    QCOMPARE(q.query.statusText(), QString());
+    QVERIFY(!q.query.opensAtOnce());
+}
+
+void tst_CommandQuery::forgetsTheTextBefore()
+{
+    Query q;
+    q.query.setText(splitCommandText(u"todo milk"_s));
+    q.query.setText(splitCommandText(u"milk"_s));
+    QVERIFY(!q.query.isCommand());
+    QCOMPARE(q.query.command(), QString());
+    QCOMPARE(q.query.arguments(), QString());
+    QCOMPARE(q.query.statusText(), QString());
+    q.query.setText(splitCommandText(u"xyz "_s));
+    QCOMPARE(q.query.statusText(), u"xyz | Unknown command"_s);
+}
+
+void tst_CommandQuery::takesTheTextApart_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("isCommand");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("arguments");
+    QTest::addColumn<QString>("statusText");
+
+    const QString none;
+    const QString status = u"todo | Tasks"_s;
+    QTest::newRow("empty text: none") << none << false << none << none << none;
+    QTest::newRow("blanks alone: none") << u"  "_s << false << none << none << none;
+    QTest::newRow("known word: command") << u"todo"_s << true << u"todo"_s << none << status;
+    QTest::newRow("known word behind a blank: command")
+        << u" todo"_s << true << u"todo"_s << none << status;
+    QTest::newRow("known word between blanks: command")
+        << u"  todo  "_s << true << u"todo"_s << none << status;
+    QTest::newRow("known word and text behind a blank: none")
+        << u" todo milk"_s << false << none << none << none;
+    QTest::newRow("alias: command")
+        << u"tasks"_s << true << u"tasks"_s << none << u"tasks | Tasks"_s;
+    QTest::newRow("capitals alone: none") << u"TODO"_s << false << none << none << none;
+    QTest::newRow("capitals behind a blank: none") << u" ToDo"_s << false << none << none << none;
+    QTest::newRow("capitals and a blank: command as typed")
+        << u"ToDo "_s << true << u"ToDo"_s << none << u"ToDo | Tasks"_s;
+    QTest::newRow("known word and a blank: no arguments")
+        << u"todo "_s << true << u"todo"_s << none << status;
+    QTest::newRow("arguments: untrimmed")
+        << u"todo  buy milk "_s << true << u"todo"_s << u" buy milk "_s << status;
+    QTest::newRow("tab in front: trimmed off the command")
+        << u"\ttodo milk"_s << true << u"todo"_s << u"milk"_s << status;
+    QTest::newRow("unknown word alone: none") << u"xyz"_s << false << none << none << none;
+    QTest::newRow("unknown word and a blank: unknown command")
+        << u"xyz "_s << true << u"xyz"_s << none << u"xyz | Unknown command"_s;
+    QTest::newRow("place markers: stay")
+        << u"%2 %1"_s << true << u"%2"_s << u"%1"_s << u"%2 | Unknown command"_s;
+    QTest::newRow("tab as the word: empty command")
+        << u"\t x"_s << true << none << u"x"_s << u" | Unknown command"_s;
+}
+
+void tst_CommandQuery::takesTheTextApart()
+{
+    QFETCH(const QString, text);
+    Query q;
+    q.query.setText(splitCommandText(text));
+    QTEST(q.query.isCommand(), "isCommand");
+    QTEST(q.query.command(), "command");
+    QTEST(q.query.arguments(), "arguments");
+    QTEST(q.query.statusText(), "statusText");
+}
+
+void tst_CommandQuery::findsTheRecords_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("showsAll");
+    QTest::addColumn<QStringList>("queries");
+    QTest::addColumn<QStringList>("records");
+
+    const QStringList none;
+    const QStringList row(u"row"_s);
+    const auto web = [](const QString &text) {
+        return QStringList(u"Search \"%1\""_s.arg(text));
+    };
+    QTest::newRow("command: plugin") << u"todo"_s << true << QStringList(QString()) << row;
+    QTest::newRow("command and arguments: plugin")
+        << u"tasks  milk"_s << true << QStringList(u" milk"_s) << row;
+    QTest::newRow("command in capitals: plugin")
+        << u"TODO milk"_s << true << QStringList(u"milk"_s) << row;
+    QTest::newRow("command without records: web")
+        << u"todo nothing"_s << true << QStringList(u"nothing"_s) << web(u"todo nothing"_s);
+    QTest::newRow("unknown command: web") << u"xyz  milk "_s << true << none << web(u"xyz  milk"_s);
+    QTest::newRow("name: application") << u"notep"_s << true << none << QStringList(u"Notepad"_s);
+    QTest::newRow("name with the preference off: application")
+        << u"notep"_s << false << none << QStringList(u"Notepad"_s);
+    QTest::newRow("no name: web") << u" xyz "_s << true << none << web(u"xyz"_s);
+    QTest::newRow("blanks with the preference off: none") << u"  "_s << false << none << none;
+    QTest::newRow("nothing with the preference off: none") << QString() << false << none << none;
+}
+
+void tst_CommandQuery::findsTheRecords()
+{
+    QFETCH(const QString, text);
+    QFETCH(const bool, showsAll);
+    Query q;
+    q.settings.setShowAllAppsWhenSearchEmpty(showsAll);
+    q.query.setText(splitCommandText(text));
+    QCOMPARE(q.plugin->queries, QStringList()); // not before the records are wanted
+    QTEST(titles(q.query.records()), "records");
+    QTEST(q.plugin->queries, "queries");
+}
+
+void tst_CommandQuery::findsAllApplicationsForBlankText()
+{
+    Query q;
+    for (const QString &text : {QString(), u"  "_s}) {
+        q.query.setText(splitCommandText(text));
+        QCOMPARE(q.query.records(), q.launcher.search(QString()));
+        QCOMPARE(q.query.records().size(), launchertest::builtinCount);
+    }
+}
+
+void tst_CommandQuery::opensAtOnce_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("preference");
+    QTest::addColumn<bool>("opens");
+
+    QTest::newRow("word and a blank: opens") << u"todo "_s << true << true;
+    QTest::newRow("word and blanks: opens") << u"todo   "_s << true << true;
+    QTest::newRow("capitals and a blank: opens") << u"TODO "_s << true << true;
+    QTest::newRow("preference off: waits") << u"todo "_s << false << false;
+    QTest::newRow("arguments: wait") << u"todo milk"_s << true << false;
+    QTest::newRow("word alone: waits") << u"todo"_s << true << false;
+    QTest::newRow("word between blanks: waits") << u" todo "_s << true << false;
+    QTest::newRow("unknown command: waits") << u"xyz "_s << true << false;
+}
+
+void tst_CommandQuery::opensAtOnce()
+{
+    QFETCH(const QString, text);
+    QFETCH(const bool, preference);
+    Query q;
+    q.settings.setPluginAutoEnter(preference);
+    q.query.setText(splitCommandText(text));
+    QTEST(q.query.opensAtOnce(), "opens");
+}
+
+VASKEL_TEST(tst_CommandQuery, QApplication)
+#include "tst_CommandQuery.moc"

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ResultList.h"
+
+#include "core/ResultRecord.h"
+#include "launcher/AppLauncher.h"
+#include "ui/ResultDelegate.h"
+#include "ui/ResultItem.h"
+
+#include <QCoreApplication>
+#include <QMenu>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
+    : QListWidget(parent)
+    , m_launcher(launcher)
+{
+    setObjectName(u"resultList"_s);
+    setIconSize(QSize(40, 40));
+    setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setUniformItemSizes(true);
+    setItemDelegate(new ResultDelegate(this));
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QListWidget::customContextMenuRequested, this, &ResultList::openMenu);
+}
+
+void ResultList::showResults(const QVariantList &results)
+{
+    clear();
+    for (const QVariant &result : results) {
+        addItem(new ResultItem(result.toMap()));
+    }
+    if (count() > 0) {
+        setCurrentRow(0);
+    }
+}
+
+void ResultList::moveSelection(int delta)
+{
+    if (count() > 0) {
+        setCurrentRow(std::clamp(currentRow() + delta, 0, count() - 1));
+    }
+}
+
+QVariantMap ResultList::currentRecord() const
+{
+    const QListWidgetItem *item = currentItem();
+    return item ? item->data(Qt::UserRole).toMap() : QVariantMap();
+}
+
+void ResultList::openMenu(const QPoint &position)
+{
+    const QListWidgetItem *item = itemAt(position);
+    if (!item) {
+        return;
+    }
+    // A copy, since a search may replace the rows while the menu is open.
+    const QVariantMap record = item->data(Qt::UserRole).toMap();
+    const QString path = recordPath(record);
+    if (path.isEmpty()) {
+        return;
+    }
+
+    QMenu menu(window());
+    const QAction *action = menu.addAction(
+        m_launcher->isPinned(path) ? QCoreApplication::translate("MainWindow", "Unpin from Start")
+                                   : QCoreApplication::translate("MainWindow", "Pin to Start"));
+    if (menu.exec(viewport()->mapToGlobal(position)) != action) {
+        return;
+    }
+    if (m_launcher->isPinned(path)) {
+        m_launcher->unpinApp(path);
+    } else {
+        m_launcher->pinApp(path, recordTitle(record), recordIcon(record));
+    }
+}

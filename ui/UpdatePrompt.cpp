@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/UpdatePrompt.h"
+
+#include "ui/PlainMessage.h"
+#include "update/Updater.h"
+
+#include <QProgressDialog>
+
+#include <limits>
+
+UpdatePrompt::UpdatePrompt(Updater *updater, QWidget *window)
+    : QObject(window)
+    , m_updater(updater)
+    , m_window(window)
+{
+    connect(m_updater, &Updater::updateAvailable, this, &UpdatePrompt::offer);
+    connect(m_updater, &Updater::downloadProgress, this, &UpdatePrompt::showProgress);
+    connect(m_updater, &Updater::downloadFinished, this, &UpdatePrompt::closeProgressDialog);
+    connect(m_updater, &Updater::downloadError, this, &UpdatePrompt::showError);
+}
+
+void UpdatePrompt::offer(const QString &version, const QString &changelog, const QString &url)
+{
+    const QString text =
+        tr("New version %1 is available.\n\n%2\n\nUpdate now?").arg(version, changelog);
+    if (showPlainMessage(m_window, QMessageBox::Question, tr("Update available"), text,
+                         QMessageBox::Yes | QMessageBox::No)
+        == QMessageBox::Yes) {
+        m_updater->downloadAndInstall(url);
+    }
+}
+
+void UpdatePrompt::showProgress(qint64 bytesReceived, qint64 bytesTotal)
+{
+    if (!m_progressDialog) {
+        createProgressDialog();
+    }
+    if (bytesTotal > 0) {
+        m_progressDialog->setValue(int(bytesReceived * 100 / bytesTotal));
+    }
+    m_progressDialog->show();
+}
+
+void UpdatePrompt::createProgressDialog()
+{
+    m_progressDialog =
+        new QProgressDialog(tr("Downloading update..."), QString(), 0, 100, m_window);
+    m_progressDialog->setWindowModality(Qt::WindowModal);
+    m_progressDialog->setCancelButton(nullptr);
+    // With a minimum duration of its own, the dialog runs the event loop from within setValue().
+    // The download could end in there, and the dialog would be shown again after its end.
+    m_progressDialog->setMinimumDuration(std::numeric_limits<int>::max());
+}
+
+void UpdatePrompt::closeProgressDialog()
+{
+    if (m_progressDialog) {
+        m_progressDialog->close();
+    }
+}
+
+void UpdatePrompt::showError(const QString &message)
+{
+    closeProgressDialog();
+    showPlainMessage(m_window, QMessageBox::Warning, tr("Update failed"), message, QMessageBox::Ok);
+}
