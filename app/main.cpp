@@ -9,6 +9,7 @@
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
@@ -188,6 +189,7 @@ int main(int argc, char *argv[])
         QCoreApplication::installTranslator(&translator);
     }
 
+    platform::ensureIconTheme(); // the launcher draws icons
     AppLauncher launcher;
     Settings settings;
     ThemeManager theme;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/IconCache.h"
 
-#include "platform/FileIcon.h"
 #include "platform/PrivateFolder.h"
+#include "platform/ShellIcon.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,43 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/linux/IconTheme.h"
+#include "platform/IconTheme.h"
 
-#include "platform/linux/GlibPointer.h"
+#include "platform/linux/InstalledIconThemes.h"
 
-#include <QDir>
-#include <QFile>
 #include <QIcon>
 #include <QStandardPaths>
-
-#include <algorithm>
+#include <QStringList>
 
 using namespace Qt::StringLiterals;
 
 namespace platform {
 
 namespace {
-
-// Cursor themes have an index as well, but no folders of icons.
-bool isIconTheme(const QStringList &searchPaths, const QString &name)
-{
-    return std::any_of(searchPaths.begin(), searchPaths.end(), [&name](const QString &path) {
-        const KeyFilePointer index(g_key_file_new());
-        const QByteArray fileName = QFile::encodeName(path + u'/' + name + "/index.theme"_L1);
-        g_key_file_load_from_file(index.get(), fileName.constData(), G_KEY_FILE_NONE, nullptr);
-        return g_key_file_has_key(index.get(), "Icon Theme", "Directories", nullptr);
-    });
-}
-
-// Every theme falls back to hicolor anyway, and locolor has too few colours.
-QStringList furtherThemes(const QStringList &searchPaths)
-{
-    QStringList names;
-    for (const QString &path : searchPaths) {
-        names += QDir(path).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
-    }
-    names.removeAll(u"hicolor"_s);
-    names.removeAll(u"locolor"_s);
-    return names;
-}
 
 void addPixmapFolders()
 {
@@ -52,30 +26,13 @@ void addPixmapFolders()
 
 } // namespace
 
-QString richestIconTheme(const QStringList &searchPaths)
+void ensureIconTheme()
 {
-    QStringList names = {u"Papirus"_s, u"breeze"_s,        u"oxygen"_s,  u"elementary-xfce"_s,
-                         u"Yaru"_s,    u"Humanity"_s,      u"Mint-X"_s,  u"mate"_s,
-                         u"gnome"_s,   u"AdwaitaLegacy"_s, u"Adwaita"_s, u"Tango"_s,
-                         u"nuoveXT2"_s};
-    names += furtherThemes(searchPaths);
-    const auto theme = std::find_if(names.begin(), names.end(), [&](const QString &name) {
-        return isIconTheme(searchPaths, name);
-    });
-    return theme != names.end() ? *theme : QString();
-}
-
-void prepareIconTheme()
-{
-    static const bool isPrepared = [] {
-        const QString theme = QIcon::themeName();
-        if (theme == "hicolor"_L1 || !isIconTheme(QIcon::themeSearchPaths(), theme)) {
-            QIcon::setFallbackThemeName(richestIconTheme(QIcon::themeSearchPaths()));
-        }
-        addPixmapFolders();
-        return true;
-    }();
-    Q_UNUSED(isPrepared)
+    const QString theme = QIcon::themeName();
+    if (theme == "hicolor"_L1 || !isIconTheme(QIcon::themeSearchPaths(), theme)) {
+        QIcon::setFallbackThemeName(richestIconTheme(QIcon::themeSearchPaths()));
+    }
+    addPixmapFolders();
 }
 
 } // namespace platform

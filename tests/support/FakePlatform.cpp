@@ -3,13 +3,14 @@
 
 #include "platform/AutoStart.h"
 #include "platform/ClosedPipe.h"
-#include "platform/FileIcon.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
+#include "platform/IconTheme.h"
 #include "platform/Link.h"
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProcessEnvironment.h"
+#include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
 
@@ -173,6 +174,8 @@ bool openFolder(const QString &path)
     fakePlatform().openedFolders.append(path);
     return fakePlatform().openFolderResult;
 }
+
+void ensureIconTheme() {}
 
 QString linkSuffix()
 {

@@ -34,7 +34,7 @@ struct FakePlatform
     /// Changes the scheme and tells those who watch it.
     void changeColorScheme(platform::ColorScheme scheme);
 
-    // FileIcon.h
+    // ShellIcon.h
     QHash<QString, QIcon> linkIcons;
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;

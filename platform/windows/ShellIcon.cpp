@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/FileIcon.h"
+#include "platform/ShellIcon.h"
 
-#include "platform/windows/IconPixmap.h"
+#include "platform/windows/PixmapFromHicon.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/FileIcon.h"
+#include "platform/ShellIcon.h"
 
 #include "platform/World.h"
 #include "support/TestHome.h"
@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_FileIconContract : public QObject
+class tst_ShellIconContract : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +23,7 @@ private Q_SLOTS:
     void leavesADamagedLinkToTheProvider();
 };
 
-void tst_FileIconContract::showsTheIconOfTheLink()
+void tst_ShellIconContract::showsTheIconOfTheLink()
 {
     const QString path = world::installWithIcon(u"program"_s);
     QIcon icon = platform::linkIcon(path);
@@ -35,7 +35,7 @@ void tst_FileIconContract::showsTheIconOfTheLink()
     QCOMPARE(image.pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_FileIconContract::leavesOtherFilesToTheProvider_data()
+void tst_ShellIconContract::leavesOtherFilesToTheProvider_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("nothing") << QString();
@@ -45,18 +45,18 @@ void tst_FileIconContract::leavesOtherFilesToTheProvider_data()
     QTest::newRow("address") << u"https://example.org/"_s;
 }
 
-void tst_FileIconContract::leavesOtherFilesToTheProvider()
+void tst_ShellIconContract::leavesOtherFilesToTheProvider()
 {
     QFETCH(QString, path);
     QVERIFY(platform::linkIcon(path).isNull());
 }
 
-void tst_FileIconContract::leavesADamagedLinkToTheProvider()
+void tst_ShellIconContract::leavesADamagedLinkToTheProvider()
 {
     const QString path = world::installWithIcon(u"program"_s);
     world::damage(path);
     QVERIFY(platform::linkIcon(path).isNull());
 }
 
-QTEST_MAIN(tst_FileIconContract)
-#include "tst_FileIconContract.moc"
+QTEST_MAIN(tst_ShellIconContract)
+#include "tst_ShellIconContract.moc"

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/FileIcon.h"
+#include "platform/ShellIcon.h"
 
 #include "platform/Link.h"
 #include "platform/linux/DesktopEntry.h"
-#include "platform/linux/IconTheme.h"
 
 #include <QFileInfo>
 
@@ -23,8 +22,6 @@ bool canBeDrawn(const QIcon &icon)
 
 QIcon linkIcon(const QString &filePath)
 {
-    // For the icons of kinds of files too, which are asked for next.
-    prepareIconTheme();
     if (QFileInfo(filePath).suffix().toLower() != linkSuffix()) {
         return {};
     }

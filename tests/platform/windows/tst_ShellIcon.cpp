@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/FileIcon.h"
+#include "platform/ShellIcon.h"
 
-#include "platform/windows/IconPixmap.h"
+#include "platform/windows/PixmapFromHicon.h"
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
 #include "support/TestHome.h"
@@ -99,7 +99,7 @@ qsizetype leftUserHandles()
 
 } // namespace
 
-class tst_FileIcon : public QObject
+class tst_ShellIcon : public QObject
 {
     Q_OBJECT
 
@@ -119,13 +119,13 @@ private Q_SLOTS:
     void thousandExtractionsLeakNothing();
 };
 
-void tst_FileIcon::init()
+void tst_ShellIcon::init()
 {
     testhome::reset();
     recording::makeStartMenu();
 }
 
-void tst_FileIcon::keepsEveryColourInItsPlace()
+void tst_ShellIcon::keepsEveryColourInItsPlace()
 {
     const Icon icon = makeIcon(quarters());
     QVERIFY(icon);
@@ -137,7 +137,7 @@ void tst_FileIcon::keepsEveryColourInItsPlace()
     QCOMPARE(image.pixelColor(28, 28).alpha(), 0);
 }
 
-void tst_FileIcon::keepsTheSizeOfTheIcon()
+void tst_ShellIcon::keepsTheSizeOfTheIcon()
 {
     QImage source(48, 24, QImage::Format_ARGB32);
     source.fill(qRgba(10, 20, 30, 255));
@@ -148,32 +148,32 @@ void tst_FileIcon::keepsTheSizeOfTheIcon()
     QCOMPARE(image.pixelColor(47, 23), QColor(10, 20, 30));
 }
 
-void tst_FileIcon::givesNothingForAnIconWithoutColours()
+void tst_ShellIcon::givesNothingForAnIconWithoutColours()
 {
     const Icon icon = makeMaskOnlyIcon();
     QVERIFY(icon);
     QVERIFY(platform::iconToPixmap(icon.get()).isNull());
 }
 
-void tst_FileIcon::givesNothingForNoIcon()
+void tst_ShellIcon::givesNothingForNoIcon()
 {
     QVERIFY(platform::iconToPixmap(nullptr).isNull());
 }
 
-void tst_FileIcon::shellKnowsTheIconOfAnExecutable()
+void tst_ShellIcon::shellKnowsTheIconOfAnExecutable()
 {
     QVERIFY(!platform::shellPixmap(recording::program()).isNull());
 }
 
 // Without being turned they would be an address of which the shell knows nothing.
-void tst_FileIcon::shellTakesForwardSlashes()
+void tst_ShellIcon::shellTakesForwardSlashes()
 {
     const QString path = recording::program();
     QVERIFY(path.contains(u'/'));
     QCOMPARE(platform::shellPixmap(path).toImage().pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_FileIcon::whatIsNoFileHasNoIconFileOrAValidOne_data()
+void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("settings") << u"ms-settings:"_s;
@@ -181,7 +181,7 @@ void tst_FileIcon::whatIsNoFileHasNoIconFileOrAValidOne_data()
     QTest::newRow("command") << u"vaskel-no-such-command"_s;
 }
 
-void tst_FileIcon::whatIsNoFileHasNoIconFileOrAValidOne()
+void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne()
 {
     QFETCH(QString, path);
     AppLauncher launcher;
@@ -192,7 +192,7 @@ void tst_FileIcon::whatIsNoFileHasNoIconFileOrAValidOne()
 }
 
 // Wine paints nothing of it but the arrow, whatever the icon; Windows paints both.
-void tst_FileIcon::catalogueHasAnIconForTheLink()
+void tst_ShellIcon::catalogueHasAnIconForTheLink()
 {
     const QString path = platform::startMenuRoots().first() + "/Red Program.lnk"_L1;
     QVERIFY((ShellLink{recording::program(), {}, {}, {}}.write(path)));
@@ -204,7 +204,7 @@ void tst_FileIcon::catalogueHasAnIconForTheLink()
     QCOMPARE(image.pixelColor(2, 28).alpha(), 255);
 }
 
-void tst_FileIcon::pinOfAProgramShowsItsIcon()
+void tst_ShellIcon::pinOfAProgramShowsItsIcon()
 {
     AppLauncher launcher;
     QVERIFY(launcher.pinApp(recording::program(), u"Pin"_s, {}));
@@ -213,7 +213,7 @@ void tst_FileIcon::pinOfAProgramShowsItsIcon()
     QCOMPARE(image.pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_FileIcon::staleIconFileIsUsed()
+void tst_ShellIcon::staleIconFileIsUsed()
 {
     const QString path = platform::startMenuRoots().first() + "/Program.lnk"_L1;
     QVERIFY((ShellLink{recording::program(), {}, {}, {}}.write(path)));
@@ -228,7 +228,7 @@ void tst_FileIcon::staleIconFileIsUsed()
     QCOMPARE(QImage(icon).pixelColor(8, 8), QColor(Qt::green));
 }
 
-void tst_FileIcon::thousandExtractionsLeakNothing()
+void tst_ShellIcon::thousandExtractionsLeakNothing()
 {
     // The first calls fill the caches of the shell.
     const Icon maskOnly = makeMaskOnlyIcon();
@@ -248,5 +248,5 @@ void tst_FileIcon::thousandExtractionsLeakNothing()
     QVERIFY(leftUserHandles() > userHandles - 500);
 }
 
-QTEST_MAIN(tst_FileIcon)
-#include "tst_FileIcon.moc"
+QTEST_MAIN(tst_ShellIcon)
+#include "tst_ShellIcon.moc"

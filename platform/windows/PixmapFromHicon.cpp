@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/windows/IconPixmap.h"
+#include "platform/windows/PixmapFromHicon.h"
 
 #include <QImage>
 

@@ -9,7 +9,6 @@ namespace platform {
 
 /// The icon that a start-menu file names for itself, where QFileIconProvider would show the icon of
 /// its file type instead. Null for every other file, and where the provider already does it right.
-/// Asked first for any file, it sees to it that the provider finds icons on a bare session.
 QIcon linkIcon(const QString &filePath);
 
 /// The desktop shell's icon for a path that yielded none so far, existing or not, such as a bare

@@ -1,0 +1,9 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/IconTheme.h"
+
+namespace platform {
+
+// Windows has no icon themes.
+void ensureIconTheme() {}
+
+} // namespace platform

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ShellIcon.h"
+
+#include "platform/IconTheme.h"
+#include "platform/linux/IconThemeFiles.h"
+#include "support/TestHome.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using iconthemefiles::colorOf;
+
+/// Runs on a display without a desktop, so that no desktop helps out with an icon theme.
+class tst_ShellIcon : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void showsTheIconOfTheEntry_data();
+    void showsTheIconOfTheEntry();
+    void takesASuffixInCapitals();
+    void givesNothingForOtherFiles_data();
+    void givesNothingForOtherFiles();
+    void theShellHasNoFurtherIcons();
+};
+
+namespace {
+
+QString entryPath(const QByteArray &lines)
+{
+    return testhome::writeFile(u"data/applications/a.desktop"_s,
+                               "[Desktop Entry]\nType=Application\nName=A\nExec=true\n" + lines);
+}
+
+} // namespace
+
+void tst_ShellIcon::showsTheIconOfTheEntry_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QColor>("color");
+    const QByteArray home = testhome::path().toUtf8();
+    const auto row = [](const char *tag, const QByteArray &line, const QColor &color) {
+        QTest::newRow(tag) << line << color;
+    };
+    row("own name", "Icon=own", Qt::red);
+    row("own name with a suffix", "Icon=own.png", Qt::red);
+    row("own name with another suffix", "Icon=own.svg", Qt::red);
+    row("common name, from the fallback theme", "Icon=utilities-terminal", Qt::blue);
+    row("unknown special form of a known name", "Icon=camera-photo-for-cats", Qt::green);
+    row("file outside of the themes", "Icon=loose", Qt::yellow);
+    row("file outside of the themes, with its suffix", "Icon=loose.png", Qt::yellow);
+    row("file outside of the themes, the user's", "Icon=users", Qt::white);
+    row("file by path", "Icon=" + home + "/a folder/of its own.png", Qt::cyan);
+    row("drawing by path", "Icon=" + home + "/drawn.svg", Qt::magenta);
+    row("unknown name", "Icon=nobody-knows", Qt::gray);
+    row("missing file", "Icon=/no/such/file.png", Qt::gray);
+    row("broken file", "Icon=" + home + "/broken.png", Qt::gray);
+    row("folder", "Icon=" + home, Qt::gray);
+    row("empty name", "Icon=", Qt::gray);
+    row("no icon", "Comment=None", Qt::gray);
+    row("not listed", "Icon=own\nNoDisplay=true", Qt::red);
+}
+
+void tst_ShellIcon::showsTheIconOfTheEntry()
+{
+    QFETCH(QByteArray, line);
+    QTEST(colorOf(platform::linkIcon(entryPath(line + '\n'))), "color");
+}
+
+void tst_ShellIcon::takesASuffixInCapitals()
+{
+    const QByteArray entry = "[Desktop Entry]\nType=Application\nName=A\nExec=true\nIcon=own\n";
+    const QString path = testhome::writeFile(u"data/applications/A.DESKTOP"_s, entry);
+    QCOMPARE(colorOf(platform::linkIcon(path)), QColor(Qt::red));
+}
+
+void tst_ShellIcon::givesNothingForOtherFiles_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("empty") << QString();
+    QTest::newRow("command") << u"true"_s;
+    QTest::newRow("program") << u"/bin/true"_s;
+    QTest::newRow("address") << u"https://example.org/a.desktop"_s;
+    QTest::newRow("folder") << testhome::path();
+    QTest::newRow("missing entry") << u"/no/such/file.desktop"_s;
+    QTest::newRow("broken entry") << testhome::writeFile(u"broken.desktop"_s, "Icon=own");
+    QTest::newRow("entry without the suffix") << testhome::writeFile(
+        u"desktop"_s, "[Desktop Entry]\nType=Application\nName=A\nExec=true\nIcon=own\n");
+}
+
+void tst_ShellIcon::givesNothingForOtherFiles()
+{
+    QFETCH(QString, path);
+    QVERIFY(platform::linkIcon(path).isNull());
+}
+
+void tst_ShellIcon::theShellHasNoFurtherIcons()
+{
+    QVERIFY(platform::shellPixmap(u"xterm"_s).isNull());
+    QVERIFY(platform::shellPixmap(testhome::path()).isNull());
+}
+
+int main(int argc, char *argv[])
+{
+    iconthemefiles::leaveTheDesktop();
+    iconthemefiles::installIcons();
+    QGuiApplication application(argc, argv);
+    platform::ensureIconTheme();
+    tst_ShellIcon test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_ShellIcon.moc"
