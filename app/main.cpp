@@ -23,7 +23,7 @@
 #include "ui/ApplicationStyle.h"
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 #include "ui/WindowVisibility.h"
 #include "update/Updater.h"
 
@@ -180,7 +180,7 @@ int main(int argc, char *argv[])
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);
 
-    const QIcon appIcon = programIcon();
+    const QIcon appIcon = vaskelIcon();
     QGuiApplication::setWindowIcon(appIcon);
 
     QTranslator translator;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -48,7 +48,7 @@ QAccessibleInterface *createInterface(const QString &, QObject *object)
 
 ManagementIcon::ManagementIcon(QWidget *parent)
     : QWidget(parent)
-    , m_icon(programIcon())
+    , m_icon(vaskelIcon())
 {
     setFixedSize(32, 32);
     setCursor(Qt::PointingHandCursor);

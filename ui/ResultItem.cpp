@@ -2,7 +2,7 @@
 #include "ui/ResultItem.h"
 
 #include "core/ResultRecord.h"
-#include "ui/IconFile.h"
+#include "ui/PngFile.h"
 
 ResultItem::ResultItem(const QVariantMap &record)
     : QListWidgetItem(nullptr, UserType)

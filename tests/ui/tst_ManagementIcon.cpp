@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 
 #include <QAccessible>
 #include <QEnterEvent>
@@ -239,7 +239,7 @@ void tst_ManagementIcon::paintsTheIconInItsSquare()
     expected.fill(Qt::transparent);
     QPainter painter(&expected);
     painter.setRenderHint(QPainter::Antialiasing);
-    programIcon().paint(&painter, QRect(5, 5, 22, 22));
+    vaskelIcon().paint(&painter, QRect(5, 5, 22, 22));
     painter.end();
     QCOMPARE(image, expected);
 }

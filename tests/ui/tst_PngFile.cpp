@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/IconFile.h"
+#include "ui/PngFile.h"
 
 #include "support/TestHome.h"
 
@@ -29,7 +29,7 @@ QColor colorOf(const QIcon &icon)
 
 } // namespace
 
-class tst_IconFile : public QObject
+class tst_PngFile : public QObject
 {
     Q_OBJECT
 
@@ -44,19 +44,19 @@ private Q_SLOTS:
     void iconOfAMissingFileDrawsNothing();
 };
 
-void tst_IconFile::readsAPngFile()
+void tst_PngFile::readsAPngFile()
 {
     const QPixmap pixmap = readPng(writePicture(u"a.png"_s, "PNG"));
     QCOMPARE(pixmap.size(), QSize(16, 8));
     QCOMPARE(pixmap.toImage().pixelColor(8, 4), QColor(Qt::red));
 }
 
-void tst_IconFile::readsAPngResource()
+void tst_PngFile::readsAPngResource()
 {
     QCOMPARE(readPng(u":/assets/icons/32.png"_s).size(), QSize(32, 32));
 }
 
-void tst_IconFile::readsNoOtherFile_data()
+void tst_PngFile::readsNoOtherFile_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("another format") << writePicture(u"a.bmp"_s, "BMP");
@@ -68,13 +68,13 @@ void tst_IconFile::readsNoOtherFile_data()
     QTest::newRow("no path") << QString();
 }
 
-void tst_IconFile::readsNoOtherFile()
+void tst_PngFile::readsNoOtherFile()
 {
     QFETCH(QString, path);
     QVERIFY(readPng(path).isNull());
 }
 
-void tst_IconFile::iconOfAPngFileIsReadAtOnce()
+void tst_PngFile::iconOfAPngFileIsReadAtOnce()
 {
     const QString path = writePicture(u"a.png"_s, "PNG");
     const QIcon icon = iconOfFile(path);
@@ -83,23 +83,23 @@ void tst_IconFile::iconOfAPngFileIsReadAtOnce()
     QCOMPARE(colorOf(icon), QColor(Qt::red));
 }
 
-void tst_IconFile::iconOfAnyOtherPictureIsThatOfQIcon_data()
+void tst_PngFile::iconOfAnyOtherPictureIsThatOfQIcon_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("another format") << u"a.bmp"_s;
     QTest::newRow("another format under its name") << u"a.png"_s;
 }
 
-void tst_IconFile::iconOfAnyOtherPictureIsThatOfQIcon()
+void tst_PngFile::iconOfAnyOtherPictureIsThatOfQIcon()
 {
     QFETCH(QString, name);
     QCOMPARE(colorOf(iconOfFile(writePicture(name, "BMP"))), QColor(Qt::red));
 }
 
-void tst_IconFile::iconOfAMissingFileDrawsNothing()
+void tst_PngFile::iconOfAMissingFileDrawsNothing()
 {
     QVERIFY(iconOfFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
 }
 
-QTEST_MAIN(tst_IconFile)
-#include "tst_IconFile.moc"
+QTEST_MAIN(tst_PngFile)
+#include "tst_PngFile.moc"

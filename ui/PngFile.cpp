@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/IconFile.h"
+#include "ui/PngFile.h"
 
 #include <QImageReader>
 

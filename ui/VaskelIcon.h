@@ -7,4 +7,4 @@
 /// ":/assets/icons". The master, ":/assets/icon.png", is not among them: decoding its 1024 by 1024
 /// pixels, and handing them to the window system, would take longer than all else that a start
 /// does.
-QIcon programIcon();
+QIcon vaskelIcon();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 
-#include "ui/IconFile.h"
+#include "ui/PngFile.h"
 
 #include <QPixmapCache>
 #include <QString>
@@ -24,7 +24,7 @@ QPixmap picture(int size)
 
 } // namespace
 
-QIcon programIcon()
+QIcon vaskelIcon()
 {
     QIcon icon;
     for (const int size : {16, 22, 24, 32, 48, 64, 128}) {

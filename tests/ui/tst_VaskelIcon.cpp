@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/ProgramIcon.h"
+#include "ui/VaskelIcon.h"
 
 #include <QIcon>
 #include <QImage>
@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_ProgramIcon : public QObject
+class tst_VaskelIcon : public QObject
 {
     Q_OBJECT
 
@@ -43,14 +43,14 @@ double meanDifference(const QImage &one, const QImage &other)
 
 } // namespace
 
-void tst_ProgramIcon::masterHasItsSize()
+void tst_VaskelIcon::masterHasItsSize()
 {
     const QImage master(u":/assets/icon.png"_s);
     QCOMPARE(master.size(), QSize(1024, 1024));
     QVERIFY(master.hasAlphaChannel());
 }
 
-void tst_ProgramIcon::hasTheSizesThatAreShown_data()
+void tst_VaskelIcon::hasTheSizesThatAreShown_data()
 {
     QTest::addColumn<int>("size");
     for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
@@ -58,10 +58,10 @@ void tst_ProgramIcon::hasTheSizesThatAreShown_data()
     }
 }
 
-void tst_ProgramIcon::hasTheSizesThatAreShown()
+void tst_VaskelIcon::hasTheSizesThatAreShown()
 {
     QFETCH(int, size);
-    const QImage image = programIcon().pixmap(QSize(size, size), 1.0).toImage();
+    const QImage image = vaskelIcon().pixmap(QSize(size, size), 1.0).toImage();
     QCOMPARE(image.size(), QSize(size, size));
 
     const QImage master(u":/assets/icon.png"_s);
@@ -70,12 +70,12 @@ void tst_ProgramIcon::hasTheSizesThatAreShown()
     QVERIFY2(meanDifference(image, expected) < 6, "not a picture of the same drawing");
 }
 
-void tst_ProgramIcon::leavesTheMasterOut()
+void tst_VaskelIcon::leavesTheMasterOut()
 {
-    const QList<QSize> sizes = programIcon().availableSizes();
+    const QList<QSize> sizes = vaskelIcon().availableSizes();
     QVERIFY(!sizes.contains(QSize(1024, 1024)));
     QCOMPARE(sizes.size(), 7);
 }
 
-QTEST_MAIN(tst_ProgramIcon)
-#include "tst_ProgramIcon.moc"
+QTEST_MAIN(tst_VaskelIcon)
+#include "tst_VaskelIcon.moc"
