@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "core/ResultRecord.h"
+#include "launcher/AppSearch.h"
 #include "launcher/IconCache.h"
 #include "platform/BuiltinPrograms.h"
 #include "platform/Link.h"
@@ -32,17 +33,6 @@ constexpr auto pinNameKey = "name"_L1;
 constexpr auto pinPathKey = "path"_L1;
 constexpr auto pinIconKey = "iconPath"_L1;
 
-bool contains(const QString &text, const QString &query)
-{
-    return text.indexOf(query, 0, Qt::CaseSensitive) != -1;
-}
-
-bool matches(const AppEntry &app, const QString &query)
-{
-    return contains(app.lowerName, query) || contains(app.lowerDescription, query)
-           || contains(app.pinyin, query) || contains(app.pinyinInitials, query);
-}
-
 bool isLink(const QString &path)
 {
     const QString suffix = platform::linkSuffix();
@@ -67,14 +57,7 @@ AppLauncher::AppLauncher(QObject *parent)
 
 QVariantList AppLauncher::search(const QString &query) const
 {
-    const QString q = query.trimmed().toLower();
-    QVariantList records;
-    for (const AppEntry &app : m_apps) {
-        if (q.isEmpty() || matches(app, q)) {
-            records.append(makeProgramRecord(app.name, app.path, app.iconPath, app.description));
-        }
-    }
-    return records;
+    return searchApps(m_apps, query);
 }
 
 bool AppLauncher::launch(const QString &path)

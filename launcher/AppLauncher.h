@@ -52,8 +52,6 @@ Q_SIGNALS:
     void pinsChanged();
 
 private:
-    friend class AppLauncherBench; // compares search() with bare tests on the very same texts
-
     void loadBuiltinApps();
     void scanStartMenu();
     QStringList addPrograms(const QString &root, const QDir &folder, const QString &description,
