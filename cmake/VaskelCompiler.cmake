@@ -17,6 +17,7 @@ target_compile_definitions(vaskel_compiler INTERFACE
     QT_NO_CAST_TO_ASCII
     QT_NO_CONTEXTLESS_CONNECT
     QT_NO_FOREACH
+    QT_NO_KEYWORDS
     QT_NO_URL_CAST_FROM_STRING
 )
 

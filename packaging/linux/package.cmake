@@ -95,6 +95,5 @@ set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "Vaskel is one small window with one box, w
 anywhere. A few letters of a program's name find it, Chinese names by their
 pinyin too, and Enter starts it.
 .
-Command words do other things: calc evaluates an expression, cd shows a folder,
-file searches all files by name, and todo keeps a list of tasks. What is found
-nowhere else is offered as a web search.")
+Its commands evaluate an expression, show a folder, search all files by name
+and keep a list of tasks. What is found nowhere else is offered as a web search.")

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/FloatIconPosition.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -38,5 +39,5 @@ void tst_FloatIconPosition::withoutAScreenItIsTheStoredPlace()
     QCOMPARE(floatIconPosition(QPoint(-1, -1), std::nullopt), QPoint(-1, -1));
 }
 
-QTEST_GUILESS_MAIN(tst_FloatIconPosition)
+VASKEL_TEST(tst_FloatIconPosition, QCoreApplication)
 #include "tst_FloatIconPosition.moc"

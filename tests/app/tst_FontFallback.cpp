@@ -2,6 +2,7 @@
 #include "app/FontFallback.h"
 
 #include "settings/ThemeManager.h"
+#include "support/TestProgram.h"
 
 #include <QFontDatabase>
 #include <QFontInfo>
@@ -64,5 +65,5 @@ void tst_FontFallback::chineseGlyphsAreFound()
     QFont::removeSubstitutions(u"Segoe UI"_s);
 }
 
-QTEST_MAIN(tst_FontFallback)
+VASKEL_TEST(tst_FontFallback, QApplication)
 #include "tst_FontFallback.moc"

@@ -2,6 +2,7 @@
 #include "app/LogRetention.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDate>
 #include <QDir>
@@ -114,5 +115,5 @@ void tst_LogRetention::takesAMissingFolder()
     QVERIFY(!QFile::exists(m_folder));
 }
 
-QTEST_GUILESS_MAIN(tst_LogRetention)
+VASKEL_TEST(tst_LogRetention, QCoreApplication)
 #include "tst_LogRetention.moc"

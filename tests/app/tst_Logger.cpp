@@ -2,6 +2,7 @@
 #include "app/Logger.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -482,5 +483,5 @@ void tst_Logger::beginsAFileAtMidnight()
              QStringList{u"[Vaskel] [warning] [QT] :0  - a warning text"_s});
 }
 
-QTEST_GUILESS_MAIN(tst_Logger)
+VASKEL_TEST(tst_Logger, QCoreApplication)
 #include "tst_Logger.moc"

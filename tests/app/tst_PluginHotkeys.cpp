@@ -5,6 +5,7 @@
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "settings/Settings.h"
+#include "support/TestProgram.h"
 
 #include <QHotkey>
 #include <QSettings>
@@ -173,5 +174,5 @@ void tst_PluginHotkeys::leavesTheMainHotkeyAlone()
     QCOMPARE(reload(), QStringList{u"Ctrl+Alt+Space"_s});
 }
 
-QTEST_MAIN(tst_PluginHotkeys)
+VASKEL_TEST(tst_PluginHotkeys, QApplication)
 #include "tst_PluginHotkeys.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/QuitFilter.h"
+#include "support/TestProgram.h"
 
 #include <QCloseEvent>
 #include <QTest>
@@ -87,5 +88,5 @@ void tst_QuitFilter::leavesOtherEventsAlone()
     QVERIFY(!m_filter.eventFilter(QCoreApplication::instance(), &timer));
 }
 
-QTEST_MAIN(tst_QuitFilter)
+VASKEL_TEST(tst_QuitFilter, QApplication)
 #include "tst_QuitFilter.moc"

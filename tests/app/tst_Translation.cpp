@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Translation.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 #include <QTranslator>
@@ -47,5 +48,5 @@ void tst_Translation::looksIntoNoOtherFolder()
     QVERIFY(translator.isEmpty());
 }
 
-QTEST_GUILESS_MAIN(tst_Translation)
+VASKEL_TEST(tst_Translation, QCoreApplication)
 #include "tst_Translation.moc"

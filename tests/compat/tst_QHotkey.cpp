@@ -2,6 +2,7 @@
 #include <QHotkey>
 
 #include "compat/OtherClient.h"
+#include "support/TestProgram.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QPointer>
@@ -574,5 +575,5 @@ void tst_QHotkey::usesTheFirstCombinationOfSeveral()
     QVERIFY(isFree(XK_y, controlAlt));
 }
 
-QTEST_MAIN(tst_QHotkey)
+VASKEL_TEST(tst_QHotkey, QApplication)
 #include "tst_QHotkey.moc"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestProgram.h"
+
 #include <QHotkey>
 
 #include <QRegularExpression>
@@ -38,5 +40,5 @@ void tst_QHotkeyWithoutSystem::registersNothing()
     QVERIFY(!QHotkey(sequence, true).isRegistered());
 }
 
-QTEST_MAIN(tst_QHotkeyWithoutSystem)
+VASKEL_TEST(tst_QHotkeyWithoutSystem, QApplication)
 #include "tst_QHotkeyWithoutSystem.moc"

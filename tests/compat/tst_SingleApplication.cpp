@@ -3,6 +3,7 @@
 
 #include "compat/SingleApplication/InstanceLock.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -377,5 +378,5 @@ void tst_SingleApplication::startsWithoutAnyFolder()
     QTRY_VERIFY(isPrimary(instance));
 }
 
-QTEST_GUILESS_MAIN(tst_SingleApplication)
+VASKEL_TEST(tst_SingleApplication, QCoreApplication)
 #include "tst_SingleApplication.moc"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestProgram.h"
+
 #include <QWKWidgets/widgetwindowagent.h>
 
 #include <QApplication>
@@ -624,5 +626,5 @@ void tst_WidgetWindowAgent::newNativeWindowIsServedToo()
                       [&] { return isNear(positionOnScreen(*m_window), QPoint(250, 150)); }));
 }
 
-QTEST_MAIN(tst_WidgetWindowAgent)
+VASKEL_TEST(tst_WidgetWindowAgent, QApplication)
 #include "tst_WidgetWindowAgent.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/IPlugin.h"
 
+#include "support/TestProgram.h"
+
 #include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
@@ -123,5 +125,5 @@ void tst_IPlugin::passesOnThePagesWishToBeClosed()
     QCOMPARE(closeRequests.count(), 1);
 }
 
-QTEST_GUILESS_MAIN(tst_IPlugin)
+VASKEL_TEST(tst_IPlugin, QCoreApplication)
 #include "tst_IPlugin.moc"

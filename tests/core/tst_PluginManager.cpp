@@ -4,6 +4,7 @@
 #include "core/IPlugin.h"
 #include "settings/Settings.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -1048,5 +1049,5 @@ void tst_PluginManager::answersThroughTheMetaObject()
     QVERIFY(autoEnter);
 }
 
-QTEST_MAIN(tst_PluginManager)
+VASKEL_TEST(tst_PluginManager, QApplication)
 #include "tst_PluginManager.moc"

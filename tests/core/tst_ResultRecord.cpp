@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ResultRecord.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -162,5 +164,5 @@ void tst_ResultRecord::readsWhatAnActionHolds()
     QCOMPARE(actionCommand(action), u"file"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_ResultRecord)
+VASKEL_TEST(tst_ResultRecord, QCoreApplication)
 #include "tst_ResultRecord.moc"

@@ -2,6 +2,7 @@
 #include "hotkey/GlobalHotkey.h"
 
 #include "hotkey/Keyboard.h"
+#include "support/TestProgram.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QHotkey>
@@ -327,5 +328,5 @@ void tst_GlobalHotkey::releasesEverythingInTheEnd()
     QVERIFY(isFree(letter));
 }
 
-QTEST_MAIN(tst_GlobalHotkey)
+VASKEL_TEST(tst_GlobalHotkey, QApplication)
 #include "tst_GlobalHotkey.moc"

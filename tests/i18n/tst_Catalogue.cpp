@@ -2,6 +2,7 @@
 #include "app/Translation.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -399,5 +400,5 @@ void tst_Catalogue::agreesWithTheSources()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_Catalogue)
+VASKEL_TEST(tst_Catalogue, QCoreApplication)
 #include "tst_Catalogue.moc"

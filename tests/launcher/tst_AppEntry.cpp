@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/AppEntry.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -38,5 +40,5 @@ void tst_AppEntry::lowersWhatASearchCompares()
     QCOMPARE(app.lowerDescription, u"start menu / äö"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_AppEntry)
+VASKEL_TEST(tst_AppEntry, QCoreApplication)
 #include "tst_AppEntry.moc"

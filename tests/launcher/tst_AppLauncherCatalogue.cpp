@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "launcher/LauncherTest.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QSet>
@@ -306,5 +307,5 @@ void tst_AppLauncherCatalogue::listsFiveThousandFiles()
     QCOMPARE(column(launcher.search(u"app 4999"_s), u"name"_s), QStringList(names.last()));
 }
 
-QTEST_MAIN(tst_AppLauncherCatalogue)
+VASKEL_TEST(tst_AppLauncherCatalogue, QApplication)
 #include "tst_AppLauncherCatalogue.moc"

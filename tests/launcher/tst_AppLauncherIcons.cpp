@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "launcher/LauncherTest.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QFileIconProvider>
@@ -323,5 +324,5 @@ void tst_AppLauncherIcons::givesNoIconWhenItCannotBeSaved()
     QVERIFY(QFile::exists(onlyIcon(AppLauncher())));
 }
 
-QTEST_MAIN(tst_AppLauncherIcons)
+VASKEL_TEST(tst_AppLauncherIcons, QApplication)
 #include "tst_AppLauncherIcons.moc"

@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "launcher/LauncherTest.h"
+#include "support/TestProgram.h"
 
 #include <QDesktopServices>
 #include <QFile>
@@ -318,5 +319,5 @@ void tst_AppLauncherLaunch::isReachableByName()
     QCOMPARE(fakePlatform().openedLinks, QStringList(u"/menu/App.link"_s));
 }
 
-QTEST_MAIN(tst_AppLauncherLaunch)
+VASKEL_TEST(tst_AppLauncherLaunch, QApplication)
 #include "tst_AppLauncherLaunch.moc"

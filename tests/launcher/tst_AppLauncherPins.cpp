@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "launcher/LauncherTest.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QMetaMethod>
@@ -456,5 +457,5 @@ void tst_AppLauncherPins::publishesThePropertyAndTheMethods()
                                          "isPinned(QString)"}));
 }
 
-QTEST_MAIN(tst_AppLauncherPins)
+VASKEL_TEST(tst_AppLauncherPins, QApplication)
 #include "tst_AppLauncherPins.moc"

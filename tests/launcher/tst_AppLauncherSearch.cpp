@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "launcher/LauncherTest.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 #include <QTranslator>
@@ -189,5 +190,5 @@ void tst_AppLauncherSearch::isReachableByName()
     QCOMPARE(column(records, u"name"_s), QStringList(u"记事本"_s));
 }
 
-QTEST_MAIN(tst_AppLauncherSearch)
+VASKEL_TEST(tst_AppLauncherSearch, QApplication)
 #include "tst_AppLauncherSearch.moc"

@@ -3,6 +3,7 @@
 
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -168,5 +169,5 @@ void tst_IconCache::savesAPixmapWholeOrNotAtAll()
     QCOMPARE(QImage(target, "PNG").size(), QSize(3, 2));
 }
 
-QTEST_MAIN(tst_IconCache)
+VASKEL_TEST(tst_IconCache, QApplication)
 #include "tst_IconCache.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/PinyinConverter.h"
 
+#include "support/TestProgram.h"
+
 #include <QFile>
 #include <QSet>
 #include <QStringList>
@@ -271,5 +273,5 @@ void tst_PinyinConverter::givesTheSameAnswerTwice()
     QCOMPARE(&PinyinConverter::instance(), &PinyinConverter::instance());
 }
 
-QTEST_GUILESS_MAIN(tst_PinyinConverter)
+VASKEL_TEST(tst_PinyinConverter, QCoreApplication)
 #include "tst_PinyinConverter.moc"

@@ -2,6 +2,7 @@
 #include "platform/AutoStart.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -36,5 +37,5 @@ void tst_AutoStartContract::removesWhatAnotherToolRegistered()
     QVERIFY(!world::startsAtLogIn());
 }
 
-QTEST_GUILESS_MAIN(tst_AutoStartContract)
+VASKEL_TEST(tst_AutoStartContract, QCoreApplication)
 #include "tst_AutoStartContract.moc"

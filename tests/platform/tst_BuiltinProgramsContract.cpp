@@ -2,6 +2,7 @@
 #include "platform/BuiltinPrograms.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -41,5 +42,5 @@ void tst_BuiltinProgramsContract::alwaysNamesAPath()
     QCOMPARE(platform::builtinProgram(program).path, path);
 }
 
-QTEST_GUILESS_MAIN(tst_BuiltinProgramsContract)
+VASKEL_TEST(tst_BuiltinProgramsContract, QCoreApplication)
 #include "tst_BuiltinProgramsContract.moc"

@@ -2,6 +2,7 @@
 #include "platform/ClosedPipe.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -20,5 +21,5 @@ void tst_ClosedPipeContract::failsToWrite()
     QVERIFY(world::failsToWriteIntoAClosedPipe());
 }
 
-QTEST_GUILESS_MAIN(tst_ClosedPipeContract)
+VASKEL_TEST(tst_ClosedPipeContract, QCoreApplication)
 #include "tst_ClosedPipeContract.moc"

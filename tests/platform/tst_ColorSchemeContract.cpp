@@ -2,6 +2,7 @@
 #include "platform/ColorScheme.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QList>
 #include <QTest>
@@ -50,5 +51,5 @@ void tst_ColorSchemeContract::changeIsToldAndAnswered()
     QCOMPARE(answers.size(), 2);
 }
 
-QTEST_MAIN(tst_ColorSchemeContract)
+VASKEL_TEST(tst_ColorSchemeContract, QApplication)
 #include "tst_ColorSchemeContract.moc"

@@ -2,6 +2,7 @@
 #include "platform/FileIndex.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -143,5 +144,5 @@ void tst_FileIndexContract::tellsWhyItFailed()
     QCOMPARE(fileindex::resultCount(), 0U);
 }
 
-QTEST_GUILESS_MAIN(tst_FileIndexContract)
+VASKEL_TEST(tst_FileIndexContract, QCoreApplication)
 #include "tst_FileIndexContract.moc"

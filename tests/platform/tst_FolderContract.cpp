@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QTest>
@@ -45,5 +46,5 @@ void tst_FolderContract::failsWithoutAFileManager()
     QCOMPARE(platform::openFolder(testhome::path()), !world::canLackFileManager());
 }
 
-QTEST_GUILESS_MAIN(tst_FolderContract)
+VASKEL_TEST(tst_FolderContract, QCoreApplication)
 #include "tst_FolderContract.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QIcon>
@@ -43,5 +44,5 @@ void tst_IconThemeContract::leavesTheThemeOfTheDesktop()
     }
 }
 
-QTEST_MAIN(tst_IconThemeContract)
+VASKEL_TEST(tst_IconThemeContract, QApplication)
 #include "tst_IconThemeContract.moc"

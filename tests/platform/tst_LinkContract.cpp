@@ -2,6 +2,7 @@
 #include "platform/Link.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -53,5 +54,5 @@ void tst_LinkContract::startsNothingFromADamagedFile()
     QVERIFY(!world::isStarted(path));
 }
 
-QTEST_GUILESS_MAIN(tst_LinkContract)
+VASKEL_TEST(tst_LinkContract, QCoreApplication)
 #include "tst_LinkContract.moc"

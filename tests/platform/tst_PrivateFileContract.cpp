@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -87,5 +88,5 @@ void tst_PrivateFileContract::failsBelowAFolderThatIsMissing()
     QVERIFY(!platform::openPrivateFile(file, QIODevice::WriteOnly));
 }
 
-QTEST_GUILESS_MAIN(tst_PrivateFileContract)
+VASKEL_TEST(tst_PrivateFileContract, QCoreApplication)
 #include "tst_PrivateFileContract.moc"

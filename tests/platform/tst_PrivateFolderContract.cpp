@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -48,5 +49,5 @@ void tst_PrivateFolderContract::failsBelowAFile()
     QVERIFY(!platform::makePrivateFolder(file + "/folder"_L1));
 }
 
-QTEST_GUILESS_MAIN(tst_PrivateFolderContract)
+VASKEL_TEST(tst_PrivateFolderContract, QCoreApplication)
 #include "tst_PrivateFolderContract.moc"

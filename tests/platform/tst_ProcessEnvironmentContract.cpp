@@ -2,6 +2,7 @@
 #include "platform/ProcessEnvironment.h"
 
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QProcessEnvironment>
 #include <QTest>
@@ -49,5 +50,5 @@ void tst_ProcessEnvironmentContract::leavesTheUsersWindowSystem()
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
 }
 
-QTEST_GUILESS_MAIN(tst_ProcessEnvironmentContract)
+VASKEL_TEST(tst_ProcessEnvironmentContract, QCoreApplication)
 #include "tst_ProcessEnvironmentContract.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFileIconProvider>
 #include <QFileInfo>
@@ -58,5 +59,5 @@ void tst_ShellIconContract::leavesADamagedLinkToTheProvider()
     QVERIFY(platform::linkIcon(path).isNull());
 }
 
-QTEST_MAIN(tst_ShellIconContract)
+VASKEL_TEST(tst_ShellIconContract, QApplication)
 #include "tst_ShellIconContract.moc"

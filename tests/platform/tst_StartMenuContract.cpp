@@ -3,6 +3,7 @@
 
 #include "platform/Link.h"
 #include "platform/World.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -101,5 +102,5 @@ void tst_StartMenuContract::doesNotListADamagedFile()
     QCOMPARE(listedName(0, path).has_value(), !world::readsStartMenuFiles());
 }
 
-QTEST_GUILESS_MAIN(tst_StartMenuContract)
+VASKEL_TEST(tst_StartMenuContract, QCoreApplication)
 #include "tst_StartMenuContract.moc"

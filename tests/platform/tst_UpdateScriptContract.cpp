@@ -3,6 +3,7 @@
 
 #include "platform/World.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QTest>
@@ -74,5 +75,5 @@ void tst_UpdateScriptContract::startsNothingThatIsMissing()
     QVERIFY(!world::isUpdated(downloadPath(), programPath()));
 }
 
-QTEST_GUILESS_MAIN(tst_UpdateScriptContract)
+VASKEL_TEST(tst_UpdateScriptContract, QCoreApplication)
 #include "tst_UpdateScriptContract.moc"

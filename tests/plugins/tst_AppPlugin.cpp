@@ -4,6 +4,7 @@
 #include "launcher/AppLauncher.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QTest>
@@ -217,5 +218,5 @@ void tst_AppPlugin::descriptionIsTranslatedInItsContext()
     QCOMPARE(AppPlugin(nullptr).description(), u"<Search and launch applications>"_s);
 }
 
-QTEST_MAIN(tst_AppPlugin)
+VASKEL_TEST(tst_AppPlugin, QApplication)
 #include "tst_AppPlugin.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/CalcPlugin.h"
 
+#include "support/TestProgram.h"
+
 #include <QClipboard>
 #include <QCoreApplication>
 #include <QGuiApplication>
@@ -229,5 +231,5 @@ void tst_CalcPlugin::textsAreTranslatedInItsContext()
     QCOMPARE(error[u"subtitle"_s].toString(), u"Division by zero at position 4"_s);
 }
 
-QTEST_MAIN(tst_CalcPlugin)
+VASKEL_TEST(tst_CalcPlugin, QApplication)
 #include "tst_CalcPlugin.moc"

@@ -5,6 +5,7 @@
 #include "plugins/OpenedFiles.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -623,5 +624,5 @@ void tst_DirectoryPlugin::textsAreTranslatedInItsContext()
     QCOMPARE(column(query(file), u"title"_s), QStringList(u"<Directory does not exist>"_s));
 }
 
-QTEST_MAIN(tst_DirectoryPlugin)
+VASKEL_TEST(tst_DirectoryPlugin, QApplication)
 #include "tst_DirectoryPlugin.moc"

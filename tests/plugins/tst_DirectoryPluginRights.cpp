@@ -3,6 +3,7 @@
 
 #include "Titles.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QTest>
@@ -54,5 +55,5 @@ void tst_DirectoryPluginRights::listsNothingOfAFolderThatIsClosedToTheUser()
     QCOMPARE(titles(DirectoryPlugin().query(closed)), QStringList({u"Open closed"_s, u"folder"_s}));
 }
 
-QTEST_MAIN(tst_DirectoryPluginRights)
+VASKEL_TEST(tst_DirectoryPluginRights, QApplication)
 #include "tst_DirectoryPluginRights.moc"

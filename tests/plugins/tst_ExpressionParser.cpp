@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/ExpressionParser.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 #include <QThread>
 
@@ -719,5 +721,5 @@ void tst_ExpressionParser::answersTenThousandLevels()
     QCOMPARE(answer.error.startsWith("Expression nested too deeply at position "_L1), !isValue);
 }
 
-QTEST_GUILESS_MAIN(tst_ExpressionParser)
+VASKEL_TEST(tst_ExpressionParser, QCoreApplication)
 #include "tst_ExpressionParser.moc"

@@ -5,6 +5,7 @@
 #include "plugins/OpenedFiles.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -449,5 +450,5 @@ void tst_FilePlugin::textsAreTranslatedInItsContext()
                                             u"<Everything SDK only supports Windows>"_s));
 }
 
-QTEST_MAIN(tst_FilePlugin)
+VASKEL_TEST(tst_FilePlugin, QApplication)
 #include "tst_FilePlugin.moc"

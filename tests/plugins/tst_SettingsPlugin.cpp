@@ -6,6 +6,7 @@
 #include "settings/SettingsView.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -244,5 +245,5 @@ void tst_SettingsPlugin::passesTheWishToCloseOn()
     QCOMPARE(closed.size(), 1);
 }
 
-QTEST_MAIN(tst_SettingsPlugin)
+VASKEL_TEST(tst_SettingsPlugin, QApplication)
 #include "tst_SettingsPlugin.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/TodoPlugin.h"
 
+#include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TodoView.h"
 
@@ -194,5 +195,5 @@ void tst_TodoPlugin::passesTheWishToCloseOn()
     QCOMPARE(closed.size(), 1);
 }
 
-QTEST_MAIN(tst_TodoPlugin)
+VASKEL_TEST(tst_TodoPlugin, QApplication)
 #include "tst_TodoPlugin.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/HotkeyEdit.h"
 
+#include "support/TestProgram.h"
+
 #include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
@@ -255,5 +257,5 @@ void tst_HotkeyEdit::isAFieldToScreenReaders()
     QCOMPARE(interface->childCount(), 0);
 }
 
-QTEST_MAIN(tst_HotkeyEdit)
+VASKEL_TEST(tst_HotkeyEdit, QApplication)
 #include "tst_HotkeyEdit.moc"

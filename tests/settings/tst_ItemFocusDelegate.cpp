@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/ItemFocusDelegate.h"
 
+#include "support/TestProgram.h"
+
 #include <QImage>
 #include <QListWidget>
 #include <QPainter>
@@ -55,5 +57,5 @@ void tst_ItemFocusDelegate::outlinesTheCurrentRowOfAViewWithTheFocus()
     QCOMPARE(image.pixelColor(2, 12) == QColor(Qt::white), isOutlined);
 }
 
-QTEST_MAIN(tst_ItemFocusDelegate)
+VASKEL_TEST(tst_ItemFocusDelegate, QApplication)
 #include "tst_ItemFocusDelegate.moc"

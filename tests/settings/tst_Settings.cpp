@@ -3,6 +3,7 @@
 
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -1150,5 +1151,5 @@ void tst_Settings::survivesAFolderInPlaceOfTheStore()
     QVERIFY(QFileInfo(testhome::path() + u'/' + storeFile).isDir());
 }
 
-QTEST_GUILESS_MAIN(tst_Settings)
+VASKEL_TEST(tst_Settings, QCoreApplication)
 #include "tst_Settings.moc"

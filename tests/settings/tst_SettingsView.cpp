@@ -6,6 +6,7 @@
 #include "settings/Settings.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -1195,5 +1196,5 @@ void tst_SettingsView::fitsIntoTheNarrowestWindow()
     }
 }
 
-QTEST_MAIN(tst_SettingsView)
+VASKEL_TEST(tst_SettingsView, QApplication)
 #include "tst_SettingsView.moc"

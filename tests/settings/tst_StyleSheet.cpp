@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/TestProgram.h"
+
 #include <QFile>
 #include <QImageReader>
 #include <QLabel>
@@ -248,5 +250,5 @@ void tst_StyleSheet::iconHasItsSizeAndTransparency()
     QCOMPARE(image.pixelColor(512, 512).alpha(), 255);
 }
 
-QTEST_MAIN(tst_StyleSheet)
+VASKEL_TEST(tst_StyleSheet, QApplication)
 #include "tst_StyleSheet.moc"

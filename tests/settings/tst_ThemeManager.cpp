@@ -2,6 +2,7 @@
 #include "settings/ThemeManager.h"
 
 #include "support/FakePlatform.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QMetaMethod>
@@ -415,5 +416,5 @@ void tst_ThemeManager::sheetReplacesEveryTokenWhereverItStands()
     QVERIFY(theme.styleSheet() != before);
 }
 
-QTEST_MAIN(tst_ThemeManager)
+VASKEL_TEST(tst_ThemeManager, QApplication)
 #include "tst_ThemeManager.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "support/TestHome.h"
 
+#include "support/TestProgram.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
@@ -182,5 +184,5 @@ void tst_TestHome::resetForgetsAStoreOfTheSameSizeAndAge()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_TestHome)
+VASKEL_TEST(tst_TestHome, QCoreApplication)
 #include "tst_TestHome.moc"

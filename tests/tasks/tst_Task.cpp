@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/Task.h"
 
+#include "support/TestProgram.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -205,5 +207,5 @@ void tst_Task::textThatIsNoDateBecomesEmpty()
     QCOMPARE(task.toJson().value("dueTime"_L1).toString(), QString());
 }
 
-QTEST_GUILESS_MAIN(tst_Task)
+VASKEL_TEST(tst_Task, QCoreApplication)
 #include "tst_Task.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskRepository.h"
 
+#include "support/TestProgram.h"
+
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QSignalSpy>
@@ -347,5 +349,5 @@ void tst_TaskRepository::survivesALongChain()
     QVERIFY(repository.allTasks().isEmpty());
 }
 
-QTEST_GUILESS_MAIN(tst_TaskRepository)
+VASKEL_TEST(tst_TaskRepository, QCoreApplication)
 #include "tst_TaskRepository.moc"

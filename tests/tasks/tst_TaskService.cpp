@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskService.h"
 
+#include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TaskRepository.h"
 
@@ -610,5 +611,5 @@ void tst_TaskService::survivesALongChain()
     QCOMPARE(taskfile::bytes(), "[]"_ba);
 }
 
-QTEST_GUILESS_MAIN(tst_TaskService)
+VASKEL_TEST(tst_TaskService, QCoreApplication)
 #include "tst_TaskService.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskStorage.h"
 
+#include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TaskRepository.h"
 
@@ -266,5 +267,5 @@ void tst_TaskStorage::readsAHundredMegabytes()
     QCOMPARE(repository.allTasks().size(), qMax(taskCount, 0));
 }
 
-QTEST_GUILESS_MAIN(tst_TaskStorage)
+VASKEL_TEST(tst_TaskStorage, QCoreApplication)
 #include "tst_TaskStorage.moc"

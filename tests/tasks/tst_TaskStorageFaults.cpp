@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskStorage.h"
 
+#include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TaskRepository.h"
 #include "tasks/TaskService.h"
@@ -347,5 +348,5 @@ void tst_TaskStorageFaults::goesOnWithAReadOnlyFolder()
     QVERIFY(taskfile::tasksByTitle().value(u"first"_s).value("completed"_L1).toBool());
 }
 
-QTEST_GUILESS_MAIN(tst_TaskStorageFaults)
+VASKEL_TEST(tst_TaskStorageFaults, QCoreApplication)
 #include "tst_TaskStorageFaults.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TodoView.h"
 
+#include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TaskRepository.h"
 #include "tasks/TaskService.h"
@@ -1085,5 +1086,5 @@ void tst_TodoView::survivesALongChain()
     QCOMPARE(page.summary->text(), u"100000 active · 100000 total"_s);
 }
 
-QTEST_MAIN(tst_TodoView)
+VASKEL_TEST(tst_TodoView, QApplication)
 #include "tst_TodoView.moc"

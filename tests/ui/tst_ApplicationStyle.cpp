@@ -2,6 +2,7 @@
 #include "ui/ApplicationStyle.h"
 
 #include "settings/ThemeManager.h"
+#include "support/TestProgram.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -246,5 +247,5 @@ void tst_ApplicationStyle::menuHasNothingOutsideOfItsRoundFrame()
     QVERIFY(shape.contains(QPoint(rect.center().x(), rect.bottom())));
 }
 
-QTEST_MAIN(tst_ApplicationStyle)
+VASKEL_TEST(tst_ApplicationStyle, QApplication)
 #include "tst_ApplicationStyle.moc"

@@ -2,6 +2,7 @@
 #include "ui/CommandLineEdit.h"
 
 #include "settings/ThemeManager.h"
+#include "support/TestProgram.h"
 #include "ui/ManagementIcon.h"
 
 #include <QAccessible>
@@ -508,5 +509,5 @@ void tst_CommandLineEdit::changedFocusRepaints()
     QTRY_VERIFY(paints.count > 0);
 }
 
-QTEST_MAIN(tst_CommandLineEdit)
+VASKEL_TEST(tst_CommandLineEdit, QApplication)
 #include "tst_CommandLineEdit.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/CommandText.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -49,5 +51,5 @@ void tst_CommandText::splitsAtTheFirstBlank()
     QCOMPARE(parts.arguments.value_or(QString()), arguments);
 }
 
-QTEST_GUILESS_MAIN(tst_CommandText)
+VASKEL_TEST(tst_CommandText, QCoreApplication)
 #include "tst_CommandText.moc"

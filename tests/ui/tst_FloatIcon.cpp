@@ -2,6 +2,7 @@
 #include "ui/FloatIcon.h"
 
 #include "settings/ThemeManager.h"
+#include "support/TestProgram.h"
 #include "ui/WindowTest.h"
 
 #include <QApplication>
@@ -544,5 +545,5 @@ void tst_FloatIcon::newPaletteRepaints()
     QTRY_VERIFY(paints.count > before);
 }
 
-QTEST_MAIN(tst_FloatIcon)
+VASKEL_TEST(tst_FloatIcon, QApplication)
 #include "tst_FloatIcon.moc"

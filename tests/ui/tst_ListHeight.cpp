@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ListHeight.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 class tst_ListHeight : public QObject
@@ -45,5 +47,5 @@ void tst_ListHeight::fitsTheRows()
     QTEST(listHeight(rowCount, rowHeight, frameWidth, available), "height");
 }
 
-QTEST_GUILESS_MAIN(tst_ListHeight)
+VASKEL_TEST(tst_ListHeight, QCoreApplication)
 #include "tst_ListHeight.moc"

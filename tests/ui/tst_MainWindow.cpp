@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
 
@@ -132,5 +133,5 @@ void tst_MainWindow::namesItsPartsForAssistiveTechnology()
     QCOMPARE(name(w.pinButtons().at(0)), u"Calculator"_s);
 }
 
-QTEST_MAIN(tst_MainWindow)
+VASKEL_TEST(tst_MainWindow, QApplication)
 #include "tst_MainWindow.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
 
@@ -442,5 +443,5 @@ void tst_MainWindowHeight::fitLeavesAPageAlone()
     QCOMPARE(w.window.height(), 460);
 }
 
-QTEST_MAIN(tst_MainWindowHeight)
+VASKEL_TEST(tst_MainWindowHeight, QApplication)
 #include "tst_MainWindowHeight.moc"

@@ -2,6 +2,7 @@
 #include "ui/MainWindow.h"
 
 #include "settings/ThemeManager.h"
+#include "support/TestProgram.h"
 #include "ui/ApplicationStyle.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
@@ -153,5 +154,5 @@ void tst_MainWindowLook::newPaletteReachesAWindowThatShows()
     QCOMPARE(entry, QColor(u"#1d1d1f"_s));
 }
 
-QTEST_MAIN(tst_MainWindowLook)
+VASKEL_TEST(tst_MainWindowLook, QApplication)
 #include "tst_MainWindowLook.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/ManagementIcon.h"
 #include "ui/WindowTest.h"
@@ -419,5 +420,5 @@ void tst_MainWindowPages::activateCommandReplacesTheText()
     QVERIFY(w.isOnList());
 }
 
-QTEST_MAIN(tst_MainWindowPages)
+VASKEL_TEST(tst_MainWindowPages, QApplication)
 #include "tst_MainWindowPages.moc"

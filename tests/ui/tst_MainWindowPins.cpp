@@ -2,6 +2,7 @@
 #include "ui/MainWindow.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
 
@@ -355,5 +356,5 @@ void tst_MainWindowPins::manyPinsWidenTheWindow()
     QCOMPARE(w.window.minimumWidth(), 720);
 }
 
-QTEST_MAIN(tst_MainWindowPins)
+VASKEL_TEST(tst_MainWindowPins, QApplication)
 #include "tst_MainWindowPins.moc"

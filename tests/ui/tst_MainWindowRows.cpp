@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
 
@@ -604,5 +605,5 @@ void tst_MainWindowRows::rowsReadTitleAndSubtitleAloud()
     QCOMPARE(list->child(0)->text(QAccessible::Name), u"3\nabout 3"_s);
 }
 
-QTEST_MAIN(tst_MainWindowRows)
+VASKEL_TEST(tst_MainWindowRows, QApplication)
 #include "tst_MainWindowRows.moc"

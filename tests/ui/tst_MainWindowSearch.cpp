@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
 
@@ -430,5 +431,5 @@ void tst_MainWindowSearch::autoEnterLeavesAPageAlone()
     QVERIFY(!w.status->isHidden());
 }
 
-QTEST_MAIN(tst_MainWindowSearch)
+VASKEL_TEST(tst_MainWindowSearch, QApplication)
 #include "tst_MainWindowSearch.moc"

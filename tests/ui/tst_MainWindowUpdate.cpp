@@ -2,6 +2,7 @@
 #include "ui/MainWindow.h"
 
 #include "support/FakePlatform.h"
+#include "support/TestProgram.h"
 #include "ui/WindowTest.h"
 #include "update/HttpServer.h"
 
@@ -390,5 +391,5 @@ void tst_MainWindowUpdate::leadsFromTheOfferToTheWarning()
              u"Error transferring %1 - server replied: Not Found"_s.arg(server.url(u"/missing"_s)));
 }
 
-QTEST_MAIN(tst_MainWindowUpdate)
+VASKEL_TEST(tst_MainWindowUpdate, QApplication)
 #include "tst_MainWindowUpdate.moc"

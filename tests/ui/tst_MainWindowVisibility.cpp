@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
 
@@ -248,5 +249,5 @@ void tst_MainWindowVisibility::focusLossDoesNotHideAtOnce()
     QVERIFY(w.window.isVisible());
 }
 
-QTEST_MAIN(tst_MainWindowVisibility)
+VASKEL_TEST(tst_MainWindowVisibility, QApplication)
 #include "tst_MainWindowVisibility.moc"

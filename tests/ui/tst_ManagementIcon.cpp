@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
+#include "support/TestProgram.h"
 #include "ui/VaskelIcon.h"
 
 #include <QAccessible>
@@ -295,5 +296,5 @@ void tst_ManagementIcon::isAButtonToScreenReaders()
     QCOMPARE(clicked.size(), 1);
 }
 
-QTEST_MAIN(tst_ManagementIcon)
+VASKEL_TEST(tst_ManagementIcon, QApplication)
 #include "tst_ManagementIcon.moc"

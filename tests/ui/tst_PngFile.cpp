@@ -2,6 +2,7 @@
 #include "ui/PngFile.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QImage>
@@ -101,5 +102,5 @@ void tst_PngFile::iconOfAMissingFileDrawsNothing()
     QVERIFY(iconOfFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
 }
 
-QTEST_MAIN(tst_PngFile)
+VASKEL_TEST(tst_PngFile, QApplication)
 #include "tst_PngFile.moc"

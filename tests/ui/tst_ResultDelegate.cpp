@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ResultDelegate.h"
 
+#include "support/TestProgram.h"
 #include "ui/ResultItem.h"
 
 #include "support/TestHome.h"
@@ -183,5 +184,5 @@ void tst_ResultDelegate::longTextDoesNotScrollSideways()
     QCOMPARE(list.horizontalScrollBar()->maximum(), 0);
 }
 
-QTEST_MAIN(tst_ResultDelegate)
+VASKEL_TEST(tst_ResultDelegate, QApplication)
 #include "tst_ResultDelegate.moc"

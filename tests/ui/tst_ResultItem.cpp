@@ -2,6 +2,7 @@
 #include "ui/ResultItem.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QImage>
@@ -113,5 +114,5 @@ void tst_ResultItem::otherRolesAreThoseOfAnyRow()
     QVERIFY(!(item.flags() & Qt::ItemIsEditable));
 }
 
-QTEST_MAIN(tst_ResultItem)
+VASKEL_TEST(tst_ResultItem, QApplication)
 #include "tst_ResultItem.moc"

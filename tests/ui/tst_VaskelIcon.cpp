@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/VaskelIcon.h"
 
+#include "support/TestProgram.h"
+
 #include <QIcon>
 #include <QImage>
 #include <QTest>
@@ -77,5 +79,5 @@ void tst_VaskelIcon::leavesTheMasterOut()
     QCOMPARE(sizes.size(), 7);
 }
 
-QTEST_MAIN(tst_VaskelIcon)
+VASKEL_TEST(tst_VaskelIcon, QApplication)
 #include "tst_VaskelIcon.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/WebSearch.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -58,5 +60,5 @@ void tst_WebSearch::encodesTheText()
     QCOMPARE(webSearchUrl(u"Google"_s, text), u"https://www.google.com/search?q="_s + query);
 }
 
-QTEST_GUILESS_MAIN(tst_WebSearch)
+VASKEL_TEST(tst_WebSearch, QCoreApplication)
 #include "tst_WebSearch.moc"

@@ -2,6 +2,7 @@
 #include "update/Updater.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "update/HttpServer.h"
 
 #include <QMetaMethod>
@@ -299,5 +300,5 @@ void tst_UpdaterCheck::offersItsInterfaceToTheMetaObject()
     QCOMPARE(methods, expected);
 }
 
-QTEST_GUILESS_MAIN(tst_UpdaterCheck)
+VASKEL_TEST(tst_UpdaterCheck, QCoreApplication)
 #include "tst_UpdaterCheck.moc"

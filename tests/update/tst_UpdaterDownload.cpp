@@ -3,6 +3,7 @@
 
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "update/HttpServer.h"
 
 #include <QCoreApplication>
@@ -450,5 +451,5 @@ void tst_UpdaterDownload::quitsEvenIfTheScriptDoesNotStart()
     QCOMPARE(contentOf(scriptPath()), "");
 }
 
-QTEST_GUILESS_MAIN(tst_UpdaterDownload)
+VASKEL_TEST(tst_UpdaterDownload, QCoreApplication)
 #include "tst_UpdaterDownload.moc"

@@ -2,6 +2,7 @@
 #include <QHotkey>
 
 #include "compat/windows/RealInput.h"
+#include "support/TestProgram.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAbstractNativeEventFilter>
@@ -299,5 +300,5 @@ void tst_QHotkeyOnWindows::refusesAKeyThatTheKeyboardLacks()
     QVERIFY(!hotkey.isRegistered());
 }
 
-QTEST_MAIN(tst_QHotkeyOnWindows)
+VASKEL_TEST(tst_QHotkeyOnWindows, QApplication)
 #include "tst_QHotkeyOnWindows.moc"

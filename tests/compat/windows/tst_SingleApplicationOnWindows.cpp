@@ -3,6 +3,7 @@
 
 #include "compat/SingleApplication/InstanceLock.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QFile>
 #include <QProcess>
@@ -223,5 +224,5 @@ void tst_SingleApplicationOnWindows::holderThatNeverListensIsGivenTheTimeout()
     QTRY_VERIFY_WITH_TIMEOUT(next.hasGivenWay(), patience);
 }
 
-QTEST_GUILESS_MAIN(tst_SingleApplicationOnWindows)
+VASKEL_TEST(tst_SingleApplicationOnWindows, QCoreApplication)
 #include "tst_SingleApplicationOnWindows.moc"

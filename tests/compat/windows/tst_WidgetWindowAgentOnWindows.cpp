@@ -2,6 +2,7 @@
 #include <QWKWidgets/widgetwindowagent.h>
 
 #include "compat/windows/RealInput.h"
+#include "support/TestProgram.h"
 
 #include <QPushButton>
 #include <QResizeEvent>
@@ -274,5 +275,5 @@ void tst_WidgetWindowAgentOnWindows::maximisedWindowFillsTheWorkArea()
     QCOMPARE(int(m_window->hitAt({0, 100})), HTCLIENT);
 }
 
-QTEST_MAIN(tst_WidgetWindowAgentOnWindows)
+VASKEL_TEST(tst_WidgetWindowAgentOnWindows, QApplication)
 #include "tst_WidgetWindowAgentOnWindows.moc"

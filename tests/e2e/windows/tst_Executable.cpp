@@ -2,6 +2,8 @@
 //
 // The built file as Windows sees it: what it imports, how large it is, and what it tells of itself.
 
+#include "support/TestProgram.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
@@ -253,5 +255,5 @@ void tst_Executable::hasItsIconInEachSize()
     QVERIFY2(colour.blue() > colour.red() + 60 && colour.alpha() == 255, qPrintable(colour.name()));
 }
 
-QTEST_GUILESS_MAIN(tst_Executable)
+VASKEL_TEST(tst_Executable, QCoreApplication)
 #include "tst_Executable.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/Link.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -235,5 +236,5 @@ void tst_AutoStart::followsTheProgramToAnotherPlace()
     QVERIFY(contentOf(entryPath()).contains("Exec=\"" + after.toUtf8() + "\"\n"));
 }
 
-QTEST_GUILESS_MAIN(tst_AutoStart)
+VASKEL_TEST(tst_AutoStart, QCoreApplication)
 #include "tst_AutoStart.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/StartMenu.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -319,5 +320,5 @@ void tst_BuiltinPrograms::watchesNothing()
     QCOMPARE(threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), before);
 }
 
-QTEST_GUILESS_MAIN(tst_BuiltinPrograms)
+VASKEL_TEST(tst_BuiltinPrograms, QCoreApplication)
 #include "tst_BuiltinPrograms.moc"

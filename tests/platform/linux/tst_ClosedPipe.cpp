@@ -4,6 +4,7 @@
 #include "Recording.h"
 #include "platform/Link.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QJsonObject>
 #include <QProcess>
@@ -57,5 +58,5 @@ void tst_ClosedPipe::sparesNoStartedProgram()
     QCOMPARE(masks.value("SigIgn"_L1).toString(), u"0"_s.repeated(16));
 }
 
-QTEST_GUILESS_MAIN(tst_ClosedPipe)
+VASKEL_TEST(tst_ClosedPipe, QCoreApplication)
 #include "tst_ClosedPipe.moc"

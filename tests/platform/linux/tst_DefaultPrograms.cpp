@@ -3,6 +3,7 @@
 
 #include "platform/linux/GlibPointer.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -176,5 +177,5 @@ void tst_DefaultPrograms::agreesWithGio()
     QCOMPARE(chosen().value(0), QFile::decodeName(path));
 }
 
-QTEST_GUILESS_MAIN(tst_DefaultPrograms)
+VASKEL_TEST(tst_DefaultPrograms, QCoreApplication)
 #include "tst_DefaultPrograms.moc"

@@ -4,6 +4,7 @@
 #include "platform/linux/HomeDatabase.h"
 #include "platform/linux/Plocate.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDateTime>
 #include <QDeadlineTimer>
@@ -567,5 +568,5 @@ void tst_FileIndex::doesNotMindAMissingDatabaseOfTheUsersOwn()
     QCOMPARE(resultsOf(u"no such name"_s), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_FileIndex)
+VASKEL_TEST(tst_FileIndex, QCoreApplication)
 #include "tst_FileIndex.moc"

@@ -4,6 +4,7 @@
 #include "platform/ShellIcon.h"
 #include "platform/linux/IconThemeFiles.h"
 #include "platform/linux/InstalledIconThemes.h"
+#include "support/TestProgram.h"
 
 #include <QGuiApplication>
 #include <QTest>
@@ -16,6 +17,9 @@ using iconthemefiles::installTheme;
 class tst_IconTheme : public QObject
 {
     Q_OBJECT
+
+public:
+    static int main(int argc, char *argv[]);
 
 private Q_SLOTS:
     void init();
@@ -88,7 +92,7 @@ void tst_IconTheme::prefersTheRichestTheme()
           "chosen");
 }
 
-int main(int argc, char *argv[])
+int tst_IconTheme::main(int argc, char *argv[])
 {
     iconthemefiles::leaveTheDesktop();
     iconthemefiles::installIcons();
@@ -97,4 +101,5 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
+VASKEL_TEST_WITH_MAIN(tst_IconTheme, tst_IconTheme::main)
 #include "tst_IconTheme.moc"

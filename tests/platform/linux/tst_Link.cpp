@@ -3,6 +3,7 @@
 
 #include "Recording.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -314,5 +315,5 @@ void tst_Link::failsWithoutBusAndCommand()
     QVERIFY(!platform::openLink(entryPath("DBusActivatable=true\n")));
 }
 
-QTEST_GUILESS_MAIN(tst_Link)
+VASKEL_TEST(tst_Link, QCoreApplication)
 #include "tst_Link.moc"

@@ -4,6 +4,7 @@
 #include "Recording.h"
 #include "platform/linux/GlibPointer.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -139,5 +140,5 @@ void tst_LinkInSession::activatesWhatHasNoCommand()
     QTRY_COMPARE(application.activations(), 1);
 }
 
-QTEST_GUILESS_MAIN(tst_LinkInSession)
+VASKEL_TEST(tst_LinkInSession, QCoreApplication)
 #include "tst_LinkInSession.moc"

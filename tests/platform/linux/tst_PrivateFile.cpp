@@ -2,6 +2,7 @@
 #include "platform/PrivateFile.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -161,5 +162,5 @@ void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles()
     QCOMPARE(isThere, isTaken);
 }
 
-QTEST_GUILESS_MAIN(tst_PrivateFile)
+VASKEL_TEST(tst_PrivateFile, QCoreApplication)
 #include "tst_PrivateFile.moc"

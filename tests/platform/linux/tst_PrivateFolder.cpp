@@ -2,6 +2,7 @@
 #include "platform/PrivateFolder.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -115,5 +116,5 @@ void tst_PrivateFolder::failsWhereNothingCanBeMade()
     QVERIFY(!platform::makePrivateFolder(folderPath()));
 }
 
-QTEST_GUILESS_MAIN(tst_PrivateFolder)
+VASKEL_TEST(tst_PrivateFolder, QCoreApplication)
 #include "tst_PrivateFolder.moc"

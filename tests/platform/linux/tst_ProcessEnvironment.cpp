@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ProcessEnvironment.h"
 
+#include "support/TestProgram.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -105,5 +107,5 @@ void tst_ProcessEnvironment::prefersX11WhereItIs()
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), chosen);
 }
 
-QTEST_GUILESS_MAIN(tst_ProcessEnvironment)
+VASKEL_TEST(tst_ProcessEnvironment, QCoreApplication)
 #include "tst_ProcessEnvironment.moc"

@@ -4,6 +4,7 @@
 #include "platform/IconTheme.h"
 #include "platform/linux/IconThemeFiles.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -16,6 +17,9 @@ using iconthemefiles::colorOf;
 class tst_ShellIcon : public QObject
 {
     Q_OBJECT
+
+public:
+    static int main(int argc, char *argv[]);
 
 private Q_SLOTS:
     void showsTheIconOfTheEntry_data();
@@ -102,7 +106,7 @@ void tst_ShellIcon::theShellHasNoFurtherIcons()
     QVERIFY(platform::shellPixmap(testhome::path()).isNull());
 }
 
-int main(int argc, char *argv[])
+int tst_ShellIcon::main(int argc, char *argv[])
 {
     iconthemefiles::leaveTheDesktop();
     iconthemefiles::installIcons();
@@ -112,4 +116,5 @@ int main(int argc, char *argv[])
     return QTest::qExec(&test, argc, argv);
 }
 
+VASKEL_TEST_WITH_MAIN(tst_ShellIcon, tst_ShellIcon::main)
 #include "tst_ShellIcon.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/linux/GlibPointer.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -408,5 +409,5 @@ void tst_StartMenu::readsFiveThousandEntries()
     QCOMPARE(platform::startMenuNames(systemRoot(), paths).size(), count);
 }
 
-QTEST_GUILESS_MAIN(tst_StartMenu)
+VASKEL_TEST(tst_StartMenu, QCoreApplication)
 #include "tst_StartMenu.moc"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/StartMenu.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -234,5 +235,5 @@ void tst_StartMenuCache::doesWithoutAFolderToWriteTo()
     QCOMPARE(nameOf(path), u"Name"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_StartMenuCache)
+VASKEL_TEST(tst_StartMenuCache, QCoreApplication)
 #include "tst_StartMenuCache.moc"

@@ -2,6 +2,7 @@
 #include "platform/UpdateScript.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "update/HttpServer.h"
 
 #include <QDir>
@@ -312,5 +313,5 @@ void tst_UpdateScript::quotesWhateverAPathHolds()
     QTRY_VERIFY(QFile::exists(newRuns()));
 }
 
-QTEST_GUILESS_MAIN(tst_UpdateScript)
+VASKEL_TEST(tst_UpdateScript, QCoreApplication)
 #include "tst_UpdateScript.moc"

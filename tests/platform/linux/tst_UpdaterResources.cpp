@@ -3,6 +3,7 @@
 
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "update/HttpServer.h"
 
 #include <QFile>
@@ -135,5 +136,5 @@ void tst_UpdaterResources::takesNoNoticeOfAFullDisk()
     QCOMPARE(fakePlatform().startedUpdateScripts.size(), 1);
 }
 
-QTEST_GUILESS_MAIN(tst_UpdaterResources)
+VASKEL_TEST(tst_UpdaterResources, QCoreApplication)
 #include "tst_UpdaterResources.moc"

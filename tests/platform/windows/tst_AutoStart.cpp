@@ -2,6 +2,7 @@
 #include "platform/AutoStart.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "support/TestRegistry.h"
 
 #include "settings/Settings.h"
@@ -111,5 +112,5 @@ void tst_AutoStart::everyStartWithoutAutoStartRemovesTheValue()
     QVERIFY(!queried(u"Vaskel"_s).contains("by hand"_L1));
 }
 
-QTEST_GUILESS_MAIN(tst_AutoStart)
+VASKEL_TEST(tst_AutoStart, QCoreApplication)
 #include "tst_AutoStart.moc"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/BuiltinPrograms.h"
 
+#include "support/TestProgram.h"
+
 #include <QScopeGuard>
 #include <QTest>
 #include <QTranslator>
@@ -102,5 +104,5 @@ void tst_BuiltinPrograms::describesInTheUsersLanguage()
              u"[Open Bing Search]"_s);
 }
 
-QTEST_GUILESS_MAIN(tst_BuiltinPrograms)
+VASKEL_TEST(tst_BuiltinPrograms, QCoreApplication)
 #include "tst_BuiltinPrograms.moc"

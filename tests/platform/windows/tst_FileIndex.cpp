@@ -3,6 +3,7 @@
 
 #include "platform/windows/EverythingLibrary.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QTest>
 
@@ -161,5 +162,5 @@ void tst_FileIndex::asksForFiftyAtMost()
     QCOMPARE(FilePlugin(nullptr).query(u"report"_s).size(), 50);
 }
 
-QTEST_MAIN(tst_FileIndex)
+VASKEL_TEST(tst_FileIndex, QApplication)
 #include "tst_FileIndex.moc"

@@ -4,6 +4,7 @@
 #include "platform/windows/Recording.h"
 #include "plugins/Titles.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include "plugins/DirectoryPlugin.h"
 
@@ -103,5 +104,5 @@ void tst_Folder::hasNoNameForADrive()
     QCOMPARE(record.value(u"subtitle"_s).toString(), u"C:/"_s);
 }
 
-QTEST_MAIN(tst_Folder)
+VASKEL_TEST(tst_Folder, QApplication)
 #include "tst_Folder.moc"

@@ -4,6 +4,7 @@
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include "launcher/AppLauncher.h"
 
@@ -107,5 +108,5 @@ void tst_Link::refuses()
     QCOMPARE(starts(), QList<QStringList>());
 }
 
-QTEST_MAIN(tst_Link)
+VASKEL_TEST(tst_Link, QApplication)
 #include "tst_Link.moc"

@@ -2,6 +2,7 @@
 #include "platform/PrivateFile.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -91,5 +92,5 @@ void tst_PrivateFile::takesAPathWithBackslashes()
     QCOMPARE(contentOf(filePath()), "");
 }
 
-QTEST_GUILESS_MAIN(tst_PrivateFile)
+VASKEL_TEST(tst_PrivateFile, QCoreApplication)
 #include "tst_PrivateFile.moc"

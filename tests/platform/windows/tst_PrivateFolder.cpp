@@ -2,6 +2,7 @@
 #include "platform/PrivateFolder.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDir>
 #include <QFile>
@@ -85,5 +86,5 @@ void tst_PrivateFolder::contentCanBeWritten()
     QCOMPARE(file.write("text"), 4);
 }
 
-QTEST_GUILESS_MAIN(tst_PrivateFolder)
+VASKEL_TEST(tst_PrivateFolder, QCoreApplication)
 #include "tst_PrivateFolder.moc"

@@ -2,6 +2,7 @@
 #include "settings/Settings.h"
 
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "support/TestRegistry.h"
 
 #include <QPoint>
@@ -192,5 +193,5 @@ void tst_SettingsInRegistry::settingADefaultWritesNothing()
     QCOMPARE(valueNames(), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_SettingsInRegistry)
+VASKEL_TEST(tst_SettingsInRegistry, QCoreApplication)
 #include "tst_SettingsInRegistry.moc"

@@ -5,6 +5,7 @@
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include "launcher/AppLauncher.h"
 #include "platform/StartMenu.h"
@@ -248,5 +249,5 @@ void tst_ShellIcon::thousandExtractionsLeakNothing()
     QVERIFY(leftUserHandles() > userHandles - 500);
 }
 
-QTEST_MAIN(tst_ShellIcon)
+VASKEL_TEST(tst_ShellIcon, QApplication)
 #include "tst_ShellIcon.moc"

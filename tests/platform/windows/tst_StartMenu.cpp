@@ -4,6 +4,7 @@
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include "launcher/AppLauncher.h"
 
@@ -142,5 +143,5 @@ void tst_StartMenu::leavesOtherFilesOut()
     QCOMPARE(listed(), (QList<QStringList>{{u"Program"_s, path, u"Start Menu"_s}}));
 }
 
-QTEST_MAIN(tst_StartMenu)
+VASKEL_TEST(tst_StartMenu, QApplication)
 #include "tst_StartMenu.moc"

@@ -3,6 +3,7 @@
 
 #include "platform/windows/Recording.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 #include "update/HttpServer.h"
 
 #include <QDir>
@@ -259,5 +260,5 @@ void tst_UpdateScript::leavesBothAndSaysSoOfAPathThatIsReadOtherwise()
     QVERIFY(QFile::exists(downloadPath()));
 }
 
-QTEST_GUILESS_MAIN(tst_UpdateScript)
+VASKEL_TEST(tst_UpdateScript, QCoreApplication)
 #include "tst_UpdateScript.moc"

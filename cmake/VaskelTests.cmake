@@ -1,0 +1,152 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+#
+# vaskel_add_test: the tests of one folder are one program, since linking each by itself took longer
+# than compiling it. Each test class still runs in a process of its own.
+
+# How a program that runs under wine finds a file of the machine that builds it.
+if(CMAKE_CROSSCOMPILING)
+    set(VASKEL_FILE_PREFIX "Z:")
+else()
+    set(VASKEL_FILE_PREFIX)
+endif()
+
+# What wine needs is kept from one run to the next.
+set(VASKEL_WINE "${PROJECT_SOURCE_DIR}/tests/support/with-wine" --prefix "${PROJECT_BINARY_DIR}/wine")
+
+# Fonts for the offscreen platform, which looks into one folder.
+if(CMAKE_CROSSCOMPILING)
+    set(VASKEL_FONTS "${PROJECT_BINARY_DIR}/fonts")
+    file(MAKE_DIRECTORY "${VASKEL_FONTS}")
+    file(GLOB fonts /usr/share/fonts/truetype/dejavu/*.ttf /usr/share/fonts/truetype/wqy/*.ttc)
+    foreach(font IN LISTS fonts)
+        get_filename_component(font_name "${font}" NAME)
+        file(CREATE_LINK "${font}" "${VASKEL_FONTS}/${font_name}" SYMBOLIC)
+    endforeach()
+endif()
+
+# Qt Test without the folder names that it defines for each target. With them, no two targets could
+# share a precompiled header.
+add_library(vaskel_qt_test INTERFACE)
+target_include_directories(vaskel_qt_test SYSTEM INTERFACE
+    $<TARGET_PROPERTY:Qt6::Test,INTERFACE_INCLUDE_DIRECTORIES>
+)
+target_link_libraries(vaskel_qt_test INTERFACE $<LINK_ONLY:Qt6::Test>)
+
+# All cases of a test class but the named ones, as its source declares them.
+function(vaskel_other_cases variable source)
+    file(STRINGS "${source}" declarations REGEX "^    void [A-Za-z0-9]+\\(\\)(;| {)")
+    set(cases)
+    foreach(declaration IN LISTS declarations)
+        string(REGEX REPLACE "^    void ([A-Za-z0-9]+).*" "\\1" case "${declaration}")
+        list(APPEND cases "${case}")
+    endforeach()
+    list(REMOVE_ITEM cases init cleanup initTestCase cleanupTestCase ${ARGN})
+    set(${variable} ${cases} PARENT_SCOPE)
+endfunction()
+
+# The current folder's test program for one half of platform/, made at the first call.
+function(vaskel_test_program variable on_fake)
+    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    set(program tests_${folder})
+    if(on_fake)
+        string(APPEND program _on_fake)
+    endif()
+    set(${variable} ${program} PARENT_SCOPE)
+    if(TARGET ${program})
+        return()
+    endif()
+    qt_add_executable(${program})
+    set_target_properties(${program} PROPERTIES AUTOMOC ON)
+    target_precompile_headers(${program} REUSE_FROM vaskel_test_main)
+    if(on_fake)
+        target_link_libraries(${program} PRIVATE vaskel_fake_platform)
+    endif()
+    target_link_libraries(${program} PRIVATE
+        vaskel_test_main
+        vaskel_test_support
+        vaskel_test_update_server
+        vaskel
+        vaskel_compiler
+    )
+    if(CMAKE_CROSSCOMPILING)
+        # A static program has only those plugins that it was linked with.
+        qt_import_plugins(${program} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+    endif()
+endfunction()
+
+# The link by which a test program runs one class. On Windows it stands beside the libraries that the
+# program loads.
+function(vaskel_link_test variable name program)
+    set(folder "${CMAKE_CURRENT_BINARY_DIR}")
+    if(CMAKE_RUNTIME_OUTPUT_DIRECTORY)
+        set(folder "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    endif()
+    set(link "${folder}/${name}${CMAKE_EXECUTABLE_SUFFIX}")
+    file(CREATE_LINK "${program}${CMAKE_EXECUTABLE_SUFFIX}" "${link}" SYMBOLIC)
+    set(${variable} "${link}" PARENT_SCOPE)
+endfunction()
+
+# vaskel_add_test(tst_Class [FAKE_PLATFORM] [WINDOW_MANAGER] [SESSION_BUS]
+#                 [OBJECTS library] [SOURCES file...] [LIBRARIES target...]
+#                 [DEFINITIONS definition...] [DEPENDS target...] [UNIX_CASES case...])
+#
+# Adds tst_Class.cpp to the test program of the current folder and registers the test
+# "folder/tst_Class". Sets tst_Class_PROGRAM to what runs this class alone.
+#
+# FAKE_PLATFORM    links the recording fakes of platform/ in place of the operating system's half.
+# WINDOW_MANAGER   runs the test on an X display of its own with a window manager; under wine, on a
+#                  Windows desktop of its own. Without it the test runs offscreen.
+# SESSION_BUS      the same with a session bus of its own.
+# OBJECTS          an object library that has tst_Class.cpp compiled, for a class that runs on both
+#                  halves of platform/. On the fakes its name is tst_ClassOnFake.
+# DEFINITIONS      of tst_Class.cpp alone.
+# DEPENDS          programs that the test starts.
+# UNIX_CASES       cases that need what only a Unix has; they are left out under wine.
+function(vaskel_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg
+        "FAKE_PLATFORM;WINDOW_MANAGER;SESSION_BUS"
+        "OBJECTS"
+        "SOURCES;LIBRARIES;DEFINITIONS;DEPENDS;UNIX_CASES"
+    )
+    get_filename_component(folder "${CMAKE_CURRENT_SOURCE_DIR}" NAME)
+    set(source "${name}.cpp")
+
+    vaskel_test_program(program "${arg_FAKE_PLATFORM}")
+    if(NOT arg_OBJECTS)
+        target_sources(${program} PRIVATE ${source})
+        set_source_files_properties(${source} PROPERTIES COMPILE_DEFINITIONS "${arg_DEFINITIONS}")
+    endif()
+    target_sources(${program} PRIVATE ${arg_SOURCES})
+    target_link_libraries(${program} PRIVATE ${arg_OBJECTS} ${arg_LIBRARIES})
+    if(arg_DEPENDS)
+        add_dependencies(${program} ${arg_DEPENDS})
+    endif()
+    vaskel_link_test(link ${name} ${program})
+    set(${name}_PROGRAM "${link}" PARENT_SCOPE)
+
+    set(environment QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 LANGUAGE= TZ=UTC)
+    set(runner)
+    set(cases)
+    if(CMAKE_CROSSCOMPILING)
+        set(runner ${VASKEL_WINE} --qtest)
+        if(arg_WINDOW_MANAGER)
+            set(runner
+                "${PROJECT_SOURCE_DIR}/tests/support/with-window-manager" --screen 1600x1200
+                ${runner} --desktop
+            )
+        endif()
+        list(APPEND environment "QT_QPA_FONTDIR=Z:${VASKEL_FONTS}")
+        if(arg_UNIX_CASES)
+            vaskel_other_cases(cases "${CMAKE_CURRENT_SOURCE_DIR}/${source}" ${arg_UNIX_CASES})
+        endif()
+    else()
+        list(APPEND environment "HOME=${CMAKE_BINARY_DIR}/test-home")
+        if(arg_SESSION_BUS)
+            set(runner "${PROJECT_SOURCE_DIR}/tests/support/with-window-manager" --session-bus)
+        elseif(arg_WINDOW_MANAGER)
+            set(runner "${PROJECT_SOURCE_DIR}/tests/support/with-window-manager")
+        endif()
+    endif()
+    add_test(NAME ${folder}/${name} COMMAND ${runner} "${link}" ${cases})
+    set_tests_properties(${folder}/${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 300)
+endfunction()
