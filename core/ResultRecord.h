@@ -14,8 +14,8 @@
 //   - "type": what to do; "none" makes the row inert
 //   - "data": the operand, such as a path, a URL or a text
 //   - "plugin": the command whose plugin carries the action out
-// A map is made and read through these functions alone. A key of which a function is given no
-// argument is absent; an empty argument gives an empty string.
+// Use the functions below to make and read the maps. A function that makes one adds a key for each
+// of its arguments, also for an empty one, and no other key.
 
 /// The types of the actions, compared exactly. A plugin may have others of its own.
 namespace actiontype {
@@ -43,8 +43,8 @@ QVariantMap makeRecord(const QString &title, const QString &subtitle, const QStr
 QVariantMap makeRecord(const QString &title, const QString &subtitle, const QString &icon,
                        const QVariantMap &action);
 
-/// A record that only tells something, such as why a command of that plugin has no answer. Its icon
-/// is empty, its action of the type "none".
+/// A record of a message, such as why the command has no answer, which cannot be chosen. It also
+/// has an empty "icon", and its action has the type "none".
 QVariantMap makeInertRecord(const QString &title, const QString &subtitle, const QString &command);
 
 /// A record of something that can be launched and pinned. It has "name", and "desc" for the

@@ -7,6 +7,6 @@
 class QString;
 struct AppEntry;
 
-/// The records of the entries that match, in the order of the list; AppLauncher::search() tells
-/// which.
+/// The records of the entries that match the query, in the order of the list. AppLauncher::search()
+/// says which ones match.
 QVariantList searchApps(const QList<AppEntry> &apps, const QString &query);

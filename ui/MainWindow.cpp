@@ -6,7 +6,6 @@
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "platform/QtVersion.h"
-#include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/PinnedStrip.h"
