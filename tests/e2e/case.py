@@ -92,9 +92,9 @@ class Linux:
         return Launcher(desktop, program, home.environment())
 
     def open_another_window(self, case):
-        other = case.desktop.open_window()
-        case.addCleanup(stop, other)
-        return case.desktop.active_window()
+        process, window = case.desktop.open_window()
+        case.addCleanup(stop, process)
+        return window
 
 
 def system():

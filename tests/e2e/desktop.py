@@ -182,13 +182,23 @@ class Desktop:
         listing = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
         return [str(int(window.split()[-1], 16)) for window in listing.split(",")]
 
+    def windows_of(self, process):
+        """The windows of a process that show."""
+        return self.run("xdotool", "search", "--onlyvisible", "--pid", str(process)).splitlines()
+
     def open_window(self):
-        """Opens a window of another program and waits until it is active; returns its process."""
-        before = self.active_window()
+        """Opens a window of another program and waits until it is active; returns its process and
+        the window."""
         process = self._start(["xterm", "-geometry", "80x24+10+10"],
                               env=os.environ | self.environment())
-        wait_until(lambda: self.active_window() not in ("", before), "another window is active")
-        return process
+
+        def active():
+            window = self.active_window()
+            if window not in self.windows_of(process.pid):
+                raise NotYet(f"the active window is {window!r}")
+            return window
+        # Not any other window: the manager activates one after the other has just been hidden, too.
+        return process, wait_until(active, "the window of the other program is active")
 
     def start_tray(self):
         """Starts a system tray in the lower right corner; returns its process."""

@@ -466,8 +466,7 @@ class Launcher:
                 if not self._is_float_icon(window) and not self._is_embedded(window)]
 
     def _all_windows(self):
-        return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
-                                str(self.process.pid)).splitlines()
+        return self.desktop.windows_of(self.process.pid)
 
     def _is_float_icon(self, window):
         # The only one that is a tool of the program.
