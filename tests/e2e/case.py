@@ -38,10 +38,17 @@ class EndToEndCase(unittest.TestCase):
 
     def becomes(self, read, expected):
         """Waits until read() gives what is expected."""
+        seen = None
+
+        def is_as_expected():
+            nonlocal seen
+            seen = read()
+            return seen == expected
         try:
-            wait_until(lambda: read() == expected, f"{read.__name__}() is as expected")
-        except AssertionError:
-            self.assertEqual(read(), expected)
+            wait_until(is_as_expected, f"{read.__name__}() is as expected")
+        except AssertionError as in_vain:
+            self.assertEqual(seen, expected, in_vain)
+            raise
 
     def hides(self):
         wait_until(lambda: not self.launcher.is_visible(), "the window is hidden")

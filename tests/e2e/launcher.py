@@ -8,6 +8,7 @@ import pathlib
 import re
 import shutil
 import signal
+import subprocess
 import sys
 import tempfile
 
@@ -210,7 +211,10 @@ class ForeignProcess:
         self.send_signal(signal.SIGKILL)
 
     def wait(self, timeout=PATIENCE):
-        wait_until(lambda: self.poll() is not None, f"process {self.pid} ends", timeout)
+        try:
+            wait_until(lambda: self.poll() is not None, f"process {self.pid} ends", timeout)
+        except AssertionError as in_vain:
+            raise subprocess.TimeoutExpired(f"process {self.pid}", timeout) from in_vain
         return self.returncode
 
 
