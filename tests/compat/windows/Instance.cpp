@@ -4,8 +4,8 @@
 //
 // An instance for tst_SingleApplicationOnWindows. Writes what becomes of it into the file, one word
 // a line, and ends when there is a file of that name with ".quit" behind. "secondary" allows it to
-// be a secondary instance. It ends with its standard input too: it must not hold the lock any longer
-// than a test that was killed.
+// be a secondary instance. It ends with its standard input too: it must not hold the lock any
+// longer than a test that was killed.
 
 #include <SingleApplication>
 
