@@ -59,7 +59,7 @@ public:
     void quit()
     {
         m_process.closeWriteChannel();
-        m_process.waitForFinished();
+        QVERIFY2(m_process.waitForFinished(), qPrintable(said().join(u' ')));
     }
 
     void signal(int number) { ::kill(pid_t(m_process.processId()), number); }

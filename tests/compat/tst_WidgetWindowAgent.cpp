@@ -80,7 +80,10 @@ QByteArray xdotool(const QStringList &arguments)
     QSignalSpy finished(&process, &QProcess::finished);
     process.start(u"xdotool"_s, arguments);
     // The window system may be waiting for this process meanwhile.
-    if (!finished.wait() || process.exitCode() != 0) {
+    if (!finished.wait()) {
+        qFatal("xdotool does not end: %s", qUtf8Printable(arguments.join(u' ')));
+    }
+    if (process.exitCode() != 0) {
         qWarning() << "xdotool failed:" << arguments << process.readAllStandardError();
     }
     return process.readAllStandardOutput();
@@ -134,6 +137,10 @@ bool dragUntil(const QPoint &from, const QPoint &to, Condition reached)
 {
     moveTo(from);
     press();
+    if (QTest::currentTestFailed()) {
+        release();
+        return false;
+    }
     const QDeadlineTimer deadline(20s);
     while (!reached() && !deadline.hasExpired()) {
         moveTo((from + to) / 2);

@@ -38,10 +38,17 @@ class EndToEndCase(unittest.TestCase):
 
     def becomes(self, read, expected):
         """Waits until read() gives what is expected."""
+        seen = None
+
+        def is_as_expected():
+            nonlocal seen
+            seen = read()
+            return seen == expected
         try:
-            wait_until(lambda: read() == expected, f"{read.__name__}() is as expected")
-        except AssertionError:
-            self.assertEqual(read(), expected)
+            wait_until(is_as_expected, f"{read.__name__}() is as expected")
+        except AssertionError as in_vain:
+            self.assertEqual(seen, expected, in_vain)
+            raise
 
     def hides(self):
         wait_until(lambda: not self.launcher.is_visible(), "the window is hidden")
@@ -92,9 +99,9 @@ class Linux:
         return Launcher(desktop, program, home.environment())
 
     def open_another_window(self, case):
-        other = case.desktop.open_window()
-        case.addCleanup(stop, other)
-        return case.desktop.active_window()
+        process, window = case.desktop.open_window()
+        case.addCleanup(stop, process)
+        return window
 
 
 def system():

@@ -10,6 +10,7 @@ import contextlib
 import itertools
 import os
 import pathlib
+import select
 import shutil
 import subprocess
 import tempfile
@@ -91,7 +92,8 @@ class Desktop:
     def run(self, *command, text=None):
         """What a command prints; an empty string if it fails."""
         result = subprocess.run(command, env=os.environ | self.environment(), input=text, text=True,
-                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                                timeout=PATIENCE)
         return result.stdout.strip() if result.returncode == 0 else ""
 
     def type(self, text):
@@ -147,7 +149,7 @@ class Desktop:
         # xclip stays behind to serve the text; its output must not be waited for.
         subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text, text=True,
                        env=os.environ | self.environment(), stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL, check=True)
+                       stderr=subprocess.DEVNULL, check=True, timeout=PATIENCE)
 
     def clipboard(self):
         return self.run("xclip", "-selection", "clipboard", "-out")
@@ -165,7 +167,7 @@ class Desktop:
         return subprocess.run(["import", "-silent", "-window", "root", "-crop",
                                f"{width}x{height}+{max(x, 0)}+{max(y, 0)}", "-depth", "8", "rgb:-"],
                               env=os.environ | self.environment(), stdout=subprocess.PIPE,
-                              check=True).stdout
+                              check=True, timeout=PATIENCE).stdout
 
     def active_window(self):
         return self.run("xdotool", "getactivewindow")
@@ -182,13 +184,23 @@ class Desktop:
         listing = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
         return [str(int(window.split()[-1], 16)) for window in listing.split(",")]
 
+    def windows_of(self, process):
+        """The windows of a process that show."""
+        return self.run("xdotool", "search", "--onlyvisible", "--pid", str(process)).splitlines()
+
     def open_window(self):
-        """Opens a window of another program and waits until it is active; returns its process."""
-        before = self.active_window()
+        """Opens a window of another program and waits until it is active; returns its process and
+        the window."""
         process = self._start(["xterm", "-geometry", "80x24+10+10"],
                               env=os.environ | self.environment())
-        wait_until(lambda: self.active_window() not in ("", before), "another window is active")
-        return process
+
+        def active():
+            window = self.active_window()
+            if window not in self.windows_of(process.pid):
+                raise NotYet(f"the active window is {window!r}")
+            return window
+        # Not any other window: the manager activates one after the other has just been hidden, too.
+        return process, wait_until(active, "the window of the other program is active")
 
     def start_tray(self):
         """Starts a system tray in the lower right corner; returns its process."""
@@ -227,10 +239,7 @@ class Desktop:
                      "-nolisten", "tcp"], pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as pipe:
-            number = pipe.readline().strip()
-        if not number:
-            raise RuntimeError("Xvfb did not start: " + (self.folder / "Xvfb.log").read_text())
-        return f":{number}"
+            return f":{self._first_line(pipe, 'Xvfb')}"
 
     def _start_bus(self):
         runtime = self.folder / "runtime"
@@ -239,7 +248,16 @@ class Desktop:
         bus = self._start(["dbus-daemon", "--session", "--nofork", "--print-address=1"],
                           env=environment, stdout=subprocess.PIPE, text=True)
         with bus.stdout:
-            return bus.stdout.readline().strip()
+            return self._first_line(bus.stdout, "dbus-daemon")
+
+    def _first_line(self, pipe, program):
+        """What a program that has just been started says when it is ready."""
+        ready, _, _ = select.select([pipe], [], [], PATIENCE)
+        line = pipe.readline().strip() if ready else ""
+        if not line:
+            log = (self.folder / f"{program}.log").read_text()
+            raise RuntimeError(f"{program} did not start within {PATIENCE} s: {log}")
+        return line
 
     def _start_window_manager(self):
         home = self.folder / "home"

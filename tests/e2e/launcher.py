@@ -8,6 +8,7 @@ import pathlib
 import re
 import shutil
 import signal
+import subprocess
 import sys
 import tempfile
 
@@ -210,7 +211,10 @@ class ForeignProcess:
         self.send_signal(signal.SIGKILL)
 
     def wait(self, timeout=PATIENCE):
-        wait_until(lambda: self.poll() is not None, f"process {self.pid} ends", timeout)
+        try:
+            wait_until(lambda: self.poll() is not None, f"process {self.pid} ends", timeout)
+        except AssertionError as in_vain:
+            raise subprocess.TimeoutExpired(f"process {self.pid}", timeout) from in_vain
         return self.returncode
 
 
@@ -466,8 +470,7 @@ class Launcher:
                 if not self._is_float_icon(window) and not self._is_embedded(window)]
 
     def _all_windows(self):
-        return self.desktop.run("xdotool", "search", "--onlyvisible", "--pid",
-                                str(self.process.pid)).splitlines()
+        return self.desktop.windows_of(self.process.pid)
 
     def _is_float_icon(self, window):
         # The only one that is a tool of the program.

@@ -10,6 +10,7 @@ import collections
 import json
 import os
 import pathlib
+import select
 import shutil
 import struct
 import subprocess
@@ -78,7 +79,7 @@ class Windows:
         self.screen = os.environ.get("VASKEL_SCREEN", "1600x1200")
         # What outlives an earlier run for a moment would take new programs to its screen.
         for order in ("--kill", "--wait"):
-            subprocess.run(["wineserver", order], stderr=subprocess.DEVNULL,
+            subprocess.run(["wineserver", order], stderr=subprocess.DEVNULL, timeout=PATIENCE,
                            env=os.environ | {"WINEPREFIX": str(self.prefix / "wine")})
 
     def make_home(self, desktop):
@@ -196,6 +197,8 @@ class Reader:
             self._process.stdin.flush()
         except BrokenPipeError:
             pass
+        if not select.select([self._process.stdout], [], [], PATIENCE)[0]:
+            raise AssertionError(f"Waited {PATIENCE} s in vain for an answer to {question!r}")
         answer = self._process.stdout.readline()
         if not answer:
             raise NotYet("there is no desktop to read")

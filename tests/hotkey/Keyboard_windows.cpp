@@ -100,13 +100,14 @@ Keyboard::Keyboard()
     d->window.show();
     // Wine gets the keyboard of the screen with the first click into one of its windows.
     if (!QTest::qWaitForWindowActive(&d->window)) {
-        return;
+        qFatal("the window does not become active: %s", qUtf8Printable(realinput::foreground()));
     }
     const QPoint inside = d->window.mapToGlobal(d->window.rect().center());
     realinput::send({u"mousemove"_s, QString::number(inside.x()), QString::number(inside.y()),
                      u"click"_s, u"1"_s});
-    [[maybe_unused]] const bool isDone =
-        QTest::qWaitFor([this] { return d->window.wasClicked; }, 20000);
+    if (!QTest::qWaitFor([this] { return d->window.wasClicked; }, 20000)) {
+        qFatal("the click does not arrive: %s", qUtf8Printable(realinput::foreground()));
+    }
 }
 
 Keyboard::~Keyboard() = default;
@@ -133,7 +134,12 @@ void Keyboard::type(const QString &sequence)
     const qsizetype before = ends();
     realinput::send({u"key"_s, u"--delay"_s, u"20"_s, sequence.toLower(), u"End"_s});
     if (!QTest::qWaitFor([&] { return ends() > before; }, 20000)) {
-        qFatal("the keys do not arrive");
+        QStringList keys;
+        for (const int key : d->window.keys) {
+            keys.append(QKeySequence(key).toString(QKeySequence::PortableText));
+        }
+        qFatal("the keys do not arrive: the window got \"%s\", %s", qUtf8Printable(keys.join(u' ')),
+               qUtf8Printable(realinput::foreground()));
     }
 }
 

@@ -217,7 +217,7 @@ class WindowsPackages(unittest.TestCase):
 
     def stop(self, process):
         process.terminate()
-        process.wait()
+        process.wait(PATIENCE)
         self.wait_until(lambda: not windows("Vaskel"), "the program is gone")
 
     def contents(self, folder):

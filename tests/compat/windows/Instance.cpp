@@ -4,7 +4,8 @@
 //
 // An instance for tst_SingleApplicationOnWindows. Writes what becomes of it into the file, one word
 // a line, and ends when there is a file of that name with ".quit" behind. "secondary" allows it to
-// be a secondary instance.
+// be a secondary instance. It ends with its standard input too: it must not hold the lock any
+// longer than a test that was killed.
 
 #include <SingleApplication>
 
@@ -12,6 +13,9 @@
 #include <QTimer>
 
 #include <chrono>
+#include <thread>
+
+#include <windows.h>
 
 using namespace std::chrono_literals;
 
@@ -25,10 +29,21 @@ void say(const QString &filePath, const char *text)
     }
 }
 
+void endWithInput()
+{
+    char byte = 0;
+    DWORD count = 0;
+    while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &count, nullptr) && count > 0) {
+    }
+    TerminateProcess(GetCurrentProcess(), 1);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    std::thread(endWithInput).detach();
+
     const QString userData = QString::fromLocal8Bit(argv[1]);
     const int timeout = std::atoi(argv[2]);
     const QString filePath = QString::fromLocal8Bit(argv[3]);

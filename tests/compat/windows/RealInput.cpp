@@ -1,16 +1,44 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "compat/windows/RealInput.h"
 
-#include <QProcess>
+#include <QtLogging>
+
+#include <string>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
 
 namespace realinput {
 
 void send(const QStringList &commands)
 {
-    // A program of the machine below wine, which starts it but gives no handle of it.
-    if (!QProcess::startDetached(QStringLiteral("Z:/usr/bin/xdotool"), commands)) {
-        qFatal("xdotool cannot be started");
+    const std::wstring program = L"Z:\\usr\\bin\\xdotool";
+    std::wstring line = program + L' ' + commands.join(u' ').toStdWString();
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    // Wine starts this program of the machine below it but sets no handles. Do not close what is in
+    // "process": QProcess::startDetached() does, and once closed the thread's message queue so.
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                        &startup, &process)) {
+        qFatal("xdotool cannot be started, error %lu", GetLastError());
     }
+}
+
+QString foreground()
+{
+    HWND window = GetForegroundWindow();
+    wchar_t className[256] = {};
+    wchar_t title[256] = {};
+    GetClassNameW(window, className, 256);
+    GetWindowTextW(window, title, 256);
+    POINT pointer{};
+    GetCursorPos(&pointer);
+    return u"the foreground window is \"%1\" of class \"%2\", the pointer is at %3, %4"_s
+        .arg(QString::fromWCharArray(title), QString::fromWCharArray(className))
+        .arg(pointer.x)
+        .arg(pointer.y);
 }
 
 } // namespace realinput

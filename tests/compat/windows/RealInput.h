@@ -11,4 +11,7 @@ namespace realinput {
 /// Has xdotool do this, such as {"key", "ctrl+alt+space"}; all in one call comes in this order.
 void send(const QStringList &commands);
 
+/// Where keys and clicks go at the moment, for the message of a wait in vain.
+QString foreground();
+
 } // namespace realinput

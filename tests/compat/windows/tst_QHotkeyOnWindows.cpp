@@ -117,7 +117,7 @@ void tst_QHotkeyOnWindows::initTestCase()
     const QPoint inside = m_window.mapToGlobal(m_window.rect().center());
     realinput::send({u"mousemove"_s, QString::number(inside.x()), QString::number(inside.y()),
                      u"click"_s, u"1"_s});
-    QTRY_VERIFY(m_window.wasClicked);
+    QTRY_VERIFY2(m_window.wasClicked, qPrintable(realinput::foreground()));
     type({});
 }
 
@@ -125,7 +125,9 @@ void tst_QHotkeyOnWindows::type(const QStringList &keys)
 {
     const int before = m_window.ends;
     realinput::send(QStringList{u"key"_s, u"--delay"_s, u"20"_s} + keys + QStringList(u"End"_s));
-    QTRY_VERIFY_WITH_TIMEOUT(m_window.ends > before, 20000);
+    if (!QTest::qWaitFor([&] { return m_window.ends > before; }, 20000)) {
+        qFatal("the keys do not arrive: %s", qUtf8Printable(realinput::foreground()));
+    }
 }
 
 void tst_QHotkeyOnWindows::supportsThisPlatform()

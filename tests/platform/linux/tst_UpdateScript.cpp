@@ -121,7 +121,9 @@ QString tst_UpdateScript::runScript(const QString &download, const QString &prog
                                                platform::updateScript(download, program).toUtf8());
     QProcess shell;
     shell.start(u"/bin/sh"_s, {script});
-    shell.waitForFinished();
+    if (!shell.waitForFinished()) {
+        return u"the script does not end: "_s + QString::fromUtf8(shell.readAllStandardError());
+    }
     return QString::fromUtf8(shell.readAllStandardError()) + u"exit "_s
            + QString::number(shell.exitCode());
 }

@@ -25,7 +25,9 @@ QString queried(const QString &name)
 {
     QProcess reg;
     reg.start(u"reg"_s, {u"query"_s, testhome::registryPath() + runKey, u"/v"_s, name});
-    reg.waitForFinished();
+    if (!reg.waitForFinished()) {
+        return {u"reg does not end"_s};
+    }
     return QString::fromLocal8Bit(reg.readAllStandardOutput());
 }
 

@@ -25,7 +25,9 @@ QStringList queried(const QString &key, const QString &name)
 {
     QProcess reg;
     reg.start(u"reg"_s, {u"query"_s, testhome::registryPath() + storeKey + key, u"/v"_s, name});
-    reg.waitForFinished();
+    if (!reg.waitForFinished()) {
+        return {u"reg does not end"_s};
+    }
     const QStringList lines =
         QString::fromLocal8Bit(reg.readAllStandardOutput()).split(u"\r\n"_s, Qt::SkipEmptyParts);
     for (const QString &line : lines) {
@@ -48,7 +50,9 @@ QStringList valueNames()
 {
     QProcess reg;
     reg.start(u"reg"_s, {u"query"_s, testhome::registryPath() + storeKey, u"/s"_s});
-    reg.waitForFinished();
+    if (!reg.waitForFinished()) {
+        return {u"reg does not end"_s};
+    }
     return QString::fromLocal8Bit(reg.readAllStandardOutput())
         .split(u"\r\n"_s, Qt::SkipEmptyParts)
         .filter(u"REG_"_s);
