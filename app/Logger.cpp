@@ -83,7 +83,7 @@ void Logger::init(const QString &logDir)
     removeExpiredLogs(folder, QDate::currentDate());
 
     // Whoever reads the console may go; the log must not take the program with it.
-    platform::outliveClosedPipes();
+    platform::ignoreClosedPipes();
     std::vector<spdlog::sink_ptr> sinks = {std::make_shared<spdlog::sinks::stdout_color_sink_mt>()};
     if (spdlog::sink_ptr file = fileSink(folder)) {
         sinks.push_back(std::move(file));

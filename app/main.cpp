@@ -174,7 +174,7 @@ int main(int argc, char *argv[])
     platform::chooseWindowSystem();
     // A second process of the same user ends in here, with the first one told.
     SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);

@@ -27,7 +27,7 @@ void tst_ProcessEnvironmentContract::init()
 
 void tst_ProcessEnvironmentContract::dropsPrivateVariables()
 {
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QVERIFY(!QProcessEnvironment::systemEnvironment().contains(world::privateVariable()));
 }
 
@@ -36,7 +36,7 @@ void tst_ProcessEnvironmentContract::leavesAllOthers()
     QProcessEnvironment before = QProcessEnvironment::systemEnvironment();
     before.remove(world::privateVariable());
     platform::chooseWindowSystem();
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QCOMPARE(QProcessEnvironment::systemEnvironment().toStringList(), before.toStringList());
 }
 
@@ -45,7 +45,7 @@ void tst_ProcessEnvironmentContract::leavesTheUsersWindowSystem()
     qputenv("QT_QPA_PLATFORM", "offscreen");
     platform::chooseWindowSystem();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
 }
 

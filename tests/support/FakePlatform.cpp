@@ -74,9 +74,9 @@ ProgramInfo builtinProgram(BuiltinProgram program)
     return fakePlatform().builtinPrograms.value(int(program), unknown);
 }
 
-void outliveClosedPipes()
+void ignoreClosedPipes()
 {
-    fakePlatform().outlivesClosedPipes = true;
+    fakePlatform().ignoresClosedPipes = true;
 }
 
 ColorScheme colorScheme()
@@ -202,7 +202,7 @@ bool makePrivateFolder(const QString &path)
 
 void chooseWindowSystem() {}
 
-void dropPrivateVariables()
+void unsetPrivateVariables()
 {
     qunsetenv("VASKEL_PRIVATE");
 }

@@ -26,7 +26,7 @@ struct FakePlatform
     QHash<int, platform::ProgramInfo> builtinPrograms;
 
     // ClosedPipe.h
-    bool outlivesClosedPipes = false;
+    bool ignoresClosedPipes = false;
 
     // ColorScheme.h
     platform::ColorScheme colorScheme = platform::ColorScheme::Unknown;

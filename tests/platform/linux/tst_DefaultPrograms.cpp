@@ -46,7 +46,7 @@ void choose(const QString &list, const QByteArray &ids)
 
 QStringList chosen()
 {
-    return platform::chosenPrograms("text/plain");
+    return platform::defaultPrograms("text/plain");
 }
 
 } // namespace
