@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What AppLauncher::search costs beyond the substring tests that no filter can avoid: the four
-// stored texts of each entry, compared and not found.
+// The cost of AppLauncher::search compared with the substring tests that any filter needs: the four
+// stored texts of each entry, none of which matches.
 #include "BenchHome.h"
 #include "launcher/AppLauncher.h"
 
@@ -16,7 +16,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The texts where they lie: a copy would lie closer together and be faster to walk.
+/// Gives access to the stored texts; copies would be closer together in memory and faster to read.
 class AppLauncherBench
 {
 public:
@@ -28,10 +28,10 @@ namespace {
 constexpr int entryCount = 10000;
 constexpr int builtinCount = 8;
 
-// No name holds it, though many hold its first letters.
+// No name contains it, but many contain its first letters.
 const QString query = u"archivist"_s;
 
-/// Names as start menus hold them: a vendor, a kind of program and a version, now and then Chinese.
+/// Typical start-menu names: a vendor, a kind of program and a version, some in Chinese.
 QString appName(int index)
 {
     static const std::array vendors{u"Libre"_s,    u"Arctic"_s,  u"Open"_s, u"腾讯"_s,
@@ -44,7 +44,7 @@ QString appName(int index)
         .arg(index);
 }
 
-/// A start menu of real desktop entries below a home that goes with the process.
+/// Creates a start menu of real desktop entries in the temporary home.
 void writeStartMenu(const QString &home)
 {
     for (int index = 0; index < entryCount; ++index) {
@@ -59,7 +59,7 @@ void writeStartMenu(const QString &home)
     }
 }
 
-// Made in main(), once there is an application.
+// Created in main(), after the application object.
 const AppLauncher *launcher = nullptr;
 
 void measured(benchmark::State &state)
@@ -70,7 +70,7 @@ void measured(benchmark::State &state)
     }
 }
 
-void floorOfIt(benchmark::State &state)
+void measureFloor(benchmark::State &state)
 {
     const QList<AppEntry> &entries = AppLauncherBench::entries(*launcher);
     for ([[maybe_unused]] auto _ : state) {
@@ -88,7 +88,7 @@ void floorOfIt(benchmark::State &state)
 } // namespace
 
 BENCHMARK(measured)->Name("search_no_match/measured");
-BENCHMARK(floorOfIt)->Name("search_no_match/floor");
+BENCHMARK(measureFloor)->Name("search_no_match/floor");
 
 int main(int argc, char *argv[])
 {
