@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# Catalogues are the same for every system, so that a build for another one takes any lrelease.
+# Compiled translations are the same for every system, so a cross build may use any lrelease.
 if(CMAKE_CROSSCOMPILING)
     find_program(VASKEL_LRELEASE NAMES lrelease lrelease-qt6 HINTS /usr/lib/qt6/bin REQUIRED)
 else()
@@ -8,14 +8,14 @@ else()
     set(VASKEL_LRELEASE Qt6::lrelease)
 endif()
 
-# vaskel_compile_catalogue(source.ts catalogue.qm)
+# vaskel_compile_translation(source.ts compiled.qm)
 #
-# Compiles a translation of the current folder. A text without one is left out, so that it is shown
-# in English.
-function(vaskel_compile_catalogue source catalogue)
+# Compiles a translation source of the current folder. Leaves out untranslated texts, which then
+# stay in English.
+function(vaskel_compile_translation source compiled)
     add_custom_command(
-        OUTPUT "${catalogue}"
-        COMMAND ${VASKEL_LRELEASE} -silent "${CMAKE_CURRENT_SOURCE_DIR}/${source}" -qm "${catalogue}"
+        OUTPUT "${compiled}"
+        COMMAND ${VASKEL_LRELEASE} -silent "${CMAKE_CURRENT_SOURCE_DIR}/${source}" -qm "${compiled}"
         DEPENDS ${source}
         VERBATIM
     )
