@@ -69,7 +69,7 @@ void tst_LogRetention::goesByTheDateInTheName()
     QFETCH(const QString, name);
     QFETCH(const bool, stays);
 
-    // The age of the file itself says the opposite.
+    // The file's own time would give the opposite result.
     QFile file(testhome::writeFile("Vaskel/"_L1 + name, "text"));
     QVERIFY(file.open(QIODevice::ReadWrite));
     const QDate changed = stays ? m_today.addYears(-5) : m_today;

@@ -77,7 +77,7 @@ void tst_PluginHotkeys::init()
     m_plugins->registerPlugin(&m_set);
 }
 
-// The registered hotkeys after a reload, in order of the alphabet.
+// The registered hotkeys after a reload, sorted.
 QStringList tst_PluginHotkeys::reload()
 {
     reloadPluginHotkeys(*m_hotkey, *m_plugins, *m_settings);
@@ -132,7 +132,7 @@ void tst_PluginHotkeys::leavesOutTheSettingsPluginUnderAnyName()
 
     reloadPluginHotkeys(*m_hotkey, plugins, *m_settings);
     const auto hotkeys = m_hotkey->findChildren<QHotkey *>();
-    QCOMPARE(hotkeys.size(), 2); // with the main one
+    QCOMPARE(hotkeys.size(), 2); // including the main one
     QCOMPARE(hotkeys.last()->shortcut(), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C));
 }
 

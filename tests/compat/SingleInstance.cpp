@@ -2,9 +2,9 @@
 //
 // usage: SingleInstance USER-DATA TIMEOUT [secondary | child]
 //
-// An instance for tst_SingleApplication. Says what becomes of it, one word a line, and ends with
-// its standard input. "secondary" allows it to be a secondary instance; "child" has it start a
-// program that outlives it, whose process id it then says.
+// An instance for tst_SingleApplication. Prints its state, one word per line, and ends with its
+// standard input. "secondary" allows it to be a secondary instance. "child" makes it start a
+// program that outlives it and print that program's process id.
 
 #include <SingleApplication>
 

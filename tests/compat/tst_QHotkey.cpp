@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint16 controlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
-constexpr int mod3 = XCB_MAP_INDEX_3; // which nothing uses by default
+constexpr int mod3 = XCB_MAP_INDEX_3; // unused by default
 const QKeySequence controlAltSpace(Qt::CTRL | Qt::ALT | Qt::Key_Space);
 const QKeySequence controlAltY(Qt::CTRL | Qt::ALT | Qt::Key_Y);
 
@@ -48,7 +48,7 @@ void addMixes()
     }
 }
 
-/// Counts the presses of a key that the native event filters are shown.
+/// Counts the presses of a key that reach the native event filters.
 class KeyPressCounter : public QAbstractNativeEventFilter
 {
 public:
@@ -357,7 +357,7 @@ void tst_QHotkey::leavesTheKeyboardToOthersWhileItsKeyIsHeld()
     QCOMPARE(m_other->received(XK_b), 1);
     QCOMPARE(m_other->received(XK_space), 0);
 
-    // Pressed again with the modifiers still down, it counts again.
+    // A second press counts, even with the modifiers still down.
     m_other->release(XK_space);
     m_other->press(XK_space);
     QTRY_COMPARE(activated.count(), 2);

@@ -26,7 +26,7 @@ namespace {
 const QString userData = u"Vaskel"_s;
 constexpr int timeout = 1000;
 
-/// A process of the helper program that reads what it says.
+/// A process of the helper program and what it prints.
 class Instance
 {
 public:
@@ -74,7 +74,7 @@ public:
     qsizetype timesTold() { return said().count(u"told"_s); }
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
-    /// Whether the process ended untroubled and without becoming an instance.
+    /// Whether the process ended normally without becoming an instance.
     bool hasGivenWay()
     {
         return !isRunning() && m_process.exitStatus() == QProcess::NormalExit
@@ -99,7 +99,7 @@ QString pathOf(const QString &suffix, const QString &folderName = u"runtime"_s)
     return names.size() == 1 ? folder.filePath(names.first()) : QString();
 }
 
-// Opens the session's runtime folder to all, and puts a file where Qt looks next.
+// Opens the session's runtime folder to other users, and puts a file in place of Qt's fallback.
 void closeRuntimeFolders()
 {
     QVERIFY(QFile::setPermissions(testhome::path() + "/runtime"_L1, QFile::Permissions(0x7777)));
@@ -201,8 +201,8 @@ void tst_SingleApplication::killedInstanceBlocksNoStart()
     QTRY_COMPARE(second.timesTold(), 1);
 }
 
-// A lock file that names its holder would be taken for a living one's after the process id was
-// given to another process, and for one that cannot be examined after the host was renamed.
+// A lock that relies on the stored process id would block starts once the id is reused, and one
+// that relies on the host name after the host is renamed.
 void tst_SingleApplication::leftoversOfAnotherMachineBlockNoStart()
 {
     const InstanceLock lock(userData);

@@ -55,7 +55,7 @@ namespace {
 const QString space = u"Ctrl+Alt+Space"_s;
 const QString letter = u"Ctrl+Alt+C"_s;
 
-/// Asks for a value at each key press that the native event filters are shown.
+/// Reads a value at each key press that reaches the native event filters.
 class KeyPressFilter : public QAbstractNativeEventFilter
 {
 public:
@@ -306,7 +306,7 @@ void tst_GlobalHotkey::signalsFromTheEventLoopAlone()
 {
     int count = 0;
     connect(m_hotkey.get(), &GlobalHotkey::activated, this, [&count] { ++count; });
-    // Of several filters the oldest comes last, so this one sees each press after QHotkey did.
+    // The oldest filter is called last, so this one gets each press after QHotkey.
     const KeyPressFilter filter([&count] { return count; });
     QVERIFY(m_hotkey->setMainHotkey(space));
 

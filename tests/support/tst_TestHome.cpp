@@ -50,7 +50,7 @@ void tst_TestHome::init()
     testhome::reset();
 }
 
-// What the program writes to on any system.
+// The folders that the program writes to on any system.
 void tst_TestHome::keepsTheProgramsFoldersInside_data()
 {
     QTest::addColumn<QStandardPaths::StandardLocation>("location");
@@ -69,7 +69,7 @@ void tst_TestHome::keepsTheProgramsFoldersInside()
     QVERIFY2(isInside(folder), qPrintable(folder));
 }
 
-// And what it reads from on a system that lets the user say where all of that is.
+// The folders that it reads on a system with variables for them.
 void tst_TestHome::keepsEveryFolderOfTheUserInside_data()
 {
     keepsTheProgramsFoldersInside_data();
@@ -167,7 +167,7 @@ void tst_TestHome::resetForgetsWhatALiveStoreHasNotWrittenYet()
     QCOMPARE(themeInStore(), QString());
 }
 
-// The clock of the file system ticks more slowly than a test writes its next file.
+// The file system's clock is too coarse to tell two quick writes apart.
 void tst_TestHome::resetForgetsAStoreOfTheSameSizeAndAge()
 {
     const QString fileName = u"config/Vaskel/Vaskel.conf"_s;

@@ -25,7 +25,7 @@ Task makeTask(const QString &id, const QString &parentId = QString(), int millis
     return task;
 }
 
-/// Adds tasks that are given as "id" or "id<parentId", each a second younger than the one before.
+/// Adds tasks given as "id" or "id<parentId", each a second younger than the previous one.
 void fill(TaskRepository &repository, const QStringList &tasks)
 {
     int milliseconds = 0;
@@ -157,7 +157,7 @@ void tst_TaskRepository::removesNothingForAnUnknownId()
 
 void tst_TaskRepository::sortsSiblings_data()
 {
-    QTest::addColumn<QList<int>>("milliseconds"); // of the tasks "a", "b" and so on
+    QTest::addColumn<QList<int>>("milliseconds"); // creation times of the tasks "a", "b" and so on
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("older first") << QList<int>{30, 20, 10} << QStringList{u"c"_s, u"b"_s, u"a"_s};
     QTest::newRow("a millisecond counts") << QList<int>{1, 0} << QStringList{u"b"_s, u"a"_s};
@@ -179,7 +179,7 @@ void tst_TaskRepository::sortsSiblings()
 void tst_TaskRepository::findsChildrenByTheExactParent()
 {
     TaskRepository repository;
-    // The younger ids compare by code unit: upper case comes before lower case.
+    // Equal times compare the ids by code unit: upper case before lower case.
     repository.addTask(makeTask(u"b"_s, u"p"_s));
     repository.addTask(makeTask(u"B"_s, u"p"_s));
     repository.addTask(makeTask(u"c"_s, u"P"_s));
@@ -194,7 +194,7 @@ void tst_TaskRepository::groupsAsChildrenDoes()
 {
     TaskRepository repository;
     fill(repository, {u"z"_s, u"y"_s, u"z2<z"_s, u"z1<z"_s, u"y1<y"_s, u"orphan<gone"_s});
-    repository.addTask(makeTask(u"z0"_s, u"z"_s, 4000)); // at the moment of z1
+    repository.addTask(makeTask(u"z0"_s, u"z"_s, 4000)); // created at the same time as z1
 
     const TaskGroups groups = repository.childrenByParent();
     QCOMPARE(groups.size(), 4);

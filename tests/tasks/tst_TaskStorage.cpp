@@ -13,13 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Spares the escaping of the double quotes, which are written as single ones.
+/// Writes double quotes as single ones to avoid escapes.
 QByteArray json(QByteArray text)
 {
     return text.replace('\'', '"');
 }
 
-// Written by hand, with what has to be escaped and what must not be.
+// Contains characters that need an escape and characters that must not have one.
 const QByteArray bankTask = json("{'completed':false,'createdTime':'2026-03-01T09:30:15',"
                                  "'dueTime':'','id':'6b1f0c2e-8a44-4a57-9c1d-2f6e8d1a7b30',"
                                  "'note':'','parentId':'','priority':0,'title':'Call the bank',"
@@ -244,7 +244,7 @@ void tst_TaskStorage::readsAHundredMegabytes_data()
     QTest::addColumn<QByteArray>("head");
     QTest::addColumn<char>("filling");
     QTest::addColumn<QByteArray>("tail");
-    QTest::addColumn<int>("taskCount"); // -1 if the file is refused
+    QTest::addColumn<int>("taskCount"); // -1 if load() fails
     QTest::newRow("one long note") << json("[{'id':'a','note':'") << 'x' << json("'}]") << 1;
     QTest::newRow("blanks around the tasks") << "["_ba << ' ' << bankTask + ']' << 1;
     QTest::newRow("no JSON at all") << ""_ba << 'x' << ""_ba << -1;

@@ -38,7 +38,7 @@ enum Filter {
     Completed,
 };
 
-/// The page in a window of its own, with its parts at hand.
+/// The page in a window, with access to its widgets.
 struct Page
 {
     Page()
@@ -63,7 +63,7 @@ struct Page
         return tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).value(0);
     }
 
-    /// Where a mouse would point at in the viewport: the text of a row.
+    /// The center of a row's text in the viewport.
     QPoint textOf(const QString &title) const { return tree->visualItemRect(row(title)).center(); }
 
     QPoint checkBoxOf(const QString &title) const
@@ -78,7 +78,7 @@ struct Page
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, position);
     }
 
-    /// Opens the editor of a row with a double click, as a user does.
+    /// Opens the editor of a row by a double click.
     QLineEdit *edit(const QString &title) const
     {
         const QPoint position = textOf(title);
@@ -89,7 +89,7 @@ struct Page
 
     QLineEdit *editor() const { return tree->viewport()->findChild<QLineEdit *>(); }
 
-    /// Ends the editor with a key and waits for it to go, since it commits in the event loop.
+    /// Closes the editor with a key and waits, since it commits in the event loop.
     void endEditor(Qt::Key key) const
     {
         QTest::keyClick(editor(), key);
@@ -103,7 +103,7 @@ struct Page
         QCoreApplication::sendEvent(tree->viewport(), &event);
     }
 
-    /// What the menu key makes of itself, for which Qt asks the widget with the focus.
+    /// Sends the context menu event of the menu key to the focus widget.
     void requestMenuByKey() const
     {
         const QPoint position = tree->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
@@ -111,7 +111,7 @@ struct Page
         QCoreApplication::sendEvent(tree, &event);
     }
 
-    /// The rows on view, indented by a dot for each level, each with its check mark.
+    /// The visible rows with their check marks, indented by one dot per level.
     QStringList rows() const
     {
         QStringList lines;
@@ -135,7 +135,7 @@ private:
     }
 };
 
-/// Waits for the next menu, notes its texts and chooses the one given, or none.
+/// Waits for the next menu, records its texts and triggers an entry, or none.
 class MenuUser : public QObject
 {
 public:
@@ -174,7 +174,7 @@ private:
     QTimer m_timer;
 };
 
-/// Marks every text of the page's context, so that one that is not translated shows.
+/// Marks every text in the page's context, so that an untranslated text shows.
 class MarkingTranslator : public QTranslator
 {
 public:
@@ -187,7 +187,7 @@ public:
     }
 };
 
-/// Fills the task file from lines of the form "[x] title<parent", the titles being the ids too.
+/// Writes the task file from lines of the form "[x] title<parent"; titles are also the ids.
 void writeTasks(const QStringList &lines)
 {
     QJsonArray array;
@@ -221,7 +221,7 @@ QStringList titlesOnDisk()
     return titles;
 }
 
-// More than the page has room for.
+// More than fit on the page.
 QStringList manyTasks()
 {
     QStringList lines;
@@ -416,7 +416,7 @@ void tst_TodoView::namesItsControlsForAssistiveTools()
     for (const auto &[widget, name] : names) {
         QCOMPARE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name), name);
     }
-    // Some systems are told the current entry in place of the name.
+    // Some accessibility interfaces report the current entry in place of the name.
     QCOMPARE(page.filter->accessibleName(), u"Active / All / Completed"_s);
     QVERIFY(!QAccessible::queryAccessibleInterface(page.filter)->text(QAccessible::Name).isEmpty());
 }
@@ -504,7 +504,7 @@ void tst_TodoView::returnAddsATask()
         QVERIFY(page.input->text().isEmpty());
         QVERIFY(taskfile::tasksByTitle().contains(title));
         QCOMPARE(parentOnDisk(title), QString());
-        // The clock decides the order.
+        // The creation time determines the order.
         const QString id = page.row(title)->data(0, Qt::UserRole).toString();
         const QDateTime created = page.service.repository()->task(id).createdTime;
         QTRY_VERIFY(QDateTime::currentMSecsSinceEpoch() > created.toMSecsSinceEpoch());
@@ -781,7 +781,7 @@ void tst_TodoView::changedRowOutlivesTheRebuild()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
     const Page page;
-    // Called after the page, like the rest of QTreeWidgetItem::setData(), which uses the row too.
+    // Called after the page's slot. Like the rest of QTreeWidgetItem::setData(), it uses the row.
     QString title;
     connect(page.tree, &QTreeWidget::itemChanged, this,
             [&title](const QTreeWidgetItem *row) { title = row->text(0); });
@@ -927,7 +927,7 @@ void tst_TodoView::keyboardGoesOnAtTheSamePlace()
     QCOMPARE(page.rows(), QStringList());
     QVERIFY(!page.tree->currentItem());
 
-    // Where the row stays, so does the keyboard.
+    // A row that stays visible stays the current one.
     page.filter->setCurrentIndex(All);
     page.tree->setCurrentItem(page.row(u"c"_s));
     QTest::keyClick(page.tree, Qt::Key_Space);
@@ -950,7 +950,7 @@ void tst_TodoView::keyboardGoesOnAfterEachAction()
     QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] b"_s, u".[ ] New Subtask"_s, u"[ ] c"_s}));
     QCOMPARE(page.tree->currentItem(), page.row(u"b"_s));
 
-    // Offscreen, a menu is a window that becomes active.
+    // On the offscreen platform an open menu is the active window.
     page.view.windowHandle()->requestActivate();
     QTRY_COMPARE(QApplication::focusWidget(), page.tree);
     QTest::keyClick(page.tree, Qt::Key_F2);
@@ -997,7 +997,7 @@ void tst_TodoView::currentRowIsOutlined()
     QFETCH(const bool, byKeyboard);
     QFETCH(const bool, isSelected);
     QFETCH(const bool, isOutlined);
-    // Without an outline of the view's own, as the program's style sheet has it.
+    // The program's style sheet removes the view's own outline.
     qApp->setStyleSheet(u"QTreeView { outline: none; }"_s);
     writeTasks({u"[ ] a"_s});
     const Page page;

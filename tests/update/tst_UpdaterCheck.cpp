@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the server is asked, on the systems that the tests know.
+// The path of the request on this system.
 QString path()
 {
     const QString system = QSysInfo::kernelType() == "winnt"_L1 ? u"windows"_s : u"linux"_s;
@@ -33,7 +33,7 @@ QByteArray redirectTo(const QByteArray &target)
 
 } // namespace
 
-/// The check, against a server that answers what each case tells it.
+/// The check, with a server that sends the answer of each case.
 class tst_UpdaterCheck : public QObject
 {
     Q_OBJECT
@@ -63,7 +63,7 @@ private Q_SLOTS:
     void offersItsInterfaceToTheMetaObject();
 
 private:
-    /// The signals that the check led to, as "name(argument, argument)".
+    /// The emitted signals, as "name(argument, argument)".
     QStringList check(int count = 1);
 
     std::unique_ptr<HttpServer> m_server;
@@ -251,7 +251,7 @@ void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd()
     updater->checkForUpdate();
     QTRY_COMPARE(m_server->requests.size(), 1);
 
-    // A later check is not held up, and its end is not that of the first one.
+    // A later check does not wait for the first one and is not ended by it.
     m_server->answerBody(path(), "{}");
     updater->checkForUpdate();
     QTRY_COMPARE(none.size(), 1);

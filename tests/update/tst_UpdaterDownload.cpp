@@ -41,7 +41,7 @@ bool exists(const QString &path)
     return QFileInfo(path).exists() || QFileInfo(path).isSymLink();
 }
 
-/// What an updater says of a download, in its order and with the state of the files at that moment.
+/// Records the signals of a download in order, with the state of the files at that time.
 class Listener : public QObject
 {
     Q_OBJECT
@@ -72,7 +72,7 @@ public:
 
 } // namespace
 
-/// The download, from a server that answers what each case tells it, up to the start of the script.
+/// The download up to the start of the script, with a server that sends the answer of each case.
 class tst_UpdaterDownload : public QObject
 {
     Q_OBJECT
@@ -106,8 +106,8 @@ private Q_SLOTS:
     void quitsEvenIfTheScriptDoesNotStart();
 
 private:
-    /// Downloads and gives the event loop's exit status: 0 when the updater ended it, 1 when it
-    /// reported an error instead.
+    /// Downloads and returns the exit status of the event loop: 0 if the updater quit, 1 if it
+    /// reported an error.
     int download(Updater &updater, const QString &url);
 
     std::unique_ptr<HttpServer> m_server;
@@ -440,7 +440,8 @@ void tst_UpdaterDownload::toleratesTheEndOfNoDownload()
     QCOMPARE(listener.heard, QStringList());
 }
 
-// Nobody looks at how the start went, so the fake's silence is all there is to it.
+// The updater ignores whether the script starts, so a fake that starts nothing stands for a
+// failure.
 void tst_UpdaterDownload::quitsEvenIfTheScriptDoesNotStart()
 {
     m_server->answerBody(u"/new"_s, "new");

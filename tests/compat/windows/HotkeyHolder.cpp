@@ -2,8 +2,8 @@
 //
 // usage: HotkeyHolder MODIFIERS KEY
 //
-// Holds a hotkey, both numbers as RegisterHotKey takes them. Makes a window with the title
-// "holding" or "refused", and ends when it is ended.
+// Registers a hotkey; both numbers are arguments of RegisterHotKey. Shows the result as the window
+// title "holding" or "refused" and runs until it is killed.
 
 #include <cstdlib>
 

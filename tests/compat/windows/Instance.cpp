@@ -2,9 +2,9 @@
 //
 // usage: Instance USER-DATA TIMEOUT FILE [secondary]
 //
-// An instance for tst_SingleApplicationOnWindows. Writes what becomes of it into the file, one word
-// a line, and ends when there is a file of that name with ".quit" behind. "secondary" allows it to
-// be a secondary instance.
+// An instance for tst_SingleApplicationOnWindows. Writes its state to the file, one word per line,
+// and ends when a file of the same name with ".quit" appended exists. "secondary" allows it to be a
+// secondary instance.
 
 #include <SingleApplication>
 

@@ -7,7 +7,7 @@ namespace realinput {
 
 void send(const QStringList &commands)
 {
-    // A program of the machine below wine, which starts it but gives no handle of it.
+    // xdotool is a program of the host system: wine starts it but returns no handle.
     if (!QProcess::startDetached(QStringLiteral("Z:/usr/bin/xdotool"), commands)) {
         qFatal("xdotool cannot be started");
     }

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Another program that holds, or would hold, a hotkey.
+/// Another program that tries to register a hotkey.
 class Holder
 {
 public:
@@ -43,7 +43,7 @@ private:
     QProcess m_process;
 };
 
-/// Keeps the messages of hotkeys that pass by.
+/// Records the WM_HOTKEY messages.
 class HotkeyMessages : public QAbstractNativeEventFilter
 {
 public:
@@ -68,7 +68,7 @@ class ClickedWindow : public QWidget
 {
 public:
     bool wasClicked = false;
-    int ends = 0; // how often the key was pressed
+    int ends = 0; // how often the last key was pressed
 
 protected:
     void keyPressEvent(QKeyEvent *event) override { ends += event->key() == Qt::Key_End; }
@@ -100,8 +100,8 @@ private Q_SLOTS:
     void refusesAKeyThatTheKeyboardLacks();
 
 private:
-    // Types the keys and then one that is nobody's hotkey and needs no modifier, so that all before
-    // it has had its effect and no key is down any more.
+    // Types the keys and then one without a modifier that is no hotkey. Once that arrives, all keys
+    // before it have had their effect and are up.
     void type(const QStringList &keys);
 
     ClickedWindow m_window;
@@ -252,7 +252,7 @@ void tst_QHotkeyOnWindows::tellsFromTheEventLoopAlone()
     type({u"ctrl+alt+y"_s});
     QCOMPARE(pressed.count(), 1);
 
-    // The same message again, which nobody waits for: it says no more than that it was taken.
+    // Filter the message again: the signal must not come before the event loop runs.
     MSG press = messages.first();
     qintptr result = 0;
     QVERIFY(QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG"_ba,

@@ -16,13 +16,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60000; // of the test, with a whole machine at work
+constexpr int patience = 60000; // for a busy machine
 constexpr int timeout = 1000;
 const QString userData = u"VaskelTest"_s;
 
 int nextNumber = 0;
 
-/// A process of the helper program, with the file in which it tells what becomes of it.
+/// A process of the helper program and the file with its state.
 class Instance
 {
 public:
@@ -65,7 +65,7 @@ public:
     qsizetype timesTold() const { return said().count(u"told"_s); }
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
-    /// Whether the process ended untroubled and without becoming an instance.
+    /// Whether the process ended normally without becoming an instance.
     bool hasGivenWay() const
     {
         return !isRunning() && m_process.exitStatus() == QProcess::NormalExit
