@@ -124,10 +124,10 @@ constexpr std::array messages = std::to_array<Message>({
 });
 // clang-format on
 
-/// A text in its context.
+/// Context and text.
 using Text = std::pair<QString, QString>;
 
-/// Texts that are English in every language.
+/// Texts that stay English in every language.
 const QList<Text> untranslated = {
     {u"AppPlugin"_s, u"Search and launch applications"_s},
     {u"DirectoryPlugin"_s, u"Directory browser and navigation"_s},
@@ -135,10 +135,10 @@ const QList<Text> untranslated = {
     {u"SettingsPlugin"_s, u"Open Settings"_s},
 };
 
-/// Texts that one system alone shows, and that are English in every language.
+/// Texts that only one system shows and that stay English in every language.
 const QList<Text> ofOneSystem = {};
 
-/// A message as a translation source file holds it.
+/// A message of a translation source file.
 struct SourceMessage
 {
     Text text;
@@ -146,7 +146,7 @@ struct SourceMessage
     bool isPlain; ///< finished, not obsolete, without a comment or a plural
 };
 
-// Leaves the reader at the end of the message.
+// Reads up to the end of the message.
 SourceMessage readMessage(QXmlStreamReader &xml, const QString &context)
 {
     SourceMessage message{{context, {}}, {}, xml.attributes().isEmpty()};
@@ -212,7 +212,7 @@ bool run(const QString &program, const QStringList &arguments)
            && process.exitCode() == 0;
 }
 
-/// The texts that the sources of the program have translated.
+/// The texts that lupdate finds in the program's sources.
 QList<Text> textsOfSources()
 {
     QStringList folders;
