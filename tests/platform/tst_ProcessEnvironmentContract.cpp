@@ -14,8 +14,8 @@ class tst_ProcessEnvironmentContract : public QObject
 
 private Q_SLOTS:
     void init();
-    void dropsPrivateVariables();
-    void leavesAllOthers();
+    void unsetsPrivateVariables();
+    void keepsAllOtherVariables();
     void leavesTheUsersWindowSystem();
 };
 
@@ -25,13 +25,13 @@ void tst_ProcessEnvironmentContract::init()
     qunsetenv("QT_QPA_PLATFORM");
 }
 
-void tst_ProcessEnvironmentContract::dropsPrivateVariables()
+void tst_ProcessEnvironmentContract::unsetsPrivateVariables()
 {
     platform::unsetPrivateVariables();
     QVERIFY(!QProcessEnvironment::systemEnvironment().contains(world::privateVariable()));
 }
 
-void tst_ProcessEnvironmentContract::leavesAllOthers()
+void tst_ProcessEnvironmentContract::keepsAllOtherVariables()
 {
     QProcessEnvironment before = QProcessEnvironment::systemEnvironment();
     before.remove(world::privateVariable());

@@ -38,8 +38,8 @@ private Q_SLOTS:
     void keepsTheSettingsStoreInside();
     void writesFilesWithTheirFolders();
     void resetEmptiesTheHome();
-    void resetRemovesLinks();
-    void resetLeavesWhatALinkPointsTo();
+    void resetRemovesSymbolicLinks();
+    void resetKeepsTheTargetOfASymbolicLink();
     void resetForgetsTheSettingsStore();
     void resetForgetsWhatALiveStoreHasNotWrittenYet();
     void resetForgetsAStoreOfTheSameSizeAndAge();
@@ -130,7 +130,7 @@ void tst_TestHome::resetEmptiesTheHome()
     QCOMPARE(entries(), fresh);
 }
 
-void tst_TestHome::resetRemovesLinks()
+void tst_TestHome::resetRemovesSymbolicLinks()
 {
     const QString link = testhome::path() + "/tmp/link"_L1;
     QVERIFY(QFile::link(testhome::path() + "/data"_L1, link));
@@ -138,7 +138,7 @@ void tst_TestHome::resetRemovesLinks()
     QVERIFY(!QFileInfo(link).isSymLink());
 }
 
-void tst_TestHome::resetLeavesWhatALinkPointsTo()
+void tst_TestHome::resetKeepsTheTargetOfASymbolicLink()
 {
     const QTemporaryDir outside(testhome::path() + "-outside-XXXXXX"_L1);
     QFile file(outside.filePath(u"kept"_s));

@@ -19,8 +19,8 @@ class tst_ClosedPipe : public QObject
 
 private Q_SLOTS:
     void init();
-    void sparesNoStartedProgram_data();
-    void sparesNoStartedProgram();
+    void doesNotAffectStartedPrograms_data();
+    void doesNotAffectStartedPrograms();
 };
 
 void tst_ClosedPipe::init()
@@ -30,7 +30,7 @@ void tst_ClosedPipe::init()
     platform::ignoreClosedPipes();
 }
 
-void tst_ClosedPipe::sparesNoStartedProgram_data()
+void tst_ClosedPipe::doesNotAffectStartedPrograms_data()
 {
     QTest::addColumn<bool>("isLink");
 
@@ -38,7 +38,7 @@ void tst_ClosedPipe::sparesNoStartedProgram_data()
     QTest::newRow("a desktop entry") << true;
 }
 
-void tst_ClosedPipe::sparesNoStartedProgram()
+void tst_ClosedPipe::doesNotAffectStartedPrograms()
 {
     QFETCH(const bool, isLink);
 
