@@ -72,7 +72,7 @@ class Calculator(EndToEndCase):
         self.shows_rows(("Expression Error", MISSING_OPERAND.format(4)))
         self.launcher.press("Return")
 
-        # The next key arrives in the window all the same.
+        # The next key still reaches the window.
         self.launcher.type("4")
         self.shows_rows(("5", " 1+4 = 5"))
         self.assertEqual(self.desktop.clipboard(), "nothing yet")

@@ -18,11 +18,11 @@ class LanguageCase(EndToEndCase):
         self.launcher.environment |= {"LANG": f"{locale}.UTF-8", "LANGUAGE": languages or locale}
 
     def names(self):
-        """The accessible names of what shows."""
+        """The accessible names of all visible controls."""
         return [found.get_name() for found in self.launcher.everything()]
 
     def shows(self, *names):
-        """Waits until all of the names show."""
+        """Waits until all of the names are visible."""
         wait_until(lambda: set(names) <= set(self.names()), f"{names} show")
 
     def opens_menu(self, click, *entries):
@@ -143,7 +143,7 @@ class Chinese(LanguageCase):
 
 
 class OtherLanguages(LanguageCase):
-    """A copy of the program in a folder of its own."""
+    """Runs a copy of the program in a folder of its own."""
 
     def setUp(self):
         super().setUp()
@@ -152,7 +152,7 @@ class OtherLanguages(LanguageCase):
         self.launcher.program = shutil.copy(self.program, self.folder)
 
     def add_catalogue(self, name, **translations):
-        """Compiles a catalogue with names of programs beside the program."""
+        """Compiles a translation of program names into the program's folder."""
         source = self.home.folder / f"{name}.ts"
         messages = "".join(f"<message><source>{source}</source>"
                            f"<translation>{translation}</translation></message>"

@@ -10,11 +10,11 @@ from gi.repository import Atspi
 
 MAIN = "ctrl+alt+space"  # the default
 ROUNDS = 200
-HOLD_TIME = 1.5  # seconds, in which a held key repeats itself twenty times
+HOLD_TIME = 1.5  # seconds, about twenty auto-repeats of a held key
 
 
 class Hotkeys(EndToEndCase):
-    """The other window has the focus whenever a hotkey is pressed to bring the launcher up."""
+    """The other window has the focus whenever a hotkey is to show the launcher."""
 
     def start_behind_another_window(self):
         self.start()
@@ -23,7 +23,7 @@ class Hotkeys(EndToEndCase):
         self.other = self.open_another_window()
 
     def strike(self, combination):
-        """Presses and releases the keys as fast as xdotool does by itself."""
+        """Presses and releases the keys as fast as xdotool can."""
         self.desktop.run("xdotool", "key", combination)
 
     def comes_up(self):
@@ -32,7 +32,7 @@ class Hotkeys(EndToEndCase):
 
     def goes_away(self):
         self.hides()
-        # Which window comes next is up to the window manager.
+        # The window manager decides which window becomes active.
         wait_until(lambda: self.desktop.activate(self.other), "the other window is active")
 
     def test_brings_the_window_up_with_every_key_that_is_typed(self):
@@ -67,7 +67,7 @@ class Hotkeys(EndToEndCase):
         self.shows_titles("3")
         self.picture("calc")
 
-        # While the window shows, a command's hotkey leaves it there.
+        # If the window is visible, the hotkey of a command does not hide it.
         self.launcher.type("0")
         self.becomes(self.launcher.text, "1+20")
         self.strike("ctrl+alt+c")
@@ -97,7 +97,7 @@ class Hotkeys(EndToEndCase):
         self.goes_away()
 
     def test_does_without_a_combination_that_another_program_holds(self):
-        # This one switches desktops in the window manager's standard configuration.
+        # The window manager's default configuration uses it to switch desktops.
         self.home.set_preferences({"globalHotkey": "Ctrl+Alt+Left",
                                    "pluginHotkeys/calc": "Ctrl+Alt+C"})
         self.start_behind_another_window()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The built file as Windows sees it: what it imports, how large it is, and what it tells of itself.
+// Checks the executable: its imports, its size and its resources.
 
 #include <QDir>
 #include <QFileInfo>
@@ -22,7 +22,7 @@ const wchar_t *wide(const QString &text)
     return reinterpret_cast<const wchar_t *>(text.utf16());
 }
 
-/// The file as the loader lays it out in memory, without any of its code run.
+/// The file mapped by the loader without running its code.
 class Image
 {
 public:
@@ -65,7 +65,7 @@ public:
 private:
     template <typename Type> const Type *at(DWORD offset) const
     {
-        // The lower bits tell how the file was loaded.
+        // The lower bits hold flags about the mapping.
         const auto base = reinterpret_cast<quintptr>(m_module) & ~quintptr(3);
         return reinterpret_cast<const Type *>(base + offset);
     }
@@ -73,7 +73,7 @@ private:
     HMODULE m_module;
 };
 
-/// The texts of the elements of that name, whatever their namespaces.
+/// The texts of all elements with this name in any namespace.
 QStringList texts(const QByteArray &manifest, QStringView name)
 {
     QStringList found;
@@ -231,7 +231,7 @@ void tst_Executable::hasItsIconInEachSize_data()
 void tst_Executable::hasItsIconInEachSize()
 {
     QFETCH(int, size);
-    // The group tells the sizes of its icons, where 0 stands for 256.
+    // The group resource lists the sizes of its icons, with 0 for 256.
     const QByteArray group = m_image.resource(MAKEINTRESOURCEW(14), MAKEINTRESOURCEW(1));
     constexpr qsizetype headerSize = 6;
     constexpr qsizetype entrySize = 14;
@@ -247,7 +247,7 @@ void tst_Executable::hasItsIconInEachSize()
     const QImage image = QImage::fromHICON(icon);
     DestroyIcon(icon);
     QCOMPARE(image.size(), QSize(size, size));
-    // Blue all over, with clear corners.
+    // Blue with transparent corners.
     QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
     const QColor colour = image.pixelColor(size / 2, size / 8);
     QVERIFY2(colour.blue() > colour.red() + 60 && colour.alpha() == 255, qPrintable(colour.name()));
