@@ -105,7 +105,7 @@ class Desktop:
         for key in keys:
             self.run("xdotool", "keydown", key)
 
-    def let_go(self, *keys):
+    def release(self, *keys):
         for key in reversed(keys):
             self.run("xdotool", "keyup", key)
 

@@ -414,12 +414,12 @@ class Launcher:
             return False
         wait_until(is_there, f"the Tab key leads to {name!r}", patience=30)
 
-    def open_page(self, word, control):
+    def open_page(self, command, control):
         """Types a command to open its page; waits for this control of the page."""
         self.empty_box()
-        self.type(word)
+        self.type(command)
         # The badge shows while typing, the status only after the search.
-        wait_until(lambda: (self.status() or "").startswith(f"{word} | "), "the command is known")
+        wait_until(lambda: (self.status() or "").startswith(f"{command} | "), "the command is known")
         self.press("Return")
         wait_until(lambda: self.control(control), "the page opens")
 

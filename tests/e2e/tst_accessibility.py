@@ -33,8 +33,8 @@ class AccessibilityCase(EndToEndCase):
         return [found for found in self.launcher.everything()
                 if found.get_role() in CONTROLS or has_state(found, Atspi.StateType.FOCUSABLE)]
 
-    def open_page(self, word):
-        self.launcher.open_page(word, "Save")
+    def open_page(self, command):
+        self.launcher.open_page(command, "Save")
 
     def open_tasks(self, *titles):
         self.launcher.open_page("todo", "Add a task and press Enter")
@@ -174,7 +174,7 @@ class Keyboard(AccessibilityCase):
     def test_walks_through_the_plugins_page(self):
         self.open_page("plugin")
         self.assert_walk(*COMMAND_BOX, "Settings", "Auto enter on empty args", "Enable all",
-                         "Disable all", *(f"{word} {control}" for word in PLUGINS
+                         "Disable all", *(f"{command} {control}" for command in PLUGINS
                                           for control in ("Enabled", "Hotkey")),
                          "Save", "Cancel", *CLOSE)
 

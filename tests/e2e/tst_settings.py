@@ -13,8 +13,8 @@ class SettingsCase(EndToEndCase):
         super().setUp()
         self.start()
 
-    def open_page(self, word):
-        self.launcher.open_page(word, "Save")
+    def open_page(self, command):
+        self.launcher.open_page(command, "Save")
 
     def place(self):
         """The current row of the navigation."""
@@ -67,11 +67,11 @@ class SettingsCase(EndToEndCase):
 
 
 class Page(SettingsCase):
-    def test_opens_at_the_place_of_the_word(self):
-        for word, place in (("user", "User"), ("set", "Settings"), ("plugin", "Plugins")):
-            self.open_page(word)
+    def test_opens_at_the_page_of_the_command(self):
+        for command, place in (("user", "User"), ("set", "Settings"), ("plugin", "Plugins")):
+            self.open_page(command)
             self.becomes(self.place, [place])
-            self.picture(word)
+            self.picture(command)
 
     def test_opens_by_the_icon_in_the_box(self):
         self.launcher.tab_to("Open user management")
@@ -248,7 +248,7 @@ class Effects(SettingsCase):
         self.open_another_window()
         self.hides()
 
-    def test_program_starts_at_log_in_as_long_as_it_shall(self):
+    def test_program_starts_at_log_in_while_the_preference_is_on(self):
         entry = self.home.configuration / "autostart/Vaskel.desktop"
         self.open_page("user")
         self.assertFalse(entry.exists())
