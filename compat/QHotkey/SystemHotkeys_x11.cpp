@@ -197,9 +197,9 @@ std::set<X11Key> X11Hotkeys::withLocks(const QList<X11Key> &keys) const
     std::set<X11Key> result;
     for (const X11Key &key : keys) {
         // Enumerates all subsets of the lock bits.
-        for (quint16 mix = locks;; mix = quint16((mix - 1) & locks)) {
-            result.insert({key.code, quint16(key.modifiers | mix)});
-            if (mix == 0) {
+        for (quint16 mask = locks;; mask = quint16((mask - 1) & locks)) {
+            result.insert({key.code, quint16(key.modifiers | mask)});
+            if (mask == 0) {
                 break;
             }
         }
@@ -209,8 +209,8 @@ std::set<X11Key> X11Hotkeys::withLocks(const QList<X11Key> &keys) const
 
 bool X11Hotkeys::isGrabbed(const QList<X11Key> &keys) const
 {
-    const std::set<X11Key> mixes = withLocks(keys);
-    return std::includes(m_grabbed.begin(), m_grabbed.end(), mixes.begin(), mixes.end());
+    const std::set<X11Key> masks = withLocks(keys);
+    return std::includes(m_grabbed.begin(), m_grabbed.end(), masks.begin(), masks.end());
 }
 
 void X11Hotkeys::updateGrabs()

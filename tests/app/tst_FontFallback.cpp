@@ -29,11 +29,11 @@ class tst_FontFallback : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void desktopFontStandsInForTheSheets();
+    void desktopFontReplacesTheStyleSheetsFont();
     void chineseGlyphsAreFound();
 };
 
-void tst_FontFallback::desktopFontStandsInForTheSheets()
+void tst_FontFallback::desktopFontReplacesTheStyleSheetsFont()
 {
     if (QFontDatabase::families().contains(u"Segoe UI"_s)) {
         QSKIP("The font of the sheet is installed.");

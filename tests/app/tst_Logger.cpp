@@ -136,16 +136,16 @@ private Q_SLOTS:
     void writesTheMessageAsItIs_data();
     void writesTheMessageAsItIs();
     void flushesEachLine();
-    void keepsItsFileToItself();
+    void isNotInheritedByStartedPrograms();
     void canBeRemovedWhileStartedProgramsRunOn();
     void writesToTheConsoleToo();
-    void dropsWhatComesBeforeTheLog();
+    void dropsMessagesBeforeInit();
     void writesAFatalMessageBeforeTheEnd();
     void keepsTheLinesOfSeveralThreadsApart();
-    void needsNoFile_data();
-    void needsNoFile();
-    void needsNoRoomOnTheDisk_data();
-    void needsNoRoomOnTheDisk();
+    void worksWithoutAFile_data();
+    void worksWithoutAFile();
+    void worksOnAFullDisk_data();
+    void worksOnAFullDisk();
     void beginsAFileAtMidnight();
 
 private:
@@ -339,7 +339,7 @@ void tst_Logger::flushesEachLine()
     }
 }
 
-void tst_Logger::keepsItsFileToItself()
+void tst_Logger::isNotInheritedByStartedPrograms()
 {
     Logger::instance().init(m_folder);
     const QString path = m_folder + u'/' + namesIn(m_folder).constFirst();
@@ -380,7 +380,7 @@ void tst_Logger::writesToTheConsoleToo()
     QCOMPARE(linesIn(m_folder), run.output);
 }
 
-void tst_Logger::dropsWhatComesBeforeTheLog()
+void tst_Logger::dropsMessagesBeforeInit()
 {
     const Run run = runWriter({m_folder, u"early"_s, u"info"_s});
     QCOMPARE(run.exitCode, 0);
@@ -415,7 +415,7 @@ void tst_Logger::keepsTheLinesOfSeveralThreadsApart()
     }
 }
 
-void tst_Logger::needsNoFile_data()
+void tst_Logger::worksWithoutAFile_data()
 {
     QTest::addColumn<QString>("obstacle");
 
@@ -423,7 +423,7 @@ void tst_Logger::needsNoFile_data()
     QTest::newRow("a folder has the file's name") << u"folder"_s;
 }
 
-void tst_Logger::needsNoFile()
+void tst_Logger::worksWithoutAFile()
 {
     QFETCH(const QString, obstacle);
 
@@ -448,16 +448,16 @@ void tst_Logger::needsNoFile()
                           u"[Vaskel] [warning] [QT] :0  - a warning text"_s}));
 }
 
-void tst_Logger::needsNoRoomOnTheDisk_data()
+void tst_Logger::worksOnAFullDisk_data()
 {
     QTest::addColumn<QString>("obstacle");
 
     QTest::newRow("the disk is full") << u"full"_s;
 }
 
-void tst_Logger::needsNoRoomOnTheDisk()
+void tst_Logger::worksOnAFullDisk()
 {
-    needsNoFile();
+    worksWithoutAFile();
 }
 
 void tst_Logger::beginsAFileAtMidnight()

@@ -47,7 +47,7 @@ private Q_SLOTS:
 
     void registersThePluginsWithASequence();
     void countsAliasesOnce();
-    void readsTheSequenceOfThePrimaryWordAlone();
+    void readsTheSequenceOfThePrimaryCommandAlone();
     void leavesOutTheSettingsPlugin();
     void leavesOutTheSettingsPluginUnderAnyName();
     void leavesOutDisabledPluginsAndTakesThemBack();
@@ -107,7 +107,7 @@ void tst_PluginHotkeys::countsAliasesOnce()
     QCOMPARE(reload(), QStringList{u"Ctrl+Alt+C"_s});
 }
 
-void tst_PluginHotkeys::readsTheSequenceOfThePrimaryWordAlone()
+void tst_PluginHotkeys::readsTheSequenceOfThePrimaryCommandAlone()
 {
     m_settings->setPluginHotkey(u"="_s, u"Ctrl+Alt+E"_s);
     m_settings->setPluginHotkey(u"task"_s, u"Ctrl+Alt+K"_s);

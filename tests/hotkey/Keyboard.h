@@ -25,8 +25,8 @@ public:
     int received(const QString &sequence);
 
     /// Registers a hotkey for the other program; false if the system refuses it.
-    bool take(const QString &sequence);
-    void giveBack(const QString &sequence);
+    bool grabHotkey(const QString &sequence);
+    void releaseHotkey(const QString &sequence);
 
     /// Whether the message of a native event filter is a key press.
     static bool isPress(const void *message);

@@ -142,7 +142,7 @@ int Keyboard::received(const QString &sequence)
     return int(d->window.keys.count(combinationOf(sequence).key()));
 }
 
-bool Keyboard::take(const QString &sequence)
+bool Keyboard::grabHotkey(const QString &sequence)
 {
     const auto holder = std::make_shared<Holder>(sequence);
     const bool hasAnswered = QTest::qWaitFor(
@@ -157,7 +157,7 @@ bool Keyboard::take(const QString &sequence)
     return isHolding;
 }
 
-void Keyboard::giveBack(const QString &sequence)
+void Keyboard::releaseHotkey(const QString &sequence)
 {
     d->holders.remove(sequence);
 }

@@ -38,7 +38,7 @@ class tst_Task : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsAsTheTaskThatDoesNotExist();
+    void startsWithAnEmptyId();
     void readsEveryKey();
     void writesWhatItReads();
     void writesTheKeysInOrder();
@@ -53,7 +53,7 @@ private Q_SLOTS:
     void textThatIsNoDateBecomesEmpty();
 };
 
-void tst_Task::startsAsTheTaskThatDoesNotExist()
+void tst_Task::startsWithAnEmptyId()
 {
     const Task task;
     QVERIFY(task.id.isEmpty());

@@ -67,17 +67,17 @@ private Q_SLOTS:
     void sortsSiblings_data();
     void sortsSiblings();
     void findsChildrenByTheExactParent();
-    void groupsAsChildrenDoes();
+    void groupsLikeChildren();
     void listsDescendantsParentsFirst();
     void measuresDepth_data();
     void measuresDepth();
-    void keepsATaskWithoutItsParentOutOfReach();
+    void keepsATaskWithoutItsParentButDoesNotListIt();
     void replacesTheTableWithoutASignal();
     void dropsElementsWithoutAnId();
     void laterElementOfOneIdWins();
     void elementWithAnIdAloneIsATopLevelTask();
-    void survivesACircle_data();
-    void survivesACircle();
+    void survivesACycle_data();
+    void survivesACycle();
     void survivesALongChain();
 };
 
@@ -190,7 +190,7 @@ void tst_TaskRepository::findsChildrenByTheExactParent()
     QCOMPARE(idsOf(repository.children(QString())), QStringList{u"p"_s});
 }
 
-void tst_TaskRepository::groupsAsChildrenDoes()
+void tst_TaskRepository::groupsLikeChildren()
 {
     TaskRepository repository;
     fill(repository, {u"z"_s, u"y"_s, u"z2<z"_s, u"z1<z"_s, u"y1<y"_s, u"orphan<gone"_s});
@@ -240,7 +240,7 @@ void tst_TaskRepository::measuresDepth()
     QCOMPARE(repository.depth(id), depth);
 }
 
-void tst_TaskRepository::keepsATaskWithoutItsParentOutOfReach()
+void tst_TaskRepository::keepsATaskWithoutItsParentButDoesNotListIt()
 {
     TaskRepository repository;
     fill(repository, {u"top"_s, u"orphan<gone"_s});
@@ -292,7 +292,7 @@ void tst_TaskRepository::elementWithAnIdAloneIsATopLevelTask()
     QVERIFY(!tasks[0].createdTime.isValid());
 }
 
-void tst_TaskRepository::survivesACircle_data()
+void tst_TaskRepository::survivesACycle_data()
 {
     QTest::addColumn<QStringList>("circle");
     QTest::addColumn<QString>("id");
@@ -309,7 +309,7 @@ void tst_TaskRepository::survivesACircle_data()
                                           << 2 << QStringList{u"a"_s, u"tail"_s};
 }
 
-void tst_TaskRepository::survivesACircle()
+void tst_TaskRepository::survivesACycle()
 {
     QFETCH(const QStringList, circle);
     QFETCH(const QString, id);

@@ -94,8 +94,8 @@ private Q_SLOTS:
     void completesAndReopensTheSubtree();
     void completingTheLastOpenChildCompletesTheChain();
     void reopeningAChildReopensTheAncestorsAlone();
-    void stopsAtTheFirstAncestorThatAgrees();
-    void bringsACompletedParentWithAnOpenChildBackInLine();
+    void stopsAtTheFirstConsistentAncestor();
+    void reopensAnInconsistentParentWithItsChild();
     void updatesParentsBeforeChildrenAndThenAncestors();
     void savesOnceAfterAllItsUpdates();
 
@@ -107,9 +107,9 @@ private Q_SLOTS:
     void unknownIdGetsNoTitleAndNoNote();
     void persistWritesTheFile();
 
-    void survivesACircle_data();
-    void survivesACircle();
-    void leavesAnInconsistentCircleInTheSecondRound();
+    void survivesACycle_data();
+    void survivesACycle();
+    void stopsOnAnInconsistentCycle();
     void survivesALongChain();
 };
 
@@ -404,7 +404,7 @@ void tst_TaskService::reopeningAChildReopensTheAncestorsAlone()
     }
 }
 
-void tst_TaskService::stopsAtTheFirstAncestorThatAgrees()
+void tst_TaskService::stopsAtTheFirstConsistentAncestor()
 {
     TaskService service;
     const QStringList chain = makeChain(service, 3);
@@ -419,7 +419,7 @@ void tst_TaskService::stopsAtTheFirstAncestorThatAgrees()
     QVERIFY(isCompleted(service, chain[0]));
 }
 
-void tst_TaskService::bringsACompletedParentWithAnOpenChildBackInLine()
+void tst_TaskService::reopensAnInconsistentParentWithItsChild()
 {
     TaskService service;
     const QString parent = service.createTask(u"parent"_s);
@@ -539,7 +539,7 @@ void tst_TaskService::persistWritesTheFile()
     QCOMPARE(taskfile::bytes(), "[]"_ba);
 }
 
-void tst_TaskService::survivesACircle_data()
+void tst_TaskService::survivesACycle_data()
 {
     QTest::addColumn<QStringList>("circle");
     QTest::newRow("its own parent") << QStringList{u"a<a"_s};
@@ -550,7 +550,7 @@ void tst_TaskService::survivesACircle_data()
         << QStringList{u"a<b"_s, u"b<a"_s, u"a1<a"_s, u"b1<b"_s, u"b2<b1"_s};
 }
 
-void tst_TaskService::survivesACircle()
+void tst_TaskService::survivesACycle()
 {
     QFETCH(const QStringList, circle);
     const QStringList good{u"root"_s, u"child<root"_s};
@@ -579,7 +579,7 @@ void tst_TaskService::survivesACircle()
     QVERIFY(!service.repository()->contains(u"child"_s));
 }
 
-void tst_TaskService::leavesAnInconsistentCircleInTheSecondRound()
+void tst_TaskService::stopsOnAnInconsistentCycle()
 {
     taskfile::write(fileOf({u"a<b"_s, u"b<c"_s, u"c<a"_s, u"open<c"_s, u"start<a"_s}));
     TaskService service;

@@ -50,19 +50,19 @@ class tst_TaskStorage : public QObject
 private Q_SLOTS:
     void init();
 
-    void noFileIsAFreshStart();
+    void missingFileIsAnEmptyList();
     void unreadableFileIsReported();
     void logsWhatItLoaded();
-    void writesTheVeryBytesThatItRead_data();
-    void writesTheVeryBytesThatItRead();
+    void writesTheBytesThatItRead_data();
+    void writesTheBytesThatItRead();
     void writesEachTaskOnce();
     void makesTheFolder();
-    void leavesNothingElseBehind();
-    void folderInTheWayIsReported();
+    void leavesNoOtherFiles();
+    void folderInPlaceOfTheFileIsReported();
     void keepsTheOrderWithinOneSecondByIdAfterALoad();
-    void refusesWhatIsNoArray_data();
-    void refusesWhatIsNoArray();
-    void refusesAFileThatIsCutOffAnywhere();
+    void refusesDataThatIsNoArray_data();
+    void refusesDataThatIsNoArray();
+    void refusesATruncatedFile();
     void dropsElementsWithoutAnId();
     void readsAHundredMegabytes_data();
     void readsAHundredMegabytes();
@@ -76,7 +76,7 @@ void tst_TaskStorage::init()
     testhome::reset();
 }
 
-void tst_TaskStorage::noFileIsAFreshStart()
+void tst_TaskStorage::missingFileIsAnEmptyList()
 {
     TaskRepository repository;
     QTest::ignoreMessage(
@@ -110,7 +110,7 @@ void tst_TaskStorage::logsWhatItLoaded()
     QVERIFY(m_storage.load(&repository));
 }
 
-void tst_TaskStorage::writesTheVeryBytesThatItRead_data()
+void tst_TaskStorage::writesTheBytesThatItRead_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("no task") << "[]"_ba;
@@ -118,7 +118,7 @@ void tst_TaskStorage::writesTheVeryBytesThatItRead_data()
     QTest::newRow("every key filled") << '[' + fullTask + ']';
 }
 
-void tst_TaskStorage::writesTheVeryBytesThatItRead()
+void tst_TaskStorage::writesTheBytesThatItRead()
 {
     QFETCH(const QByteArray, content);
     taskfile::write(content);
@@ -149,7 +149,7 @@ void tst_TaskStorage::makesTheFolder()
     QCOMPARE(QFileInfo(path).size(), 2);
 }
 
-void tst_TaskStorage::leavesNothingElseBehind()
+void tst_TaskStorage::leavesNoOtherFiles()
 {
     TaskRepository repository;
     repository.addTask(makeTask(u"a"_s));
@@ -159,7 +159,7 @@ void tst_TaskStorage::leavesNothingElseBehind()
              QStringList{u"todo.json"_s});
 }
 
-void tst_TaskStorage::folderInTheWayIsReported()
+void tst_TaskStorage::folderInPlaceOfTheFileIsReported()
 {
     QVERIFY(QDir().mkpath(taskfile::path()));
     const TaskRepository repository;
@@ -186,7 +186,7 @@ void tst_TaskStorage::keepsTheOrderWithinOneSecondByIdAfterALoad()
     QCOMPARE(repository.children(QString()).constFirst().id, u"a"_s);
 }
 
-void tst_TaskStorage::refusesWhatIsNoArray_data()
+void tst_TaskStorage::refusesDataThatIsNoArray_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("reason");
@@ -206,7 +206,7 @@ void tst_TaskStorage::refusesWhatIsNoArray_data()
         << u"\"too deeply nested document\""_s;
 }
 
-void tst_TaskStorage::refusesWhatIsNoArray()
+void tst_TaskStorage::refusesDataThatIsNoArray()
 {
     QFETCH(const QByteArray, content);
     QFETCH(const QString, reason);
@@ -218,7 +218,7 @@ void tst_TaskStorage::refusesWhatIsNoArray()
     QCOMPARE(taskfile::bytes(), content);
 }
 
-void tst_TaskStorage::refusesAFileThatIsCutOffAnywhere()
+void tst_TaskStorage::refusesATruncatedFile()
 {
     const QByteArray content = '[' + bankTask + ',' + fullTask + ']';
     const QRegularExpression anyReason(u"^Invalid task storage format: "_s);

@@ -184,9 +184,9 @@ private Q_SLOTS:
     void survivesBeingKilledAtAnyMoment();
     void keepsTheOldFileOnAFullDisk_data();
     void keepsTheOldFileOnAFullDisk();
-    void goesOnWithAFullDisk();
-    void goesOnWithASmallDiskThatIsFull();
-    void goesOnWithAReadOnlyFolder();
+    void keepsWorkingOnAFullDisk();
+    void keepsWorkingOnASmallFullDisk();
+    void keepsWorkingWithAReadOnlyFolder();
 
 private:
     const TaskStorage m_storage{taskfile::path()};
@@ -284,7 +284,7 @@ void tst_TaskStorageFaults::keepsTheOldFileOnAFullDisk()
     QCOMPARE(taskfile::bytes(), contentOf(tasks));
 }
 
-void tst_TaskStorageFaults::goesOnWithAFullDisk()
+void tst_TaskStorageFaults::keepsWorkingOnAFullDisk()
 {
     TaskService service;
     const QString first = service.createTask(u"first"_s);
@@ -303,7 +303,7 @@ void tst_TaskStorageFaults::goesOnWithAFullDisk()
     QCOMPARE(taskfile::tasksByTitle().keys(), QStringList{u"second"_s});
 }
 
-void tst_TaskStorageFaults::goesOnWithASmallDiskThatIsFull()
+void tst_TaskStorageFaults::keepsWorkingOnASmallFullDisk()
 {
     constexpr int size = 64 * 1024;
     const SmallDisk disk(testhome::appDataPath(), size);
@@ -327,7 +327,7 @@ void tst_TaskStorageFaults::goesOnWithASmallDiskThatIsFull()
     QCOMPARE(taskfile::tasksByTitle().value(u"first"_s).value("note"_L1).toString(), u"short"_s);
 }
 
-void tst_TaskStorageFaults::goesOnWithAReadOnlyFolder()
+void tst_TaskStorageFaults::keepsWorkingWithAReadOnlyFolder()
 {
     TaskService service;
     const QString first = service.createTask(u"first"_s);

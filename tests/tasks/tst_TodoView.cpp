@@ -255,8 +255,8 @@ private Q_SLOTS:
 
     void startsEmpty();
     void showsTheTreeInOrder();
-    void carriesIdAndStateInTheRows();
-    void greyIsThatOfTheStyleSheetFromTheStart();
+    void rowsStoreIdAndState();
+    void completedRowsHaveTheGreyOfTheStyleSheet();
     void greyFollowsTheStyleSheet();
     void returnAddsATask();
     void buttonAddsATask();
@@ -269,8 +269,8 @@ private Q_SLOTS:
     void summaryCountsSubtasksUnderAnyFilter();
 
     void tickingGreysTheSubtreeAndTicksTheParent();
-    void tickingUnderActiveTakesTheRowAway();
-    void untickingUnderCompletedTakesTheRowAway();
+    void tickingUnderActiveHidesTheRow();
+    void untickingUnderCompletedHidesTheRow();
     void spaceTicksTheCurrentRow();
 
     void editsByDoubleClick();
@@ -278,12 +278,12 @@ private Q_SLOTS:
     void escapeLeavesTheTitle();
     void emptyTitleIsRefused_data();
     void emptyTitleIsRefused();
-    void clickElsewhereTakesTheTitle();
-    void tabTakesTheTitle();
-    void rebuildTakesTheTitleOfAnEditor();
+    void clickElsewhereCommitsTheTitle();
+    void tabCommitsTheTitle();
+    void rebuildCommitsAnOpenEditor();
     void noOtherTriggerEdits();
     void changeOfARowIsShownAtOnce();
-    void changedRowOutlivesTheRebuild();
+    void changedRowSurvivesTheRebuild();
 
     void menuOffersToAddAndDelete();
     void menuAddsASubtask();
@@ -295,16 +295,16 @@ private Q_SLOTS:
 
     void rebuildOpensEveryRowAndForgetsTheSelection();
     void rebuildScrollsToTheTop();
-    void keyboardGoesOnAtTheSamePlace();
-    void keyboardGoesOnAfterEachAction();
-    void rowThatTheKeyboardGoesOnAtIsInView();
+    void currentRowKeepsItsPlaceInTheTree();
+    void currentRowRemainsAfterEachAction();
+    void currentRowAfterAnActionIsVisible();
     void currentRowIsOutlined_data();
     void currentRowIsOutlined();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
-    void survivesACircle_data();
-    void survivesACircle();
+    void survivesACycle_data();
+    void survivesACycle();
     void survivesALongChain();
 };
 
@@ -454,7 +454,7 @@ void tst_TodoView::showsTheTreeInOrder()
     QCOMPARE(page.summary->text(), u"6 active · 6 total"_s);
 }
 
-void tst_TodoView::carriesIdAndStateInTheRows()
+void tst_TodoView::rowsStoreIdAndState()
 {
     writeTasks({u"[ ] open"_s, u"[x] done"_s});
     const Page page;
@@ -467,7 +467,7 @@ void tst_TodoView::carriesIdAndStateInTheRows()
     QVERIFY(!page.row(u"done"_s)->font(0).strikeOut());
 }
 
-void tst_TodoView::greyIsThatOfTheStyleSheetFromTheStart()
+void tst_TodoView::completedRowsHaveTheGreyOfTheStyleSheet()
 {
     const QBrush without = QGuiApplication::palette().brush(QPalette::PlaceholderText);
     qApp->setStyleSheet(u"QWidget { color: #f5f5f7; }"_s);
@@ -615,7 +615,7 @@ void tst_TodoView::tickingGreysTheSubtreeAndTicksTheParent()
     QVERIFY(!isCompletedOnDisk(u"parent"_s));
 }
 
-void tst_TodoView::tickingUnderActiveTakesTheRowAway()
+void tst_TodoView::tickingUnderActiveHidesTheRow()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
     const Page page;
@@ -627,7 +627,7 @@ void tst_TodoView::tickingUnderActiveTakesTheRowAway()
     QVERIFY(isCompletedOnDisk(u"a1"_s));
 }
 
-void tst_TodoView::untickingUnderCompletedTakesTheRowAway()
+void tst_TodoView::untickingUnderCompletedHidesTheRow()
 {
     writeTasks({u"[x] a"_s, u"[x] b"_s});
     const Page page;
@@ -714,7 +714,7 @@ void tst_TodoView::emptyTitleIsRefused()
     QCOMPARE(taskfile::bytes(), stored);
 }
 
-void tst_TodoView::clickElsewhereTakesTheTitle()
+void tst_TodoView::clickElsewhereCommitsTheTitle()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
     const Page page;
@@ -728,7 +728,7 @@ void tst_TodoView::clickElsewhereTakesTheTitle()
     QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
 }
 
-void tst_TodoView::tabTakesTheTitle()
+void tst_TodoView::tabCommitsTheTitle()
 {
     writeTasks({u"[ ] a"_s, u"[ ] b"_s});
     const Page page;
@@ -740,7 +740,7 @@ void tst_TodoView::tabTakesTheTitle()
     QCOMPARE(QApplication::focusWidget(), page.tree);
 }
 
-void tst_TodoView::rebuildTakesTheTitleOfAnEditor()
+void tst_TodoView::rebuildCommitsAnOpenEditor()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
     Page page;
@@ -777,7 +777,7 @@ void tst_TodoView::changeOfARowIsShownAtOnce()
     QCOMPARE(page.summary->text(), u"0 active · 2 total"_s);
 }
 
-void tst_TodoView::changedRowOutlivesTheRebuild()
+void tst_TodoView::changedRowSurvivesTheRebuild()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
     const Page page;
@@ -909,7 +909,7 @@ void tst_TodoView::rebuildScrollsToTheTop()
     QCOMPARE(bar->value(), 0);
 }
 
-void tst_TodoView::keyboardGoesOnAtTheSamePlace()
+void tst_TodoView::currentRowKeepsItsPlaceInTheTree()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[x] done"_s, u"[ ] b"_s, u"[ ] c"_s, u"[ ] d"_s});
     const Page page;
@@ -936,7 +936,7 @@ void tst_TodoView::keyboardGoesOnAtTheSamePlace()
     QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
 }
 
-void tst_TodoView::keyboardGoesOnAfterEachAction()
+void tst_TodoView::currentRowRemainsAfterEachAction()
 {
     writeTasks({u"[ ] a"_s, u"[ ] b"_s, u"[ ] c"_s});
     const Page page;
@@ -964,7 +964,7 @@ void tst_TodoView::keyboardGoesOnAfterEachAction()
     QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
 }
 
-void tst_TodoView::rowThatTheKeyboardGoesOnAtIsInView()
+void tst_TodoView::currentRowAfterAnActionIsVisible()
 {
     writeTasks(manyTasks());
     const Page page;
@@ -1045,7 +1045,7 @@ void tst_TodoView::backAsksToClose()
     QVERIFY(!QFile::exists(taskfile::path()));
 }
 
-void tst_TodoView::survivesACircle_data()
+void tst_TodoView::survivesACycle_data()
 {
     QTest::addColumn<QStringList>("circle");
     QTest::newRow("its own parent") << QStringList{u"[ ] a<a"_s};
@@ -1054,7 +1054,7 @@ void tst_TodoView::survivesACircle_data()
         << QStringList{u"[ ] a<d"_s, u"[x] b<a"_s, u"[ ] c<b"_s, u"[ ] d<c"_s, u"[ ] tail<a"_s};
 }
 
-void tst_TodoView::survivesACircle()
+void tst_TodoView::survivesACycle()
 {
     QFETCH(const QStringList, circle);
     writeTasks(circle + QStringList{u"[ ] good"_s, u"[ ] good child<good"_s});

@@ -42,23 +42,23 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void asksForThisSystemAndTellsNothingElse();
-    void handsOnWhatIsOffered();
-    void takesWhatIsMissingForEmpty_data();
-    void takesWhatIsMissingForEmpty();
-    void saysThatThereIsNone_data();
-    void saysThatThereIsNone();
-    void refusesWhatIsNoObject_data();
-    void refusesWhatIsNoObject();
-    void tellsErrorsOfTheNetwork_data();
-    void tellsErrorsOfTheNetwork();
-    void tellsThatNoServerIsThere();
+    void sendsPlatformAndArchitectureOnly();
+    void reportsTheOffer();
+    void treatsMissingKeysAsEmpty_data();
+    void treatsMissingKeysAsEmpty();
+    void reportsThatThereIsNoUpdate_data();
+    void reportsThatThereIsNoUpdate();
+    void refusesAnAnswerThatIsNoObject_data();
+    void refusesAnAnswerThatIsNoObject();
+    void reportsNetworkErrors_data();
+    void reportsNetworkErrors();
+    void reportsAMissingServer();
     void followsRedirects();
-    void givesUpOnRedirectsInACircle();
+    void reportsARedirectLoop();
     void waitsForAnAnswerThatDoesNotEnd_data();
     void waitsForAnAnswerThatDoesNotEnd();
-    void asksAnewAtEachCheck();
-    void mayGoDuringACheck();
+    void sendsARequestForEachCheck();
+    void canBeDestroyedDuringACheck();
     void knowsItsVersion();
     void offersItsInterfaceToTheMetaObject();
 
@@ -103,7 +103,7 @@ QStringList tst_UpdaterCheck::check(int count)
     return heard;
 }
 
-void tst_UpdaterCheck::asksForThisSystemAndTellsNothingElse()
+void tst_UpdaterCheck::sendsPlatformAndArchitectureOnly()
 {
     m_server->answerBody(path(), "{}");
     QCOMPARE(check(), QStringList{u"none"_s});
@@ -115,7 +115,7 @@ void tst_UpdaterCheck::asksForThisSystemAndTellsNothingElse()
     QVERIFY2(request.endsWith("\r\n\r\n"), request.constData());
 }
 
-void tst_UpdaterCheck::handsOnWhatIsOffered()
+void tst_UpdaterCheck::reportsTheOffer()
 {
     m_server->answerBody(path(), R"({"has_update": true, "version": "2.0 é %1", "mandatory": true,
         "changelog": "one\ntwo <b>", "download_url": "http://host/file?a=%20"})");
@@ -123,7 +123,7 @@ void tst_UpdaterCheck::handsOnWhatIsOffered()
                                   "mandatory)"_s});
 }
 
-void tst_UpdaterCheck::takesWhatIsMissingForEmpty_data()
+void tst_UpdaterCheck::treatsMissingKeysAsEmpty_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("nothing else") << QByteArray(R"({"has_update": true})");
@@ -132,14 +132,14 @@ void tst_UpdaterCheck::takesWhatIsMissingForEmpty_data()
             "mandatory": "true"})");
 }
 
-void tst_UpdaterCheck::takesWhatIsMissingForEmpty()
+void tst_UpdaterCheck::treatsMissingKeysAsEmpty()
 {
     QFETCH(QByteArray, body);
     m_server->answerBody(path(), body);
     QCOMPARE(check(), QStringList{u"available(, , , optional)"_s});
 }
 
-void tst_UpdaterCheck::saysThatThereIsNone_data()
+void tst_UpdaterCheck::reportsThatThereIsNoUpdate_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("empty object") << QByteArray("{}");
@@ -149,14 +149,14 @@ void tst_UpdaterCheck::saysThatThereIsNone_data()
     QTest::newRow("null") << QByteArray(R"({"has_update": null})");
 }
 
-void tst_UpdaterCheck::saysThatThereIsNone()
+void tst_UpdaterCheck::reportsThatThereIsNoUpdate()
 {
     QFETCH(QByteArray, body);
     m_server->answerBody(path(), body);
     QCOMPARE(check(), QStringList{u"none"_s});
 }
 
-void tst_UpdaterCheck::refusesWhatIsNoObject_data()
+void tst_UpdaterCheck::refusesAnAnswerThatIsNoObject_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("array") << QByteArray(R"([{"has_update": true}])");
@@ -168,14 +168,14 @@ void tst_UpdaterCheck::refusesWhatIsNoObject_data()
     QTest::newRow("deep nesting") << QByteArray(200000, '[');
 }
 
-void tst_UpdaterCheck::refusesWhatIsNoObject()
+void tst_UpdaterCheck::refusesAnAnswerThatIsNoObject()
 {
     QFETCH(QByteArray, body);
     m_server->answerBody(path(), body);
     QCOMPARE(check(), QStringList{u"error: Invalid response"_s});
 }
 
-void tst_UpdaterCheck::tellsErrorsOfTheNetwork_data()
+void tst_UpdaterCheck::reportsNetworkErrors_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<QString>("message");
@@ -195,7 +195,7 @@ void tst_UpdaterCheck::tellsErrorsOfTheNetwork_data()
     QTest::newRow("not HTTP at all") << QByteArray("220 mail.example ESMTP\r\n") << QString();
 }
 
-void tst_UpdaterCheck::tellsErrorsOfTheNetwork()
+void tst_UpdaterCheck::reportsNetworkErrors()
 {
     QFETCH(QByteArray, answer);
     QFETCH(QString, message);
@@ -210,7 +210,7 @@ void tst_UpdaterCheck::tellsErrorsOfTheNetwork()
     }
 }
 
-void tst_UpdaterCheck::tellsThatNoServerIsThere()
+void tst_UpdaterCheck::reportsAMissingServer()
 {
     m_server.reset();
     QCOMPARE(check(), QStringList{u"error: Connection refused"_s});
@@ -225,7 +225,7 @@ void tst_UpdaterCheck::followsRedirects()
     QCOMPARE(m_server->requests.size(), 3);
 }
 
-void tst_UpdaterCheck::givesUpOnRedirectsInACircle()
+void tst_UpdaterCheck::reportsARedirectLoop()
 {
     m_server->answer(path(), redirectTo(path().toUtf8()));
     QCOMPARE(check(), QStringList{u"error: Too many redirects"_s});
@@ -260,14 +260,14 @@ void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd()
     QCOMPARE(none.size() + errors.size(), 1);
 }
 
-void tst_UpdaterCheck::asksAnewAtEachCheck()
+void tst_UpdaterCheck::sendsARequestForEachCheck()
 {
     m_server->answerBody(path(), "{}");
     QCOMPARE(check(3), QStringList({u"none"_s, u"none"_s, u"none"_s}));
     QCOMPARE(m_server->requests.size(), 3);
 }
 
-void tst_UpdaterCheck::mayGoDuringACheck()
+void tst_UpdaterCheck::canBeDestroyedDuringACheck()
 {
     m_server->answerBody(path(), "{}");
     {

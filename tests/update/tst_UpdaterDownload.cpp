@@ -81,28 +81,28 @@ private Q_SLOTS:
     void init();
 
     void installsWhatItDownloaded();
-    void saysHowFarItIs();
-    void takesWhatHasNoUsableLength_data();
-    void takesWhatHasNoUsableLength();
-    void takesAnEmptyFile();
-    void takesNoMoreThanTheLength();
-    void replacesTheLeftoverOfAnEarlierAttempt();
+    void reportsTheProgress();
+    void acceptsAnAnswerWithoutAValidLength_data();
+    void acceptsAnAnswerWithoutAValidLength();
+    void acceptsAnEmptyFile();
+    void readsNoMoreThanTheLength();
+    void replacesTheFileOfAnEarlierAttempt();
     void followsRedirects();
     void removesTheFileAfterAnError_data();
     void removesTheFileAfterAnError();
     void failsWithoutAServer();
     void failsWithoutAUsableAddress_data();
     void failsWithoutAUsableAddress();
-    void failsWithoutAPlaceForTheFile();
-    void runsOnWithoutAPlaceForTheScript();
-    void triesAgainWhenItIsTold();
-    void triesAgainFromTheErrorItself();
+    void failsIfTheFileCannotBeCreated();
+    void runsOnIfTheScriptCannotBeCreated();
+    void canBeRetried();
+    void canBeRetriedFromTheErrorSignal();
     void countsOnlyTheLastOfTwoDownloads_data();
     void countsOnlyTheLastOfTwoDownloads();
-    void staysAloneWithoutAPlaceForTheSecondDownload();
-    void neverEndsWithAnAnswerThatDoesNot_data();
-    void neverEndsWithAnAnswerThatDoesNot();
-    void toleratesTheEndOfNoDownload();
+    void abortsTheFirstDownloadIfTheSecondFileCannotBeCreated();
+    void neverEndsBeforeItsAnswer_data();
+    void neverEndsBeforeItsAnswer();
+    void ignoresItsSlotsWithoutADownload();
     void quitsEvenIfTheScriptDoesNotStart();
 
 private:
@@ -156,7 +156,7 @@ void tst_UpdaterDownload::installsWhatItDownloaded()
     QCOMPARE(m_server->requests.size(), 1);
 }
 
-void tst_UpdaterDownload::saysHowFarItIs()
+void tst_UpdaterDownload::reportsTheProgress()
 {
     constexpr qint64 size = 3000000;
     m_server->answerZeros(u"/new"_s, size);
@@ -174,7 +174,7 @@ void tst_UpdaterDownload::saysHowFarItIs()
     QCOMPARE(QFileInfo(downloadPath()).size(), size);
 }
 
-void tst_UpdaterDownload::takesWhatHasNoUsableLength_data()
+void tst_UpdaterDownload::acceptsAnAnswerWithoutAValidLength_data()
 {
     QTest::addColumn<QByteArray>("headers");
     QTest::newRow("no length") << QByteArray();
@@ -182,7 +182,7 @@ void tst_UpdaterDownload::takesWhatHasNoUsableLength_data()
     QTest::newRow("negative number") << QByteArray("Content-Length: -4\r\n");
 }
 
-void tst_UpdaterDownload::takesWhatHasNoUsableLength()
+void tst_UpdaterDownload::acceptsAnAnswerWithoutAValidLength()
 {
     QFETCH(QByteArray, headers);
     const QByteArray body = "up to the end of the connection";
@@ -192,7 +192,7 @@ void tst_UpdaterDownload::takesWhatHasNoUsableLength()
     QCOMPARE(contentOf(downloadPath()), body);
 }
 
-void tst_UpdaterDownload::takesAnEmptyFile()
+void tst_UpdaterDownload::acceptsAnEmptyFile()
 {
     m_server->answerBody(u"/new"_s, {});
     Updater updater;
@@ -200,7 +200,7 @@ void tst_UpdaterDownload::takesAnEmptyFile()
     QCOMPARE(contentOf(downloadPath()), "");
 }
 
-void tst_UpdaterDownload::takesNoMoreThanTheLength()
+void tst_UpdaterDownload::readsNoMoreThanTheLength()
 {
     m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 7\r\n", "program and more"));
     Updater updater;
@@ -208,7 +208,7 @@ void tst_UpdaterDownload::takesNoMoreThanTheLength()
     QCOMPARE(contentOf(downloadPath()), "program");
 }
 
-void tst_UpdaterDownload::replacesTheLeftoverOfAnEarlierAttempt()
+void tst_UpdaterDownload::replacesTheFileOfAnEarlierAttempt()
 {
     testhome::writeFile(u"tmp/Vaskel_update.exe"_s, "a longer leftover");
     testhome::writeFile(u"tmp/Vaskel_updater.bat"_s, "a longer leftover");
@@ -298,7 +298,7 @@ void tst_UpdaterDownload::failsWithoutAUsableAddress()
     QVERIFY(!exists(downloadPath()));
 }
 
-void tst_UpdaterDownload::failsWithoutAPlaceForTheFile()
+void tst_UpdaterDownload::failsIfTheFileCannotBeCreated()
 {
     fakePlatform().foreignFiles = {downloadPath()};
     testhome::writeFile(u"tmp/Vaskel_update.exe"_s, "somebody else's");
@@ -315,7 +315,7 @@ void tst_UpdaterDownload::failsWithoutAPlaceForTheFile()
     QCOMPARE(contentOf(downloadPath()), "new");
 }
 
-void tst_UpdaterDownload::runsOnWithoutAPlaceForTheScript()
+void tst_UpdaterDownload::runsOnIfTheScriptCannotBeCreated()
 {
     QVERIFY(QDir().mkpath(scriptPath()));
     m_server->answerBody(u"/new"_s, "new");
@@ -328,7 +328,7 @@ void tst_UpdaterDownload::runsOnWithoutAPlaceForTheScript()
     QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
-void tst_UpdaterDownload::triesAgainWhenItIsTold()
+void tst_UpdaterDownload::canBeRetried()
 {
     m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 100\r\n", "half"));
     Updater updater;
@@ -338,7 +338,7 @@ void tst_UpdaterDownload::triesAgainWhenItIsTold()
     QCOMPARE(contentOf(downloadPath()), "new");
 }
 
-void tst_UpdaterDownload::triesAgainFromTheErrorItself()
+void tst_UpdaterDownload::canBeRetriedFromTheErrorSignal()
 {
     m_server->answer(u"/old"_s, httpAnswer("200 OK", "Content-Length: 100\r\n", "half"));
     m_server->answerBody(u"/new"_s, "new");
@@ -389,7 +389,7 @@ void tst_UpdaterDownload::countsOnlyTheLastOfTwoDownloads()
     QCOMPARE(listener.heard, QStringList{u"finished"_s});
 }
 
-void tst_UpdaterDownload::staysAloneWithoutAPlaceForTheSecondDownload()
+void tst_UpdaterDownload::abortsTheFirstDownloadIfTheSecondFileCannotBeCreated()
 {
     m_server->answer(u"/old"_s, {}, HttpServer::End::Hang);
     Updater updater;
@@ -404,7 +404,7 @@ void tst_UpdaterDownload::staysAloneWithoutAPlaceForTheSecondDownload()
     QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
-void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot_data()
+void tst_UpdaterDownload::neverEndsBeforeItsAnswer_data()
 {
     QTest::addColumn<QByteArray>("beginning");
     QTest::addColumn<bool>("hasBody");
@@ -414,7 +414,7 @@ void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot_data()
                           << true;
 }
 
-void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot()
+void tst_UpdaterDownload::neverEndsBeforeItsAnswer()
 {
     QFETCH(QByteArray, beginning);
     QFETCH(bool, hasBody);
@@ -431,7 +431,7 @@ void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot()
     QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
-void tst_UpdaterDownload::toleratesTheEndOfNoDownload()
+void tst_UpdaterDownload::ignoresItsSlotsWithoutADownload()
 {
     Updater updater;
     const Listener listener(updater);

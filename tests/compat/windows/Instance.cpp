@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-void say(const QString &filePath, const char *text)
+void report(const QString &filePath, const char *text)
 {
     QFile file(filePath);
     if (file.open(QIODevice::Append)) {
@@ -33,11 +33,11 @@ int main(int argc, char *argv[])
     const int timeout = std::atoi(argv[2]);
     const QString filePath = QString::fromLocal8Bit(argv[3]);
 
-    say(filePath, "starting");
+    report(filePath, "starting");
     SingleApplication app(argc, argv, argc > 4, SingleApplication::Mode::User, timeout, userData);
     QObject::connect(&app, &SingleApplication::instanceStarted, &app,
-                     [&filePath] { say(filePath, "told"); });
-    say(filePath, app.isPrimary() ? "primary" : "secondary");
+                     [&filePath] { report(filePath, "told"); });
+    report(filePath, app.isPrimary() ? "primary" : "secondary");
 
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &app, [&filePath] {

@@ -85,18 +85,18 @@ private Q_SLOTS:
     void initTestCase();
 
     void supportsThisPlatform();
-    void noticesTheKey_data();
-    void noticesTheKey();
-    void needsAllModifiersAndNoOther();
-    void tellsAllObjectsOfOneSequence();
-    void tellsAllSequencesOfOneKey_data();
-    void tellsAllSequencesOfOneKey();
+    void activatesOnTheKey_data();
+    void activatesOnTheKey();
+    void needsExactlyItsModifiers();
+    void activatesAllObjectsOfOneSequence();
+    void activatesAllSequencesOfOneKey_data();
+    void activatesAllSequencesOfOneKey();
     void keepsTheKeyUntilItsLastSequenceGoes();
-    void tellsNothingAfterItsRelease();
-    void tellsFromTheEventLoopAlone();
+    void emitsNothingAfterItIsUnregistered();
+    void emitsFromTheEventLoop();
     void reportsASequenceThatAnotherProgramHolds();
-    void keepsOtherProgramsFromItsSequence();
-    void givesTheSequenceBack();
+    void isRefusedToOtherPrograms();
+    void unregistersTheSequence();
     void refusesAKeyThatTheKeyboardLacks();
 
 private:
@@ -132,7 +132,7 @@ void tst_QHotkeyOnWindows::supportsThisPlatform()
     QVERIFY(QHotkey::isPlatformSupported());
 }
 
-void tst_QHotkeyOnWindows::noticesTheKey_data()
+void tst_QHotkeyOnWindows::activatesOnTheKey_data()
 {
     QTest::addColumn<QKeySequence>("sequence");
     QTest::addColumn<QString>("keys");
@@ -152,7 +152,7 @@ void tst_QHotkeyOnWindows::noticesTheKey_data()
                             << u"ctrl+KP_Add"_s;
 }
 
-void tst_QHotkeyOnWindows::noticesTheKey()
+void tst_QHotkeyOnWindows::activatesOnTheKey()
 {
     QFETCH(QKeySequence, sequence);
     QFETCH(QString, keys);
@@ -165,7 +165,7 @@ void tst_QHotkeyOnWindows::noticesTheKey()
     QCOMPARE(pressed.count(), 3);
 }
 
-void tst_QHotkeyOnWindows::needsAllModifiersAndNoOther()
+void tst_QHotkeyOnWindows::needsExactlyItsModifiers()
 {
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);
@@ -175,7 +175,7 @@ void tst_QHotkeyOnWindows::needsAllModifiersAndNoOther()
     QCOMPARE(pressed.count(), 1);
 }
 
-void tst_QHotkeyOnWindows::tellsAllObjectsOfOneSequence()
+void tst_QHotkeyOnWindows::activatesAllObjectsOfOneSequence()
 {
     const QHotkey first(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QHotkey second(QKeySequence(u"Ctrl+Alt+Y"_s), true);
@@ -188,7 +188,7 @@ void tst_QHotkeyOnWindows::tellsAllObjectsOfOneSequence()
     QCOMPARE(secondPressed.count(), 1);
 }
 
-void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey_data()
+void tst_QHotkeyOnWindows::activatesAllSequencesOfOneKey_data()
 {
     QTest::addColumn<QKeySequence>("one");
     QTest::addColumn<QKeySequence>("other");
@@ -203,7 +203,7 @@ void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey_data()
         << u"ctrl+alt+shift+slash"_s;
 }
 
-void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey()
+void tst_QHotkeyOnWindows::activatesAllSequencesOfOneKey()
 {
     QFETCH(QKeySequence, one);
     QFETCH(QKeySequence, other);
@@ -235,7 +235,7 @@ void tst_QHotkeyOnWindows::keepsTheKeyUntilItsLastSequenceGoes()
     QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
 }
 
-void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
+void tst_QHotkeyOnWindows::emitsNothingAfterItIsUnregistered()
 {
     QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);
@@ -244,7 +244,7 @@ void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
     QCOMPARE(pressed.count(), 0);
 }
 
-void tst_QHotkeyOnWindows::tellsFromTheEventLoopAlone()
+void tst_QHotkeyOnWindows::emitsFromTheEventLoop()
 {
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);
@@ -274,7 +274,7 @@ void tst_QHotkeyOnWindows::reportsASequenceThatAnotherProgramHolds()
     QCOMPARE(pressed.count(), 0);
 }
 
-void tst_QHotkeyOnWindows::keepsOtherProgramsFromItsSequence()
+void tst_QHotkeyOnWindows::isRefusedToOtherPrograms()
 {
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     QVERIFY(hotkey.isRegistered());
@@ -282,7 +282,7 @@ void tst_QHotkeyOnWindows::keepsOtherProgramsFromItsSequence()
     QTRY_VERIFY_WITH_TIMEOUT(Holder::isRefused(), 20000);
 }
 
-void tst_QHotkeyOnWindows::givesTheSequenceBack()
+void tst_QHotkeyOnWindows::unregistersTheSequence()
 {
     {
         const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);

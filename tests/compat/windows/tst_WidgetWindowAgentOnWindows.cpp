@@ -104,10 +104,10 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
 
     void hasNoVisibleFrame();
-    void hasTheStylesThatSnapAndShadowTake();
+    void hasTheStylesForSnapAndShadow();
     void keepsItsSizeWhenShownAgain();
-    void tellsTheSystemItsParts_data();
-    void tellsTheSystemItsParts();
+    void reportsItsFrameSections_data();
+    void reportsItsFrameSections();
     void fixedHeightIsNotResized();
     void titleBarDragsTheWindow();
     void doubleClickOnTheTitleBarDoesNotMaximise();
@@ -142,7 +142,7 @@ void tst_WidgetWindowAgentOnWindows::hasNoVisibleFrame()
     QCOMPARE(m_window->frameGeometry(), m_window->geometry());
 }
 
-void tst_WidgetWindowAgentOnWindows::hasTheStylesThatSnapAndShadowTake()
+void tst_WidgetWindowAgentOnWindows::hasTheStylesForSnapAndShadow()
 {
     const LONG_PTR style = GetWindowLongPtrW(m_window->handle(), GWL_STYLE);
     for (const LONG_PTR part : {LONG_PTR(WS_CAPTION), LONG_PTR(WS_THICKFRAME),
@@ -164,7 +164,7 @@ void tst_WidgetWindowAgentOnWindows::keepsItsSizeWhenShownAgain()
     QTRY_COMPARE(m_window->content.size(), QSize(300, 164));
 }
 
-void tst_WidgetWindowAgentOnWindows::tellsTheSystemItsParts_data()
+void tst_WidgetWindowAgentOnWindows::reportsItsFrameSections_data()
 {
     QTest::addColumn<QPoint>("position");
     QTest::addColumn<int>("expected");
@@ -183,7 +183,7 @@ void tst_WidgetWindowAgentOnWindows::tellsTheSystemItsParts_data()
     QTest::newRow("bottom right corner") << QPoint(399, 299) << HTBOTTOMRIGHT;
 }
 
-void tst_WidgetWindowAgentOnWindows::tellsTheSystemItsParts()
+void tst_WidgetWindowAgentOnWindows::reportsItsFrameSections()
 {
     QFETCH(QPoint, position);
     QTEST(int(m_window->hitAt(position)), "expected");

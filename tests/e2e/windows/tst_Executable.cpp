@@ -94,15 +94,15 @@ class tst_Executable : public QObject
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY2(m_image.isValid(), VASKEL_EXECUTABLE); }
-    void isNoLargerThanItMayBe();
+    void isWithinItsSizeLimit();
     void hasNoConsole();
-    void takesAddressesAndMemoryThatAreGuarded();
+    void hasAddressAndMemoryProtection();
     void importsTheSystemAndEverythingAlone();
-    void manifestTellsOfTheProgram_data();
-    void manifestTellsOfTheProgram();
+    void manifestNamesTheProgram_data();
+    void manifestNamesTheProgram();
     void manifestAsksForNoMoreRights();
-    void tellsItsVersion_data();
-    void tellsItsVersion();
+    void hasItsVersion_data();
+    void hasItsVersion();
     void hasItsIconInEachSize_data();
     void hasItsIconInEachSize();
 
@@ -115,7 +115,7 @@ private:
     Image m_image;
 };
 
-void tst_Executable::isNoLargerThanItMayBe()
+void tst_Executable::isWithinItsSizeLimit()
 {
     const qint64 size = QFileInfo(executable).size();
     qInfo("%lld bytes", static_cast<long long>(size));
@@ -130,7 +130,7 @@ void tst_Executable::hasNoConsole()
     QCOMPARE(m_image.header().Subsystem, WORD(IMAGE_SUBSYSTEM_WINDOWS_GUI));
 }
 
-void tst_Executable::takesAddressesAndMemoryThatAreGuarded()
+void tst_Executable::hasAddressAndMemoryProtection()
 {
     for (const WORD flag :
          {IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, IMAGE_DLLCHARACTERISTICS_NX_COMPAT,
@@ -155,7 +155,7 @@ void tst_Executable::importsTheSystemAndEverythingAlone()
     QCOMPARE(others, QStringList{u"everything64.dll"_s});
 }
 
-void tst_Executable::manifestTellsOfTheProgram_data()
+void tst_Executable::manifestNamesTheProgram_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("expected");
@@ -165,7 +165,7 @@ void tst_Executable::manifestTellsOfTheProgram_data()
     QTest::newRow("long paths") << u"longPathAware"_s << u"true"_s;
 }
 
-void tst_Executable::manifestTellsOfTheProgram()
+void tst_Executable::manifestNamesTheProgram()
 {
     QFETCH(QString, name);
     QFETCH(QString, expected);
@@ -187,7 +187,7 @@ void tst_Executable::manifestAsksForNoMoreRights()
     QCOMPARE(levels, QStringList{u"asInvoker"_s});
 }
 
-void tst_Executable::tellsItsVersion_data()
+void tst_Executable::hasItsVersion_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
@@ -199,7 +199,7 @@ void tst_Executable::tellsItsVersion_data()
     QTest::newRow("name of the file") << u"OriginalFilename"_s << u"Vaskel.exe"_s;
 }
 
-void tst_Executable::tellsItsVersion()
+void tst_Executable::hasItsVersion()
 {
     QFETCH(QString, key);
     QFETCH(QString, expected);
