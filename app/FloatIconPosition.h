@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// Where the floating icon's top left corner goes at the start: to its stored place, on a screen or
-/// not; or, when one of the stored coordinates is negative, to the lower right corner of what
-/// windows may take up of the primary screen, if there is one.
+/// The start position of the floating icon's top left corner. Returns the stored position even if
+/// no screen shows it. If a stored coordinate is negative, returns a position in the lower right
+/// corner of the primary screen's available geometry, if there is a screen.
 QPoint floatIconPosition(const QPoint &stored, const std::optional<QRect> &available);

@@ -8,6 +8,6 @@ using namespace Qt::StringLiterals;
 
 void substituteDesktopFont(const QFont &desktopFont)
 {
-    // Substitutes come behind all the fonts that are named, so the last of them will do.
+    // Qt tries substitutes after all named families, so one entry for the last family is enough.
     QFont::insertSubstitutions(u"Segoe UI"_s, desktopFont.families());
 }

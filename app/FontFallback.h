@@ -3,6 +3,6 @@
 
 class QFont;
 
-/// Has the desktop's font stand in where the fonts that the style sheet names are not installed.
-/// The system's own choice for them may be any other font.
+/// Substitutes the desktop's font for missing fonts of the style sheet. The system's own fallback
+/// could be any font.
 void substituteDesktopFont(const QFont &desktopFont);

@@ -10,13 +10,13 @@ namespace {
 
 constexpr int daysKept = 7;
 
-// Not valid if the name has no date, or none that exists. Neither this nor the listing goes by a
-// regular expression, which nothing else at the program's start would need.
+// Invalid if the name has no valid date. Avoids regular expressions, here and in the listing:
+// nothing else at the start needs them.
 QDate dateOf(const QString &fileName)
 {
     const QString format = u"'Vaskel_'yyyy-MM-dd'.log'"_s;
     const QDate date = QDate::fromString(fileName, format);
-    // It takes a year before the first one too, and may forgive more than that.
+    // fromString() accepts years before 1 and may accept other variants.
     return date.year() > 0 && date.toString(format) == fileName ? date : QDate();
 }
 
@@ -27,7 +27,7 @@ void removeExpiredLogs(const QString &folder, QDate today)
     QDir dir(folder);
     const QStringList names = dir.entryList(QDir::Files);
     for (const QString &name : names) {
-        // There are no days to a date that is not valid.
+        // daysTo() is 0 for an invalid date.
         if (dateOf(name).daysTo(today) > daysKept) {
             dir.remove(name);
         }

@@ -4,6 +4,6 @@
 class QDate;
 class QString;
 
-/// Removes the log files of the folder, "Vaskel_<year>-<month>-<day>.log", whose name is of a day
-/// more than seven days before today. All other files stay; so do those that cannot be removed.
+/// Removes the log files "Vaskel_<year>-<month>-<day>.log" of the folder whose date is more than
+/// seven days before today. Ignores other files and failures.
 void removeExpiredLogs(const QString &folder, QDate today);

@@ -34,7 +34,7 @@ QString logFolder(const QString &wanted)
     return folder;
 }
 
-// Null if the file cannot be opened, which must not keep the program from starting.
+// Returns null if the file cannot be opened, so that the program still starts.
 spdlog::sink_ptr fileSink(const QString &folder)
 {
     using Sink = spdlog::sinks::daily_file_sink_mt;
@@ -72,7 +72,7 @@ Logger &Logger::instance()
 
 Logger::~Logger()
 {
-    // What is destroyed after this may still have something to say.
+    // Objects that are destroyed later may still log.
     qInstallMessageHandler(nullptr);
 }
 
@@ -82,8 +82,8 @@ void Logger::init(const QString &logDir)
     QDir().mkpath(folder);
     removeExpiredLogs(folder, QDate::currentDate());
 
-    // Whoever reads the console may go; the log must not take the program with it.
-    platform::outliveClosedPipes();
+    // The console's reader may exit; logging must not end the program then.
+    platform::ignoreClosedPipes();
     std::vector<spdlog::sink_ptr> sinks = {std::make_shared<spdlog::sinks::stdout_color_sink_mt>()};
     if (spdlog::sink_ptr file = fileSink(folder)) {
         sinks.push_back(std::move(file));

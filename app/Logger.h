@@ -10,8 +10,8 @@ namespace spdlog {
 class logger;
 }
 
-/// The log of the process: Qt's messages, one line each, on the console and in one file a day. Only
-/// main and qtMessageHandler() know it; all other code calls qDebug(), qWarning() and qCritical().
+/// The log of the process: writes Qt's messages to the console and to one file per day. Only main
+/// and qtMessageHandler() use it; all other code calls qDebug(), qWarning() and qCritical().
 class Logger : public QObject
 {
     Q_OBJECT
@@ -19,9 +19,9 @@ class Logger : public QObject
 public:
     static Logger &instance();
 
-    /// Opens the log and removes the files that have expired; main calls it once, before anything
-    /// else. The folder is logDir, or the user's data folder if that is empty, and "/Vaskel" behind
-    /// it unless the path ends so in upper or lower case. Without a file the console remains.
+    /// Opens the log and removes expired files. Call once, first in main. The folder is logDir, or
+    /// the user's data folder if that is empty; "/Vaskel" is appended unless the path ends with it,
+    /// in upper or lower case. Logs to the console alone if the file cannot be opened.
     void init(const QString &logDir);
 
 private:
@@ -33,6 +33,6 @@ private:
     std::shared_ptr<spdlog::logger> m_logger;
 };
 
-/// Writes a message of Qt to the log, or nothing as long as there is none. For
-/// qInstallMessageHandler(), behind Logger::init(); may be called in any thread.
+/// Writes a Qt message to the log; does nothing before Logger::init(). Pass it to
+/// qInstallMessageHandler(). Thread-safe.
 void qtMessageHandler(QtMsgType type, const QMessageLogContext &context, const QString &message);

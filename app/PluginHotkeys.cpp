@@ -17,17 +17,17 @@ void reloadPluginHotkeys(GlobalHotkey &hotkey, const PluginManager &plugins,
 
     const IPlugin *settingsPlugin = plugins.pluginForCommand(u"set"_s);
     QSet<const IPlugin *> seen;
-    const QStringList words = plugins.commands();
-    for (const QString &word : words) {
-        const IPlugin *plugin = plugins.pluginForCommand(word);
-        // An alias leads to a plugin that was seen already, and counts once.
+    const QStringList commands = plugins.commands();
+    for (const QString &command : commands) {
+        const IPlugin *plugin = plugins.pluginForCommand(command);
+        // Several commands may belong to one plugin; register it once.
         if (!plugin || plugin == settingsPlugin || seen.contains(plugin)) {
             continue;
         }
         seen.insert(plugin);
-        const QString command = plugin->command();
-        if (settings.isPluginEnabled(command)) {
-            hotkey.registerPluginHotkey(command, settings.pluginHotkey(command));
+        const QString primary = plugin->command();
+        if (settings.isPluginEnabled(primary)) {
+            hotkey.registerPluginHotkey(primary, settings.pluginHotkey(primary));
         }
     }
 }

@@ -3,9 +3,9 @@
 
 #include <QObject>
 
-/// Makes QCoreApplication::quit() end the event loop in every case. Qt asks each window to close
-/// before it quits and gives up when one refuses, and the launcher's window refuses every close by
-/// hiding itself. Install on the application object.
+/// Makes QCoreApplication::quit() always end the event loop. Qt would first close all windows and
+/// give up if one refuses; the launcher's window hides itself instead. Install it on the
+/// application object.
 class QuitFilter : public QObject
 {
     Q_OBJECT

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 bool loadTranslation(QTranslator &translator, const QStringList &languages, const QString &folder)
 {
     for (const QString &language : languages) {
-        // Through QLocale, so that a tag without a territory gets its usual one.
+        // QLocale adds the usual territory to a tag without one.
         const QString baseName = "Vaskel_"_L1 + qtversion::underscoredName(QLocale(language));
         if (translator.load(":/i18n/"_L1 + baseName) || translator.load(baseName, folder)) {
             return true;

@@ -6,7 +6,7 @@
 
 class QTranslator;
 
-/// Loads the catalogue "Vaskel_<language>_<territory>" of the first of the languages that has one:
-/// from the resources, else from the folder. The languages are tags with dashes, the preferred one
-/// first. False, with the translator left empty, when none has; the texts then stay in English.
+/// Loads the translation file "Vaskel_<language>_<territory>" of the first language that has one,
+/// from the resources or else from the folder. Languages are tags with dashes, in order of
+/// preference. Returns false and leaves the translator empty if there is none; texts stay English.
 bool loadTranslation(QTranslator &translator, const QStringList &languages, const QString &folder);

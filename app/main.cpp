@@ -45,7 +45,7 @@ namespace {
 
 void toggle(MainWindow &window)
 {
-    if (isOnShow(window)) {
+    if (isShowing(window)) {
         window.hide();
     } else {
         window.showAndActivate();
@@ -62,7 +62,7 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
     QApplication::setStyle(new ApplicationStyle);
     substituteDesktopFont(QApplication::font());
     const auto apply = [&] {
-        // Restyling costs time in every widget, and a new theme is not always a new palette.
+        // Applying a style sheet is expensive, and not every theme has a palette of its own.
         const QString sheet = theme.styleSheet();
         if (sheet != app.styleSheet()) {
             app.setStyleSheet(sheet);
@@ -79,7 +79,7 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
 SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
 {
     auto *settingsPlugin = new SettingsPlugin(&settings, &plugins, &plugins);
-    // The first plugin of a word keeps it, so the order matters.
+    // The first plugin with a command keeps it, so the order matters.
     plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
     plugins.registerPlugin(new CalcPlugin(&plugins));
     plugins.registerPlugin(new DirectoryPlugin(&plugins));
@@ -101,11 +101,11 @@ void placeFloatIcon(FloatIcon &icon, const Settings &settings)
 
 void connectFloatIcon(FloatIcon &icon, const Settings &settings)
 {
-    const auto showIfWanted = [&] {
+    const auto updateVisibility = [&] {
         icon.setVisible(settings.showFloatIcon());
     };
-    QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, showIfWanted);
-    showIfWanted();
+    QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, updateVisibility);
+    updateVisibility();
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -131,8 +131,8 @@ void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &sett
 
 void restart()
 {
-    // The new process may come up while this one still counts as the running instance; it then ends
-    // itself, as any second start does, and this one ends too. Nothing waits for the other.
+    // Nothing waits for this process to end. If the new one comes up while this one is still the
+    // primary instance, it ends at once like any second start.
     QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
     QCoreApplication::quit();
 }
@@ -148,8 +148,8 @@ void fillTrayMenu(QMenu &menu, MainWindow &window, const SettingsPlugin &setting
         window.openPluginView(settingsPlugin.command());
     });
 
-    const QAction *again = menu.addAction(QCoreApplication::translate("Main", "Restart"));
-    QObject::connect(again, &QAction::triggered, &window, restart);
+    const QAction *restartAction = menu.addAction(QCoreApplication::translate("Main", "Restart"));
+    QObject::connect(restartAction, &QAction::triggered, &window, restart);
 
     const QAction *quit = menu.addAction(QCoreApplication::translate("Main", "Quit"));
     QObject::connect(quit, &QAction::triggered, &window, &QCoreApplication::quit);
@@ -173,9 +173,9 @@ int main(int argc, char *argv[])
     qInstallMessageHandler(qtMessageHandler);
 
     platform::chooseWindowSystem();
-    // A second process of the same user ends in here, with the first one told.
+    // A second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);

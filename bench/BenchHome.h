@@ -3,7 +3,7 @@
 
 class QString;
 
-/// Makes the folder the home, the data and the temporary folder of this process, which then sees
-/// nothing of the user's, and has it paint without a display. To be called before the application
-/// object is made.
+/// Points home, data and temporary folders of this process to the given folder, so that it does not
+/// see the user's files, and selects the offscreen platform. Call before the application object is
+/// created.
 void useHome(const QString &home);

@@ -16,14 +16,14 @@ Hotkey::~Hotkey()
     xcb_disconnect(m_connection);
 }
 
-Hotkey::Clock::time_point Hotkey::strike()
+Hotkey::Clock::time_point Hotkey::press()
 {
     const xcb_keycode_t control = keyOf(XK_Control_L);
     const xcb_keycode_t alt = keyOf(XK_Alt_L);
     const xcb_keycode_t space = keyOf(XK_space);
     fake(XCB_KEY_PRESS, control);
     fake(XCB_KEY_PRESS, alt);
-    wait();
+    sync();
     const Clock::time_point moment = Clock::now();
     fake(XCB_KEY_PRESS, space);
     fake(XCB_KEY_RELEASE, space);
@@ -58,8 +58,8 @@ void Hotkey::fake(uint8_t type, xcb_keycode_t key)
     xcb_test_fake_input(m_connection, type, key, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
 }
 
-// Returns when the server has done all that was asked of it.
-void Hotkey::wait()
+// Waits until the server has processed all requests.
+void Hotkey::sync()
 {
     std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }

@@ -5,26 +5,26 @@
 
 #include <chrono>
 
-/// Strikes Ctrl+Alt+Space, Vaskel's hotkey unless it is set otherwise. The keys come from the
-/// keyboard as far as any program can tell.
+/// Presses Ctrl+Alt+Space, the default hotkey of Vaskel. For other programs the keys come from the
+/// keyboard.
 class Hotkey
 {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// Connects to the display of the environment.
+    /// Connects to the display named by DISPLAY.
     Hotkey();
     ~Hotkey();
     Hotkey(const Hotkey &) = delete;
     Hotkey &operator=(const Hotkey &) = delete;
 
-    /// Presses and releases the keys, and returns the moment before the last one went down.
-    Clock::time_point strike();
+    /// Presses and releases the keys; returns the time just before the last press.
+    Clock::time_point press();
 
 private:
     xcb_keycode_t keyOf(xcb_keysym_t symbol) const;
     void fake(uint8_t type, xcb_keycode_t key);
-    void wait();
+    void sync();
 
     xcb_connection_t *m_connection = nullptr;
 };

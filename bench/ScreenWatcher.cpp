@@ -13,9 +13,9 @@ namespace {
 
 constexpr auto kPatience = std::chrono::minutes(1);
 
-// Toolkits open helper windows of a few pixels, which nobody sees, and the program has a small
-// window besides, which is painted before the large one.
-constexpr int kLeastWidth = 100;
+// Toolkits open invisible helper windows of a few pixels, and the program's small floating icon is
+// painted before the main window.
+constexpr int minimumWidth = 100;
 
 struct Free
 {
@@ -51,7 +51,7 @@ ScreenWatcher::ScreenWatcher()
     const uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(m_connection, root, XCB_CW_EVENT_MASK, &events);
 
-    // The damage of the root window is that of all windows. Mapping one does none; painting does.
+    // The root window's damage includes all windows. Mapping a window causes none, painting does.
     xcb_damage_create(m_connection, xcb_generate_id(m_connection), root,
                       XCB_DAMAGE_REPORT_LEVEL_RAW_RECTANGLES);
     xcb_flush(m_connection);
@@ -75,14 +75,14 @@ std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow()
     while (const Event event{nextEvent(deadline)}) {
         if (typeOf(*event) == XCB_CREATE_NOTIFY) {
             const auto &created = as<xcb_create_notify_event_t>(event);
-            if (!created.override_redirect && created.width >= kLeastWidth) {
+            if (!created.override_redirect && created.width >= minimumWidth) {
                 large.insert(created.window);
             }
         } else if (typeOf(*event) == XCB_MAP_NOTIFY) {
             const xcb_window_t window = as<xcb_map_notify_event_t>(event).window;
             mapped = large.contains(window) ? window : mapped;
         } else if (typeOf(*event) == m_damageNotify && mapped
-                   && as<xcb_damage_notify_event_t>(event).area.width >= kLeastWidth) {
+                   && as<xcb_damage_notify_event_t>(event).area.width >= minimumWidth) {
             return mapped;
         }
     }
@@ -101,7 +101,7 @@ bool ScreenWatcher::waitForShownWindow(xcb_window_t window)
     return false;
 }
 
-bool ScreenWatcher::waitForPicture()
+bool ScreenWatcher::waitForPaint()
 {
     const auto deadline = Clock::now() + kPatience;
     while (const Event event{nextEvent(deadline)}) {
@@ -143,7 +143,7 @@ void ScreenWatcher::discardEvents()
     }
 }
 
-// The next event, which the caller frees; null when the deadline passes or the display is gone.
+// Returns the next event, which the caller frees, or null at the deadline or without a connection.
 xcb_generic_event_t *ScreenWatcher::nextEvent(Clock::time_point deadline)
 {
     while (Clock::now() < deadline && isConnected()) {

@@ -6,12 +6,12 @@
 #include <chrono>
 #include <optional>
 
-/// Sees from outside, as the X server tells it, when another program's window shows and hides. At
-/// most one program may open windows meanwhile.
+/// Watches through the X server when another program's window is shown and hidden. Only one program
+/// at a time may open windows.
 class ScreenWatcher
 {
 public:
-    /// Connects to the display of the environment; isConnected() tells whether that worked.
+    /// Connects to the display named by DISPLAY; isConnected() tells whether that worked.
     ScreenWatcher();
     ~ScreenWatcher();
     ScreenWatcher(const ScreenWatcher &) = delete;
@@ -19,23 +19,22 @@ public:
 
     bool isConnected() const;
 
-    /// Waits until a large window is on the screen with its first picture painted, and returns it;
-    /// nothing after a minute without one.
+    /// Waits until a large window is shown and painted, and returns it; nothing after a minute.
     std::optional<xcb_window_t> waitForPaintedWindow();
 
-    /// Waits until a window that was hidden is back on the screen; false if it is not for a minute.
+    /// Waits until a hidden window is shown again; false after a minute.
     bool waitForShownWindow(xcb_window_t window);
 
-    /// Waits until a window that is on the screen is painted; false if it is not for a minute.
-    bool waitForPicture();
+    /// Waits until a shown window is painted; false after a minute.
+    bool waitForPaint();
 
-    /// Asks the window's program to close it, as its close button would.
+    /// Asks the window to close, like its close button.
     void requestClose(xcb_window_t window);
 
-    /// Waits until the window is off the screen; false if it stays for a minute.
+    /// Waits until the window is hidden; false after a minute.
     bool waitForHiddenWindow(xcb_window_t window);
 
-    /// Forgets what is still under way from a program that has ended.
+    /// Discards pending events of a program that has ended.
     void discardEvents();
 
 private:

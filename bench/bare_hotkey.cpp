@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The least that a program with a window and a hotkey can be: Ctrl+Alt+Space shows its bare window
-// and hides it again.
+// A minimal program with a hotkey: Ctrl+Alt+Space shows and hides its bare window.
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QWidget>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The least that a program with a window can be: what starting one costs without any launcher.
+// A minimal program with a window: the cost of a start without a launcher.
 #include <QApplication>
 #include <QWidget>
 

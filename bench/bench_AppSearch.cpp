@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What searchApps(), and with it AppLauncher::search, costs beyond the substring tests that no
-// filter can avoid: the four stored texts of each entry, compared and not found.
+// The cost of searchApps(), which AppLauncher::search calls, compared with the substring tests that
+// any filter needs: the four stored texts of each entry, none of which matches.
 #include "launcher/AppEntry.h"
 #include "launcher/AppSearch.h"
 
@@ -18,10 +18,10 @@ namespace {
 
 constexpr int entryCount = 10000;
 
-// No name holds it, though many hold its first letters.
+// No name contains it, but many contain its first letters.
 const QString query = u"archivist"_s;
 
-/// Names as start menus hold them: a vendor, a kind of program and a version, now and then Chinese.
+/// Typical start-menu names: a vendor, a kind of program and a version, some in Chinese.
 QString appName(int index)
 {
     static const std::array vendors{u"Libre"_s,    u"Arctic"_s,  u"Open"_s, u"腾讯"_s,
@@ -34,7 +34,7 @@ QString appName(int index)
         .arg(index);
 }
 
-/// A catalogue as AppLauncher makes it of a start menu with twenty subfolders.
+/// The catalogue of a start menu with twenty subfolders.
 QList<AppEntry> makeCatalogue()
 {
     QList<AppEntry> entries;
@@ -47,7 +47,7 @@ QList<AppEntry> makeCatalogue()
     return entries;
 }
 
-// Made in main(), and walked by both: a copy would lie closer together and be faster to walk.
+// Created in main(). Both benchmarks read it: a copy would be closer together in memory and faster.
 const QList<AppEntry> *catalogue = nullptr;
 
 void measured(benchmark::State &state)
@@ -58,7 +58,7 @@ void measured(benchmark::State &state)
     }
 }
 
-void floorOfIt(benchmark::State &state)
+void measureFloor(benchmark::State &state)
 {
     for ([[maybe_unused]] auto _ : state) {
         int found = 0;
@@ -75,7 +75,7 @@ void floorOfIt(benchmark::State &state)
 } // namespace
 
 BENCHMARK(measured)->Name("search_no_match/measured");
-BENCHMARK(floorOfIt)->Name("search_no_match/floor");
+BENCHMARK(measureFloor)->Name("search_no_match/floor");
 
 int main(int argc, char *argv[])
 {

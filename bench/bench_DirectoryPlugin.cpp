@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What "cd" costs for a large folder whose icons are there already, from the search to the rows on
-// the screen. The floor reads the same folder and gives a bare list the same texts and icons.
+// The cost of "cd" for a large folder with cached icons, from the search to the painted rows. The
+// floor reads the same folder and gives a bare list the same texts and icons.
 #include "BenchHome.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
@@ -79,7 +79,7 @@ void measured(benchmark::State &state, AppLauncher &launcher, const QString &fol
     }
 }
 
-void floorOfIt(benchmark::State &state, const QString &folder, const std::vector<Row> &rows)
+void measureFloor(benchmark::State &state, const QString &folder, const std::vector<Row> &rows)
 {
     QListWidget list;
     list.resize(720, 344);
@@ -117,7 +117,7 @@ int main(int argc, char *argv[])
         measured(state, launcher, folder);
     })->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("DirectoryPlugin.list/floor", [&](benchmark::State &state) {
-        floorOfIt(state, folder, rows);
+        measureFloor(state, folder, rows);
     })->Unit(benchmark::kMillisecond);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

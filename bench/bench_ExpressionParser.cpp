@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What ExpressionParser costs beyond the work that no calculator can avoid: turning the digits of
-// the literals into numbers, and calling the mathematical functions.
+// The cost of ExpressionParser compared with the work that any calculator needs: converting the
+// literals to numbers and calling the mathematical functions.
 #include "plugins/ExpressionParser.h"
 
 #include <benchmark/benchmark.h>
@@ -38,8 +38,8 @@ struct Expression
     std::vector<BinaryCall> binaryCalls;
 };
 
-/// Writes expressions as people type them into a command box, and computes them on the way, so
-/// that every literal and every call of a mathematical function is known.
+/// Generates expressions as users type them, and evaluates them at the same time to record every
+/// literal and every function call.
 class Writer
 {
 public:
@@ -66,7 +66,7 @@ private:
         put(m_isSpaced ? std::string{' ', symbol, ' '} : std::string{symbol});
     }
 
-    // A sum of at least the given number of operands.
+    // A sum of at least this number of operands.
     double writeSum(int depth, int operands = 1)
     {
         double value = writeProduct(depth);
@@ -148,7 +148,7 @@ private:
         return call(std::sqrt, writeGroup(depth, 1));
     }
 
-    // In degrees turned into radians, or in radians.
+    // An angle in radians, or in degrees with the conversion.
     double writeOfAngle()
     {
         static constexpr std::array<const char *, 3> names{"sin(", "cos(", "tan("};
@@ -193,7 +193,7 @@ private:
                                         : call(std::log, first) / call(std::log, second);
     }
 
-    // Mostly short whole numbers and prices, sometimes a constant with many digits or an exponent.
+    // Mostly short integers and prices, sometimes a constant with many digits or an exponent.
     std::string number()
     {
         const int kind = below(100);
@@ -254,7 +254,7 @@ Mix makeMix()
     Mix mix;
     while (mix.texts.size() < 1000) {
         const Expression expression = writer.write();
-        // What has no value, such as a division by zero, would end before its last literal.
+        // The parser would stop before the last literal of an undefined expression.
         if (!std::isfinite(expression.value)) {
             continue;
         }
@@ -276,7 +276,7 @@ const Mix &mix()
     return made;
 }
 
-// Not to the last bit, since a compiler may contract the writer's own arithmetic.
+// Allows for rounding: the compiler may contract the arithmetic above.
 bool isNear(double value, double expected)
 {
     return std::abs(value - expected) <= 1e-9 * std::abs(expected);
@@ -303,7 +303,7 @@ void measured(benchmark::State &state)
     }
 }
 
-void floorOfIt(benchmark::State &state)
+void measureFloor(benchmark::State &state)
 {
     for ([[maybe_unused]] auto _ : state) {
         for (const std::string &literal : mix().literals) {
@@ -321,6 +321,6 @@ void floorOfIt(benchmark::State &state)
 } // namespace
 
 BENCHMARK(measured)->Name("ExpressionParser/measured");
-BENCHMARK(floorOfIt)->Name("ExpressionParser/floor");
+BENCHMARK(measureFloor)->Name("ExpressionParser/floor");
 
 BENCHMARK_MAIN();

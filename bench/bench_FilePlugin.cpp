@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What "file" costs besides the index, from the search to the rows on the screen: as many hits as
-// it shows, whose icons are there already, from an index that has them at hand.
+// The cost of "file" without the index, from the search to the painted rows: the maximum number of
+// hits with cached icons, from an index that answers at once.
 #include "BenchHome.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
@@ -47,7 +47,7 @@ void writeFiles(const QString &folder)
     }
 }
 
-// In frames of a screen at 60 Hz. Processor time, since nothing here waits.
+// In frames of a screen at 60 Hz. Uses processor time, since nothing here waits.
 void measured(benchmark::State &state, AppLauncher &launcher)
 {
     Settings settings;
@@ -75,7 +75,7 @@ void measured(benchmark::State &state, AppLauncher &launcher)
 
 } // namespace
 
-// An index that answers at once, in place of the system's.
+// Replaces the system's index with one that answers at once.
 namespace platform::fileindex {
 
 QString name()

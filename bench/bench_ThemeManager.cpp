@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What a finished style sheet costs beyond a copy of its template's text.
+// The cost of a complete style sheet compared with a copy of its template.
 #include "settings/ThemeManager.h"
 
 #include <QFile>
@@ -30,7 +30,7 @@ void measured(benchmark::State &state)
     }
 }
 
-void floorOfIt(benchmark::State &state)
+void measureFloor(benchmark::State &state)
 {
     const QString text = templateText();
     if (text.isEmpty()) {
@@ -47,7 +47,7 @@ void floorOfIt(benchmark::State &state)
 } // namespace
 
 BENCHMARK(measured)->Name("styleSheet/measured");
-BENCHMARK(floorOfIt)->Name("styleSheet/floor");
+BENCHMARK(measureFloor)->Name("styleSheet/floor");
 
 int main(int argc, char *argv[])
 {

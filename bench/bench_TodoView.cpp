@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What the task list costs beyond the work that no such list can avoid: making the rows of its
-// tree, and writing its file.
+// The cost of the task list compared with the work that any such list needs: creating the rows of
+// the tree, and writing the file.
 #include "tasks/TaskRepository.h"
 #include "tasks/TaskService.h"
 #include "tasks/TodoView.h"
@@ -25,12 +25,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int taskCount = 2000;
-// With so many children each, the tasks form a tree that is five deep.
+// Gives a tree five levels deep.
 constexpr int childCount = 7;
 
 const QString rootId = u"task 0"_s;
 
-/// One root with everything below it, every third task completed.
+/// One root with all other tasks below it; every third task is completed.
 Task makeTask(int index)
 {
     static const QDateTime firstMoment(QDate(2026, 3, 1), QTime(9, 30));
@@ -74,7 +74,7 @@ int countRows(const QTreeWidgetItem *row)
     return count;
 }
 
-// What a rebuild leaves to paint is painted outside the measured time, the same for both.
+// Paints outside the measured time; both sides paint the same rows.
 void paint(benchmark::State &state)
 {
     state.PauseTiming();
@@ -93,7 +93,7 @@ void rebuild(benchmark::State &state)
     const auto *tree = view.findChild<QTreeWidget *>();
     for ([[maybe_unused]] auto _ : state) {
         view.activate();
-        // The page deletes the rows of before from the event loop.
+        // The page deletes its earlier rows from the event loop.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         paint(state);
     }
@@ -164,7 +164,7 @@ void writeDocument(benchmark::State &state)
 BENCHMARK(rebuild)->Name("TodoView.rebuild/measured")->Unit(benchmark::kMillisecond);
 BENCHMARK(bareRows)->Name("TodoView.rebuild/floor")->Unit(benchmark::kMillisecond);
 
-// In real time, since writing is mostly waiting.
+// Real time, since writing mostly waits.
 BENCHMARK(setCompleted)
     ->Name("TaskService.setCompleted/measured")
     ->Unit(benchmark::kMillisecond)
@@ -176,7 +176,7 @@ BENCHMARK(writeDocument)
 
 int main(int argc, char **argv)
 {
-    // Never the user's own task file.
+    // Keeps the user's task file safe.
     const QTemporaryDir home;
     qputenv("HOME", home.path().toLocal8Bit());
     qputenv("XDG_DATA_HOME", home.path().toLocal8Bit());

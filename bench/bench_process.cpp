@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// What the whole program costs, seen from outside and next to a bare window of the same size: the
-// time from its start until its window is on the screen with its first picture, the memory that
-// it takes two seconds later, the time from a press of the hotkey until the window is back on the
-// screen, and the processor time that it takes while it is hidden.
+// The cost of the whole program compared with a bare window of the same size, measured from
+// outside: the time from its start to its first painted window, its memory two seconds later, the
+// time from the hotkey to the window, and the processor time while it is hidden.
 #include "Hotkey.h"
 #include "ScreenWatcher.h"
 
@@ -33,10 +32,10 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr int kEntries = 500;
-constexpr int kStrikes = 11;
+constexpr int entryCount = 500;
+constexpr int pressCount = 11;
 
-/// A home with installed programs, and the environment of a process that lives in it.
+/// A home with installed programs, and the environment for a process in it.
 class Home
 {
 public:
@@ -66,12 +65,12 @@ Home::Home()
         std::filesystem::create_directory_symlink(std::filesystem::path("/usr/share") / shared,
                                                   m_folder / "system" / shared);
     }
-    for (int number = 0; number < kEntries; ++number) {
+    for (int number = 0; number < entryCount; ++number) {
         addEntry(number);
     }
 }
 
-// Sized like the entries of a real desktop, most of whose lines are translations.
+// As large as the entries of a real desktop, which consist mostly of translations.
 void Home::addEntry(int number) const
 {
     std::ofstream entry(m_folder / "system/applications"
@@ -111,7 +110,7 @@ long Home::cachedIcons() const
     return std::distance(begin(icons), end(icons));
 }
 
-/// A running program; it is ended with the object.
+/// A running program; the destructor ends it.
 class Process
 {
 public:
@@ -120,10 +119,10 @@ public:
     Process(const Process &) = delete;
     Process &operator=(const Process &) = delete;
 
-    /// The memory that it takes, with its share of what it has in common with others, in bytes.
+    /// Its memory in bytes, including its share of common pages (PSS).
     double proportionalMemory() const;
 
-    /// The processor time that all its threads have used so far, in clock ticks.
+    /// The processor time of all its threads so far, in clock ticks.
     long processorTicks() const;
 
 private:
@@ -165,7 +164,7 @@ double Process::proportionalMemory() const
 
 long Process::processorTicks() const
 {
-    // The name in parentheses may hold blanks; the fields behind it begin with the third.
+    // The name in parentheses may contain spaces; the third field follows it.
     const std::string line = file("stat");
     std::istringstream fields(line.substr(line.rfind(')') + 1));
     const std::vector<std::string> values{std::istream_iterator<std::string>(fields), {}};
@@ -180,7 +179,7 @@ std::string Process::file(const std::string &name) const
     return text.str();
 }
 
-/// One start of a program, from its process to its painted window.
+/// One start of a program, from the new process to the painted window.
 struct Start
 {
     Start(const Home &home, ScreenWatcher &screen, const char *program)
@@ -195,33 +194,33 @@ struct Start
     std::chrono::duration<double> duration = Clock::now() - begin;
 };
 
-/// The home and the screen that all measurements of a run share.
-struct Stage
+/// The home and the screen of all measurements.
+struct Fixture
 {
     Home home;
     ScreenWatcher screen;
     Hotkey hotkey;
 };
 
-Stage &stage()
+Fixture &fixture()
 {
-    static Stage shared;
+    static Fixture shared;
     return shared;
 }
 
-// The first start ever fills the icon folder, and the first of each program reads it from disk.
+// The first start fills the icon cache, and the first one of each program reads it from disk.
 bool warmUp(const char *program)
 {
     static std::vector<std::string> warm;
     if (std::find(warm.begin(), warm.end(), program) == warm.end()) {
-        const Start start(stage().home, stage().screen, program);
+        const Start start(fixture().home, fixture().screen, program);
         if (!start.window) {
             return false;
         }
         warm.emplace_back(program);
     }
-    stage().screen.discardEvents();
-    return program != std::string(VASKEL_PROGRAM) || stage().home.cachedIcons() >= kEntries;
+    fixture().screen.discardEvents();
+    return program != std::string(VASKEL_PROGRAM) || fixture().home.cachedIcons() >= entryCount;
 }
 
 void startToShownWindow(benchmark::State &state, const char *program)
@@ -231,7 +230,7 @@ void startToShownWindow(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(stage().home, stage().screen, program);
+        const Start start(fixture().home, fixture().screen, program);
         state.SetIterationTime(start.duration.count());
     }
 }
@@ -243,7 +242,7 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(stage().home, stage().screen, program);
+        const Start start(fixture().home, fixture().screen, program);
         std::this_thread::sleep_for(2s);
         state.SetIterationTime(start.duration.count());
         state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
@@ -256,20 +255,20 @@ enum class Until {
     Painted,
 };
 
-/// The time from a press of the hotkey until the hidden window is back; nothing if it is not.
-std::optional<double> timeOfReturn(xcb_window_t window, Until until)
+/// The time from a press of the hotkey until the hidden window is shown; nothing after a minute.
+std::optional<double> timeToShow(xcb_window_t window, Until until)
 {
-    stage().hotkey.strike();
-    if (!stage().screen.waitForHiddenWindow(window)) {
+    fixture().hotkey.press();
+    if (!fixture().screen.waitForHiddenWindow(window)) {
         return {};
     }
-    // Hiding itself goes on for a moment after the window is off the screen.
+    // The program is still busy hiding for a moment after its window has gone.
     std::this_thread::sleep_for(300ms);
-    stage().screen.discardEvents();
+    fixture().screen.discardEvents();
 
-    const Clock::time_point begin = stage().hotkey.strike();
-    if (!stage().screen.waitForShownWindow(window)
-        || (until == Until::Painted && !stage().screen.waitForPicture())) {
+    const Clock::time_point begin = fixture().hotkey.press();
+    if (!fixture().screen.waitForShownWindow(window)
+        || (until == Until::Painted && !fixture().screen.waitForPaint())) {
         return {};
     }
     const std::chrono::duration<double> duration = Clock::now() - begin;
@@ -277,7 +276,7 @@ std::optional<double> timeOfReturn(xcb_window_t window, Until until)
     return duration.count();
 }
 
-// Both programs are up already and have their window made.
+// Both programs already run and have created their window.
 void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
 {
     if (!warmUp(program)) {
@@ -285,20 +284,20 @@ void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(stage().home, stage().screen, program);
-        // The hotkey is set up behind the first show.
+        const Start start(fixture().home, fixture().screen, program);
+        // The program registers the hotkey after it has shown the window.
         std::this_thread::sleep_for(1s);
         std::vector<double> times;
-        while (times.size() < kStrikes) {
-            const std::optional<double> time = timeOfReturn(*start.window, until);
+        while (times.size() < pressCount) {
+            const std::optional<double> time = timeToShow(*start.window, until);
             if (!time) {
                 state.SkipWithError("The hotkey does not hide and show the window.");
                 return;
             }
             times.push_back(*time);
         }
-        std::nth_element(times.begin(), times.begin() + kStrikes / 2, times.end());
-        state.SetIterationTime(times[kStrikes / 2]);
+        std::nth_element(times.begin(), times.begin() + pressCount / 2, times.end());
+        state.SetIterationTime(times[pressCount / 2]);
     }
 }
 
@@ -309,14 +308,14 @@ void processorTimeWhileHidden(benchmark::State &state)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(stage().home, stage().screen, VASKEL_PROGRAM);
+        const Start start(fixture().home, fixture().screen, VASKEL_PROGRAM);
         std::this_thread::sleep_for(1s);
-        stage().screen.requestClose(*start.window);
-        if (!stage().screen.waitForHiddenWindow(*start.window)) {
+        fixture().screen.requestClose(*start.window);
+        if (!fixture().screen.waitForHiddenWindow(*start.window)) {
             state.SkipWithError("The window does not hide.");
             return;
         }
-        // Hiding itself goes on for a moment after the window is off the screen.
+        // The program is still busy hiding for a moment after its window has gone.
         std::this_thread::sleep_for(1s);
         const long before = start.process.processorTicks();
         std::this_thread::sleep_for(10s);
@@ -351,7 +350,7 @@ int main(int argc, char *argv[])
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
 
     benchmark::Initialize(&argc, argv);
-    if (!stage().screen.isConnected()) {
+    if (!fixture().screen.isConnected()) {
         std::fputs("bench_process: there is no X display\n", stderr);
         return 1;
     }

@@ -1,10 +1,10 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Counts what Vaskel.exe holds of the system after rounds of showing, typing and hiding.
+"""Counts the system resources of Vaskel.exe after rounds of showing, typing and hiding.
 
 usage: handles.py Vaskel.exe [--rounds NUMBER] [--strict]
 
-Takes the variables of tests/e2e/wine.py. What is held after the first ten rounds is the limit for
-what is held after all; --strict exits with 1 if it is missed.
+Uses the variables of tests/e2e/wine.py. The counts after the first ten rounds are the limit for the
+counts after all rounds; --strict exits with 1 if they exceed it.
 """
 
 import argparse
@@ -27,7 +27,7 @@ class Rounds:
         self._desktop = desktop
         self._launcher = launcher
         self._done = 0
-        # The window stays where it is.
+        # The window keeps its place.
         x, y, width, _ = launcher.geometry()
         self._box = (x + width // 2, y + 36 + 28)
 
@@ -41,7 +41,7 @@ class Rounds:
             self._done += 1
 
     def counts(self):
-        """The least of some counts, since threads and timers come and go."""
+        """The minimum of several counts, since threads and timers come and go."""
         samples = []
         for _ in range(SAMPLES):
             samples.append(self._launcher.ask("counts"))

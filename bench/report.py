@@ -3,9 +3,9 @@
 
 usage: report.py FOLDER LIMITS [--strict] [--figure NAME]...
 
-A figure is a pair of benchmarks, "<figure>/measured" and "<figure>/floor", and is judged by the
-ratio of their medians; without a floor, by the measured value. --strict exits with 1 if a figure
-misses its limit. A figure without a result is always an error.
+A figure is a pair of benchmarks, "<figure>/measured" and "<figure>/floor". Its limit applies to the
+ratio of their medians, or to the measured value if there is no floor. --strict exits with 1 if a
+figure exceeds its limit. A figure without a result is always an error.
 """
 
 import argparse
@@ -32,7 +32,7 @@ def read_limits(path):
 
 
 def run(program, figures):
-    """All single results of a program, as (figure, side) -> values with their unit."""
+    """All results of a program, as (figure, side) -> values with their unit."""
     with tempfile.NamedTemporaryFile("r", suffix=".json") as output:
         subprocess.run([program, f"--benchmark_out={output.name}", "--benchmark_out_format=json",
                         "--benchmark_filter=^(" + "|".join(map(re.escape, figures)) + ")/",
@@ -52,7 +52,7 @@ def run(program, figures):
 def value_of(entry):
     if "value" in entry:
         return entry["value"], entry["label"]
-    # The clock on the wall counts where the work is done by another process.
+    # Wall time counts if another process does the work.
     is_wall = entry["name"].endswith(("/manual_time", "/real_time"))
     clock = "real_time" if is_wall else "cpu_time"
     return entry[clock] * NANOSECONDS[entry["time_unit"]], "ns"
@@ -63,7 +63,7 @@ def median(values):
 
 
 def show(number, unit=""):
-    """At most four digits, in a unit that suits them."""
+    """Formats at most four digits with a suitable unit."""
     if number is None:
         return "-"
     if unit == "ns":

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# vaskel_compiler: warnings, definitions and sanitizers for this project's own code.
-# Third-party code never links it.
+# vaskel_compiler: warnings, definitions and sanitizers for this project's own code. Third-party
+# code never links it.
 
 add_library(vaskel_compiler INTERFACE)
 
@@ -22,7 +22,7 @@ target_compile_definitions(vaskel_compiler INTERFACE
 )
 
 if(VASKEL_SANITIZE)
-    # Directory-wide, so that the libraries that are built here are instrumented alike.
+    # For the whole directory, so that libraries built here are instrumented too.
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# The libraries that are hardly packaged for this Qt. Each is taken from the first of these that is
-# there, and is linked by the target name that it has upstream, wherever it comes from:
+# Libraries that few distributions package for this Qt. Each has the target name of its upstream
+# project and comes from the first available of these sources:
 #
 #   1. an installed package that was built for this Qt,
 #   2. the source folder that FETCHCONTENT_SOURCE_DIR_<NAME> gives, the name in capitals,
@@ -13,8 +13,8 @@ include(FetchContent)
 # vaskel_add_dependency(Name target REPOSITORY url COMMIT hash
 #                       [COMPONENTS component...] [SETTINGS variable value ...])
 #
-# COMPONENTS are those of the installed package, SETTINGS the variables that its own CMake code is
-# given when it is built here. cmake/probe/<Name>.cpp uses the library as this project does.
+# COMPONENTS belong to the installed package. SETTINGS are variables for the library's own CMake
+# code when it is built here. cmake/probe/<Name>.cpp uses the library as this project does.
 function(vaskel_add_dependency name target)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "REPOSITORY;COMMIT" "COMPONENTS;SETTINGS")
     if(TARGET ${target})
@@ -36,7 +36,7 @@ function(vaskel_add_dependency name target)
             list(POP_FRONT arg_SETTINGS variable value)
             set(${variable} ${value})
         endwhile()
-        # Old projects would otherwise let their options hide these settings.
+        # Otherwise the options of an old project would override these settings.
         set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
         FetchContent_Declare(${name} SYSTEM
             GIT_REPOSITORY ${arg_REPOSITORY}
@@ -59,7 +59,7 @@ vaskel_add_dependency(SingleApplication SingleApplication::SingleApplication
         QAPPLICATION_CLASS QApplication
 )
 
-# From 1.5 on, its Wayland half takes what came with Qt 6.5.
+# QWindowKit 1.5 and later need Qt 6.5 for Wayland.
 if(Qt6_VERSION VERSION_LESS 6.5)
     set(qwindowkit_commit 5c04046acae6e61280fba7fef31401edd7c36087) # 1.4.0
 else()
@@ -78,7 +78,7 @@ vaskel_add_dependency(QHotkey QHotkey::QHotkey
     REPOSITORY https://github.com/Skycoder42/QHotkey.git
     COMMIT 34330d6ff5d2ca111c376f6d7da66be9d1817430 # 1.5.0
     SETTINGS
-        CMAKE_POLICY_VERSION_MINIMUM 3.5 # it asks for 3.1, which CMake 4 no longer has
+        CMAKE_POLICY_VERSION_MINIMUM 3.5 # CMake 4 rejects the 3.1 that it asks for
         QT_DEFAULT_MAJOR_VERSION 6
         QHOTKEY_INSTALL OFF
 )

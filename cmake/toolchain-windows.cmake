@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
 # Builds for 64-bit Windows with Debian's mingw-w64. VASKEL_QT_WINDOWS, a CMake or environment
-# variable, names a folder with a static Qt for this compiler in qt-windows/ and the tools of the
-# same Qt for the building machine in qt-host/, as packaging/windows/build-qt.sh makes it.
+# variable, names the folder that packaging/windows/build-qt.sh creates: qt-windows/ contains a
+# static Qt for this compiler, and qt-host/ the tools of the same Qt for the build machine.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -27,9 +27,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
-# Debian's Qt, from whose source this one may be made, names its plugins to no project by itself. A
-# static program has none but those that it is linked with.
+# Debian patches Qt's CMake code so that a project links no plugins by default. A static program has
+# only the plugins that it links.
 set(QT_SKIP_AUTO_PLUGIN_INCLUSION OFF)
 
-# The programs need no library but the system's.
+# The programs depend on the system's libraries only.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -fstack-protector")

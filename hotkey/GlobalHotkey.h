@@ -7,36 +7,36 @@
 
 class QHotkey;
 
-/// The system-wide hotkeys of the program: one main hotkey and one for each plugin that is given
-/// any. Key sequences come in QKeySequence::PortableText form. A sequence that another program
-/// holds, or that the system refuses, is reported by the result alone and never tried again. The
-/// signals come from the event loop.
+/// The system-wide hotkeys of the program: one main hotkey, and any number for plugins. Key
+/// sequences are in QKeySequence::PortableText form. If another program holds a sequence or the
+/// system refuses it, only the return value tells, and there is no retry. The signals come from the
+/// event loop.
 class GlobalHotkey : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Has no hotkey yet.
+    /// Starts without hotkeys.
     explicit GlobalHotkey(QObject *parent = nullptr);
 
-    /// Releases the main hotkey, whatever comes of the new one; true when that is registered. An
-    /// empty or unreadable sequence leaves no main hotkey.
+    /// Replaces the main hotkey; returns whether the new one is registered. The old one is
+    /// unregistered in any case. An empty or invalid sequence leaves no main hotkey.
     bool setMainHotkey(const QString &sequence);
 
-    /// Adds a hotkey for a command word; true when it is registered. A word that has one already
-    /// keeps that too: clear first.
+    /// Adds a hotkey for a command; returns whether it is registered. Does not replace an earlier
+    /// hotkey of the command: call clearPluginHotkeys() first.
     bool registerPluginHotkey(const QString &command, const QString &sequence);
 
-    /// Releases all plugin hotkeys, and leaves the main one alone.
+    /// Removes all plugin hotkeys, but not the main one.
     void clearPluginHotkeys();
 
 Q_SIGNALS:
-    /// The main hotkey was pressed.
+    /// The user pressed the main hotkey.
     void activated();
-    /// The plugin hotkey of this command word was pressed.
+    /// The user pressed the plugin hotkey of this command.
     void commandActivated(const QString &command);
 
 private:
     QHotkey *m_mainHotkey = nullptr;
-    QHash<QString, QHotkey *> m_pluginHotkeys; ///< by command word, failed ones included
+    QHash<QString, QHotkey *> m_pluginHotkeys; ///< by command, including unregistered ones
 };

@@ -3,9 +3,9 @@
 
 namespace platform {
 
-/// Registers the running executable's present path to start when the user logs in, or removes that
-/// registration, whoever wrote it. Called at each start of the program and at each change, whether
-/// or not it is already so. A failure is silent and leaves the system as it was.
+/// Registers the running executable's path to start at log-in, or removes that registration, even
+/// if another program wrote it. Called at each start and at each change of the setting. A failure
+/// is silent and leaves the system unchanged.
 void applyAutoStart(bool enabled);
 
 } // namespace platform

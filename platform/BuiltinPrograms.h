@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// The jobs for which the catalogue always has a row, whatever the start menu holds.
+/// The programs that the catalogue always lists, whatever the start menu holds.
 enum class BuiltinProgram {
     Notepad,
     Calculator,
@@ -17,16 +17,16 @@ enum class BuiltinProgram {
     Browser,
 };
 
-/// The program that does one of these jobs on this system.
+/// How this system provides one of them.
 struct ProgramInfo
 {
-    QString path;        ///< what AppLauncher::launch is given; never empty
-    QString description; ///< in the user's language; empty if there is nothing to say
-    QString iconSource;  ///< the file, link or address that the icon is taken from
+    QString path;        ///< argument for AppLauncher::launch; never empty
+    QString description; ///< in the user's language; may be empty
+    QString iconSource;  ///< file, link or address whose icon to show
 };
 
-/// Looks the program up anew at each call. A system without one still gives a path, the name of a
-/// command that would do the job if it were installed, and then no description.
+/// Searches the system at each call. If no such program is installed, the path is the command of a
+/// well-known one and the description is empty.
 ProgramInfo builtinProgram(BuiltinProgram program);
 
 } // namespace platform

@@ -3,8 +3,8 @@
 
 namespace platform {
 
-/// Makes a write into a pipe that nobody reads any more fail, where it would otherwise end this
-/// process. Programs that are started from here are not spared.
-void outliveClosedPipes();
+/// Makes a write into a pipe without a reader fail instead of ending this process. Started programs
+/// keep the system's default.
+void ignoreClosedPipes();
 
 } // namespace platform

@@ -13,11 +13,11 @@ enum class ColorScheme {
     Dark,
 };
 
-/// The colours that the user prefers for the whole desktop; Unknown where nobody can tell.
+/// The colour scheme that the user prefers for the desktop; Unknown if the system does not tell.
 ColorScheme colorScheme();
 
-/// Calls back each time when that preference has changed, for as long as the context lives. Never,
-/// where nobody tells of a change.
+/// Calls back after each change of that preference, as long as the context lives. Never calls back
+/// on a system that does not report changes.
 void watchColorScheme(QObject *context, const std::function<void()> &changed);
 
 } // namespace platform

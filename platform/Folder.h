@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// Shows a folder in the desktop's file manager. The path is absolute, with forward slashes. True
-/// when the desktop took the request, which says nothing of what then comes up.
+/// Shows a folder in the desktop's file manager. The path is absolute, with forward slashes.
+/// Returns whether the desktop accepted the request, not whether a window opens.
 bool openFolder(const QString &path);
 
 } // namespace platform

@@ -5,12 +5,11 @@
 
 namespace platform {
 
-/// The suffix, in lower case and without the dot, of the start-menu files that openLink() opens.
+/// The suffix of the start-menu files that openLink() opens, in lower case and without the dot.
 QString linkSuffix();
 
-/// Has the desktop start what the link or desktop entry names, in a session of its own that
-/// outlives this process. True when the start was accepted; false for a file that is missing,
-/// damaged or refused, with nothing started.
+/// Starts the program of a link in a session of its own that outlives this process. Returns false,
+/// with nothing started, if the file is missing, damaged or refused.
 bool openLink(const QString &filePath);
 
 } // namespace platform

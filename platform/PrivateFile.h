@@ -7,13 +7,16 @@ class QFile;
 
 namespace platform {
 
-/// Opens a file of a predictable name in a folder that all users may share: empty, and for the user
-/// alone. What the user left there earlier is replaced. False, with nothing changed, when there is
-/// a link, a folder or somebody else's file of that name, when it cannot be created, as on some
-/// systems as long as the leftover is open, or when another user could swap the file. On Linux that
-/// is one who owns the folder or may write to it while it is not sticky; the group that bears the
-/// user's name counts as himself, as root does. On Windows, where each user has a folder for
-/// temporary files of his own, it is not asked.
+/// Opens an empty file that only the user can access, in a folder that all users may share, such as
+/// the one for temporary files. An earlier file of the user's is replaced. Returns false, and
+/// changes nothing, if
+///
+/// - the name belongs to a symbolic link, a folder or another user's file,
+/// - the file cannot be created; some systems refuse while the earlier file is open,
+/// - on Linux, another user could replace the file: one who owns the folder, or may write to it
+///   while it is not sticky. Root and the group with the user's own name are trusted.
+///
+/// On Windows each user has a temporary folder, so nobody else could replace the file there.
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode);
 
 } // namespace platform

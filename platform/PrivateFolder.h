@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// Makes a folder, with its parents, that nobody but the user can enter, or closes one that is
-/// there to everybody else. False when it cannot be made, is a link, or belongs to another user.
+/// Creates a folder, with its parents, that only the user can enter, or restricts an existing one
+/// to the user. Returns false if that fails, or if it is a symbolic link or another user's.
 bool makePrivateFolder(const QString &path);
 
 } // namespace platform

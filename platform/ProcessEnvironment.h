@@ -3,13 +3,12 @@
 
 namespace platform {
 
-/// Has the application object, which is made next, use the window system on which hotkeys and the
-/// place of a window are for the program to say, where there is one and the user chose none.
+/// Call before QApplication. Selects X11, where global hotkeys and window positions work, unless
+/// the user set QT_QPA_PLATFORM.
 void chooseWindowSystem();
 
-/// Takes out of this process's environment what was meant for this process alone, such as the
-/// tokens of its own start, so that nothing inherits it that is started from here. Called once the
-/// application object has read them.
-void dropPrivateVariables();
+/// Call after QApplication has read its environment. Unsets the variables that were meant for this
+/// process alone, such as startup tokens, so that started programs do not inherit them.
+void unsetPrivateVariables();
 
 } // namespace platform

@@ -12,7 +12,7 @@
 
 #include <functional>
 
-/// The one place that knows in which version of Qt a call appeared.
+/// Differences between the supported versions of Qt.
 namespace qtversion {
 
 /// The user's languages in order of preference, as tags with dashes ("zh-Hans-CN").
@@ -35,7 +35,7 @@ inline QString underscoredName(const QLocale &locale)
 #endif
 }
 
-/// What Qt knows of the colours that the user prefers for the whole desktop.
+/// The colour scheme of the desktop; Unknown before Qt 6.5.
 inline platform::ColorScheme colorScheme()
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
@@ -51,7 +51,8 @@ inline platform::ColorScheme colorScheme()
     return platform::ColorScheme::Unknown;
 }
 
-/// Calls back when colorScheme() has changed, for as long as the context lives.
+/// Calls back after each change of colorScheme(), as long as the context lives. Never before Qt
+/// 6.5.
 inline void watchColorScheme([[maybe_unused]] QObject *context,
                              [[maybe_unused]] const std::function<void()> &changed)
 {
@@ -61,7 +62,7 @@ inline void watchColorScheme([[maybe_unused]] QObject *context,
 #endif
 }
 
-/// Limits what a field may record; before 6.5 it cannot be limited.
+/// Limits how many key combinations the field records. Does nothing before Qt 6.5.
 inline void setMaximumSequenceLength(QKeySequenceEdit &edit, int count)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
@@ -72,11 +73,11 @@ inline void setMaximumSequenceLength(QKeySequenceEdit &edit, int count)
 #endif
 }
 
-/// Tells the application that the window is active, ahead of the window system.
+/// Makes the window the active one without waiting for the window system.
 inline void setActiveWindow(QWidget *window)
 {
     QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED // from 6.5 on, without a substitute
+    QT_WARNING_DISABLE_DEPRECATED // since Qt 6.5, without a replacement
         QApplication::setActiveWindow(window);
     QT_WARNING_POP
 }

@@ -5,11 +5,10 @@
 
 namespace platform {
 
-/// The text of the script that outlives this process and installs an update: it gives the process
-/// two seconds to end, puts the downloaded file in the place of the program, starts the program,
-/// and removes the download and itself. If the file cannot be replaced, it says so, leaves the
-/// download and the program as they are, and starts nothing. To be written in text mode, as UTF-8;
-/// both paths are absolute, and whatever they hold is data.
+/// The text of the script that installs an update. It gives this process two seconds to
+/// end, replaces the program with the downloaded file, starts the program, and deletes the download
+/// and itself. If the replacement fails, it says so, keeps both files and starts nothing. Write it
+/// in text mode as UTF-8. Both paths are absolute and may contain any character.
 QString updateScript(const QString &downloadPath, const QString &programPath);
 
 /// Runs the script detached from this process. Failure is silent.

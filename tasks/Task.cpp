@@ -12,8 +12,8 @@ QDateTime timeFromJson(const QJsonValue &value)
     return QDateTime::fromString(value.toString(), Qt::ISODate);
 }
 
-/// What QDateTime::toString() gives with Qt::ISODate. That takes ten times as long, and the times
-/// of all tasks are written at each change.
+/// Like QDateTime::toString() with Qt::ISODate, but ten times as fast: each change writes the times
+/// of all tasks.
 QString timeToJson(const QDateTime &time)
 {
     if (!time.isValid()) {
@@ -58,13 +58,13 @@ Task Task::fromJson(const QJsonObject &object)
 
 QJsonObject Task::toJson() const
 {
-    // Most of the time goes into making keys and values; a copy has the keys and what is usual.
-    static const QJsonObject blank{
+    // Building keys and values takes most of the time, so copy an object with all defaults.
+    static const QJsonObject defaults{
         {u"completed"_s, false}, {u"createdTime"_s, QString()}, {u"dueTime"_s, QString()},
         {u"id"_s, QString()},    {u"note"_s, QString()},        {u"parentId"_s, QString()},
         {u"priority"_s, 0},      {u"title"_s, QString()},       {u"updatedTime"_s, QString()},
     };
-    QJsonObject object = blank;
+    QJsonObject object = defaults;
     const auto put = [&object](QLatin1StringView key, const QString &text) {
         if (!text.isEmpty()) {
             object[key] = text;

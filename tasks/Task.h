@@ -6,22 +6,22 @@
 
 class QJsonObject;
 
-/// One task of the user's list. A record with an empty id stands for a task that does not exist.
+/// One task of the user's list. An empty id means that the task does not exist.
 struct Task
 {
     QString id;       ///< lower-case UUID without braces
-    QString parentId; ///< id of the parent; empty for a top-level task
+    QString parentId; ///< empty for a top-level task
     QString title;
-    QString note; ///< kept for the user, not shown
+    QString note; ///< stored but not shown
     bool completed = false;
-    int priority = 0;      ///< kept, neither set nor read
-    QDateTime dueTime;     ///< kept, neither set nor read
+    int priority = 0;      ///< stored but neither set nor read
+    QDateTime dueTime;     ///< stored but neither set nor read
     QDateTime createdTime; ///< local time; orders siblings
     QDateTime updatedTime; ///< local time of the last change
 
     /// Reads one element of the task file; a missing or mistyped key gives the field's default.
     static Task fromJson(const QJsonObject &object);
 
-    /// The element of the task file. Times are in whole seconds, empty if invalid.
+    /// Returns an element of the task file. Times have whole seconds and are empty if invalid.
     QJsonObject toJson() const;
 };

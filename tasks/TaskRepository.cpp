@@ -94,7 +94,7 @@ QStringList TaskRepository::descendants(const QString &id) const
 {
     const TaskGroups groups = childrenByParent();
     QStringList found;
-    // A list of what is left to do in place of a recursion, for which a chain could be too long.
+    // Iterative, since a long chain of children could exhaust the stack.
     QStringList pending{id};
     while (!pending.isEmpty()) {
         const QString current = pending.takeLast();
@@ -103,7 +103,7 @@ QStringList TaskRepository::descendants(const QString &id) const
         }
         const QList<const Task *> children = groups.value(current);
         for (auto child = children.crbegin(); child != children.crend(); ++child) {
-            // The only circle of parents that can be met from here is one that runs through here.
+            // In a cycle of parents the task is among its own descendants; skip it.
             if ((*child)->id != id) {
                 pending.append((*child)->id);
             }

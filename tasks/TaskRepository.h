@@ -10,12 +10,12 @@
 
 class QJsonArray;
 
-/// Tasks of a repository by their parentId, siblings in their order.
+/// The tasks of a repository by parentId, siblings in order.
 using TaskGroups = QHash<QString, QList<const Task *>>;
 
-/// All tasks of the user, as a flat table by id. The tree exists only in the parentId of each task
-/// and is derived on demand; TaskService is the only writer. Tasks whose chain of parents runs in a
-/// circle, or ends at a task that is not there, are kept but are reached from no top-level task.
+/// All tasks of the user in a flat table by id. The tree follows from each task's parentId. Only
+/// TaskService writes. Tasks whose parents form a cycle or do not exist are kept, but no top-level
+/// task leads to them.
 class TaskRepository : public QObject
 {
     Q_OBJECT
@@ -24,13 +24,13 @@ public:
     explicit TaskRepository(QObject *parent = nullptr);
     ~TaskRepository() override;
 
-    /// Stores the task under its id, in place of any other with that id.
+    /// Stores the task under its id and replaces an existing one.
     void addTask(const Task &task);
 
-    /// Removes the task with everything below it, and emits one signal; nothing for an unknown id.
+    /// Removes the task and its descendants with a single signal. Does nothing for an unknown id.
     void removeTask(const QString &id);
 
-    /// Replaces the whole record; nothing for an unknown id.
+    /// Replaces the task with this id. Does nothing for an unknown id.
     void updateTask(const Task &task);
 
     bool contains(const QString &id) const;
@@ -38,38 +38,37 @@ public:
     /// The task, or one with an empty id if there is none.
     Task task(const QString &id) const;
 
-    /// The direct children, oldest first, those of the same moment by id; the top-level tasks for
-    /// an empty id.
+    /// The direct children, or the top-level tasks for an empty id. Sorted by creation time, then
+    /// by id.
     QList<Task> children(const QString &parentId) const;
 
-    /// What children() gives for every parentId in the table, for walks over the whole tree. Good
-    /// until the next change.
+    /// children() for every parentId, for walks over the whole tree. Valid until the next change.
     TaskGroups childrenByParent() const;
 
-    /// The ids of everything below the task, each once: parents before their children, siblings in
+    /// The ids of all descendants without duplicates: parents before their children, siblings in
     /// the order of children().
     QStringList descendants(const QString &id) const;
 
     /// All tasks, in no particular order.
     QList<Task> allTasks() const;
 
-    /// The level in the tree: 1 for a top-level task or an unknown id, 0 for an empty id. A circle
-    /// is counted once round.
+    /// The level in the tree: 1 for a top-level task or an unknown id, 0 for an empty id. Each task
+    /// of a cycle counts once.
     int depth(const QString &id) const;
 
-    /// Replaces the table, without a signal. Elements without an id are dropped; of two with the
-    /// same id the later one stays.
+    /// Replaces the table without a signal. Drops elements without an id; the last of several with
+    /// the same id wins.
     void fromJson(const QJsonArray &array);
 
-    /// All tasks in the form of the task file, in no particular order.
+    /// All tasks in the format of the task file, in no particular order.
     QJsonArray toJson() const;
 
 Q_SIGNALS:
     void taskAdded(const QString &id);
-    /// Those below the task go with it without a signal of their own.
+    /// Not emitted for the descendants, which are removed too.
     void taskRemoved(const QString &id);
     void taskUpdated(const QString &id);
-    /// Never emitted: a task keeps its place.
+    /// Never emitted: tasks cannot be moved.
     void taskMoved(const QString &id);
 
 private:

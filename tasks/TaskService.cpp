@@ -22,8 +22,8 @@ QString taskFilePath()
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/todo.json"_s;
 }
 
-/// Reads the current time as often as it is asked to, and makes a local time of it, which has the C
-/// library look for the zone's file, once a millisecond at most.
+/// The current local time, computed at most once a millisecond: each conversion makes the C library
+/// check the time zone's file.
 class Clock
 {
 public:
@@ -143,8 +143,7 @@ void TaskService::applyCompleted(const QString &id, bool completed)
 
 void TaskService::refreshParentCompleted(const QString &id)
 {
-    // A circle of parents is left in the second round at the latest: above a task that has become
-    // open no other one is completed again.
+    // Ends on cyclic parents: once a task reopens, no ancestor becomes completed again.
     Task parent = m_repository->task(id);
     while (!parent.id.isEmpty()) {
         const QList<Task> children = m_repository->children(parent.id);

@@ -9,42 +9,42 @@
 class TaskRepository;
 class TaskStorage;
 
-/// The rules of the task list. Each change is on disk when its call returns; a write that fails
-/// leaves the change in memory, and the next change writes again. Bad input is refused in silence.
-/// There are no signals: whoever shows the tasks reads them anew after each call.
+/// The rules of the task list. Each call writes its change to the disk before it returns. If that
+/// fails, the change stays in memory until the next write. Invalid input is ignored. There are no
+/// signals: views read the tasks again after each call.
 class TaskService : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Reads the task file in the application's data folder.
+    /// Loads the task file from the application's data folder.
     explicit TaskService(QObject *parent = nullptr);
     ~TaskService() override;
 
     /// The tasks, for reading; owned by the service.
     TaskRepository *repository() const { return m_repository; }
 
-    /// Adds a task with the trimmed title at any level; the parent keeps its state. Returns the new
-    /// id, or an empty string for a blank title or an unknown parent.
+    /// Adds a task with the trimmed title at any level; the parent's state stays the same. Returns
+    /// the new id, or an empty string for a blank title or an unknown parent.
     Q_INVOKABLE QString createTask(const QString &title, const QString &parentId = QString());
 
-    /// As createTask(), but a parent is required and must stand above the deepest level, the fifth.
+    /// Like createTask(), but requires a parent above the fifth level, which is the deepest.
     Q_INVOKABLE QString createSubTask(const QString &parentId, const QString &title);
 
-    /// Deletes the task with everything below it; the parent keeps its state.
+    /// Deletes the task and its descendants; the parent's state stays the same.
     Q_INVOKABLE void deleteTask(const QString &id);
 
-    /// Sets the state of the task and of everything below it; upwards, each parent becomes
-    /// completed exactly when all its children are.
+    /// Sets the state of the task and its descendants. Then updates its ancestors: each is
+    /// completed exactly if all its children are.
     Q_INVOKABLE void setCompleted(const QString &id, bool completed);
 
-    /// Sets the trimmed title, unless it is blank or the same.
+    /// Sets the trimmed title, unless it is blank or unchanged.
     Q_INVOKABLE void updateTitle(const QString &id, const QString &title);
 
-    /// Sets the note as it is, also when it is empty or the same.
+    /// Sets the note, even if it is empty or unchanged.
     Q_INVOKABLE void updateNote(const QString &id, const QString &note);
 
-    /// Writes the file once more.
+    /// Saves the task file.
     Q_INVOKABLE void persist();
 
 private:

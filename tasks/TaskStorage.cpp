@@ -51,8 +51,7 @@ bool TaskStorage::save(const TaskRepository *repository) const
     }
 
     const QByteArray json = QJsonDocument(repository->toJson()).toJson(QJsonDocument::Compact);
-    // On a disk that fills up, a long write reports just a short count, and a commit that has to
-    // flush a short one goes through.
+    // On a full disk, write() may only report fewer bytes, and commit() ignores a failed flush.
     if (file.write(json) != json.size() || !file.flush()) {
         return false;
     }

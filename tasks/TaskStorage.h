@@ -5,20 +5,19 @@
 
 class TaskRepository;
 
-/// The task file: a compact JSON array with one object per task, in no particular order, that is
-/// read at the start and rewritten whole at each change.
+/// The task file: a compact JSON array with one object per task, in no particular order. Loaded
+/// once at the start and rewritten at each change.
 class TaskStorage
 {
 public:
-    /// The absolute path of the file, which need not exist.
+    /// The path is absolute; the file need not exist.
     explicit TaskStorage(const QString &path);
 
-    /// Fills the repository from the file, and leaves it alone if there is none, which is no
-    /// failure. False, with a warning logged, for a file that is unreadable or no JSON array.
+    /// Loads the file into the repository. Returns true and changes nothing if there is no file.
+    /// Returns false and logs a warning if it is unreadable or no JSON array.
     bool load(TaskRepository *repository) const;
 
-    /// Replaces the file as a whole, and makes its folder. False when it could not; the old file
-    /// then stays as it was.
+    /// Replaces the file and creates its folder. Returns false and keeps the old file on failure.
     bool save(const TaskRepository *repository) const;
 
 private:

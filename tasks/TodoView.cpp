@@ -27,7 +27,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The item data of the entries of the filter.
+// Stored as the item data of the filter's entries.
 enum class TaskStatusFilter {
     Active,
     All,
@@ -35,32 +35,32 @@ enum class TaskStatusFilter {
 };
 
 constexpr int idRole = Qt::UserRole;
-// The state at the time of the rebuild, against which a change is told from an edited title.
+// The state when the row was built; tells a toggled check mark from an edited title.
 constexpr int completedRole = Qt::UserRole + 1;
 
-// QTreeView lays rows out by a recursion over their levels. The service makes no more than a few,
-// but a file edited by hand may hold a chain that would exhaust the stack.
+// QTreeView lays out rows recursively. The service limits the levels, but a file edited by hand
+// could exhaust the stack.
 constexpr int deepestShownLevel = 500;
 
-/// Owns rows that have left the tree.
-class RowKeeper : public QObject
+/// Owns rows that were removed from the tree.
+class RemovedRows : public QObject
 {
 public:
-    RowKeeper(const QList<QTreeWidgetItem *> &rows, QObject *parent)
+    RemovedRows(const QList<QTreeWidgetItem *> &rows, QObject *parent)
         : QObject(parent)
         , m_rows(rows)
     {
     }
 
-    ~RowKeeper() override { qDeleteAll(m_rows); }
+    ~RemovedRows() override { qDeleteAll(m_rows); }
 
-    Q_DISABLE_COPY_MOVE(RowKeeper)
+    Q_DISABLE_COPY_MOVE(RemovedRows)
 
 private:
     QList<QTreeWidgetItem *> m_rows;
 };
 
-/// Tells of each change of a widget's palette.
+/// Calls back after each change of a widget's palette.
 class PaletteWatcher : public QObject
 {
 public:
@@ -83,7 +83,7 @@ private:
     std::function<void()> m_changed;
 };
 
-bool isMatch(int filter, bool completed)
+bool matchesFilter(int filter, bool completed)
 {
     switch (TaskStatusFilter(filter)) {
     case TaskStatusFilter::Active:
@@ -96,25 +96,26 @@ bool isMatch(int filter, bool completed)
     return false;
 }
 
-// The number of rows above the current one. Those of a closed branch count, for a rebuild opens it.
-int currentPlace(QTreeWidget *tree)
+// The number of rows above the current one, including those of collapsed branches: refresh()
+// expands all.
+int currentRowNumber(QTreeWidget *tree)
 {
-    int place = 0;
+    int number = 0;
     QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
     for (; *row && *row != tree->currentItem(); ++row) {
-        ++place;
+        ++number;
     }
-    return *row ? place : 0;
+    return *row ? number : 0;
 }
 
-// The last row where the tree does not reach down to the place.
-QTreeWidgetItem *rowAt(QTreeWidget *tree, int place)
+// Returns the last row if there are fewer.
+QTreeWidgetItem *rowAt(QTreeWidget *tree, int number)
 {
     QTreeWidgetItem *last = nullptr;
     QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
-    for (; *row && place >= 0; ++row) {
+    for (; *row && number >= 0; ++row) {
         last = *row;
-        --place;
+        --number;
     }
     return last;
 }
@@ -145,8 +146,7 @@ void TodoView::activate()
 {
     refresh();
     m_input->setFocus(Qt::OtherFocusReason);
-    // A page that is opened for the first time gets into its window only after this, and the focus
-    // of that window can be had only then.
+    // A new page enters its window after this call and can take the focus only then.
     const auto takeFocus = [this] {
         if (m_input->isVisible()) {
             m_input->setFocus(Qt::OtherFocusReason);
@@ -234,13 +234,14 @@ void TodoView::connectWidgets()
     connect(m_filter, &QComboBox::currentIndexChanged, this, &TodoView::refresh);
     connect(m_tree, &QTreeWidget::itemChanged, this, &TodoView::onItemChanged);
     connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &TodoView::showContextMenu);
-    // The style sheet enters the palette no sooner than the page shows, and may change at any time.
+    // The style sheet sets the palette when the page is shown, and may change at any time.
     new PaletteWatcher(this, [this] { recolorRows(); });
 }
 
 void TodoView::refresh()
 {
-    // An open editor commits when it loses the focus, and would else pass it on as it goes.
+    // Moving the focus commits an open editor; destroying it would hand the focus to the next
+    // widget.
     if (m_tree->isAncestorOf(QApplication::focusWidget())) {
         m_tree->setFocus();
     }
@@ -260,20 +261,20 @@ void TodoView::refresh()
 
 void TodoView::refreshAfterAction()
 {
-    const int place = currentPlace(m_tree);
+    const int number = currentRowNumber(m_tree);
     refresh();
-    // Keys go to the current row. It is not selected, as after any rebuild. A menu that is about to
-    // go may still have the focus of the desktop.
+    // Keys act on the current row, so set it without selecting it. Ask the window: a closing menu
+    // may still have the application's focus.
     if (window()->focusWidget() == m_tree) {
-        m_tree->setCurrentItem(rowAt(m_tree, place), 0, QItemSelectionModel::NoUpdate);
+        m_tree->setCurrentItem(rowAt(m_tree, number), 0, QItemSelectionModel::NoUpdate);
     }
 }
 
 void TodoView::clearTree()
 {
-    // What led here may be a change of a row, with QTreeWidgetItem::setData() still to return into
-    // that row. So the old rows live until control is back in the event loop.
-    auto *oldRows = new RowKeeper(m_tree->invisibleRootItem()->takeChildren(), this);
+    // QTreeWidgetItem::setData() of an old row may be on the stack, so delete them in the event
+    // loop.
+    auto *oldRows = new RemovedRows(m_tree->invisibleRootItem()->takeChildren(), this);
     oldRows->deleteLater();
 }
 
@@ -314,7 +315,7 @@ void TodoView::colorRow(QTreeWidgetItem &row) const
 
 void TodoView::recolorRows()
 {
-    // The rows themselves are what they were, and an editor that heard of this would start anew.
+    // The data is the same; dataChanged() would reset an open editor.
     const QSignalBlocker blocker(m_tree->model());
     for (QTreeWidgetItemIterator row(m_tree); *row; ++row) {
         colorRow(**row);
@@ -323,7 +324,8 @@ void TodoView::recolorRows()
 
 bool TodoView::applyFilter(QTreeWidgetItem *row)
 {
-    bool isShown = isMatch(m_filter->currentData().toInt(), row->data(0, completedRole).toBool());
+    bool isShown =
+        matchesFilter(m_filter->currentData().toInt(), row->data(0, completedRole).toBool());
     for (int i = 0; i < row->childCount(); ++i) {
         if (applyFilter(row->child(i))) {
             isShown = true;
@@ -368,7 +370,7 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
         refreshAfterAction();
         return;
     }
-    // The editor that has committed its text closes right after this, and needs its row for it.
+    // The editor closes after it has committed its text, and needs its row until then.
     connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
             &TodoView::refreshAfterAction, Qt::SingleShotConnection);
 }

@@ -16,8 +16,8 @@ class QTreeWidget;
 class QTreeWidgetItem;
 class TaskService;
 
-/// The page of the task list: a line to add tasks, a filter, a count and the tree. It keeps no
-/// state of the tasks; each action goes through the service, and the tree is then built anew.
+/// The page of the task list: an input line, a filter, a count and the tree. Does not store tasks:
+/// each action calls the service and then rebuilds the tree.
 class TodoView : public QWidget
 {
     Q_OBJECT
@@ -27,8 +27,7 @@ public:
     explicit TodoView(TaskService *service, QWidget *parent = nullptr);
     ~TodoView() override;
 
-    /// Shows the tasks as they are now and puts the cursor into the entry line; called each time
-    /// the page is opened.
+    /// Reloads the tasks and focuses the input line. Call each time the page opens.
     void activate();
 
 Q_SIGNALS:

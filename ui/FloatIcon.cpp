@@ -59,7 +59,7 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
 
 bool FloatIcon::showsMainWindow() const
 {
-    return m_mainWindow && isOnShow(*m_mainWindow);
+    return m_mainWindow && isShowing(*m_mainWindow);
 }
 
 void FloatIcon::toggleMainWindow()

@@ -3,8 +3,9 @@
 
 #include <QWidget>
 
-/// Whether the user sees the window: to Qt a minimised one counts as visible too.
-inline bool isOnShow(const QWidget &window)
+/// Whether the window is visible and not minimised; QWidget::isVisible() includes minimised
+/// windows.
+inline bool isShowing(const QWidget &window)
 {
     return window.isVisible() && !window.isMinimized();
 }

@@ -3,6 +3,6 @@
 
 #include <QString>
 
-/// The address of the update server, without a trailing slash. It is chosen when the program is
-/// built; tests that download bring a body of their own, which never leads off this machine.
+/// The address of the update server, without a trailing slash. Set when the program is built. Tests
+/// link a body that returns an address of this machine.
 QString updateServer();

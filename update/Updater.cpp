@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What may wait for the disk; without a bound, a fast network would fill the memory.
+// Limits the data that waits for the disk; a fast network could fill the memory.
 constexpr qint64 downloadBufferSize = 256 * 1024;
 
 QString temporaryPath(const QString &fileName)
@@ -79,7 +79,7 @@ void Updater::readAnswer(QNetworkReply *reply)
 
 void Updater::downloadAndInstall(const QString &url)
 {
-    giveUpDownload();
+    abortDownload();
     m_downloadFile = new QFile(temporaryPath(u"Vaskel_update.exe"_s), this);
     if (!platform::openPrivateFile(*m_downloadFile, QIODevice::WriteOnly)) {
         Q_EMIT downloadError(u"Failed to create download file"_s);
@@ -90,7 +90,7 @@ void Updater::downloadAndInstall(const QString &url)
     reply->setReadBufferSize(downloadBufferSize);
     connect(reply, &QNetworkReply::downloadProgress, this, &Updater::downloadProgress);
     connect(reply, &QNetworkReply::readyRead, this, &Updater::onDownloadReadyRead);
-    // The end of an earlier download must not pass for that of this one.
+    // Ignore the end of an earlier, aborted download.
     connect(reply, &QNetworkReply::finished, this, [this, reply] {
         if (reply == m_downloadReply) {
             onDownloadFinished();
@@ -101,10 +101,10 @@ void Updater::downloadAndInstall(const QString &url)
     m_downloadReply = reply;
 }
 
-void Updater::giveUpDownload()
+void Updater::abortDownload()
 {
-    // In this order: the reply ends while it is aborted. Its file must be closed before another can
-    // take the name on every system.
+    // abort() emits finished(), so clear the member first. Close the file so that the next download
+    // can replace it on every system.
     if (QNetworkReply *reply = std::exchange(m_downloadReply, nullptr)) {
         reply->abort();
     }
@@ -123,7 +123,7 @@ void Updater::onDownloadFinished()
     if (!m_downloadReply || !m_downloadFile) {
         return;
     }
-    // Idle before anything is said, since whoever hears of an error may try again at once.
+    // Reset before emitting: a slot may start the next download at once.
     QNetworkReply *reply = std::exchange(m_downloadReply, nullptr);
     QFile *file = std::exchange(m_downloadFile, nullptr);
     reply->deleteLater();

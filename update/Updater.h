@@ -8,10 +8,9 @@ class QFile;
 class QNetworkAccessManager;
 class QNetworkReply;
 
-/// Asks the update server for a newer build, downloads it, and hands over to a script that puts it
-/// in the place of the running executable. It shows nothing; the messages of its signals are plain
-/// English or Qt's own words. All signals come from the event loop, but for a download file that
-/// cannot be created.
+/// Asks the update server for a newer build, downloads it, and starts a script that replaces the
+/// running executable. Has no user interface; the messages of its signals are English or Qt's own.
+/// All signals come from the event loop, except downloadError() for a file that cannot be created.
 class Updater : public QObject
 {
     Q_OBJECT
@@ -19,31 +18,31 @@ class Updater : public QObject
 public:
     explicit Updater(QObject *parent = nullptr);
 
-    /// Asks the server once. Ends in updateAvailable(), noUpdateAvailable() or checkError(); in
-    /// none of them as long as the server does not finish its answer.
+    /// Asks the server once. Emits updateAvailable(), noUpdateAvailable() or checkError(), but
+    /// nothing as long as the server does not finish its answer.
     Q_INVOKABLE void checkForUpdate();
 
-    /// Downloads the new executable into the folder for temporary files and installs it, which ends
-    /// the process. A call during a download gives that one up for the new one.
+    /// Downloads the new executable into the folder for temporary files, installs it and quits.
+    /// Aborts a running download.
     Q_INVOKABLE void downloadAndInstall(const QString &url);
 
-    /// The version of this build, for display. The server decides alone whether there is a newer
+    /// The version of this build, for display. Only the server decides whether there is a newer
     /// one.
     Q_INVOKABLE QString currentVersion() const;
 
 Q_SIGNALS:
-    /// The server offers this version. "url" is what downloadAndInstall() takes; it may be empty.
+    /// The server offers this version. "url" is for downloadAndInstall() and may be empty.
     void updateAvailable(const QString &version, const QString &changelog, const QString &url,
                          bool mandatory);
     /// The server has nothing newer.
     void noUpdateAvailable();
-    /// The server was not reached, or its answer makes no sense.
+    /// The server cannot be reached, or its answer is invalid.
     void checkError(const QString &message);
-    /// In bytes; "bytesTotal" is -1 as long as the size is unknown.
+    /// In bytes; "bytesTotal" is -1 while the size is unknown.
     void downloadProgress(qint64 bytesReceived, qint64 bytesTotal);
-    /// The file is complete and closed. The script comes next, and the end of the process with it.
+    /// The file is complete and closed. The update script and the end of the process follow.
     void downloadFinished();
-    /// The download or the making of the script failed; the program runs on.
+    /// The download failed, or the script could not be created; the program runs on.
     void downloadError(const QString &message);
 
 private Q_SLOTS:
@@ -52,11 +51,11 @@ private Q_SLOTS:
 
 private:
     void readAnswer(QNetworkReply *reply);
-    void giveUpDownload();
+    void abortDownload();
     void install(const QString &downloadPath);
 
     QNetworkAccessManager *m_manager = nullptr;
-    QNetworkReply *m_downloadReply = nullptr; // the running download, or null
+    QNetworkReply *m_downloadReply = nullptr; // null while no download runs
     QFile *m_downloadFile = nullptr;
-    QString m_downloadUrl; // what the server offered last
+    QString m_downloadUrl; // from the server's last offer
 };

@@ -7,11 +7,11 @@
 #include <functional>
 #include <memory>
 
-/// The operating system's half of QHotkey: takes key combinations away from all other programs.
+/// The part of QHotkey that depends on the operating system.
 class SystemHotkeys
 {
 public:
-    /// Told each press of a held combination, from inside the native event filter.
+    /// Called for each press of a registered combination, from the native event filter.
     using Pressed = std::function<void(QKeyCombination)>;
 
     /// Null if the running platform has no global hotkeys.
@@ -20,12 +20,13 @@ public:
     static bool isSupported();
 
     SystemHotkeys() = default;
-    /// Releases everything.
+    /// Unregisters all combinations.
     virtual ~SystemHotkeys() = default;
     Q_DISABLE_COPY_MOVE(SystemHotkeys)
 
-    /// Takes a combination that is not held yet. A refusal is logged, and nothing is kept of it.
-    virtual bool hold(QKeyCombination combination) = 0;
+    /// Registers a combination that is not registered yet. Logs a warning and returns false on
+    /// failure.
+    virtual bool registerHotkey(QKeyCombination combination) = 0;
 
-    virtual void release(QKeyCombination combination) = 0;
+    virtual void unregisterHotkey(QKeyCombination combination) = 0;
 };

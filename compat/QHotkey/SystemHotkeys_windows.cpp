@@ -16,19 +16,19 @@
 
 namespace {
 
-// Beyond it lie the numbers that libraries share among themselves.
+// Higher numbers are reserved for shared libraries.
 constexpr int lastProgramId = 0xbfff;
 
-/// A key that the system reports, with all combinations that it is known by.
-struct HeldKey
+/// A registered key with all combinations that map to it.
+struct RegisteredKey
 {
     WindowsKey key;
     int id = 0;
     QList<QKeyCombination> combinations;
 };
 
-/// Holds keys for the thread, which gets a message for each press. The system gives a key to one
-/// holder only, even within a program.
+/// Registers hotkeys for the thread, which gets a message for each press. Windows registers a key
+/// only once, even within one program.
 class WindowsHotkeys final : public SystemHotkeys, private QAbstractNativeEventFilter
 {
 public:
@@ -40,22 +40,23 @@ public:
 
     ~WindowsHotkeys() override
     {
-        for (const HeldKey &held : std::as_const(m_held)) {
-            UnregisterHotKey(nullptr, held.id);
+        for (const RegisteredKey &entry : std::as_const(m_keys)) {
+            UnregisterHotKey(nullptr, entry.id);
         }
     }
 
-    bool hold(QKeyCombination combination) override
+    bool registerHotkey(QKeyCombination combination) override
     {
         const std::optional<WindowsKey> key = windowsKey(combination);
         if (!key) {
             qWarning() << "QHotkey: the keyboard has no key for" << QKeySequence(combination);
             return false;
         }
-        const auto held = std::find_if(m_held.begin(), m_held.end(),
-                                       [&](const HeldKey &other) { return other.key == *key; });
-        if (held != m_held.end()) {
-            held->combinations.append(combination);
+        const auto entry =
+            std::find_if(m_keys.begin(), m_keys.end(),
+                         [&](const RegisteredKey &other) { return other.key == *key; });
+        if (entry != m_keys.end()) {
+            entry->combinations.append(combination);
             return true;
         }
         const int id = freeId();
@@ -66,22 +67,23 @@ public:
                                  << qUtf8Printable(qt_error_string(int(error)));
             return false;
         }
-        m_held.append({*key, id, {combination}});
+        m_keys.append({*key, id, {combination}});
         return true;
     }
 
-    void release(QKeyCombination combination) override
+    void unregisterHotkey(QKeyCombination combination) override
     {
-        const auto held = std::find_if(m_held.begin(), m_held.end(), [&](const HeldKey &candidate) {
-            return candidate.combinations.contains(combination);
-        });
-        if (held == m_held.end()) {
+        const auto entry =
+            std::find_if(m_keys.begin(), m_keys.end(), [&](const RegisteredKey &candidate) {
+                return candidate.combinations.contains(combination);
+            });
+        if (entry == m_keys.end()) {
             return;
         }
-        held->combinations.removeOne(combination);
-        if (held->combinations.isEmpty()) {
-            UnregisterHotKey(nullptr, held->id);
-            m_held.erase(held);
+        entry->combinations.removeOne(combination);
+        if (entry->combinations.isEmpty()) {
+            UnregisterHotKey(nullptr, entry->id);
+            m_keys.erase(entry);
         }
     }
 
@@ -92,33 +94,33 @@ private:
         if (event->message != WM_HOTKEY) {
             return false;
         }
-        // A press of a key that has been released since is nobody's any more.
-        const auto held = findId(int(event->wParam));
-        if (held == m_held.cend()) {
+        // The message may arrive after the key was unregistered.
+        const auto entry = findId(int(event->wParam));
+        if (entry == m_keys.cend()) {
             return false;
         }
-        for (const QKeyCombination combination : held->combinations) {
+        for (const QKeyCombination combination : entry->combinations) {
             m_pressed(combination);
         }
         return true;
     }
 
-    QList<HeldKey>::const_iterator findId(int id) const
+    QList<RegisteredKey>::const_iterator findId(int id) const
     {
-        return std::find_if(m_held.cbegin(), m_held.cend(),
-                            [id](const HeldKey &held) { return held.id == id; });
+        return std::find_if(m_keys.cbegin(), m_keys.cend(),
+                            [id](const RegisteredKey &entry) { return entry.id == id; });
     }
 
     int freeId()
     {
         do {
             m_lastId = m_lastId % lastProgramId + 1;
-        } while (findId(m_lastId) != m_held.cend());
+        } while (findId(m_lastId) != m_keys.cend());
         return m_lastId;
     }
 
     Pressed m_pressed;
-    QList<HeldKey> m_held;
+    QList<RegisteredKey> m_keys;
     int m_lastId = 0;
 };
 

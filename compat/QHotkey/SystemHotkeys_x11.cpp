@@ -20,11 +20,11 @@
 
 namespace {
 
-// Of the XKEYBOARD extension's protocol: its events share one type, and have their own kind behind.
+// From the XKEYBOARD protocol: all its events share one type, and pad0 holds their kind.
 constexpr quint8 xkbNewKeyboardNotify = 0;
 constexpr quint8 xkbMapNotify = 1;
 
-// Null on other platforms, and before and after the application.
+// Null on other platforms, and while there is no application object.
 xcb_connection_t *connection()
 {
     auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
@@ -42,8 +42,8 @@ quint8 xkbEventType(xcb_connection_t *display)
     return type;
 }
 
-/// Holds combinations by passive grabs on the root window of the first screen. The server compares
-/// the modifiers of a grab exactly, so each key is grabbed once for every mix of locks.
+/// Registers combinations by passive grabs on the root window of the first screen. The server
+/// compares all modifiers, locks included, so each key is grabbed once for every set of locks.
 class X11Hotkeys final : public SystemHotkeys, private QAbstractNativeEventFilter
 {
 public:
@@ -63,14 +63,14 @@ public:
 
     Q_DISABLE_COPY_MOVE(X11Hotkeys)
 
-    bool hold(QKeyCombination combination) override;
-    void release(QKeyCombination combination) override;
+    bool registerHotkey(QKeyCombination combination) override;
+    void unregisterHotkey(QKeyCombination combination) override;
 
 private:
     bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
-    void notePress(const xcb_key_press_event_t &event);
-    static void letGoOfKeyboard(xcb_timestamp_t pressTime);
-    void followKeyboard();
+    void handlePress(const xcb_key_press_event_t &event);
+    static void ungrabKeyboard(xcb_timestamp_t pressTime);
+    void updateKeyboard();
     std::set<X11Key> withLocks(const QList<X11Key> &keys) const;
     bool isGrabbed(const QList<X11Key> &keys) const;
     void updateGrabs();
@@ -80,15 +80,15 @@ private:
     Pressed m_pressed;
     X11Keyboard m_keyboard;
     QHash<QKeyCombination, QList<X11Key>> m_keys;
-    std::set<X11Key> m_grabbed;   ///< with every mix of locks
-    xcb_keycode_t m_released = 0; ///< the key that was released last
+    std::set<X11Key> m_grabbed;      ///< with every set of locks
+    xcb_keycode_t m_releasedKey = 0; ///< the key that was released last
     xcb_timestamp_t m_releaseTime = 0;
     quint8 m_xkbEventType = 0;
     bool m_isKeyboardOutdated = false;
-    QObject m_context; ///< of calls that come later, and not after this object
+    QObject m_context; ///< of queued calls, which end with this object
 };
 
-bool X11Hotkeys::hold(QKeyCombination combination)
+bool X11Hotkeys::registerHotkey(QKeyCombination combination)
 {
     const QList<X11Key> keys = m_keyboard.keysOf(combination);
     if (keys.isEmpty()) {
@@ -99,13 +99,13 @@ bool X11Hotkeys::hold(QKeyCombination combination)
     updateGrabs();
     if (!isGrabbed(keys)) {
         qWarning() << "QHotkey: another program holds" << QKeySequence(combination);
-        release(combination);
+        unregisterHotkey(combination);
         return false;
     }
     return true;
 }
 
-void X11Hotkeys::release(QKeyCombination combination)
+void X11Hotkeys::unregisterHotkey(QKeyCombination combination)
 {
     m_keys.remove(combination);
     updateGrabs();
@@ -116,35 +116,35 @@ bool X11Hotkeys::nativeEventFilter(const QByteArray &type, void *message, qintpt
     if (type != "xcb_generic_event_t") {
         return false;
     }
-    // The type of an event that another program made up has a further bit, and so is none of these.
+    // An event from SendEvent has a further bit in its type and matches none of these.
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
     if (event->response_type == XCB_KEY_PRESS) {
-        notePress(*static_cast<const xcb_key_press_event_t *>(message));
+        handlePress(*static_cast<const xcb_key_press_event_t *>(message));
     } else if (event->response_type == XCB_KEY_RELEASE) {
         const auto *keyRelease = static_cast<const xcb_key_release_event_t *>(message);
-        m_released = keyRelease->detail;
+        m_releasedKey = keyRelease->detail;
         m_releaseTime = keyRelease->time;
     } else if (event->response_type == XCB_MAPPING_NOTIFY
                || (m_xkbEventType != 0 && event->response_type == m_xkbEventType
                    && (event->pad0 == xkbNewKeyboardNotify || event->pad0 == xkbMapNotify))) {
-        // One change comes as several events.
+        // One change causes several events.
         if (!std::exchange(m_isKeyboardOutdated, true)) {
             QMetaObject::invokeMethod(
-                &m_context, [this] { followKeyboard(); }, Qt::QueuedConnection);
+                &m_context, [this] { updateKeyboard(); }, Qt::QueuedConnection);
         }
     }
-    // Qt takes the time of the press from it, and a window may take the focus only with that.
+    // Let Qt see the press too: a window may take the focus only with the time of a press.
     return false;
 }
 
-void X11Hotkeys::notePress(const xcb_key_press_event_t &event)
+void X11Hotkeys::handlePress(const xcb_key_press_event_t &event)
 {
-    // A key that is held down repeats itself, each time with a release of the same moment.
-    const bool isRepeated = event.detail == m_released && event.time == m_releaseTime;
+    // Auto-repeat sends a release and a press with the same time.
+    const bool isRepeated = event.detail == m_releasedKey && event.time == m_releaseTime;
     if (event.event != event.root) {
         return;
     }
-    letGoOfKeyboard(event.time);
+    ungrabKeyboard(event.time);
     if (isRepeated) {
         return;
     }
@@ -157,18 +157,18 @@ void X11Hotkeys::notePress(const xcb_key_press_event_t &event)
     }
 }
 
-// The press of a grabbed key takes the whole keyboard until the key is up again. Whatever is typed
-// before that would be lost, and the active window would not count as active.
-void X11Hotkeys::letGoOfKeyboard(xcb_timestamp_t pressTime)
+// The press of a grabbed key grabs the whole keyboard until the key is up. Further keys would be
+// lost until then, and the active window would lose the focus.
+void X11Hotkeys::ungrabKeyboard(xcb_timestamp_t pressTime)
 {
     if (xcb_connection_t *display = connection()) {
-        // With this time, a grab that began later is left alone.
+        // The time of the press leaves later grabs alone.
         xcb_ungrab_keyboard(display, pressTime);
         xcb_flush(display);
     }
 }
 
-void X11Hotkeys::followKeyboard()
+void X11Hotkeys::updateKeyboard()
 {
     m_isKeyboardOutdated = false;
     if (!connection()) {
@@ -176,7 +176,7 @@ void X11Hotkeys::followKeyboard()
     }
     m_keyboard = X11Keyboard(connection());
     for (auto it = m_keys.begin(); it != m_keys.end(); ++it) {
-        // A letter that the new layout does not have stays on the key where it was.
+        // A letter that the new layout lacks keeps its key.
         const QList<X11Key> keys = m_keyboard.keysOf(it.key());
         if (!keys.isEmpty()) {
             it.value() = keys;
@@ -196,10 +196,10 @@ std::set<X11Key> X11Hotkeys::withLocks(const QList<X11Key> &keys) const
     const quint16 locks = m_keyboard.locks();
     std::set<X11Key> result;
     for (const X11Key &key : keys) {
-        // Steps down through all subsets of the bits.
-        for (quint16 mix = locks;; mix = quint16((mix - 1) & locks)) {
-            result.insert({key.code, quint16(key.modifiers | mix)});
-            if (mix == 0) {
+        // Enumerates all subsets of the lock bits.
+        for (quint16 mask = locks;; mask = quint16((mask - 1) & locks)) {
+            result.insert({key.code, quint16(key.modifiers | mask)});
+            if (mask == 0) {
                 break;
             }
         }
@@ -209,8 +209,8 @@ std::set<X11Key> X11Hotkeys::withLocks(const QList<X11Key> &keys) const
 
 bool X11Hotkeys::isGrabbed(const QList<X11Key> &keys) const
 {
-    const std::set<X11Key> mixes = withLocks(keys);
-    return std::includes(m_grabbed.begin(), m_grabbed.end(), mixes.begin(), mixes.end());
+    const std::set<X11Key> masks = withLocks(keys);
+    return std::includes(m_grabbed.begin(), m_grabbed.end(), masks.begin(), masks.end());
 }
 
 void X11Hotkeys::updateGrabs()
@@ -265,7 +265,7 @@ void X11Hotkeys::ungrab(const std::vector<X11Key> &keys)
     for (const X11Key &key : keys) {
         last = xcb_ungrab_key_checked(display, key.code, root, key.modifiers);
     }
-    // Returns when the server is done with all of them, so that others can have the keys now.
+    // Waits until the server has processed them, so that other programs can grab the keys now.
     std::free(xcb_request_check(display, last));
 }
 

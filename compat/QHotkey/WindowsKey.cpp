@@ -8,12 +8,12 @@
 
 namespace {
 
-// In the high byte of what VkKeyScanW gives.
+// In the high byte of what VkKeyScanExW returns.
 constexpr int scanShift = 1;
 constexpr int scanControl = 2;
 constexpr int scanAlt = 4;
 
-// The codes of letters and digits are their characters.
+// The virtual-key codes of letters and digits equal their characters.
 std::optional<unsigned> plainKey(Qt::Key key)
 {
     if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) {
@@ -107,8 +107,8 @@ unsigned systemModifiers(Qt::KeyboardModifiers modifiers)
     return system;
 }
 
-// A character is on the key that types it, with the modifiers that this takes.
-std::optional<WindowsKey> typingKey(Qt::Key key)
+// The key that types the character, with the modifiers needed for it.
+std::optional<WindowsKey> characterKey(Qt::Key key)
 {
     if (key > 0xffff) {
         return std::nullopt;
@@ -144,7 +144,7 @@ std::optional<WindowsKey> windowsKey(QKeyCombination combination)
     if (code) {
         return WindowsKey{systemModifiers(modifiers), *code};
     }
-    std::optional<WindowsKey> typing = typingKey(key);
+    std::optional<WindowsKey> typing = characterKey(key);
     if (typing) {
         typing->modifiers |= systemModifiers(modifiers);
     }

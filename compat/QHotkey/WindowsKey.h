@@ -8,11 +8,11 @@
 /// A key combination as RegisterHotKey takes it.
 struct WindowsKey
 {
-    unsigned modifiers = 0; ///< of the MOD_ kind
+    unsigned modifiers = 0; ///< MOD_ constants
     unsigned code = 0;      ///< a virtual-key code
 
     friend bool operator==(const WindowsKey &, const WindowsKey &) = default;
 };
 
-/// Finds the key in the present keyboard layout. Nothing when no key gives what is asked for.
+/// Finds the key in the current keyboard layout. Returns nothing if no key types it.
 std::optional<WindowsKey> windowsKey(QKeyCombination combination);

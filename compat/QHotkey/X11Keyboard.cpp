@@ -12,8 +12,8 @@
 
 namespace {
 
-// The shifted and the unshifted symbol of two keyboard groups. Further levels take modifiers that a
-// key combination has no word for.
+// Two groups with an unshifted and a shifted symbol each. Further levels need modifiers that
+// QKeyCombination lacks.
 constexpr int usedColumns = 4;
 constexpr int modifierCount = 8;
 
@@ -55,7 +55,7 @@ QList<X11Key> X11Keyboard::keysOf(xcb_keysym_t wanted, quint16 modifiersBesides)
     }
     const int codes = int(m_symbols.size()) / m_columns;
     for (int column = 0; column < usedColumns && keys.isEmpty(); ++column) {
-        // A shifted symbol is typed with Shift, but on the keypad it is Num Lock that shifts.
+        // The second column needs Shift, but on the keypad it needs Num Lock.
         const bool isShifted = column % 2 == 1 && !isOfKeypad(wanted);
         const quint16 modifiers = modifiersBesides | (isShifted ? XCB_MOD_MASK_SHIFT : 0);
         for (int code = m_firstCode; code < m_firstCode + codes; ++code) {
@@ -93,7 +93,7 @@ void X11Keyboard::readModifiers(xcb_connection_t *connection)
     const int perModifier = reply->keycodes_per_modifier;
     for (int modifier = 0; modifier < modifierCount; ++modifier) {
         const xcb_keycode_t *first = codes + modifier * perModifier;
-        m_holders.append(QList<xcb_keycode_t>(first, first + perModifier));
+        m_modifierKeys.append(QList<xcb_keycode_t>(first, first + perModifier));
     }
 }
 
@@ -112,8 +112,8 @@ quint16 X11Keyboard::modifierOf(const QList<xcb_keysym_t> &symbols) const
         return code >= m_firstCode && m_columns > 0
                && std::any_of(symbols.begin(), symbols.end(), isAt);
     };
-    for (int modifier = 0; modifier < m_holders.size(); ++modifier) {
-        const QList<xcb_keycode_t> &codes = m_holders.at(modifier);
+    for (int modifier = 0; modifier < m_modifierKeys.size(); ++modifier) {
+        const QList<xcb_keycode_t> &codes = m_modifierKeys.at(modifier);
         if (std::any_of(codes.begin(), codes.end(), hasSymbol)) {
             return quint16(1U << unsigned(modifier));
         }

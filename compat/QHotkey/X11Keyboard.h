@@ -8,7 +8,7 @@
 
 #include <xcb/xproto.h>
 
-/// A key as the X server knows it, with the modifiers that are down besides.
+/// A key of the X server with the modifiers that must be down.
 struct X11Key
 {
     xcb_keycode_t code = 0;
@@ -17,16 +17,16 @@ struct X11Key
     friend auto operator<=>(const X11Key &, const X11Key &) = default;
 };
 
-/// The key map and the modifiers of an X server, as they are when this is made.
+/// A snapshot of the X server's keyboard mapping and modifier mapping.
 class X11Keyboard
 {
 public:
     explicit X11Keyboard(xcb_connection_t *connection);
 
-    /// The keys that type a combination, as a rule one; empty if this key map has none.
+    /// The keys that type a combination, usually one; empty if the mapping has none.
     QList<X11Key> keysOf(QKeyCombination combination) const;
 
-    /// The modifiers that stand for a lock and not for a key that is held down.
+    /// The modifiers of Caps Lock, Num Lock and Scroll Lock.
     quint16 locks() const { return m_locks; }
 
 private:
@@ -39,8 +39,8 @@ private:
 
     int m_firstCode = 0;
     int m_columns = 0;
-    QList<xcb_keysym_t> m_symbols;         ///< of each key in turn, m_columns each
-    QList<QList<xcb_keycode_t>> m_holders; ///< the keys of each of the eight modifiers
+    QList<xcb_keysym_t> m_symbols;              ///< m_columns for each key
+    QList<QList<xcb_keycode_t>> m_modifierKeys; ///< keys that set each of the eight modifiers
     quint16 m_super = 0;
     quint16 m_locks = 0;
 };

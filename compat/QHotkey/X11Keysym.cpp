@@ -11,8 +11,7 @@
 
 namespace {
 
-// Beyond Latin-1, many characters have a symbol from before Unicode, and each has one made of its
-// number.
+// Beyond Latin-1 many characters have an old keysym, and each has one made of its code point.
 constexpr int firstOfUnicode = 0x100;
 constexpr int lastOfUnicode = 0x10ffff;
 constexpr xcb_keysym_t unicodeKeysyms = 0x01000000;
@@ -81,12 +80,12 @@ xcb_keysym_t namedKeysym(int key)
     return keysyms.value(key, XCB_NO_SYMBOL);
 }
 
-// Of the keys that have one symbol at most.
+// Maps keys that have at most one keysym.
 xcb_keysym_t singleKeysym(QKeyCombination combination)
 {
     const int key = combination.key();
     if (combination.keyboardModifiers() & Qt::KeypadModifier) {
-        // The symbols of the keypad are laid out as the characters of ASCII are.
+        // The keysyms of the keypad are ordered like ASCII.
         const bool isCharacter =
             (key >= Qt::Key_Asterisk && key <= Qt::Key_9) || key == Qt::Key_Equal;
         return isCharacter ? XK_KP_0 + xcb_keysym_t(key - Qt::Key_0) : namedKeysym(key);

@@ -6,6 +6,6 @@
 
 #include <xcb/xproto.h>
 
-/// The symbols that a combination's key may have in an X11 key map, letters in lower case; the
-/// likelier first, and none if it has none that is known here.
+/// The keysyms that a key mapping may use for the combination's key, the likelier first; letters in
+/// lower case. Empty for an unknown key.
 QList<xcb_keysym_t> x11Keysyms(QKeyCombination combination);

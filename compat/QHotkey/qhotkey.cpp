@@ -8,8 +8,8 @@
 
 #include <algorithm>
 
-/// The registered hotkeys of this process. The system knows each combination once, however many
-/// objects share it, and is left alone while there are none.
+/// The registered hotkeys of this process. Objects with the same combination share one registration
+/// with the system.
 class HotkeyTable
 {
 public:
@@ -29,12 +29,12 @@ public:
             return false;
         }
         const QKeyCombination combination = hotkey->shortcut()[0];
-        const bool held = isUsed(combination) || m_system->hold(combination);
-        if (held) {
+        const bool isRegistered = isUsed(combination) || m_system->registerHotkey(combination);
+        if (isRegistered) {
             m_hotkeys.append(hotkey);
         }
         closeIfUnused();
-        return held;
+        return isRegistered;
     }
 
     void remove(QHotkey *hotkey)
@@ -42,7 +42,7 @@ public:
         const QKeyCombination combination = hotkey->shortcut()[0];
         m_hotkeys.removeOne(hotkey);
         if (!isUsed(combination)) {
-            m_system->release(combination);
+            m_system->unregisterHotkey(combination);
         }
         closeIfUnused();
     }
@@ -57,7 +57,8 @@ private:
 
     void closeIfUnused()
     {
-        // Nothing of the platform is kept, so that a static table may outlive the application.
+        // Release the platform's objects, since this static table may outlive the application
+        // object.
         if (m_hotkeys.isEmpty()) {
             m_system.reset();
         }

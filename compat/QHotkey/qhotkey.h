@@ -4,7 +4,7 @@
 #include <QKeySequence>
 #include <QObject>
 
-/// A key combination that is noticed whatever window has the focus. To be used on the GUI thread.
+/// A system-wide hotkey. Use on the GUI thread only.
 class QHotkey : public QObject
 {
     Q_OBJECT
@@ -18,24 +18,26 @@ public:
     explicit QHotkey(QObject *parent = nullptr);
     explicit QHotkey(const QKeySequence &shortcut, bool autoRegister = false,
                      QObject *parent = nullptr);
-    /// Gives the combination back, without registeredChanged().
+    /// Unregisters the hotkey without emitting registeredChanged().
     ~QHotkey() override;
 
     bool isRegistered() const;
     QKeySequence shortcut() const;
 
 public Q_SLOTS:
-    /// Takes or gives back the combination; true if it then is as asked for. A refusal is logged as
-    /// a warning. Any number of objects of this process may hold the same combination.
+    /// Registers or unregisters the hotkey; returns whether isRegistered() now has that value. Logs
+    /// a warning if the system refuses. Several objects of this process may register the same
+    /// combination.
     bool setRegistered(bool registered);
 
-    /// Sets the combination, of which only the first is used if there are several. While registered
-    /// it is changed only with autoRegister, which registers the new one, too; true if that is
-    /// done.
+    /// Sets the combination; only the first of a sequence is used. A registered hotkey changes only
+    /// with autoRegister, which registers the new combination too. Returns whether all of this
+    /// succeeded.
     bool setShortcut(const QKeySequence &shortcut, bool autoRegister = false);
 
 Q_SIGNALS:
-    /// The combination was pressed. Comes from the event loop, once however long the key is held.
+    /// The combination was pressed. Emitted from the event loop, once per press without
+    /// auto-repeat.
     void activated(QPrivateSignal);
 
     void registeredChanged(bool registered);

@@ -5,36 +5,36 @@
 
 #include <cstdint>
 
-/// The right to be a user's only instance of a program. The kernel takes it back when the process
-/// ends, in whatever way, and started programs do not inherit it. It lies where only the user has
-/// access, or bears the user's identity in its name.
+/// Locks a name so that a user runs one instance of a program. The kernel releases the lock when
+/// the process ends for any reason; started programs do not inherit it. Its file is in a folder
+/// that only the user can access, or its name contains the user's identity.
 class InstanceLock
 {
 public:
     enum class State {
         Held,          ///< by this object
-        HeldElsewhere, ///< by another object, as a rule in another process
-        Unavailable,   ///< the system offers nothing to hold
+        HeldElsewhere, ///< by another object, usually in another process
+        Unavailable,   ///< the system cannot create the lock
     };
 
-    /// Programs, or uses of one, are told apart by userData. Takes nothing yet.
+    /// userData distinguishes programs, or uses of one program. Does not lock yet.
     explicit InstanceLock(const QString &userData);
-    /// Gives the lock back.
+    /// Releases the lock.
     ~InstanceLock();
     Q_DISABLE_COPY_MOVE(InstanceLock)
 
     /// Takes the lock if it is free. Does not wait.
     State tryLock();
 
-    /// Lets the lock's holder bring a window to the front in the place of this process, which the
-    /// user has just started. Nothing where no system stands between.
-    static void letHolderActivate();
+    /// Allows other processes to activate a window in place of this one, which the user has just
+    /// started. Does nothing where the system allows that anyway.
+    static void allowActivation();
 
-    /// The name for the QLocalServer of the lock's holder.
+    /// The QLocalServer name for the holder of the lock.
     QString serverName() const { return m_serverName; }
 
 private:
     QString m_lockPath;
     QString m_serverName;
-    std::intptr_t m_handle = -1; ///< the open lock, as the system names it
+    std::intptr_t m_handle = -1; ///< file descriptor or handle of the lock; -1 if not held
 };

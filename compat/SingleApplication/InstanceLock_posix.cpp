@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Qt gives out a runtime folder only if it is this user's own and closed to all others.
+// Qt returns a runtime folder only if it belongs to this user and is closed to others.
 QString privateFolder()
 {
     QString runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
@@ -47,8 +47,8 @@ InstanceLock::InstanceLock(const QString &userData)
 
 InstanceLock::~InstanceLock()
 {
-    // The file stays: another process may have opened it already and would then lock a file that
-    // a third one no longer finds.
+    // Do not delete the file: another process may have opened it and would then lock a file that a
+    // third process no longer finds.
     if (m_handle != -1) {
         close(int(m_handle));
     }
@@ -69,10 +69,10 @@ InstanceLock::State InstanceLock::tryLock()
         close(file);
         return state;
     }
-    // The mark that keeps a file in a runtime folder from being cleaned up as unused.
+    // The sticky bit keeps systemd from removing unused files of a runtime folder.
     fchmod(file, S_IRUSR | S_IWUSR | S_ISVTX);
     m_handle = file;
     return State::Held;
 }
 
-void InstanceLock::letHolderActivate() {}
+void InstanceLock::allowActivation() {}

@@ -12,9 +12,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr DWORD pipeBufferSize = 1; // nothing is ever sent
+constexpr DWORD pipeBufferSize = 1; // no data is sent
 
-// Pipes are known to the whole machine, so that the user's two sessions share an instance.
+// Pipe names are global to the machine, so two sessions of the user share an instance.
 QString userIdentity()
 {
     HANDLE token = nullptr;
@@ -44,8 +44,8 @@ QString pipeName(const QString &userData)
 
 } // namespace
 
-// The lock is a pipe to which nobody connects: the system makes the first end of a pipe for one
-// process alone, and a process that fails to make it leaves no trace.
+// The lock is a named pipe without clients: only one process can create its first instance, and a
+// failed attempt leaves no trace.
 InstanceLock::InstanceLock(const QString &userData)
     : m_serverName(pipeName(userData))
 {
@@ -77,7 +77,7 @@ InstanceLock::State InstanceLock::tryLock()
     return State::Held;
 }
 
-void InstanceLock::letHolderActivate()
+void InstanceLock::allowActivation()
 {
     AllowSetForegroundWindow(ASFW_ANY);
 }

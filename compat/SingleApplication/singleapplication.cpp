@@ -15,13 +15,13 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// How long a starting or ending primary instance is left alone before it is tried again.
+// How long to wait for a primary instance that is starting or ending.
 constexpr auto retryInterval = 10ms;
 
-// To connect is all that there is to tell.
-bool tellPrimary(const QString &serverName, const QDeadlineTimer &deadline)
+// The connection itself is the message.
+bool notifyPrimary(const QString &serverName, const QDeadlineTimer &deadline)
 {
-    InstanceLock::letHolderActivate();
+    InstanceLock::allowActivation();
     QLocalSocket socket;
     socket.connectToServer(serverName);
     return socket.waitForConnected(int(deadline.remainingTime()));
@@ -35,15 +35,14 @@ SingleApplication::SingleApplication(int &argc, char *argv[], bool allowSecondar
     , m_lock(std::make_unique<InstanceLock>(userData))
 {
     const QDeadlineTimer deadline(timeout);
-    // The holder of the lock may not listen yet or not any more, and then either listens soon or
-    // leaves the lock to us.
+    // The holder of the lock may not listen yet, or no longer; then it soon listens or releases the
+    // lock.
     while (m_lock->tryLock() == InstanceLock::State::HeldElsewhere) {
         if (allowSecondary) {
             return;
         }
-        if (tellPrimary(m_lock->serverName(), deadline) || deadline.hasExpired()) {
-            // Nothing has happened in this process that would need the toolkit to be torn down, and
-            // tearing it down from inside its constructor could only spoil the status.
+        if (notifyPrimary(m_lock->serverName(), deadline) || deadline.hasExpired()) {
+            // Nothing needs a cleanup yet, and the destructors could only change the exit status.
             std::_Exit(EXIT_SUCCESS);
         }
         std::this_thread::sleep_for(retryInterval);
@@ -67,8 +66,8 @@ void SingleApplication::listen()
 {
     m_server = std::make_unique<QLocalServer>();
     m_server->setSocketOptions(QLocalServer::UserAccessOption);
-    // On Windows listen() itself may find a connection, when nobody has been able to ask for our
-    // signal yet.
+    // Queued, since on Windows listen() itself may accept a connection before anyone could connect
+    // to our signal.
     connect(
         m_server.get(), &QLocalServer::newConnection, this,
         [this] {
@@ -78,7 +77,7 @@ void SingleApplication::listen()
             }
         },
         Qt::QueuedConnection);
-    // What an instance that was killed left behind would be in the way.
+    // The socket file of a killed instance would block listen().
     QLocalServer::removeServer(m_lock->serverName());
     if (!m_server->listen(m_lock->serverName())) {
         qWarning("SingleApplication: cannot listen for further instances: %ls",

@@ -5,7 +5,7 @@ set(folder "${CMAKE_CURRENT_SOURCE_DIR}/linux")
 set(icons "${PROJECT_SOURCE_DIR}/assets/icons")
 set(documents "${CMAKE_CURRENT_BINARY_DIR}/documents")
 
-# The newest entry of the change log names the package's version and its maintainer.
+# The newest entry of the change log gives the package's version and maintainer.
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${folder}/changelog")
 file(STRINGS "${folder}/changelog" lines)
 list(GET lines 0 headline)
@@ -19,7 +19,7 @@ if(NOT version STREQUAL PROJECT_VERSION)
     message(FATAL_ERROR "packaging/linux/changelog has no entry for version ${PROJECT_VERSION}.")
 endif()
 
-# Policy wants them compressed, and without a time of their own.
+# Debian's policy requires compressed files without time stamps.
 function(vaskel_compress source file)
     add_custom_command(
         OUTPUT "${documents}/${file}.gz"
@@ -50,7 +50,7 @@ vaskel_install("${CMAKE_INSTALL_DATADIR}/doc/vaskel"
     "${documents}/changelog.Debian.gz"
     "${documents}/changelog.gz"
 )
-# The terms of what the program holds, as Debian's packages carry them.
+# The licences of header-only libraries and data, taken from their Debian packages.
 foreach(package IN ITEMS libfmt-dev libspdlog-dev unicode-data)
     install(FILES "/usr/share/doc/${package}/copyright"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/vaskel/licenses"
@@ -86,7 +86,7 @@ set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Besides the libraries: a plugin that draws the check marks, and what opens files and pages.
+# Beyond the libraries: the SVG plugin for check marks, and xdg-open for files and pages.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "hicolor-icon-theme, libqt6svg6, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk, plocate")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libnotify-bin")

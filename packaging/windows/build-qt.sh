@@ -3,10 +3,10 @@
 #
 # usage: packaging/windows/build-qt.sh [--only fetch|headers|host|target] [FOLDER]
 #
-# Makes the static Qt for Windows that the preset "windows" takes: from Debian's source package of
-# qt6-base, with the machine's mingw-w64. FOLDER, by default vaskel/qt-windows in the user's cache,
-# then holds qt-windows/, qt-host/ with the tools of the same version, and work/, which may go. On
-# two cores this takes about 45 minutes; what is done already is not done again.
+# Builds the static Qt for the preset "windows" from Debian's source package of qt6-base with the
+# installed mingw-w64. FOLDER defaults to vaskel/qt-windows in the user's cache. Afterwards it
+# contains qt-windows/, qt-host/ with the tools of the same version, and work/, which can be
+# deleted. Takes about 45 minutes on two cores; finished steps are not repeated.
 set -euo pipefail
 
 version=6.8.2
@@ -27,7 +27,7 @@ target=x86_64-w64-mingw32
 
 "$(dirname "$0")/../../scripts/install-packages" build windows qt
 
-# The archive's own keys vouch for the packages; the machine's list of sources stays as it is.
+# Verifies packages with the archive's keys and leaves the machine's package sources unchanged.
 apt_of_suite() {
     mkdir -p "$work/apt/lists/partial" "$work/apt/cache/archives/partial"
     cat >"$work/apt/sources.list" <<SOURCES
@@ -66,14 +66,14 @@ fetch_headers() {
     cp mingw-w64-common/usr/share/mingw-w64/include/uiautomation*.h "$headers/"
 }
 
-# Both builds are small: what Vaskel does not use is off.
+# Both builds leave out what Vaskel does not use.
 common=(
     -G Ninja
     -DCMAKE_BUILD_TYPE=Release
     -DBUILD_SHARED_LIBS=OFF
     -DQT_BUILD_EXAMPLES=OFF
     -DQT_BUILD_TESTS=OFF
-    -DQT_GENERATE_SBOM=OFF # its writer lacks files that Debian leaves out
+    -DQT_GENERATE_SBOM=OFF # needs files that Debian leaves out
     -DFEATURE_dbus=OFF
     -DFEATURE_sql=OFF
 )
@@ -106,8 +106,8 @@ TOOLCHAIN
 build_target() {
     [[ -e $folder/qt-windows/lib/libQt6Widgets.a ]] && return
     write_toolchain
-    # Of the hardening, GCC 12 for mingw breaks down over the first of the two switches. The header
-    # for tablets is not free, and so not in the source package.
+    # GCC 12 for mingw crashes with stack clash protection. The header for tablets is not free, so the
+    # source package lacks it.
     CPLUS_INCLUDE_PATH=$headers cmake -S "$source" -B "$work/target" "${common[@]}" \
         -DCMAKE_TOOLCHAIN_FILE="$work/toolchain.cmake" \
         -DQT_HOST_PATH="$folder/qt-host" \

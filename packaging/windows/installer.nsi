@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: GPL-3.0-or-later
 ;
-; The installer of one user, who needs no administrator for it. packaging/windows/package.cmake
-; gives VERSION, ICON, PICTURE (for the last page), FILES (what is installed), KILOBYTES (its size)
-; and INSTALLER (what is made).
+; Installs for one user without administrator rights. packaging/windows/package.cmake sets VERSION,
+; ICON, PICTURE (for the last page), FILES (the files to install), KILOBYTES (their size) and
+; INSTALLER (the output file).
 
 Target amd64-unicode
 Unicode true
@@ -49,7 +49,7 @@ Var finishAction
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 
-; The system's language decides, and the first one is for all that are not here.
+; Windows' language selects one; the first is the default.
 !insertmacro MUI_LANGUAGE English
 !insertmacro MUI_LANGUAGE SimpChinese
 
@@ -66,7 +66,7 @@ LangString open ${LANG_SIMPCHINESE} "打开 Vaskel.exe 所在的文件夹"
 LangString stays ${LANG_ENGLISH} "Vaskel will be removed. Your tasks, pinned programs and log stay in $APPDATA\Vaskel, your preferences in the registry under HKEY_CURRENT_USER\Software\Vaskel."
 LangString stays ${LANG_SIMPCHINESE} "即将卸载 Vaskel。您的任务、固定的程序和日志保留在 $APPDATA\Vaskel 中，设置保留在注册表的 HKEY_CURRENT_USER\Software\Vaskel 中。"
 
-; A program that runs cannot be written to.
+; The file of a running program cannot be opened for writing.
 !macro waitForTheEnd
     ${While} ${FileExists} "$INSTDIR\Vaskel.exe"
         ClearErrors
@@ -85,7 +85,7 @@ Section
     SetOutPath "$INSTDIR"
     File /r "${FILES}/*"
 
-    ; For whoever has put the library beside the installer.
+    ; The user may have put the library beside the installer.
     ${If} ${FileExists} "$EXEDIR\Everything64.dll"
     ${AndIf} $EXEDIR != $INSTDIR
         CopyFiles /SILENT "$EXEDIR\Everything64.dll" "$INSTDIR"
@@ -137,7 +137,7 @@ Section Uninstall
         Delete "$INSTDIR\Everything64.dll"
     ${EndIf}
     Delete "$INSTDIR\Uninstall.exe"
-    ; Only if nothing of the user's own is in it.
+    ; Fails if the user has files of their own in it.
     RMDir "$INSTDIR"
 
     Delete "$SMPROGRAMS\Vaskel.lnk"
@@ -146,7 +146,7 @@ Section Uninstall
         DeleteRegValue HKCU "${RUN_KEY}" "Vaskel"
     ${EndIf}
 
-    ; What the program can make again at any time, and an update that came to nothing.
+    ; The icon cache and the files of a failed update.
     RMDir /r "$TEMP\Vaskel\icons"
     RMDir "$TEMP\Vaskel"
     Delete "$TEMP\Vaskel_update.exe"

@@ -7,7 +7,7 @@ install(TARGETS Vaskel RUNTIME DESTINATION . COMPONENT Vaskel)
 configure_file(windows/README.txt.in README.txt @ONLY NEWLINE_STYLE CRLF)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/README.txt" DESTINATION . COMPONENT Vaskel)
 
-# The terms of what the program is linked from, as Debian's packages carry them.
+# The licences of the linked libraries, taken from their Debian packages.
 set(licenses
     Vaskel /usr/share/common-licenses/GPL-3
     LGPL-3 /usr/share/common-licenses/LGPL-3
@@ -27,8 +27,8 @@ while(licenses)
     )
 endwhile()
 
-# CPack's own generator of installers knows neither a user's own folder nor a second language. Both
-# packages are made of the same files, since each stripping gives the program another time stamp.
+# CPack's own installer generator supports neither a folder of the user nor a second language. Both
+# packages contain the same files, because each strip changes the program's time stamp.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_REQUESTED_VERSIONS 1.0)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)

@@ -22,8 +22,8 @@ QString entryPath()
            + "/autostart/Vaskel.desktop"_L1;
 }
 
-// One argument of a command line: field codes start with a percent sign, and within quotes four
-// characters keep their meaning unless a backslash precedes them.
+// Quotes one argument of an Exec line. A percent sign starts a field code; four characters need a
+// backslash within quotes.
 QString quoted(const QString &argument)
 {
     QString text;
@@ -39,7 +39,7 @@ QString quoted(const QString &argument)
     return u'"' + text + u'"';
 }
 
-// A program's own name may hold neither a field code nor an equals sign, but an argument may.
+// The first word of an Exec line must not contain "%" or "=", but an argument may.
 QString commandLine(const QString &program)
 {
     const bool isPlain = !program.contains(u'%') && !program.contains(u'=');
@@ -65,7 +65,7 @@ QByteArray entryFor(const QString &program)
     return {data.get(), qsizetype(size)};
 }
 
-bool holds(const QString &path, const QByteArray &content)
+bool hasContent(const QString &path, const QByteArray &content)
 {
     QFile file(path);
     return QFileInfo(path).isFile() && file.size() == content.size()
@@ -74,7 +74,7 @@ bool holds(const QString &path, const QByteArray &content)
 
 void write(const QString &path, const QByteArray &content)
 {
-    // QSaveFile would follow a link and replace a file of the menu or of another user's making.
+    // QSaveFile would follow a symbolic link and replace its target, which is not ours.
     if (QFileInfo(path).isSymLink()) {
         QFile::remove(path);
     }
@@ -96,7 +96,7 @@ void applyAutoStart(bool enabled)
     }
     const QString program = QCoreApplication::applicationFilePath();
     const QByteArray content = entryFor(program);
-    if (!program.isEmpty() && !holds(path, content)) {
+    if (!program.isEmpty() && !hasContent(path, content)) {
         write(path, content);
     }
 }

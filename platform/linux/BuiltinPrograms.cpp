@@ -17,7 +17,7 @@ namespace platform {
 
 namespace {
 
-/// A well-known program. Where its own desktop runs, it goes before all others.
+/// A well-known program; preferred over all others on its own desktop.
 struct Candidate
 {
     const char *id;
@@ -127,12 +127,12 @@ constexpr Candidate browsers[] = {{"firefox", "firefox"},
                                   {"org.gnome.Epiphany", "epiphany", "GNOME"},
                                   {"org.kde.falkon", "falkon", "KDE"}};
 
-/// What the system can say about a job, and who does it where it has nothing to say.
+/// How to find the program for a built-in entry.
 struct Job
 {
-    const char *contentType; ///< whose default program does the job; null where there is no such
+    const char *contentType; ///< its default program is preferred; null if no type fits
     std::span<const Candidate> candidates;
-    bool needsEditor = false; ///< for types whose default is mostly a viewer
+    bool needsEditor = false; ///< the type's default program is often only a viewer
 };
 
 Job jobOf(BuiltinProgram program)
@@ -158,8 +158,8 @@ Job jobOf(BuiltinProgram program)
     return {"x-scheme-handler/https", browsers};
 }
 
-// The programs of the running desktop before all others.
-std::vector<Candidate> inOrderOfPreference(std::span<const Candidate> candidates)
+// Moves the programs of the running desktop to the front.
+std::vector<Candidate> sortedByPreference(std::span<const Candidate> candidates)
 {
     const QByteArrayList desktops = currentDesktops();
     std::vector<Candidate> ordered(candidates.begin(), candidates.end());
@@ -175,7 +175,7 @@ bool isEditor(const DesktopEntry &entry)
            && !entry.hasCategory("Viewer");
 }
 
-QString firstFit(const Job &job, const QStringList &paths)
+QString firstMatch(const Job &job, const QStringList &paths)
 {
     const auto fits = [&job](const QString &path) {
         const std::optional<DesktopEntry> entry = DesktopEntry::load(path);
@@ -199,16 +199,16 @@ QString firstInstalled(const std::vector<Candidate> &candidates)
     return {};
 }
 
-// Somebody's choice goes before the well-known programs. What merely says of itself that it opens
-// the type comes last: even an archiver may claim to show folders.
+// Default programs come before the well-known ones. Merely associated programs come last, since
+// even an archiver may claim to open folders.
 QString programFor(const Job &job, const std::vector<Candidate> &candidates)
 {
-    QString path = job.contentType ? firstFit(job, chosenPrograms(job.contentType)) : QString();
+    QString path = job.contentType ? firstMatch(job, defaultPrograms(job.contentType)) : QString();
     if (path.isEmpty()) {
         path = firstInstalled(candidates);
     }
     if (path.isEmpty() && job.contentType) {
-        path = firstFit(job, associatedPrograms(job.contentType));
+        path = firstMatch(job, associatedPrograms(job.contentType));
     }
     return path;
 }
@@ -225,7 +225,7 @@ ProgramInfo startPage(const QString &browser)
 ProgramInfo builtinProgram(BuiltinProgram program)
 {
     const Job job = jobOf(program);
-    const std::vector<Candidate> candidates = inOrderOfPreference(job.candidates);
+    const std::vector<Candidate> candidates = sortedByPreference(job.candidates);
     const QString path = programFor(job, candidates);
     if (program == BuiltinProgram::Browser) {
         return startPage(path);

@@ -5,8 +5,8 @@
 
 namespace platform {
 
-// What is ignored would stay so in a started program, but QProcess and GLib both put it back.
-void outliveClosedPipes()
+// Children would inherit SIG_IGN, but both QProcess and GLib reset it.
+void ignoreClosedPipes()
 {
     std::signal(SIGPIPE, SIG_IGN);
 }

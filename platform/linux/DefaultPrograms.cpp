@@ -9,14 +9,14 @@
 
 using namespace Qt::StringLiterals;
 
-// GIO would answer as well, but would watch all these folders from a thread ever after, and a
-// program that waits in the background is not to wake up when somebody writes a setting.
+// Not through GIO: its thread would watch these folders from then on, and the hidden program would
+// wake up at each change of a setting.
 
 namespace platform {
 
 namespace {
 
-QStringList choiceFiles()
+QStringList mimeAppsLists()
 {
     QStringList files;
     const QByteArrayList desktops = currentDesktops();
@@ -50,10 +50,10 @@ QStringList installedPrograms(const QString &file, const char *group, const QByt
 
 } // namespace
 
-QStringList chosenPrograms(const QByteArray &contentType)
+QStringList defaultPrograms(const QByteArray &contentType)
 {
     QStringList paths;
-    for (const QString &file : choiceFiles()) {
+    for (const QString &file : mimeAppsLists()) {
         paths += installedPrograms(file, "Default Applications", contentType);
     }
     return paths;

@@ -13,18 +13,18 @@ namespace platform {
 
 namespace {
 
-// The largest entries that are around, with translations into every language, take 50,000 bytes.
+// The largest known entries, translated into every language, have 50,000 bytes.
 constexpr off_t maximumSize = 1 << 20;
 
-// Opening a pipe would wait for a writer, and a device might never end.
-bool isOrdinaryFile(const QByteArray &fileName)
+// Opening a pipe would block, and a device may never end.
+bool isSmallRegularFile(const QByteArray &fileName)
 {
     struct stat status = {};
     return stat(fileName.constData(), &status) == 0 && S_ISREG(status.st_mode)
            && status.st_size <= maximumSize;
 }
 
-// A program that is named but not to be found keeps its name.
+// The absolute path of a program, or the name as given if it is not installed.
 QByteArray installedPath(const QByteArray &program)
 {
     const TextPointer path(program.isEmpty() ? nullptr
@@ -42,7 +42,7 @@ DesktopEntry::DesktopEntry(ObjectPointer<GDesktopAppInfo> entry)
 std::optional<DesktopEntry> DesktopEntry::load(const QString &filePath)
 {
     const QByteArray fileName = QFile::encodeName(filePath);
-    if (!isOrdinaryFile(fileName)) {
+    if (!isSmallRegularFile(fileName)) {
         return std::nullopt;
     }
     ObjectPointer<GDesktopAppInfo> entry(
@@ -50,7 +50,7 @@ std::optional<DesktopEntry> DesktopEntry::load(const QString &filePath)
     return entry ? std::optional(DesktopEntry(std::move(entry))) : std::nullopt;
 }
 
-// GIO has a name of its own for entries without one.
+// GIO substitutes a name of its own for a missing one.
 QString DesktopEntry::displayName() const
 {
     return text(G_KEY_FILE_DESKTOP_KEY_NAME).isEmpty()

@@ -12,12 +12,12 @@ using GDesktopAppInfo = struct _GDesktopAppInfo;
 
 namespace platform {
 
-/// A desktop entry of an application, as GIO reads it.
+/// A desktop entry of type Application, read by GIO.
 class DesktopEntry
 {
 public:
-    /// Nothing for whatever is not a well-formed entry of ordinary size, or lacks the program that
-    /// it starts or asks for.
+    /// Returns nothing if the file is malformed, too large or no regular file, or if the program of
+    /// Exec or TryExec is not installed.
     static std::optional<DesktopEntry> load(const QString &filePath);
 
     /// In the user's language; empty if the entry has no name.
@@ -28,22 +28,22 @@ public:
 
     bool hasCategory(const char *category) const;
 
-    /// It is not hidden, and there is a command to start.
+    /// Whether it is not hidden and has a command or is D-Bus activatable.
     bool canStart() const;
 
     /// Whether OnlyShowIn and NotShowIn admit the running desktop.
     bool isForThisDesktop() const;
 
-    /// Whether a menu of this desktop would show it, if it has a name.
+    /// Whether a menu of the running desktop lists it, provided that it has a name.
     bool isListed() const;
 
-    /// Path of the program that its command starts; empty if D-Bus does that.
+    /// Path of the program in Exec; empty without a command.
     QByteArray program() const;
 
-    /// Path of the program without which it is not to be listed; empty if it names none.
+    /// Path of the program in TryExec; empty without that key.
     QByteArray tryExec() const;
 
-    /// What GIO knows of it; it stays with this object.
+    /// GIO's object, owned by this one.
     GDesktopAppInfo *info() const { return m_entry.get(); }
 
 private:

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-// Links may lead in circles, so the search ends at a depth that no menu reaches.
+// Symbolic links may form a cycle; no menu is this deep.
 constexpr int maximumDepth = 5;
 
 bool isFolder(const QByteArray &path)
@@ -24,7 +24,7 @@ bool isFile(const QByteArray &path)
     return lstat(path.constData(), &status) == 0 && !isFolder(path);
 }
 
-// Each dash of the id stands for itself or for a slash.
+// A dash of the id stands for a dash or for a slash.
 QByteArray find(const QByteArray &folder, const QByteArray &id, int depth)
 {
     if (QByteArray file = folder + '/' + id; isFile(file)) {

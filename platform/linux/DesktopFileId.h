@@ -5,12 +5,12 @@
 
 namespace platform {
 
-/// The desktop-file id of a file below a start-menu folder: its relative path with dashes for the
-/// slashes.
+/// The desktop-file id of a file below a start-menu folder: its relative path with dashes in place
+/// of slashes.
 QString desktopFileId(const QString &root, const QString &filePath);
 
-/// The file below a start-menu folder that has the id; empty if there is none. It may be a damaged
-/// one, even a dangling link, since those too override what stands in a later folder.
+/// The file below a start-menu folder with this id; empty if there is none. May be damaged or a
+/// dangling symbolic link, since these override later folders too.
 QString fileOfId(const QString &root, const QString &id);
 
 } // namespace platform

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// Hands a pointer back to GLib by the function that its type calls for.
+/// A deleter that calls GLib's function for the type.
 template <auto function> struct GlibRelease
 {
     template <typename Type> void operator()(Type *pointer) const { function(pointer); }

@@ -28,8 +28,8 @@ QString folderPath()
     return QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
 }
 
-// The folders for system programs are seldom in a user's path. Debian's name comes first, since
-// "updatedb" may be that of another package there.
+// System folders are seldom in a user's PATH. Debian's name comes first, since "updatedb" may
+// belong to another package there.
 QString updater()
 {
     const QStringList systemFolders = {u"/usr/local/sbin"_s, u"/usr/sbin"_s, u"/sbin"_s};
@@ -68,7 +68,7 @@ HomeDatabase::State HomeDatabase::prepare(const QDeadlineTimer &deadline)
                 static_cast<int>(std::min(patience, deadline.remainingTime())));
         }
     }
-    // updatedb lets the user's group read it, whatever the mask.
+    // updatedb makes the file readable for the user's group, whatever the umask.
     if (QFile::setPermissions(filePath(), QFile::ReadOwner | QFile::WriteOwner)) {
         return State::Ready;
     }
@@ -97,8 +97,8 @@ void HomeDatabase::startBuilding()
         build->kill();
         build->waitForFinished();
     });
-    // The system's rules on what to leave out were made for the system's database. The home was
-    // asked for by name, also where it lies below a temporary folder or is mounted from elsewhere.
+    // The exclusions of updatedb.conf are meant for the system's database. Index the home even if
+    // it is a bind mount or below a temporary folder.
     build->start(updater(), {u"--require-visibility"_s, u"0"_s, u"--prunepaths"_s, QString(),
                              u"--prune-bind-mounts"_s, u"no"_s, u"--output"_s, filePath(),
                              u"--database-root"_s, QDir::homePath()});
@@ -106,6 +106,6 @@ void HomeDatabase::startBuilding()
 
 bool HomeDatabase::isBuilding() const
 {
-    // Without the event loop having run, the end of the process may be news.
+    // The event loop may not have noticed the end of the process yet.
     return m_build && m_build->state() != QProcess::NotRunning && !m_build->waitForFinished(0);
 }

@@ -6,9 +6,9 @@
 #include <QProcess>
 #include <QString>
 
-/// A plocate database of the user's home folder, in the user's cache and readable to nobody else,
-/// for systems that have no database or close it to the user. It is built in the background by
-/// plocate's own updatedb, and anew when it is more than a day old.
+/// A plocate database of the user's home folder, in the user's cache and readable by the user
+/// alone. Replaces the system's database where there is none or the user may not read it. updatedb
+/// builds it in the background, and again when it is more than a day old.
 class HomeDatabase
 {
 public:
@@ -16,16 +16,16 @@ public:
 
     static QString filePath();
 
-    /// Starts to build what is missing or outdated. An outdated database is ready all the same; a
-    /// missing one is waited for, until the deadline and not for long: most homes are read by then.
+    /// Starts a build if the database is missing or outdated. An outdated database counts as ready.
+    /// Waits for a missing one until the deadline, but at most a second: most homes take less.
     State prepare(const QDeadlineTimer &deadline);
 
-    /// Does away with a database that plocate cannot read.
+    /// Deletes a database that plocate cannot read.
     static void discard();
 
 private:
     void startBuilding();
     bool isBuilding() const;
 
-    QPointer<QProcess> m_build; // belongs to the application
+    QPointer<QProcess> m_build; // owned by the application
 };

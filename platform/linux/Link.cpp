@@ -18,8 +18,8 @@ namespace {
 
 constexpr const char *group = G_KEY_FILE_DESKTOP_GROUP;
 
-// Runs between fork and exec, where little more than system calls is allowed.
-void standAlone(void *)
+// Runs between fork and exec, so it may only call async-signal-safe functions.
+void detachChild(void *)
 {
     setsid();
     sigset_t none;
@@ -34,19 +34,19 @@ bool launch(GDesktopAppInfo *application)
 {
     const ObjectPointer<GAppLaunchContext> context(g_app_launch_context_new());
     return g_desktop_app_info_launch_uris_as_manager(application, nullptr, context.get(),
-                                                     G_SPAWN_SEARCH_PATH, &standAlone, nullptr,
+                                                     G_SPAWN_SEARCH_PATH, &detachChild, nullptr,
                                                      nullptr, nullptr, nullptr);
 }
 
-// An entry with a command is started by it even where D-Bus might do so. The bus gives programs its
-// own environment, on many sessions one without a display, and does not tell whether they start.
-bool takesCommandInsteadOfBus(GDesktopAppInfo *application)
+// Prefer an entry's command to D-Bus activation. Programs started by the bus get its environment,
+// which may lack a display, and the bus does not report whether they start.
+bool hasCommandAndDBus(GDesktopAppInfo *application)
 {
     return g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE)
            && g_app_info_get_commandline(G_APP_INFO(application));
 }
 
-// Starts an altered copy of an entry. Only %k, the place of the entry itself, is lost on the way.
+// Starts a modified copy of an entry. The copy has no file, so %k expands to nothing.
 bool launchCopy(GKeyFile *entry)
 {
     const ObjectPointer<GDesktopAppInfo> application(g_desktop_app_info_new_from_keyfile(entry));
@@ -62,13 +62,13 @@ KeyFilePointer copyOf(const QString &filePath)
     return entry;
 }
 
-bool launchWithoutBus(const QString &filePath)
+bool launchWithoutDBus(const QString &filePath)
 {
     return launchCopy(copyOf(filePath).get());
 }
 
-// Terminals that take a command behind "-e" and that GIO does not know of.
-QByteArray furtherTerminal()
+// Terminals unknown to GIO that accept a command after "-e".
+QByteArray fallbackTerminal()
 {
     constexpr std::array names = {
         "x-terminal-emulator", "qterminal", "kitty", "alacritty", "foot", "urxvt", "st"};
@@ -80,9 +80,9 @@ QByteArray furtherTerminal()
     return {};
 }
 
-bool launchInFurtherTerminal(const QString &filePath)
+bool launchInFallbackTerminal(const QString &filePath)
 {
-    const QByteArray terminal = furtherTerminal();
+    const QByteArray terminal = fallbackTerminal();
     const KeyFilePointer entry = copyOf(filePath);
     const TextPointer command(
         g_key_file_get_string(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
@@ -110,10 +110,10 @@ bool openLink(const QString &filePath)
     }
     GDesktopAppInfo *application = entry->info();
     const bool isStarted =
-        takesCommandInsteadOfBus(application) ? launchWithoutBus(filePath) : launch(application);
+        hasCommandAndDBus(application) ? launchWithoutDBus(filePath) : launch(application);
     const bool needsTerminal =
         g_desktop_app_info_get_boolean(application, G_KEY_FILE_DESKTOP_KEY_TERMINAL);
-    return isStarted || (needsTerminal && launchInFurtherTerminal(filePath));
+    return isStarted || (needsTerminal && launchInFallbackTerminal(filePath));
 }
 
 } // namespace platform

@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-// Where each user has a group of his own, it bears his name, and his folders are often open to it.
+// Many systems give each user a group of the same name and write permission for it by default.
 bool isUsersOwnGroup(gid_t group)
 {
     const passwd *user = ::getpwuid(::geteuid());
@@ -24,9 +24,8 @@ bool isUsersOwnGroup(gid_t group)
     return entry && !name.isEmpty() && name == entry->gr_name;
 }
 
-// Others can rename what lies in a folder that they may write to, unless it is sticky, or that is
-// theirs.
-bool keepsFilesApart(const QString &folder)
+// Other users can replace a file in a folder that they own, or may write to while it is not sticky.
+bool isProtectedFolder(const QString &folder)
 {
     struct stat status = {};
     if (::stat(QFile::encodeName(folder).constData(), &status) == -1
@@ -52,11 +51,11 @@ bool isFreeOrOwn(const QString &path)
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
 {
     const QString path = file.fileName();
-    if (!keepsFilesApart(QFileInfo(path).path()) || !isFreeOrOwn(path)) {
+    if (!isProtectedFolder(QFileInfo(path).path()) || !isFreeOrOwn(path)) {
         return false;
     }
-    // A leftover is not written to, as it may have further names. Whatever takes its name in this
-    // moment, even a link, makes the opening fail.
+    // Do not write to the earlier file: it may have further hard links. NewOnly fails if someone
+    // takes the name in between, even with a symbolic link.
     QFile::remove(path);
     return file.open(mode | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner);
 }

@@ -17,7 +17,7 @@ bool makePrivateFolder(const QString &path)
     const QByteArray name = QFile::encodeName(path);
     ::mkdir(name.constData(), S_IRWXU);
 
-    // Asked and closed through one handle, so that nothing can be put in its place in between.
+    // Check and change through one descriptor, so that nobody can swap the folder in between.
     const int folder = ::open(name.constData(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (folder == -1) {
         return false;

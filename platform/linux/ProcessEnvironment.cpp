@@ -9,15 +9,15 @@ namespace {
 
 constexpr const char *windowSystem = "QT_QPA_PLATFORM";
 
-// On a Wayland desktop X11 is there as well, and Wayland itself if that should not answer.
+// A Wayland desktop has an X server too; fall back to Wayland if it does not answer.
 constexpr const char *preferredWindowSystems = "xcb;wayland";
 
 constexpr const char *privateVariables[] = {
-    // the notes of the desktop, of GIO and of D-Bus on the start of this process
+    // set by the desktop, GIO and D-Bus for the start of this process
     "DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN", "DESKTOP_AUTOSTART_ID",
     "GIO_LAUNCHED_DESKTOP_FILE", "GIO_LAUNCHED_DESKTOP_FILE_PID", "BAMF_DESKTOP_FILE_HINT",
     "DBUS_STARTER_ADDRESS", "DBUS_STARTER_BUS_TYPE",
-    // what systemd tells the one process that it starts
+    // set by systemd for its direct child
     "INVOCATION_ID", "JOURNAL_STREAM", "MANAGERPID", "MANAGERPIDFDID", "SYSTEMD_EXEC_PID",
     "NOTIFY_SOCKET", "FDSTORE", "WATCHDOG_PID", "WATCHDOG_USEC", "LISTEN_PID", "LISTEN_PIDFDID",
     "LISTEN_FDS", "LISTEN_FDNAMES", "MEMORY_PRESSURE_WATCH", "MEMORY_PRESSURE_WRITE",
@@ -32,7 +32,7 @@ void chooseWindowSystem()
     }
 }
 
-void dropPrivateVariables()
+void unsetPrivateVariables()
 {
     for (const char *name : privateVariables) {
         qunsetenv(name);

@@ -34,7 +34,7 @@ bool isOverridden(const QStringList &earlierRoots, const QString &id)
                        [&id](const QString &root) { return !fileOfId(root, id).isEmpty(); });
 }
 
-StartMenuCache::Identity identityOf(const QString &filePath)
+StartMenuCache::FileState fileStateOf(const QString &filePath)
 {
     struct stat status = {};
     if (stat(QFile::encodeName(filePath).constData(), &status) != 0) {
@@ -44,7 +44,7 @@ StartMenuCache::Identity identityOf(const QString &filePath)
             qint64(status.st_mtim.tv_sec), qint64(status.st_mtim.tv_nsec)};
 }
 
-// Programs come and go without a change to the entry.
+// A program can be removed without a change to its entry.
 bool isStillInstalled(const QByteArray &program)
 {
     return program.isEmpty() || access(program.constData(), X_OK) == 0;
@@ -60,12 +60,12 @@ std::optional<StartMenuCache::Entry> readEntry(const QString &filePath)
                                  entry->program(), entry->tryExec()};
 }
 
-// What GIO finds unfit is not kept: it may lack a program that is installed later.
+// Rejected entries are not cached: the missing program may be installed later.
 QString nameOf(const QString &filePath, StartMenuCache *cache)
 {
     const QString fileName = filePath.sliced(filePath.lastIndexOf(u'/') + 1);
-    const StartMenuCache::Identity identity = identityOf(filePath);
-    const StartMenuCache::Entry *kept = cache->find(fileName, identity);
+    const StartMenuCache::FileState state = fileStateOf(filePath);
+    const StartMenuCache::Entry *kept = cache->find(fileName, state);
     if (kept && isStillInstalled(kept->program) && isStillInstalled(kept->tryExec)) {
         return kept->name;
     }
@@ -73,7 +73,7 @@ QString nameOf(const QString &filePath, StartMenuCache *cache)
     if (!entry) {
         return {};
     }
-    entry->identity = identity;
+    entry->state = state;
     cache->insert(fileName, *entry);
     return entry->name;
 }

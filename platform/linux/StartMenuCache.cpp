@@ -18,7 +18,7 @@ namespace platform {
 namespace {
 
 constexpr quint32 formatNumber = 0x564b5302; // "VKS" and the version of the format
-constexpr int identitySize = sizeof(StartMenuCache::Identity);
+constexpr int fileStateSize = sizeof(StartMenuCache::FileState);
 
 QString cacheFile(const QString &folder)
 {
@@ -27,15 +27,15 @@ QString cacheFile(const QString &folder)
            + "/Vaskel/start-menu/"_L1 + QLatin1String(key.toHex());
 }
 
-// Little-endian, so that on nearly all machines the names need no conversion.
+// Little-endian, as on nearly all machines, so that names need no conversion.
 void prepare(QDataStream &stream)
 {
     stream.setVersion(QDataStream::Qt_6_4);
     stream.setByteOrder(QDataStream::LittleEndian);
 }
 
-// What the names and the decision to list them depend on besides the files.
-QByteArray circumstances()
+// Names and visibility depend on the desktop and the languages, too.
+QByteArray sessionKey()
 {
     QByteArray text = qgetenv("XDG_CURRENT_DESKTOP");
     for (const char *const *language = g_get_language_names(); *language; ++language) {
@@ -50,15 +50,15 @@ QByteArray circumstances()
 QDataStream &operator<<(QDataStream &stream, const StartMenuCache::Entry &entry)
 {
     stream << entry.name << entry.program << entry.tryExec;
-    stream.writeRawData(reinterpret_cast<const char *>(entry.identity.data()), identitySize);
+    stream.writeRawData(reinterpret_cast<const char *>(entry.state.data()), fileStateSize);
     return stream;
 }
 
 QDataStream &operator>>(QDataStream &stream, StartMenuCache::Entry &entry)
 {
     stream >> entry.name >> entry.program >> entry.tryExec;
-    auto *identity = reinterpret_cast<char *>(entry.identity.data());
-    if (stream.readRawData(identity, identitySize) != identitySize) {
+    auto *state = reinterpret_cast<char *>(entry.state.data());
+    if (stream.readRawData(state, fileStateSize) != fileStateSize) {
         stream.setStatus(QDataStream::ReadPastEnd);
     }
     return stream;
@@ -76,7 +76,7 @@ StartMenuCache::StartMenuCache(const QString &folder)
     quint32 format = 0;
     QByteArray then;
     stream >> format >> then;
-    if (format != formatNumber || then != circumstances()) {
+    if (format != formatNumber || then != sessionKey()) {
         return;
     }
     stream >> m_entries;
@@ -85,27 +85,27 @@ StartMenuCache::StartMenuCache(const QString &folder)
     }
 }
 
-const StartMenuCache::Entry *StartMenuCache::find(const QString &fileName, const Identity &identity)
+const StartMenuCache::Entry *StartMenuCache::find(const QString &fileName, const FileState &state)
 {
     const auto entry = m_entries.find(fileName);
-    if (entry == m_entries.end() || entry->identity != identity) {
+    if (entry == m_entries.end() || entry->state != state) {
         return nullptr;
     }
-    entry->isWanted = true;
+    entry->isUsed = true;
     return &*entry;
 }
 
 void StartMenuCache::insert(const QString &fileName, const Entry &entry)
 {
     const auto place = m_entries.insert(fileName, entry);
-    place->isWanted = true;
+    place->isUsed = true;
     m_isChanged = true;
 }
 
 void StartMenuCache::save()
 {
     const auto forgotten =
-        m_entries.removeIf([](QHash<QString, Entry>::iterator entry) { return !entry->isWanted; });
+        m_entries.removeIf([](QHash<QString, Entry>::iterator entry) { return !entry->isUsed; });
     if (!m_isChanged && forgotten == 0) {
         return;
     }
@@ -116,7 +116,7 @@ void StartMenuCache::save()
     }
     QDataStream stream(&file);
     prepare(stream);
-    stream << formatNumber << circumstances() << m_entries;
+    stream << formatNumber << sessionKey() << m_entries;
     if (stream.status() == QDataStream::Ok) {
         file.commit();
     }

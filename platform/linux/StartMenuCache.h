@@ -11,42 +11,42 @@ class QDataStream;
 
 namespace platform {
 
-/// What an earlier start has read from the desktop entries of one folder, kept in the user's cache
-/// folder. Reading hundreds of entries takes longer than all else that a start does, and they
-/// hardly ever change. What is kept of a file counts as long as its time, size and inode are the
-/// same, and as language and desktop are; a cache that is missing or damaged is an empty one.
+/// A cache of the desktop entries of one folder, in the user's cache folder. Reading hundreds of
+/// entries takes most of a start, and they hardly ever change. An entry is valid while the file's
+/// time, size and inode, the languages and the desktop stay the same. A missing or damaged cache
+/// counts as empty.
 class StartMenuCache
 {
 public:
-    /// Of the state of a file, so that a change of it gives another one; all zero if there is none.
-    using Identity = std::array<qint64, 5>;
+    /// Device, inode, size and modification time of a file; all zero if it does not exist.
+    using FileState = std::array<qint64, 5>;
 
-    /// What a menu needs to know of a file.
+    /// The data of one file that the menu needs.
     struct Entry
     {
-        QString name;          ///< empty if the file is not to be listed
-        QByteArray program;    ///< path of the program that it starts; empty if it starts none
-        QByteArray tryExec;    ///< path of the program that it asks for; empty if it asks for none
-        Identity identity{};   ///< of the state of the file that this was read from
-        bool isWanted = false; ///< asked for in this start, and so to be kept for the next
+        QString name;        ///< empty if the file is not to be listed
+        QByteArray program;  ///< path of the program in Exec; may be empty
+        QByteArray tryExec;  ///< path of the program in TryExec; may be empty
+        FileState state{};   ///< state of the file when it was read
+        bool isUsed = false; ///< found or inserted in this start; save() keeps only these
     };
 
-    /// Reads what is kept of the folder.
+    /// Loads the cache of the folder.
     explicit StartMenuCache(const QString &folder);
 
-    /// Null for a file that is not kept, or that has changed since. The answer stays good until the
-    /// next call of insert().
-    const Entry *find(const QString &fileName, const Identity &identity);
+    /// Returns null for a file that is not cached or has changed. The pointer is valid until
+    /// insert().
+    const Entry *find(const QString &fileName, const FileState &state);
 
     void insert(const QString &fileName, const Entry &entry);
 
-    /// Keeps what was found or inserted, and nothing else; writes only if that is a change. Failing
-    /// to write only costs the next start its time.
+    /// Saves the entries that were found or inserted and drops the others. Writes only if something
+    /// changed. A failure is silent: the next start reads the files again.
     void save();
 
 private:
     QString m_file;
-    QHash<QString, Entry> m_entries; // by the name of the file in the folder
+    QHash<QString, Entry> m_entries; // by file name
     bool m_isChanged = false;
 };
 

@@ -13,11 +13,10 @@ namespace platform {
 
 namespace {
 
-// The new file is made beside the program, so that it takes its place in one step. "set -C" has a
-// name that is taken, even by a link, refused. $0 is the script's own path. The new program
-// inherits what the old one had: the mask of a shell of its own alone is changed, and the shell
-// gives itself up for it, as a program in its background would ignore the signals that interrupt.
-// The braces have the last lines read before the file is gone.
+// The new file is written beside the program, so that mv replaces it atomically. "set -C" makes the
+// redirection fail if the name exists, even as a symbolic link. $0 is the script's path. The umask
+// changes in a subshell only, and exec replaces the shell: a background job would ignore SIGINT and
+// SIGQUIT. The shell reads all of the braces before it deletes the script.
 constexpr const char16_t *script = uR"(#!/bin/sh
 download=%1
 program=%2
@@ -55,7 +54,7 @@ rm -f "$download"
 }
 )";
 
-// Between single quotes, the single quote alone is not what it stands for.
+// Within single quotes only the single quote itself is special.
 QString quoted(QString path)
 {
     return u'\'' + path.replace(u'\'', uR"('\'')"_s) + u'\'';
@@ -66,7 +65,7 @@ QString quoted(QString path)
 QString updateScript(const QString &downloadPath, const QString &programPath)
 {
     struct stat program = {};
-    program.st_mode = S_IRWXU; // for a program that has vanished from its place
+    program.st_mode = S_IRWXU; // in case the program's file is missing
     ::stat(QFile::encodeName(programPath).constData(), &program);
     const QString owner = u"%1:%2"_s.arg(program.st_uid).arg(program.st_gid);
     const QString mode = QString::number(program.st_mode & 07777, 8);

@@ -14,7 +14,7 @@ QString description(const char *text)
     return QCoreApplication::translate("AppLauncher", text);
 }
 
-// The path is the bare command, which is looked up at the start; only the icon needs a file.
+// The shell looks the bare command up; only the icon needs a full path.
 ProgramInfo systemProgram(const QString &command, const QString &description)
 {
     return {command, description,

@@ -28,7 +28,7 @@ PSID User::sid() const
     return m_buffer.isEmpty() ? nullptr : user->User.Sid;
 }
 
-Handle openForRights(const QString &path, DWORD furtherAccess)
+Handle openWithReadControl(const QString &path, DWORD furtherAccess)
 {
     const HANDLE opened =
         CreateFileW(qUtf16Printable(QDir::toNativeSeparators(path)),
@@ -46,7 +46,7 @@ bool hasOwners(HANDLE fileOrFolder)
            || (flags & FILE_PERSISTENT_ACLS);
 }
 
-bool isOwnOrNobodys(HANDLE fileOrFolder, const User &user)
+bool isOwnOrUnowned(HANDLE fileOrFolder, const User &user)
 {
     if (!hasOwners(fileOrFolder)) {
         return true;
@@ -60,7 +60,7 @@ bool isOwnOrNobodys(HANDLE fileOrFolder, const User &user)
         return false;
     }
     const LocalPointer<void> memory(descriptor);
-    // What a process with full rights makes belongs to the administrators, not to its user.
+    // Files of an elevated process belong to the administrators, not to its user.
     return EqualSid(owner, user.sid()) || IsWellKnownSid(owner, WinBuiltinAdministratorsSid);
 }
 

@@ -23,27 +23,27 @@ struct LocalFreeCall
 };
 template <typename T> using LocalPointer = std::unique_ptr<T, LocalFreeCall>;
 
-/// The identity of this process's user.
+/// The user who runs this process.
 class User
 {
 public:
     User();
 
-    /// Null if the system does not tell.
+    /// Null if the system does not tell. Owned by this object.
     PSID sid() const;
 
 private:
     QByteArray m_buffer;
 };
 
-/// Opens what has this name, be it a file, a folder or a link, to ask for its rights and with this
-/// further access. Null if that is refused, or nothing has the name.
-Handle openForRights(const QString &path, DWORD furtherAccess);
+/// Opens a file, a folder or a symbolic link itself, with READ_CONTROL and the given access. Null
+/// if it does not exist or the access is denied.
+Handle openWithReadControl(const QString &path, DWORD furtherAccess);
 
-/// Whether it is the user's, or on a disk that has no owners.
-bool isOwnOrNobodys(HANDLE fileOrFolder, const User &user);
+/// Whether the user or the administrators own it, or its volume has no owners.
+bool isOwnOrUnowned(HANDLE fileOrFolder, const User &user);
 
-/// A disk of the FAT family has no owners.
+/// Whether the volume stores owners; FAT does not. True if the system does not tell.
 bool hasOwners(HANDLE fileOrFolder);
 
 } // namespace platform

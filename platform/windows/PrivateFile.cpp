@@ -11,14 +11,14 @@ namespace {
 
 bool isFreeOrOwn(const QString &path)
 {
-    const Handle file = openForRights(path, 0);
+    const Handle file = openWithReadControl(path, 0);
     if (!file) {
         return GetLastError() == ERROR_FILE_NOT_FOUND;
     }
     constexpr DWORD noFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
     BY_HANDLE_FILE_INFORMATION info{};
     return GetFileInformationByHandle(file.get(), &info) && !(info.dwFileAttributes & noFile)
-           && isOwnOrNobodys(file.get(), User());
+           && isOwnOrUnowned(file.get(), User());
 }
 
 } // namespace
@@ -28,8 +28,8 @@ bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
     if (!isFreeOrOwn(file.fileName())) {
         return false;
     }
-    // A leftover is not written to, as it may have further names. Whatever takes its name in this
-    // moment makes the opening fail.
+    // Do not write to the earlier file: it may have further hard links. NewOnly fails if someone
+    // takes the name in between.
     QFile::remove(file.fileName());
     return file.open(mode | QIODevice::NewOnly);
 }

@@ -19,8 +19,8 @@ bool isRealFolder(HANDLE folder)
            && !(info.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
-// Leaves full access for the user and the system, and takes nothing over from the folder above.
-bool close(HANDLE folder, PSID user)
+// Grants full access to the user and the system, and stops inheriting from the parent folder.
+bool restrictToUser(HANDLE folder, PSID user)
 {
     LPWSTR name = nullptr;
     if (!ConvertSidToStringSidW(user, &name)) {
@@ -45,13 +45,13 @@ bool makePrivateFolder(const QString &path)
 {
     QDir().mkpath(path);
     const User user;
-    // Asked and closed through one handle, so that nothing can be put in its place in between.
-    const Handle folder = openForRights(path, WRITE_DAC);
+    // Check and change through one handle, so that nobody can swap the folder in between.
+    const Handle folder = openWithReadControl(path, WRITE_DAC);
     if (!folder || !user.sid() || !isRealFolder(folder.get())
-        || !isOwnOrNobodys(folder.get(), user)) {
+        || !isOwnOrUnowned(folder.get(), user)) {
         return false;
     }
-    return !hasOwners(folder.get()) || close(folder.get(), user.sid());
+    return !hasOwners(folder.get()) || restrictToUser(folder.get(), user.sid());
 }
 
 } // namespace platform

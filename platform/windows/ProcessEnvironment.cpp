@@ -5,7 +5,7 @@ namespace platform {
 
 void chooseWindowSystem() {}
 
-// Windows gives a started program no variables that were meant for it alone.
-void dropPrivateVariables() {}
+// Windows sets no variables for a single process.
+void unsetPrivateVariables() {}
 
 } // namespace platform

@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-// What ShellExecuteW gives up to here are errors, in the manner of 16-bit Windows.
+// ShellExecuteW returns error codes up to 32, for compatibility with 16-bit Windows.
 constexpr INT_PTR lastShellError = 32;
 
 } // namespace

@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// Has the shell open a link or folder, as a double click does. False when it would not.
+/// Opens a link or folder as a double click does. Returns whether the shell accepted it.
 bool shellOpen(const QString &path);
 
 } // namespace platform

@@ -19,7 +19,7 @@ QStringList startMenuRoots()
             continue;
         }
         const QString root = QDir::fromNativeSeparators(QString::fromWCharArray(path));
-        // A folder that is missing may have no name. An empty one would be the working folder's.
+        // A missing folder may have an empty name, which would mean the working folder.
         if (!root.isEmpty() && !roots.contains(root)) {
             roots.append(root);
         }
@@ -27,7 +27,7 @@ QStringList startMenuRoots()
     return roots;
 }
 
-// A link is listed whatever it names; it is not even read.
+// Every link is listed, whatever its target; the file is not even read.
 QHash<QString, QString> startMenuNames(const QString &, const QStringList &filePaths)
 {
     QHash<QString, QString> names;

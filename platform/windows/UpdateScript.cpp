@@ -10,7 +10,7 @@ namespace platform {
 
 QString updateScript(const QString &downloadPath, const QString &programPath)
 {
-    // Text mode ends the lines as the command interpreter expects it.
+    // Text mode writes the CRLF line endings that cmd.exe expects.
     return QStringLiteral("@echo off\n"
                           "timeout /t 2 /nobreak >nul\n"
                           "copy /Y \"%1\" \"%2\" >nul\n"

@@ -2,11 +2,10 @@
 //
 // usage: LogWriter FOLDER [WORD]...
 //
-// Logs for tst_Logger as the program does, without an application object: a message for each of the
-// words "debug", "info", "warning", "critical" and "fatal". "early" is sent before the log is open,
-// "threads" sends messages "<thread>.<number>" from several threads at once, "midnight" waits for
-// the next day, and "input" for the end of the standard input. An empty FOLDER leaves the choice to
-// the log.
+// Logs for tst_Logger like the program, without an application object: one message for each of the
+// words "debug", "info", "warning", "critical" and "fatal". "early" logs before the log is open,
+// "threads" logs "<thread>.<number>" from several threads at once, "midnight" waits for the next
+// day, and "input" for the end of the standard input. With an empty FOLDER the log chooses its own.
 
 #include "app/Logger.h"
 

@@ -30,16 +30,16 @@ class tst_FontFallback : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void desktopFontStandsInForTheSheets();
+    void desktopFontReplacesTheStyleSheetsFont();
     void chineseGlyphsAreFound();
 };
 
-void tst_FontFallback::desktopFontStandsInForTheSheets()
+void tst_FontFallback::desktopFontReplacesTheStyleSheetsFont()
 {
     if (QFontDatabase::families().contains(u"Segoe UI"_s)) {
         QSKIP("The font of the sheet is installed.");
     }
-    // One that no system takes for a font that it does not know.
+    // A font that no system substitutes by default.
     const QFont desktopFont(u"DejaVu Sans Mono"_s);
     QCOMPARE(QFontInfo(desktopFont).family(), u"DejaVu Sans Mono"_s);
     QVERIFY(QFontInfo(sheetFont()).family() != u"DejaVu Sans Mono"_s);
@@ -60,7 +60,7 @@ void tst_FontFallback::chineseGlyphsAreFound()
     const QList<QGlyphRun> runs = layout.glyphRuns();
     QVERIFY(runs.size() >= 2);
     for (const QGlyphRun &run : runs) {
-        QVERIFY(!run.glyphIndexes().contains(0U)); // the empty box
+        QVERIFY(!run.glyphIndexes().contains(0U)); // 0 is the glyph for missing characters
     }
     QFont::removeSubstitutions(u"Segoe UI"_s);
 }

@@ -17,11 +17,11 @@ class tst_LogRetention : public QObject
 
 private Q_SLOTS:
     void init();
-    void goesByTheDateInTheName_data();
-    void goesByTheDateInTheName();
+    void usesTheDateInTheName_data();
+    void usesTheDateInTheName();
     void removesAllThatHaveExpired();
     void leavesFoldersAlone();
-    void takesAMissingFolder();
+    void ignoresAMissingFolder();
 
 private:
     QString m_folder;
@@ -34,7 +34,7 @@ void tst_LogRetention::init()
     m_folder = testhome::path() + "/Vaskel"_L1;
 }
 
-void tst_LogRetention::goesByTheDateInTheName_data()
+void tst_LogRetention::usesTheDateInTheName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("stays");
@@ -65,12 +65,12 @@ void tst_LogRetention::goesByTheDateInTheName_data()
     QTest::newRow("another ending: stays") << u"Vaskel_2025-01-01.txt"_s << true;
 }
 
-void tst_LogRetention::goesByTheDateInTheName()
+void tst_LogRetention::usesTheDateInTheName()
 {
     QFETCH(const QString, name);
     QFETCH(const bool, stays);
 
-    // The age of the file itself says the opposite.
+    // The file's own time would give the opposite result.
     QFile file(testhome::writeFile("Vaskel/"_L1 + name, "text"));
     QVERIFY(file.open(QIODevice::ReadWrite));
     const QDate changed = stays ? m_today.addYears(-5) : m_today;
@@ -109,7 +109,7 @@ void tst_LogRetention::leavesFoldersAlone()
     QVERIFY(QFile::exists(below));
 }
 
-void tst_LogRetention::takesAMissingFolder()
+void tst_LogRetention::ignoresAMissingFolder()
 {
     removeExpiredLogs(m_folder, m_today);
     QVERIFY(!QFile::exists(m_folder));

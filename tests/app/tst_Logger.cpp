@@ -30,7 +30,7 @@ QStringList namesIn(const QString &folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
 }
 
-/// Text in the user's encoding, each line of which ends as the system has it.
+/// Splits text in the user's encoding at the system's line endings.
 QStringList linesOf(const QByteArray &text)
 {
     QStringList lines = QString::fromLocal8Bit(text).replace("\r\n"_L1, "\n"_L1).split(u'\n');
@@ -44,7 +44,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The lines of all logs of a folder; midnight may have begun another file.
+/// The lines of all logs of a folder; a new file may have begun at midnight.
 QStringList linesIn(const QString &folder)
 {
     QStringList lines;
@@ -54,13 +54,13 @@ QStringList linesIn(const QString &folder)
     return lines;
 }
 
-/// Less what a code page does not have.
+/// Converts to the user's encoding and back, which loses the characters that it lacks.
 QString inUsersEncoding(const QString &text)
 {
     return QString::fromLocal8Bit(text.toLocal8Bit());
 }
 
-/// A line without its date and time, or an empty string if it does not begin with them.
+/// The line without date and time; empty if it does not start with them.
 QString withoutTime(const QString &line)
 {
     static const QRegularExpression time(
@@ -96,7 +96,7 @@ Run runWriter(const QStringList &arguments, const QString &timeZone = u"UTC"_s)
             linesOf(process.readAllStandardOutput())};
 }
 
-/// Starts the helper program and leaves it running as long as its standard input is open.
+/// Starts the helper program, which runs until its standard input is closed.
 void startWaitingProgram(QProcess &program)
 {
     program.start(QStringLiteral(LOG_WRITER), {testhome::path() + "/other"_L1, u"input"_s});
@@ -137,16 +137,16 @@ private Q_SLOTS:
     void writesTheMessageAsItIs_data();
     void writesTheMessageAsItIs();
     void flushesEachLine();
-    void keepsItsFileToItself();
+    void isNotInheritedByStartedPrograms();
     void canBeRemovedWhileStartedProgramsRunOn();
     void writesToTheConsoleToo();
-    void dropsWhatComesBeforeTheLog();
+    void dropsMessagesBeforeInit();
     void writesAFatalMessageBeforeTheEnd();
     void keepsTheLinesOfSeveralThreadsApart();
-    void needsNoFile_data();
-    void needsNoFile();
-    void needsNoRoomOnTheDisk_data();
-    void needsNoRoomOnTheDisk();
+    void worksWithoutAFile_data();
+    void worksWithoutAFile();
+    void worksOnAFullDisk_data();
+    void worksOnAFullDisk();
     void beginsAFileAtMidnight();
 
 private:
@@ -159,7 +159,7 @@ void tst_Logger::init()
     m_folder = testhome::path() + "/logs/Vaskel"_L1;
 }
 
-// An open file cannot be removed on every system: the log gives its own up where it finds no place.
+// Some systems do not remove open files. The log closes its file when it cannot open the next one.
 void tst_Logger::cleanup()
 {
     const QString obstacle = testhome::writeFile(u"obstacle"_s, {});
@@ -234,7 +234,7 @@ void tst_Logger::appendsToTheFileOfTheDay()
 
 void tst_Logger::removesExpiredLogs()
 {
-    // None is so close to the limit that midnight could matter.
+    // All dates are far enough from the limit for midnight not to matter.
     const QDate today = QDate::currentDate();
     const QString expired = logName(today.addDays(-9));
     const QString kept = logName(today.addDays(-6));
@@ -340,7 +340,7 @@ void tst_Logger::flushesEachLine()
     }
 }
 
-void tst_Logger::keepsItsFileToItself()
+void tst_Logger::isNotInheritedByStartedPrograms()
 {
     Logger::instance().init(m_folder);
     const QString path = m_folder + u'/' + namesIn(m_folder).constFirst();
@@ -354,7 +354,7 @@ void tst_Logger::keepsItsFileToItself()
     QVERIFY(started.waitForFinished());
 }
 
-// On Windows that is refused as long as anybody has it open.
+// Windows refuses to remove a file that any process has open.
 void tst_Logger::canBeRemovedWhileStartedProgramsRunOn()
 {
     Logger::instance().init(m_folder);
@@ -381,7 +381,7 @@ void tst_Logger::writesToTheConsoleToo()
     QCOMPARE(linesIn(m_folder), run.output);
 }
 
-void tst_Logger::dropsWhatComesBeforeTheLog()
+void tst_Logger::dropsMessagesBeforeInit()
 {
     const Run run = runWriter({m_folder, u"early"_s, u"info"_s});
     QCOMPARE(run.exitCode, 0);
@@ -416,7 +416,7 @@ void tst_Logger::keepsTheLinesOfSeveralThreadsApart()
     }
 }
 
-void tst_Logger::needsNoFile_data()
+void tst_Logger::worksWithoutAFile_data()
 {
     QTest::addColumn<QString>("obstacle");
 
@@ -424,7 +424,7 @@ void tst_Logger::needsNoFile_data()
     QTest::newRow("a folder has the file's name") << u"folder"_s;
 }
 
-void tst_Logger::needsNoFile()
+void tst_Logger::worksWithoutAFile()
 {
     QFETCH(const QString, obstacle);
 
@@ -433,7 +433,7 @@ void tst_Logger::needsNoFile()
         testhome::writeFile(u"logs"_s, {});
     } else {
         QDir().mkpath(m_folder);
-        // Tomorrow's file too, since midnight may come before the log opens it.
+        // Also tomorrow's file, since midnight may come before the log opens it.
         for (const QDate day : {today, today.addDays(1)}) {
             const QString path = m_folder + u'/' + logName(day);
             QVERIFY(obstacle == "full"_L1 ? QFile::link(u"/dev/full"_s, path) : QDir().mkdir(path));
@@ -449,23 +449,23 @@ void tst_Logger::needsNoFile()
                           u"[Vaskel] [warning] [QT] :0  - a warning text"_s}));
 }
 
-void tst_Logger::needsNoRoomOnTheDisk_data()
+void tst_Logger::worksOnAFullDisk_data()
 {
     QTest::addColumn<QString>("obstacle");
 
     QTest::newRow("the disk is full") << u"full"_s;
 }
 
-void tst_Logger::needsNoRoomOnTheDisk()
+void tst_Logger::worksOnAFullDisk()
 {
-    needsNoFile();
+    worksWithoutAFile();
 }
 
 void tst_Logger::beginsAFileAtMidnight()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"TZ"_s, u"UTC"_s);
-    // The address sanitizer takes what is preloaded for a mistake.
+    // The address sanitizer reports preloaded libraries as an error otherwise.
     environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
     QProcess process;
     process.setProcessEnvironment(environment);

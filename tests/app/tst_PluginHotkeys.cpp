@@ -48,7 +48,7 @@ private Q_SLOTS:
 
     void registersThePluginsWithASequence();
     void countsAliasesOnce();
-    void readsTheSequenceOfThePrimaryWordAlone();
+    void readsTheSequenceOfThePrimaryCommandAlone();
     void leavesOutTheSettingsPlugin();
     void leavesOutTheSettingsPluginUnderAnyName();
     void leavesOutDisabledPluginsAndTakesThemBack();
@@ -78,7 +78,7 @@ void tst_PluginHotkeys::init()
     m_plugins->registerPlugin(&m_set);
 }
 
-// The registered hotkeys after a reload, in order of the alphabet.
+// The registered hotkeys after a reload, sorted.
 QStringList tst_PluginHotkeys::reload()
 {
     reloadPluginHotkeys(*m_hotkey, *m_plugins, *m_settings);
@@ -108,7 +108,7 @@ void tst_PluginHotkeys::countsAliasesOnce()
     QCOMPARE(reload(), QStringList{u"Ctrl+Alt+C"_s});
 }
 
-void tst_PluginHotkeys::readsTheSequenceOfThePrimaryWordAlone()
+void tst_PluginHotkeys::readsTheSequenceOfThePrimaryCommandAlone()
 {
     m_settings->setPluginHotkey(u"="_s, u"Ctrl+Alt+E"_s);
     m_settings->setPluginHotkey(u"task"_s, u"Ctrl+Alt+K"_s);
@@ -133,7 +133,7 @@ void tst_PluginHotkeys::leavesOutTheSettingsPluginUnderAnyName()
 
     reloadPluginHotkeys(*m_hotkey, plugins, *m_settings);
     const auto hotkeys = m_hotkey->findChildren<QHotkey *>();
-    QCOMPARE(hotkeys.size(), 2); // with the main one
+    QCOMPARE(hotkeys.size(), 2); // including the main one
     QCOMPARE(hotkeys.last()->shortcut(), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C));
 }
 

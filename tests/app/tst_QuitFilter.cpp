@@ -60,7 +60,7 @@ void tst_QuitFilter::quitsAlthoughAWindowRefusesToClose()
     window.setVisible(visible);
 
     QTimer::singleShot(0, &window, &QCoreApplication::quit);
-    // Ends the loop of a test that would fail, and says so.
+    // Ends the event loop with 1 if the test fails.
     QTimer::singleShot(5000, &window, [] { QCoreApplication::exit(1); });
     QCOMPARE(QCoreApplication::exec(), 0);
     QCOMPARE(window.isVisible(), visible);

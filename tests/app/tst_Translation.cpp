@@ -12,12 +12,12 @@ class tst_Translation : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void takesTheFirstLanguageWithACatalogue_data();
-    void takesTheFirstLanguageWithACatalogue();
+    void takesTheFirstLanguageWithATranslation_data();
+    void takesTheFirstLanguageWithATranslation();
     void looksIntoNoOtherFolder();
 };
 
-void tst_Translation::takesTheFirstLanguageWithACatalogue_data()
+void tst_Translation::takesTheFirstLanguageWithATranslation_data()
 {
     QTest::addColumn<QStringList>("languages");
     QTest::addColumn<bool>("found");
@@ -26,18 +26,18 @@ void tst_Translation::takesTheFirstLanguageWithACatalogue_data()
     QTest::newRow("language alone gets its usual territory: found") << QStringList{u"de"_s} << true;
     QTest::newRow("second language: found") << QStringList{u"fr-FR"_s, u"de-DE"_s} << true;
     QTest::newRow("another territory: not found") << QStringList{u"de-AT"_s} << false;
-    QTest::newRow("no catalogue: not found") << QStringList{u"fr-FR"_s, u"eo"_s} << false;
+    QTest::newRow("no translation: not found") << QStringList{u"fr-FR"_s, u"eo"_s} << false;
     QTest::newRow("no language: not found") << QStringList{} << false;
     QTest::newRow("C: not found") << QStringList{u"C"_s} << false;
 }
 
-void tst_Translation::takesTheFirstLanguageWithACatalogue()
+void tst_Translation::takesTheFirstLanguageWithATranslation()
 {
     QFETCH(const QStringList, languages);
     QFETCH(const bool, found);
 
     QTranslator translator;
-    QCOMPARE(loadTranslation(translator, languages, QStringLiteral(CATALOGUE_FOLDER)), found);
+    QCOMPARE(loadTranslation(translator, languages, QStringLiteral(TRANSLATION_FOLDER)), found);
     QCOMPARE(translator.translate("MainWindow", "Pinned"), found ? u"Angeheftet"_s : QString());
 }
 

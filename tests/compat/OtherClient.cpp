@@ -24,7 +24,7 @@ OtherClient::OtherClient()
     const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
     m_root = screen->root;
     m_window = xcb_generate_id(m_connection);
-    // The window manager stays out of it, so that the focus can be set at once.
+    // Bypasses the window manager, so that the window can take the focus at once.
     const quint32 values[] = {1, XCB_EVENT_MASK_KEY_PRESS};
     xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, m_root, 0, 0, 10, 10, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, screen->root_visual,
@@ -142,7 +142,7 @@ int OtherClient::received(xcb_keysym_t symbol)
 
 void OtherClient::receive()
 {
-    hasFocus(); // everything that was sent before the answer has arrived with it
+    hasFocus(); // its reply arrives after all earlier events
     while (const auto event = owned(xcb_poll_for_event(m_connection))) {
         if (event->response_type == XCB_KEY_PRESS) {
             m_received.append(reinterpret_cast<xcb_key_press_event_t *>(event.get())->detail);
@@ -154,7 +154,7 @@ void OtherClient::fake(quint8 type, xcb_keysym_t symbol)
 {
     const xcb_keycode_t code = keyOf(symbol);
     QVERIFY2(code != 0, "no key has this symbol");
-    // A keyboard tells no two events of one millisecond.
+    // A real keyboard never sends two events in one millisecond.
     constexpr quint32 delay = 2;
     const auto cookie =
         xcb_test_fake_input_checked(m_connection, type, code, delay, m_root, 0, 0, 0);

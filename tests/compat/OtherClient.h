@@ -6,22 +6,22 @@
 
 #include <xcb/xproto.h>
 
-/// Another program on the display: its window takes the focus, and what it types comes from the
-/// keyboard as far as everybody else can tell.
+/// Another program on the display. Its window takes the focus, and its key events come from the
+/// keyboard as far as other programs can tell.
 class OtherClient
 {
 public:
-    /// Best kept for all cases of a test: a window manager moves the focus when its window goes.
+    /// Keep it for all cases of a test: the window manager moves the focus when its window closes.
     OtherClient();
     ~OtherClient();
     Q_DISABLE_COPY_MOVE(OtherClient)
 
-    /// Takes the focus, lets go of all keys and grabs, and forgets what its window received.
+    /// Takes the focus, releases all keys and grabs, and clears the received events.
     void reset();
 
     bool hasFocus() const;
 
-    /// The key that has a symbol on its first or second level, or 0.
+    /// The key with this symbol on its first or second level, or 0.
     xcb_keycode_t keyOf(xcb_keysym_t symbol) const;
 
     void press(xcb_keysym_t symbol);
@@ -30,17 +30,17 @@ public:
     /// Presses the keys in turn and releases them in the opposite order.
     void type(const QList<xcb_keysym_t> &symbols);
 
-    /// Tries to take a key with exactly these modifiers for itself; false if another client has it.
+    /// Grabs a key with exactly these modifiers; false if another client has grabbed it.
     bool grab(xcb_keysym_t symbol, quint16 modifiers);
     void ungrab(xcb_keysym_t symbol, quint16 modifiers);
 
     /// The modifiers that are down or locked.
     quint16 modifiers() const;
 
-    /// Makes the key of a symbol, if any, the only one that sets a modifier, one of the eight.
+    /// Lets only the key of this symbol, or no key, set one of the eight modifiers.
     bool setModifier(int modifier, xcb_keysym_t symbol);
 
-    /// How many presses of a key its window has received since the reset.
+    /// How many presses of the key the window has received since reset().
     int received(xcb_keysym_t symbol);
 
 private:

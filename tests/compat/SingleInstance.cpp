@@ -2,9 +2,9 @@
 //
 // usage: SingleInstance USER-DATA TIMEOUT [secondary | child]
 //
-// An instance for tst_SingleApplication. Says what becomes of it, one word a line, and ends with
-// its standard input. "secondary" allows it to be a secondary instance; "child" has it start a
-// program that outlives it, whose process id it then says.
+// An instance for tst_SingleApplication. Prints its state, one word per line, and ends with its
+// standard input. "secondary" allows it to be a secondary instance. "child" makes it start a
+// program that outlives it and print that program's process id.
 
 #include <SingleApplication>
 
@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void say(const char *text)
+void report(const char *text)
 {
     std::puts(text);
     std::fflush(stdout);
@@ -33,16 +33,16 @@ int main(int argc, char *argv[])
     const int timeout = std::atoi(argv[2]);
     const QByteArray extra(argc > 3 ? argv[3] : "");
 
-    say("starting");
+    report("starting");
     SingleApplication app(argc, argv, extra == "secondary", SingleApplication::Mode::User, timeout,
                           userData);
-    QObject::connect(&app, &SingleApplication::instanceStarted, &app, [] { say("told"); });
-    say(app.isPrimary() ? "primary" : "secondary");
+    QObject::connect(&app, &SingleApplication::instanceStarted, &app, [] { report("told"); });
+    report(app.isPrimary() ? "primary" : "secondary");
 
     if (extra == "child") {
         qint64 pid = 0;
         QProcess::startDetached(u"sleep"_s, {u"600"_s}, QString(), &pid);
-        say(QByteArray::number(pid).constData());
+        report(QByteArray::number(pid).constData());
     }
 
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);

@@ -23,33 +23,33 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint16 controlAlt = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
-constexpr int mod3 = XCB_MAP_INDEX_3; // which nothing uses by default
+constexpr int mod3 = XCB_MAP_INDEX_3; // unused by default
 const QKeySequence controlAltSpace(Qt::CTRL | Qt::ALT | Qt::Key_Space);
 const QKeySequence controlAltY(Qt::CTRL | Qt::ALT | Qt::Key_Y);
 
-QList<quint16> allMixes()
+QList<quint16> allLockMasks()
 {
-    QList<quint16> mixes{0};
+    QList<quint16> masks{0};
     for (const quint16 lock : {XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2, XCB_MOD_MASK_3}) {
-        for (qsizetype i = 0, before = mixes.size(); i < before; ++i) {
-            mixes.append(mixes.at(i) | lock);
+        for (qsizetype i = 0, before = masks.size(); i < before; ++i) {
+            masks.append(masks.at(i) | lock);
         }
     }
-    return mixes;
+    return masks;
 }
 
-void addMixes()
+void addLockMasks()
 {
-    QTest::addColumn<quint16>("mix");
-    for (const quint16 mix : allMixes()) {
+    QTest::addColumn<quint16>("mask");
+    for (const quint16 mask : allLockMasks()) {
         QTest::addRow("Caps Lock %s, Num Lock %s, Scroll Lock %s",
-                      mix & XCB_MOD_MASK_LOCK ? "on" : "off", mix & XCB_MOD_MASK_2 ? "on" : "off",
-                      mix & XCB_MOD_MASK_3 ? "on" : "off")
-            << mix;
+                      mask & XCB_MOD_MASK_LOCK ? "on" : "off", mask & XCB_MOD_MASK_2 ? "on" : "off",
+                      mask & XCB_MOD_MASK_3 ? "on" : "off")
+            << mask;
     }
 }
 
-/// Counts the presses of a key that the native event filters are shown.
+/// Counts the presses of a key that reach the native event filters.
 class KeyPressCounter : public QAbstractNativeEventFilter
 {
 public:
@@ -88,30 +88,30 @@ private Q_SLOTS:
 
     void supportsThisPlatform();
     void startsUnregistered();
-    void registersWhatItIsMadeWith();
+    void registersTheShortcutOfItsConstructor();
     void registersNothingWithoutAShortcut();
-    void changesTheShortcutOfARegisteredOneOnlyToRegisterIt();
-    void tellsWhenTheRegistrationChanges();
-    void noticesTheKey_data();
-    void noticesTheKey();
+    void changesARegisteredShortcutOnlyWithAutoRegister();
+    void emitsRegisteredChanged();
+    void activatesOnTheKey_data();
+    void activatesOnTheKey();
     void refusesAKeyThatTheKeyboardLacks();
-    void needsAllModifiersAndNoOther();
-    void noticesThePressUnderLocks_data();
-    void noticesThePressUnderLocks();
-    void countsAHeldKeyOnce();
+    void needsExactlyItsModifiers();
+    void activatesUnderLocks_data();
+    void activatesUnderLocks();
+    void activatesOnceForAHeldKey();
     void leavesTheKeyboardToOthersWhileItsKeyIsHeld();
-    void tellsAllObjectsOfOneSequence();
+    void activatesAllObjectsOfOneSequence();
     void keepsASequenceUntilItsLastObjectGoes();
     void reportsASequenceThatAnotherClientHolds();
-    void keepsNothingOfAPartialGrab_data();
-    void keepsNothingOfAPartialGrab();
-    void releasesEveryMixOfLocks_data();
-    void releasesEveryMixOfLocks();
-    void bearsToBeDeletedByItsOwnSignal();
-    void tellsNothingAfterItsDestruction();
+    void releasesAPartialGrab_data();
+    void releasesAPartialGrab();
+    void ungrabsTheKeyForEverySetOfLocks_data();
+    void ungrabsTheKeyForEverySetOfLocks();
+    void canBeDeletedByItsOwnSignal();
+    void emitsNothingAfterItsDestruction();
     void followsTheKeyboardLayout();
-    void noticesALetterOfTheLayout_data();
-    void noticesALetterOfTheLayout();
+    void activatesOnALetterOfTheLayout_data();
+    void activatesOnALetterOfTheLayout();
     void keepsTheKeyThatANewLayoutLacks();
     void followsALockThatGetsAModifier();
     void usesTheFirstCombinationOfSeveral();
@@ -170,7 +170,7 @@ void tst_QHotkey::startsUnregistered()
     QVERIFY(isFree(XK_space, controlAlt));
 }
 
-void tst_QHotkey::registersWhatItIsMadeWith()
+void tst_QHotkey::registersTheShortcutOfItsConstructor()
 {
     QObject parent;
     auto *hotkey = new QHotkey(controlAltSpace, true, &parent);
@@ -190,7 +190,7 @@ void tst_QHotkey::registersNothingWithoutAShortcut()
     QVERIFY(hotkey.setRegistered(false));
 }
 
-void tst_QHotkey::changesTheShortcutOfARegisteredOneOnlyToRegisterIt()
+void tst_QHotkey::changesARegisteredShortcutOnlyWithAutoRegister()
 {
     QHotkey hotkey(controlAltSpace, true);
     QVERIFY(!hotkey.setShortcut(controlAltY));
@@ -208,7 +208,7 @@ void tst_QHotkey::changesTheShortcutOfARegisteredOneOnlyToRegisterIt()
     QVERIFY(isFree(XK_space, controlAlt));
 }
 
-void tst_QHotkey::tellsWhenTheRegistrationChanges()
+void tst_QHotkey::emitsRegisteredChanged()
 {
     QHotkey hotkey(controlAltSpace);
     QSignalSpy changed(&hotkey, &QHotkey::registeredChanged);
@@ -219,7 +219,7 @@ void tst_QHotkey::tellsWhenTheRegistrationChanges()
     QCOMPARE(QList<QVariantList>(changed), (QList<QVariantList>{{true}, {false}}));
 }
 
-void tst_QHotkey::noticesTheKey_data()
+void tst_QHotkey::activatesOnTheKey_data()
 {
     QTest::addColumn<QKeyCombination>("combination");
     QTest::addColumn<QList<uint>>("keys");
@@ -266,7 +266,7 @@ void tst_QHotkey::noticesTheKey_data()
     row("media play key", Qt::Key_MediaPlay, {XF86XK_AudioPlay});
 }
 
-void tst_QHotkey::noticesTheKey()
+void tst_QHotkey::activatesOnTheKey()
 {
     QFETCH(const QKeyCombination, combination);
     QFETCH(const QList<uint>, keys);
@@ -288,7 +288,7 @@ void tst_QHotkey::refusesAKeyThatTheKeyboardLacks()
     QVERIFY(!hotkey.setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Dead_Horn), true));
 }
 
-void tst_QHotkey::needsAllModifiersAndNoOther()
+void tst_QHotkey::needsExactlyItsModifiers()
 {
     QHotkey hotkey(controlAltSpace, true);
     QSignalSpy activated(&hotkey, &QHotkey::activated);
@@ -301,28 +301,28 @@ void tst_QHotkey::needsAllModifiersAndNoOther()
     QCOMPARE(m_other->received(XK_space), 3);
 }
 
-void tst_QHotkey::noticesThePressUnderLocks_data()
+void tst_QHotkey::activatesUnderLocks_data()
 {
-    addMixes();
+    addLockMasks();
 }
 
-void tst_QHotkey::noticesThePressUnderLocks()
+void tst_QHotkey::activatesUnderLocks()
 {
-    QFETCH(const quint16, mix);
+    QFETCH(const quint16, mask);
     const auto toggleLocks = [&] {
-        if (mix & XCB_MOD_MASK_LOCK) {
+        if (mask & XCB_MOD_MASK_LOCK) {
             m_other->type({XK_Caps_Lock});
         }
-        if (mix & XCB_MOD_MASK_2) {
+        if (mask & XCB_MOD_MASK_2) {
             m_other->type({XK_Num_Lock});
         }
-        if (mix & XCB_MOD_MASK_3) {
+        if (mask & XCB_MOD_MASK_3) {
             m_other->type({XK_Scroll_Lock});
         }
     };
     toggleLocks();
     const auto unlock = qScopeGuard(toggleLocks);
-    QCOMPARE(m_other->modifiers(), mix);
+    QCOMPARE(m_other->modifiers(), mask);
 
     QHotkey hotkey(controlAltSpace, true);
     QSignalSpy activated(&hotkey, &QHotkey::activated);
@@ -331,7 +331,7 @@ void tst_QHotkey::noticesThePressUnderLocks()
     QCOMPARE(m_other->received(XK_space), 0);
 }
 
-void tst_QHotkey::countsAHeldKeyOnce()
+void tst_QHotkey::activatesOnceForAHeldKey()
 {
     QHotkey hotkey(controlAltSpace, true);
     QSignalSpy activated(&hotkey, &QHotkey::activated);
@@ -358,14 +358,14 @@ void tst_QHotkey::leavesTheKeyboardToOthersWhileItsKeyIsHeld()
     QCOMPARE(m_other->received(XK_b), 1);
     QCOMPARE(m_other->received(XK_space), 0);
 
-    // Pressed again with the modifiers still down, it counts again.
+    // A second press counts, even with the modifiers still down.
     m_other->release(XK_space);
     m_other->press(XK_space);
     QTRY_COMPARE(activated.count(), 2);
     QCOMPARE(m_other->received(XK_space), 0);
 }
 
-void tst_QHotkey::tellsAllObjectsOfOneSequence()
+void tst_QHotkey::activatesAllObjectsOfOneSequence()
 {
     QHotkey first(controlAltSpace, true);
     QHotkey second(controlAltSpace, true);
@@ -410,26 +410,26 @@ void tst_QHotkey::reportsASequenceThatAnotherClientHolds()
     QVERIFY(hotkey.setRegistered(true));
 }
 
-void tst_QHotkey::keepsNothingOfAPartialGrab_data()
+void tst_QHotkey::releasesAPartialGrab_data()
 {
-    addMixes();
+    addLockMasks();
 }
 
-void tst_QHotkey::keepsNothingOfAPartialGrab()
+void tst_QHotkey::releasesAPartialGrab()
 {
-    QFETCH(const quint16, mix);
+    QFETCH(const quint16, mask);
     QHotkey kept(controlAltY, true);
-    QVERIFY(m_other->grab(XK_space, controlAlt | mix));
+    QVERIFY(m_other->grab(XK_space, controlAlt | mask));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"another program holds"_s));
     QHotkey hotkey(controlAltSpace, true);
     QVERIFY(!hotkey.isRegistered());
-    for (const quint16 other : allMixes()) {
+    for (const quint16 other : allLockMasks()) {
         QVERIFY(isFree(XK_space, controlAlt | other));
         QVERIFY(!isFree(XK_y, controlAlt | other));
     }
 }
 
-void tst_QHotkey::releasesEveryMixOfLocks_data()
+void tst_QHotkey::ungrabsTheKeyForEverySetOfLocks_data()
 {
     QTest::addColumn<bool>("byDestruction");
 
@@ -437,24 +437,24 @@ void tst_QHotkey::releasesEveryMixOfLocks_data()
     QTest::newRow("destruction") << true;
 }
 
-void tst_QHotkey::releasesEveryMixOfLocks()
+void tst_QHotkey::ungrabsTheKeyForEverySetOfLocks()
 {
     QFETCH(const bool, byDestruction);
     auto hotkey = std::make_unique<QHotkey>(controlAltSpace, true);
-    for (const quint16 mix : allMixes()) {
-        QVERIFY(!isFree(XK_space, controlAlt | mix));
+    for (const quint16 mask : allLockMasks()) {
+        QVERIFY(!isFree(XK_space, controlAlt | mask));
     }
     if (byDestruction) {
         hotkey.reset();
     } else {
         QVERIFY(hotkey->setRegistered(false));
     }
-    for (const quint16 mix : allMixes()) {
-        QVERIFY(isFree(XK_space, controlAlt | mix));
+    for (const quint16 mask : allLockMasks()) {
+        QVERIFY(isFree(XK_space, controlAlt | mask));
     }
 }
 
-void tst_QHotkey::bearsToBeDeletedByItsOwnSignal()
+void tst_QHotkey::canBeDeletedByItsOwnSignal()
 {
     QPointer<QHotkey> first = new QHotkey(controlAltSpace, true);
     QPointer<QHotkey> second = new QHotkey(controlAltSpace, true);
@@ -468,7 +468,7 @@ void tst_QHotkey::bearsToBeDeletedByItsOwnSignal()
     QVERIFY(isFree(XK_space, controlAlt));
 }
 
-void tst_QHotkey::tellsNothingAfterItsDestruction()
+void tst_QHotkey::emitsNothingAfterItsDestruction()
 {
     auto hotkey = std::make_unique<QHotkey>(controlAltSpace, true);
     int count = 0;
@@ -502,7 +502,7 @@ void tst_QHotkey::followsTheKeyboardLayout()
     QVERIFY(isFree(XK_y, controlAlt));
 }
 
-void tst_QHotkey::noticesALetterOfTheLayout_data()
+void tst_QHotkey::activatesOnALetterOfTheLayout_data()
 {
     QTest::addColumn<QString>("layout");
     QTest::addColumn<QKeySequence>("sequence");
@@ -522,7 +522,7 @@ void tst_QHotkey::noticesALetterOfTheLayout_data()
         << u"ge"_s << QKeySequence(u"Ctrl+Alt+ა"_s) << uint(0x010010d0);
 }
 
-void tst_QHotkey::noticesALetterOfTheLayout()
+void tst_QHotkey::activatesOnALetterOfTheLayout()
 {
     QFETCH(const QString, layout);
     QFETCH(const QKeySequence, sequence);

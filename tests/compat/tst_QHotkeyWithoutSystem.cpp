@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-// On a platform without global hotkeys, which the offscreen one is.
+// Runs on the offscreen platform, which has no global hotkeys.
 class tst_QHotkeyWithoutSystem : public QObject
 {
     Q_OBJECT

@@ -27,7 +27,7 @@ namespace {
 const QString userData = u"Vaskel"_s;
 constexpr int timeout = 1000;
 
-/// A process of the helper program that reads what it says.
+/// A process of the helper program and what it prints.
 class Instance
 {
 public:
@@ -59,37 +59,37 @@ public:
     void quit()
     {
         m_process.closeWriteChannel();
-        QVERIFY2(m_process.waitForFinished(), qPrintable(said().join(u' ')));
+        QVERIFY2(m_process.waitForFinished(), qPrintable(output().join(u' ')));
     }
 
     void signal(int number) { ::kill(pid_t(m_process.processId()), number); }
 
     QProcess &process() { return m_process; }
 
-    QStringList said()
+    QStringList output()
     {
-        m_said += m_process.readAllStandardOutput();
-        return QString::fromLocal8Bit(m_said).split(u'\n', Qt::SkipEmptyParts);
+        m_output += m_process.readAllStandardOutput();
+        return QString::fromLocal8Bit(m_output).split(u'\n', Qt::SkipEmptyParts);
     }
 
-    qsizetype timesTold() { return said().count(u"told"_s); }
+    qsizetype notificationCount() { return output().count(u"told"_s); }
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
-    /// Whether the process ended untroubled and without becoming an instance.
-    bool hasGivenWay()
+    /// Whether the process ended normally without becoming an instance.
+    bool hasExited()
     {
         return !isRunning() && m_process.exitStatus() == QProcess::NormalExit
-               && m_process.exitCode() == 0 && said() == QStringList{u"starting"_s};
+               && m_process.exitCode() == 0 && output() == QStringList{u"starting"_s};
     }
 
 private:
     QProcess m_process;
-    QByteArray m_said;
+    QByteArray m_output;
 };
 
 bool isPrimary(Instance &instance)
 {
-    return instance.said().contains(u"primary"_s);
+    return instance.output().contains(u"primary"_s);
 }
 
 QString pathOf(const QString &suffix, const QString &folderName = u"runtime"_s)
@@ -100,8 +100,8 @@ QString pathOf(const QString &suffix, const QString &folderName = u"runtime"_s)
     return names.size() == 1 ? folder.filePath(names.first()) : QString();
 }
 
-// Opens the session's runtime folder to all, and puts a file where Qt looks next.
-void closeRuntimeFolders()
+// Opens the session's runtime folder to other users, and puts a file in place of Qt's fallback.
+void blockRuntimeFolders()
 {
     QVERIFY(QFile::setPermissions(testhome::path() + "/runtime"_L1, QFile::Permissions(0x7777)));
     const QString user = QString::fromLocal8Bit(getpwuid(geteuid())->pw_name);
@@ -118,19 +118,19 @@ private Q_SLOTS:
     void init();
 
     void firstInstanceIsPrimary();
-    void secondStartTellsTheFirstAndEndsWithinASecond();
-    void everyStartIsTold();
+    void secondStartNotifiesTheFirstAndEndsWithinASecond();
+    void everyStartIsReported();
     void nextStartIsPrimaryAfterTheFirstHasQuit();
     void killedInstanceBlocksNoStart();
-    void leftoversOfAnotherMachineBlockNoStart();
+    void filesOfAnotherMachineBlockNoStart();
     void startedProgramKeepsNothingOfTheLock();
     void twentyStartsAtOnceLeaveOne();
-    void stoppedInstanceIsToldWhenItGoesOn();
-    void instanceThatIsStillStartingIsTold();
+    void stoppedInstanceIsNotifiedWhenItContinues();
+    void startingInstanceIsNotified();
     void instanceThatNeverListensIsGivenTheTimeout();
     void waitingStartTakesOverFromAnInstanceThatEnds();
     void otherUserDataIsAnotherProgram();
-    void secondaryInstanceIsNotToldOf();
+    void secondaryInstanceIsNotReported();
     void otherUsersHaveNoAccess();
     void folderThatOthersMayWriteToIsNotUsed();
     void startsWithoutAnyFolder();
@@ -144,13 +144,13 @@ void tst_SingleApplication::init()
 void tst_SingleApplication::firstInstanceIsPrimary()
 {
     Instance first;
-    QTRY_COMPARE(first.said(), (QStringList{u"starting"_s, u"primary"_s}));
+    QTRY_COMPARE(first.output(), (QStringList{u"starting"_s, u"primary"_s}));
     first.quit();
     QCOMPARE(first.process().exitCode(), 0);
-    QCOMPARE(first.timesTold(), 0);
+    QCOMPARE(first.notificationCount(), 0);
 }
 
-void tst_SingleApplication::secondStartTellsTheFirstAndEndsWithinASecond()
+void tst_SingleApplication::secondStartNotifiesTheFirstAndEndsWithinASecond()
 {
     Instance first;
     QTRY_VERIFY(isPrimary(first));
@@ -160,19 +160,19 @@ void tst_SingleApplication::secondStartTellsTheFirstAndEndsWithinASecond()
     Instance second;
     QVERIFY(second.process().waitForFinished());
     QVERIFY2(timer.elapsed() < 1000, qPrintable(QString::number(timer.elapsed())));
-    QVERIFY(second.hasGivenWay());
-    QTRY_COMPARE(first.timesTold(), 1);
+    QVERIFY(second.hasExited());
+    QTRY_COMPARE(first.notificationCount(), 1);
     QVERIFY(first.isRunning());
 }
 
-void tst_SingleApplication::everyStartIsTold()
+void tst_SingleApplication::everyStartIsReported()
 {
     Instance first;
     QTRY_VERIFY(isPrimary(first));
     for (int told = 1; told <= 5; ++told) {
         Instance next;
-        QTRY_VERIFY(next.hasGivenWay());
-        QTRY_COMPARE(first.timesTold(), told);
+        QTRY_VERIFY(next.hasExited());
+        QTRY_COMPARE(first.notificationCount(), told);
     }
 }
 
@@ -198,13 +198,13 @@ void tst_SingleApplication::killedInstanceBlocksNoStart()
     Instance second;
     QTRY_VERIFY(isPrimary(second));
     Instance third;
-    QTRY_VERIFY(third.hasGivenWay());
-    QTRY_COMPARE(second.timesTold(), 1);
+    QTRY_VERIFY(third.hasExited());
+    QTRY_COMPARE(second.notificationCount(), 1);
 }
 
-// A lock file that names its holder would be taken for a living one's after the process id was
-// given to another process, and for one that cannot be examined after the host was renamed.
-void tst_SingleApplication::leftoversOfAnotherMachineBlockNoStart()
+// A lock that relies on the stored process id would block starts once the id is reused, and one
+// that relies on the host name after the host is renamed.
+void tst_SingleApplication::filesOfAnotherMachineBlockNoStart()
 {
     const InstanceLock lock(userData);
     QString lockPath = lock.serverName();
@@ -220,15 +220,15 @@ void tst_SingleApplication::leftoversOfAnotherMachineBlockNoStart()
     Instance first;
     QTRY_VERIFY(isPrimary(first));
     Instance second;
-    QTRY_VERIFY(second.hasGivenWay());
-    QTRY_COMPARE(first.timesTold(), 1);
+    QTRY_VERIFY(second.hasExited());
+    QTRY_COMPARE(first.notificationCount(), 1);
 }
 
 void tst_SingleApplication::startedProgramKeepsNothingOfTheLock()
 {
     Instance first(u"child"_s);
-    QTRY_COMPARE(first.said().size(), 3);
-    const pid_t child = first.said().last().toInt();
+    QTRY_COMPARE(first.output().size(), 3);
+    const pid_t child = first.output().last().toInt();
     const auto cleanUp = qScopeGuard([child] { ::kill(child, SIGKILL); });
     first.signal(SIGKILL);
     QVERIFY(first.process().waitForFinished());
@@ -251,13 +251,13 @@ void tst_SingleApplication::twentyStartsAtOnceLeaveOne()
     const auto primary =
         std::ranges::find_if(instances, [](auto &one) { return one->isRunning(); });
     QTRY_VERIFY(isPrimary(**primary));
-    QTRY_COMPARE((*primary)->timesTold(), starts - 1);
+    QTRY_COMPARE((*primary)->notificationCount(), starts - 1);
     for (auto &instance : instances) {
-        QVERIFY(instance == *primary || instance->hasGivenWay());
+        QVERIFY(instance == *primary || instance->hasExited());
     }
 }
 
-void tst_SingleApplication::stoppedInstanceIsToldWhenItGoesOn()
+void tst_SingleApplication::stoppedInstanceIsNotifiedWhenItContinues()
 {
     Instance first;
     QTRY_VERIFY(isPrimary(first));
@@ -267,26 +267,26 @@ void tst_SingleApplication::stoppedInstanceIsToldWhenItGoesOn()
     timer.start();
     Instance second;
     QVERIFY(second.process().waitForFinished());
-    QVERIFY(second.hasGivenWay());
+    QVERIFY(second.hasExited());
     QVERIFY2(timer.elapsed() < timeout, qPrintable(QString::number(timer.elapsed())));
-    QCOMPARE(first.timesTold(), 0);
+    QCOMPARE(first.notificationCount(), 0);
 
     first.signal(SIGCONT);
-    QTRY_COMPARE(first.timesTold(), 1);
+    QTRY_COMPARE(first.notificationCount(), 1);
 }
 
-void tst_SingleApplication::instanceThatIsStillStartingIsTold()
+void tst_SingleApplication::startingInstanceIsNotified()
 {
     InstanceLock lock(userData);
     QCOMPARE(lock.tryLock(), InstanceLock::State::Held);
 
     Instance second(QString(), userData, 60000);
-    QTRY_VERIFY(!second.said().isEmpty());
+    QTRY_VERIFY(!second.output().isEmpty());
     QVERIFY(!second.process().waitForFinished(500));
 
     QLocalServer server;
     QVERIFY(server.listen(lock.serverName()));
-    QTRY_VERIFY(second.hasGivenWay());
+    QTRY_VERIFY(second.hasExited());
     QTRY_VERIFY(server.hasPendingConnections());
 }
 
@@ -299,7 +299,7 @@ void tst_SingleApplication::instanceThatNeverListensIsGivenTheTimeout()
     timer.start();
     Instance second(QString(), userData, 700);
     QVERIFY(second.process().waitForFinished());
-    QVERIFY(second.hasGivenWay());
+    QVERIFY(second.hasExited());
     QVERIFY2(timer.elapsed() >= 700, qPrintable(QString::number(timer.elapsed())));
     QVERIFY2(timer.elapsed() < 2000, qPrintable(QString::number(timer.elapsed())));
 }
@@ -310,7 +310,7 @@ void tst_SingleApplication::waitingStartTakesOverFromAnInstanceThatEnds()
     QCOMPARE(lock->tryLock(), InstanceLock::State::Held);
 
     Instance second(QString(), userData, 60000);
-    QTRY_VERIFY(!second.said().isEmpty());
+    QTRY_VERIFY(!second.output().isEmpty());
     QVERIFY(!second.process().waitForFinished(500));
 
     lock.reset();
@@ -325,18 +325,18 @@ void tst_SingleApplication::otherUserDataIsAnotherProgram()
     QTRY_VERIFY(isPrimary(other));
     Instance nameless(QString(), u""_s);
     QTRY_VERIFY(isPrimary(nameless));
-    QCOMPARE(one.timesTold(), 0);
+    QCOMPARE(one.notificationCount(), 0);
 }
 
-void tst_SingleApplication::secondaryInstanceIsNotToldOf()
+void tst_SingleApplication::secondaryInstanceIsNotReported()
 {
     Instance first;
     QTRY_VERIFY(isPrimary(first));
     Instance second(u"secondary"_s);
-    QTRY_COMPARE(second.said(), (QStringList{u"starting"_s, u"secondary"_s}));
+    QTRY_COMPARE(second.output(), (QStringList{u"starting"_s, u"secondary"_s}));
     second.quit();
     QCOMPARE(second.process().exitCode(), 0);
-    QCOMPARE(first.timesTold(), 0);
+    QCOMPARE(first.notificationCount(), 0);
 
     first.quit();
     Instance third(u"secondary"_s);
@@ -361,7 +361,7 @@ void tst_SingleApplication::otherUsersHaveNoAccess()
 
 void tst_SingleApplication::folderThatOthersMayWriteToIsNotUsed()
 {
-    closeRuntimeFolders();
+    blockRuntimeFolders();
     Instance instance;
     QTRY_VERIFY(isPrimary(instance));
     QVERIFY(pathOf(u".lock"_s).isEmpty());
@@ -371,7 +371,7 @@ void tst_SingleApplication::folderThatOthersMayWriteToIsNotUsed()
 
 void tst_SingleApplication::startsWithoutAnyFolder()
 {
-    closeRuntimeFolders();
+    blockRuntimeFolders();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_CACHE_HOME"_s, u"/proc/nowhere"_s);
     Instance instance(QString(), userData, timeout, environment);

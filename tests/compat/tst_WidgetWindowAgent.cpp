@@ -27,7 +27,7 @@ using QWK::WindowAgentBase;
 
 namespace {
 
-/// A window with a title bar of its own above a widget that fills the rest up to the edges.
+/// A window with its own title bar above a widget that fills the rest.
 class Window : public QWidget
 {
 public:
@@ -73,13 +73,13 @@ public:
     int spontaneousMoves = 0;
 };
 
-/// Asks the X server from outside, as a user does it. Positions are global ones.
+/// Sends input through the X server, like a user. Positions are global.
 QByteArray xdotool(const QStringList &arguments)
 {
     QProcess process;
     QSignalSpy finished(&process, &QProcess::finished);
     process.start(u"xdotool"_s, arguments);
-    // The window system may be waiting for this process meanwhile.
+    // The window manager may be waiting for this process, so run the event loop.
     if (!finished.wait()) {
         qFatal("xdotool does not end: %s", qUtf8Printable(arguments.join(u' ')));
     }
@@ -92,7 +92,7 @@ QByteArray xdotool(const QStringList &arguments)
 QStringList movingTo(const QPoint &position)
 {
     const qreal scale = qGuiApp->devicePixelRatio();
-    // The middle of the pixel, which is several at a higher density.
+    // The middle of the device-independent pixel, which covers several at a higher density.
     return {u"mousemove"_s, QString::number(int((position.x() + 0.5) * scale)),
             QString::number(int((position.y() + 0.5) * scale))};
 }
@@ -102,7 +102,7 @@ void moveTo(const QPoint &position)
     xdotool(movingTo(position));
 }
 
-// Waits until the program has taken note, since it starts to drag from where the pointer is then.
+// Waits until the program has received the press: the drag starts at the pointer's position then.
 void press()
 {
     class Note : public QObject
@@ -130,8 +130,8 @@ void clickAt(const QPoint &position)
     xdotool(movingTo(position) + QStringList{u"click"_s, u"1"_s});
 }
 
-// Motion is repeated until it shows an effect: the window manager needs a while to take over the
-// pointer and does not see what moved before.
+// Repeats the motion until it has an effect: the window manager needs time to grab the pointer and
+// misses earlier motion.
 template <typename Condition>
 bool dragUntil(const QPoint &from, const QPoint &to, Condition reached)
 {
@@ -167,7 +167,7 @@ bool isNear(const QPoint &point, const QPoint &expected)
     return isNear(point.x(), expected.x()) && isNear(point.y(), expected.y());
 }
 
-// Where the window really is. A window manager may tell the program only when it is done moving it.
+// The real position. A window manager may report it only after the move.
 QPoint positionOnScreen(const QWidget &window)
 {
     const QByteArray geometry =
@@ -178,7 +178,7 @@ QPoint positionOnScreen(const QWidget &window)
     return {qRound(match.captured(1).toInt() / scale), qRound(match.captured(2).toInt() / scale)};
 }
 
-// A window manager that still holds the pointer takes a click for its own.
+// A window manager that still grabs the pointer would take the click.
 bool isClickable(QPushButton &button)
 {
     QSignalSpy clicked(&button, &QPushButton::clicked);
@@ -348,7 +348,7 @@ void tst_WidgetWindowAgent::titleBarDragsTheWindow()
     QVERIFY(m_window->spontaneousMoves > 0);
     QCOMPARE(m_window->size(), QSize(400, 250));
 
-    // The pointer is free again.
+    // The pointer is no longer grabbed.
     QVERIFY(isClickable(m_window->content));
     QVERIFY(isNear(positionOnScreen(*m_window), target));
 }
@@ -469,7 +469,7 @@ void tst_WidgetWindowAgent::edgeResizesTheWindow()
     QVERIFY(m_window->spontaneousResizes > 0);
     QCOMPARE(m_window->ownResizes, 0);
 
-    // The pointer is free again.
+    // The pointer is no longer grabbed.
     const QRect reached = geometryOnScreen();
     QVERIFY(isClickable(m_window->content));
     QCOMPARE(geometryOnScreen(), reached);
@@ -487,7 +487,7 @@ void tst_WidgetWindowAgent::minimumSizeIsKept()
 void tst_WidgetWindowAgent::programsOwnResizeIsNotSpontaneous()
 {
     show();
-    // At a density of 1.5, a window has every other size only, counted from its minimum size.
+    // At a density of 1.5 a window only has every second size, counted from its minimum.
     m_window->resize(500, 302);
     QTRY_COMPARE(m_window->windowHandle()->size(), QSize(500, 302));
     moveTo(geometryOnScreen().center());
@@ -597,7 +597,7 @@ void tst_WidgetWindowAgent::maximisedWindowHasNoEdges()
     QCOMPARE(m_window->size(), size);
 }
 
-// A press in the content may be dragged over an edge, and the right button is no handle.
+// A drag may start in the content and cross an edge, and the right button resizes nothing.
 void tst_WidgetWindowAgent::otherButtonsAndDragsPassTheEdges()
 {
     show();

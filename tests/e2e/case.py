@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The frame of an end-to-end test: usage: tst_NAME.py PROGRAM PICTURE-FOLDER [unittest's own]
+"""The base of the end-to-end tests. usage: tst_NAME.py PROGRAM PICTURE-FOLDER [unittest's own]
 
-With VASKEL_WINE_PREFIX in the environment the program is one for Windows, which runs under wine.
+With VASKEL_WINE_PREFIX in the environment the program is a Windows one, which runs under wine.
 """
 
 import os
@@ -15,7 +15,7 @@ from launcher import Home, Launcher
 
 
 class EndToEndCase(unittest.TestCase):
-    """Each case has a home of its own; all cases of a file share one desktop."""
+    """Each case has its own home; all cases of a file share one desktop."""
 
     system = None
     desktop = None
@@ -33,11 +33,11 @@ class EndToEndCase(unittest.TestCase):
         self.launcher.start()
 
     def picture(self, step):
-        """Saves what the screen shows at this step."""
+        """Saves a picture of the screen at this step."""
         self.desktop.picture(self.pictures / f"{self._testMethodName}-{step}.png")
 
     def becomes(self, read, expected):
-        """Waits until read() gives what is expected."""
+        """Waits until read() returns the expected value."""
         seen = None
 
         def is_as_expected():
@@ -54,7 +54,7 @@ class EndToEndCase(unittest.TestCase):
         wait_until(lambda: not self.launcher.is_visible(), "the window is hidden")
 
     def start_again(self):
-        """Starts the program a second time, which must only bring the first one up."""
+        """Starts the program a second time, which only shows the window of the first process."""
         before = self.launcher.processes()
         self.assertEqual(self.launcher.start_process().wait(PATIENCE), 0)
         self.launcher.wait_until_ready()
@@ -62,11 +62,11 @@ class EndToEndCase(unittest.TestCase):
         self.assertEqual(self.launcher.processes(), before)
 
     def open_another_window(self):
-        """Opens a window of another program, which gets the focus, and returns it."""
+        """Opens a focused window of another program and returns it."""
         return self.system.open_another_window(self)
 
     def stays(self, probe, what, seconds):
-        """Sees that probe() keeps giving something true where only a delay could change that."""
+        """Checks that probe() stays true, where a change could only come later."""
         deadline = time.monotonic() + seconds
         while time.monotonic() < deadline:
             self.assertTrue(probe(), f"not for {seconds} s: {what}")
@@ -88,7 +88,7 @@ class EndToEndCase(unittest.TestCase):
 
 
 class Linux:
-    """What the program runs on; wine.Windows is the other one."""
+    """The system that the program runs on; wine.Windows is the other one."""
 
     screen = "1280x1024"
 

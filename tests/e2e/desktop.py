@@ -1,8 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""A desktop of its own: a screen that nobody sees, a window manager and a session bus.
+"""A separate desktop: a virtual screen, a window manager and a session bus.
 
-Everything here waits for conditions, never for time to pass, so that a slow machine only takes
-longer.
+Everything here waits for conditions, never for time to pass, so a slow machine only takes longer.
 """
 
 import collections
@@ -21,15 +20,15 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-PATIENCE = 90  # seconds; what works takes a small fraction of it
+PATIENCE = 90  # seconds; far more than any step needs
 
 
 class NotYet(Exception):
-    """Something that a test reads is not there; wait_until() goes on waiting."""
+    """Raised while a value cannot be read yet; wait_until() tries again."""
 
 
 def wait_until(probe, what, patience=PATIENCE):
-    """The first true value of probe(). Raises AssertionError, naming the last value, if none comes."""
+    """Returns the first true value of probe(), or raises AssertionError with the last one."""
     deadline = time.monotonic() + patience
     while True:
         try:
@@ -38,7 +37,7 @@ def wait_until(probe, what, patience=PATIENCE):
                 return value
         except NotYet as missing:
             value = str(missing)
-        except GLib.Error as error:  # a widget went away while it was being read
+        except GLib.Error as error:  # the widget disappeared while it was read
             value = error.message
         if time.monotonic() > deadline:
             raise AssertionError(f"Waited {patience} s in vain until {what}; last seen: {value!r}")
@@ -46,13 +45,13 @@ def wait_until(probe, what, patience=PATIENCE):
 
 
 def start_tied(command, **options):
-    """Starts a process in a session of its own that the kernel ends when this one is gone."""
+    """Starts a process in a new session; the kernel ends it when this process ends."""
     return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], start_new_session=True,
                             **{"stdin": subprocess.DEVNULL, **options})
 
 
 def stop(process):
-    """Ends a process of ours and waits for it."""
+    """Ends a process that we started and waits for it."""
     if process.poll() is None:
         process.terminate()
         try:
@@ -63,9 +62,9 @@ def stop(process):
 
 
 class Desktop:
-    """Starts the screen, the window manager and the bus at once; close() ends them.
+    """Starts the screen, the window manager and the bus; close() ends them.
 
-    At most one lives in a process, since the accessibility library connects to one bus for good.
+    Only one per process, since the accessibility library connects to one bus for good.
     """
 
     def __init__(self, size):
@@ -81,7 +80,7 @@ class Desktop:
             raise
 
     def environment(self):
-        """The variables by which a program finds this desktop."""
+        """The variables that lead a program to this desktop."""
         return {
             "DISPLAY": self.display,
             "DBUS_SESSION_BUS_ADDRESS": self.bus,
@@ -90,7 +89,7 @@ class Desktop:
         }
 
     def run(self, *command, text=None):
-        """What a command prints; an empty string if it fails."""
+        """Returns the output of a command; an empty string if it fails."""
         result = subprocess.run(command, env=os.environ | self.environment(), input=text, text=True,
                                 stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
                                 timeout=PATIENCE)
@@ -104,11 +103,11 @@ class Desktop:
         self.run("xdotool", "key", "--delay", "15", "--", *keys)
 
     def hold(self, *keys):
-        """Presses the keys one by one and lets none go."""
+        """Presses the keys one by one without releasing them."""
         for key in keys:
             self.run("xdotool", "keydown", key)
 
-    def let_go(self, *keys):
+    def release(self, *keys):
         for key in reversed(keys):
             self.run("xdotool", "keyup", key)
 
@@ -121,7 +120,7 @@ class Desktop:
 
     @contextlib.contextmanager
     def drag(self, start, end, has_begun):
-        """Drags with the left button, and lets it go after the body, which waits for the effect.
+        """Drags with the left button; releases it after the body, which waits for the effect.
 
         The pointer stays near the start until has_begun().
         """
@@ -129,8 +128,7 @@ class Desktop:
         self.move_pointer(*start)
         self.run("xdotool", "mousedown", "1")
 
-        # Whoever moves the window must have seen the press before the button is let go, and takes
-        # notice of the pointer only when it moves.
+        # The window manager must notice the press before the release, and it reacts to motion only.
         ways = itertools.cycle((20, 24))
 
         def begins():
@@ -146,7 +144,7 @@ class Desktop:
             self.run("xdotool", "mouseup", "1")
 
     def set_clipboard(self, text):
-        # xclip stays behind to serve the text; its output must not be waited for.
+        # xclip keeps running to serve the text, so do not wait for its output.
         subprocess.run(["xclip", "-selection", "clipboard", "-in"], input=text, text=True,
                        env=os.environ | self.environment(), stdout=subprocess.DEVNULL,
                        stderr=subprocess.DEVNULL, check=True, timeout=PATIENCE)
@@ -155,15 +153,15 @@ class Desktop:
         return self.run("xclip", "-selection", "clipboard", "-out")
 
     def picture(self, path):
-        """Saves what the screen shows."""
+        """Saves a picture of the screen."""
         self.run("import", "-silent", "-window", "root", str(path))
 
     def pixel(self, x, y):
-        """The colour of a pixel of the screen, as #rrggbb."""
+        """The colour of one pixel of the screen, as #rrggbb."""
         return f"#{self.pixels(x, y, 1, 1).hex()}"
 
     def pixels(self, x, y, width, height):
-        """The colours of a part of the screen, three bytes for each pixel."""
+        """The colours of a rectangle of the screen, three bytes per pixel."""
         return subprocess.run(["import", "-silent", "-window", "root", "-crop",
                                f"{width}x{height}+{max(x, 0)}+{max(y, 0)}", "-depth", "8", "rgb:-"],
                               env=os.environ | self.environment(), stdout=subprocess.PIPE,
@@ -173,14 +171,14 @@ class Desktop:
         return self.run("xdotool", "getactivewindow")
 
     def activate(self, window):
-        """Makes a window the active one, if it is not; returns whether it was."""
+        """Activates a window unless it is active; returns whether it already was."""
         if self.active_window() == window:
             return True
         self.run("xdotool", "windowactivate", window)
         return False
 
     def stack(self):
-        """The windows that are managed, the uppermost last."""
+        """The managed windows, the topmost last."""
         listing = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
         return [str(int(window.split()[-1], 16)) for window in listing.split(",")]
 
@@ -217,7 +215,7 @@ class Desktop:
                                                   "Width", "Height"))
 
     def colours(self, window):
-        """How often each colour, as red, green and blue up to 255, is seen at the window's place."""
+        """Counts the pixels of each (red, green, blue), up to 255 each, where the window is."""
         pixels = self.pixels(*self.geometry(window))
         return collections.Counter(zip(pixels[::3], pixels[1::3], pixels[2::3]))
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Vaskel under test: the home that it runs in, and what a user sees of it and does with it."""
+"""The program under test: its home, and what a user sees and does."""
 
 import configparser
 import json
@@ -33,7 +33,7 @@ def children(accessible):
 
 
 def find(accessible, role):
-    """What shows of that role below an accessible. It does not look inside what it found."""
+    """All visible descendants with this role, except those within a match or a list."""
     found = []
     for child in children(accessible):
         if not has_state(child, Atspi.StateType.SHOWING):
@@ -46,7 +46,7 @@ def find(accessible, role):
 
 
 def everything(accessible):
-    """Whatever shows below an accessible, from the top down."""
+    """All visible descendants, from the top down."""
     found = []
     for child in children(accessible):
         if has_state(child, Atspi.StateType.SHOWING):
@@ -60,8 +60,8 @@ def centre(accessible):
 
 
 class FocusLog:
-    """Notes the names of what gets the focus, of one role, while it is entered. A popup menu can be
-    read in no other way, since it is no child of its application."""
+    """Records the names of the focused controls of a role while it is entered. Nothing else reads a
+    popup menu, because its application does not list it as a child."""
 
     def __init__(self, role):
         self._role = role
@@ -81,14 +81,14 @@ class FocusLog:
         return list(self._names)
 
     def _note(self, event):
-        # The same focus may be told more than once.
+        # The same focus may be reported more than once.
         name = event.source.get_name()
         if event.source.get_role() == self._role and name not in self._names[-1:]:
             self._names.append(name)
 
 
 class Home:
-    """A user's home, and a system of installed programs, in a folder that remove() deletes."""
+    """A user's home and a system of installed programs, in a folder that remove() deletes."""
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-home-"))
@@ -101,7 +101,7 @@ class Home:
                        self.records, self.folder / "tmp"):
             folder.mkdir(parents=True)
         (self.folder / "runtime").mkdir(mode=0o700)
-        # Icon themes and file types are this machine's; its programs are not.
+        # Icon themes and file types come from this machine, programs do not.
         for shared in ("icons", "mime"):
             (self.system / shared).symlink_to(f"/usr/share/{shared}")
         self._install_browser()
@@ -118,7 +118,7 @@ class Home:
         }
 
     def _install_browser(self):
-        """A browser that notes the address, in each of the places where one is looked for."""
+        """Installs a browser that records the address, in each place where one is searched."""
         self.browser = self.folder / "browser"
         self.browser.write_text(f'#!/bin/sh\nexec {sys.executable} {RECORDER} '
                                 f'{self.records / "browser"} "$@"\n')
@@ -139,25 +139,25 @@ class Home:
         return path
 
     def add_recorder(self, name, file=None, arguments="", **keys):
-        """An entry whose program notes how it was started; recorded(file) tells."""
+        """Adds an entry whose program records its start; recorded(file) returns the record."""
         file = file or name.lower()
         command = f'{sys.executable} {RECORDER} {self.records / file} {arguments}'
         return self.add_entry(name, command, file, **keys)
 
     def add_opener(self, name, types):
-        """Makes a recorder the program that opens files of these types."""
+        """Makes a recorder the default program for files of these types."""
         self.add_entry(name, f"{sys.executable} {RECORDER} {self.records / name} %f", name,
                        self.system / "applications", NoDisplay="true", MimeType=types)
         with open(self.configuration / "mimeapps.list", "a") as file:
             file.writelines(f"{type}={name}.desktop\n" for type in types.split(";") if type)
 
     def recorded(self, file):
-        """What the recorder noted, or None as long as it did not run."""
+        """The recorder's record, or None until it has run."""
         path = self.records / file
         return json.loads(path.read_text()) if path.exists() else None
 
     def set_preferences(self, preferences=(), **more):
-        """Writes the preferences, whose keys may have a group in front, as in "plugins/calc"."""
+        """Writes the preferences; a key may have a group in front, as in "plugins/calc"."""
         separator = "\\"  # between a group and its keys, in the section without a name
         lines = [f"{key.replace('/', separator)}={value}"
                  for key, value in (dict(preferences) | more).items()]
@@ -166,7 +166,7 @@ class Home:
         path.write_text("\n".join(["[General]", *lines, ""]))
 
     def preferences(self):
-        """What is stored, by the keys of the program."""
+        """The stored preferences, by the keys of the program."""
         path = self.configuration / "Vaskel/Vaskel.conf"
         parser = configparser.ConfigParser(interpolation=None)
         parser.optionxform = str
@@ -189,7 +189,7 @@ class Home:
 
 
 class ForeignProcess:
-    """What Launcher needs of a process, for one that is no child of this one."""
+    """Has the methods that Launcher calls, for a process that is no child of this one."""
 
     def __init__(self, pid):
         self.pid = pid
@@ -234,17 +234,17 @@ class Launcher:
         self.attach(self.start_process())
 
     def attach(self, process):
-        """Takes a process of this program for the one under test."""
+        """Makes a process of this program the one under test."""
         self.process = process
         self.window = wait_until(self._find_window, "the window shows")
         self.wait_until_ready()
 
     def attach_to_foreign(self, pid):
-        """As attach(), for a process that was not started from here."""
+        """Like attach(), for a process that this one did not start."""
         self.attach(ForeignProcess(pid))
 
     def start_process(self, console=None, **variables):
-        """Starts the program with further variables; it writes to the log or to another console."""
+        """Starts the program with further variables; its output goes to the log or to "console"."""
         return start_tied([self.program], env=self.environment | variables,
                           stdout=console or self.log, stderr=self.log)
 
@@ -259,7 +259,7 @@ class Launcher:
         self.process.wait()
 
     def terminate(self):
-        """Ends the program as the session does at its end."""
+        """Ends the program like the session at log-out."""
         stop(self.process)
 
     def stop(self):
@@ -272,7 +272,7 @@ class Launcher:
         return self.log.read()
 
     def processes(self):
-        """The process identifiers of all instances of this program with this home."""
+        """The process ids of all instances of this program with this home."""
         return [pid for pid in map(int, filter(str.isdigit, os.listdir("/proc")))
                 if self._is_instance(pid)]
 
@@ -286,12 +286,12 @@ class Launcher:
         return self.desktop.geometry(self.window)
 
     def float_icon(self):
-        """x, y, width and height of the floating icon, or None where it does not show."""
+        """x, y, width and height of the floating icon, or None if it is hidden."""
         icons = [window for window in self._all_windows() if self._is_float_icon(window)]
         return self.desktop.geometry(icons[0]) if icons else None
 
     def top_window(self):
-        """The uppermost window of any program below the floating icon."""
+        """The topmost window of any program, except for the floating icon."""
         return [window for window in self.desktop.stack() if not self._is_float_icon(window)][-1]
 
     def menu_is_open(self):
@@ -302,15 +302,15 @@ class Launcher:
         return next(filter(self._is_embedded, self._all_windows()), None)
 
     def text(self):
-        """The text of the line edit: what is typed, without the word in the badge."""
+        """The text of the line edit, without the command in the badge."""
         return self.text_of(self._edit())
 
     def text_of(self, accessible):
-        """What stands in a control that takes text."""
+        """The text of a text control."""
         return Atspi.Text.get_text(accessible, 0, -1)
 
     def badge(self):
-        """The word in the badge, or None."""
+        """The command in the badge, or None."""
         return self._shown_label(self._edit().get_parent())
 
     def status(self):
@@ -338,15 +338,15 @@ class Launcher:
         return self._list().get_extents(Atspi.CoordType.SCREEN).height
 
     def pins(self):
-        """The names in the pinned strip, as far as it shows."""
+        """The names in the pinned strip; empty if it is hidden."""
         return [button.get_name() for button in self._pin_buttons()]
 
     def everything(self):
-        """Whatever shows, from the top down, menus included."""
+        """All visible controls from the top down, including menus."""
         return everything(self.application())
 
     def control(self, name, role=None):
-        """What shows under that name and can have the focus."""
+        """The visible control with this name that can have the focus."""
         for found in self.everything():
             if found.get_name() == name and has_state(found, Atspi.StateType.FOCUSABLE) \
                     and role in (None, found.get_role()):
@@ -354,7 +354,7 @@ class Launcher:
         raise NotYet(f"there is no control {name!r}")
 
     def focused(self):
-        """The control with the focus; a list has it, not its current row."""
+        """The control with the focus; for a list this is the list, not its current row."""
         rows = (Atspi.Role.LIST_ITEM, Atspi.Role.TABLE_CELL, Atspi.Role.TREE_ITEM)
         for found in self.everything():
             if has_state(found, Atspi.StateType.FOCUSED) and found.get_role() not in rows \
@@ -363,17 +363,17 @@ class Launcher:
         raise NotYet("no control has the focus")
 
     def dialog(self, role):
-        """The name of the dialog of that role that shows, or None."""
+        """The name of the visible dialog with this role, or None."""
         found = find(self.application(), role)
         return found[0].get_name() if found else None
 
     def progress(self):
-        """The value of the progress bar that shows, or None."""
+        """The value of the visible progress bar, or None."""
         bars = find(self.application(), Atspi.Role.PROGRESS_BAR)
         return Atspi.Value.get_current_value(bars[0]) if bars else None
 
     def dialog_texts(self, role):
-        """The texts in the dialog of that role."""
+        """The texts in the dialog with this role."""
         dialog = self._dialog(role)
         return [label.get_name() for label in find(dialog, Atspi.Role.LABEL)] + \
             [self.text_of(text) for text in find(dialog, Atspi.Role.TEXT)]
@@ -387,7 +387,7 @@ class Launcher:
         self.desktop.press(*keys)
 
     def empty_box(self):
-        """Empties the box, badge and all, wherever the focus is."""
+        """Empties the command box with its badge, wherever the focus is."""
         self._click_on(self._edit)
         if self.text():
             self.press("End", "shift+Home", "BackSpace")
@@ -410,7 +410,7 @@ class Launcher:
         self._click_on(lambda: next(p for p in self._pin_buttons() if p.get_name() == name), button)
 
     def tab_to(self, name):
-        """Walks to a control by the Tab key."""
+        """Moves the focus to a control with the Tab key."""
         def is_there():
             if self.focused().get_name() == name:
                 return True
@@ -418,17 +418,17 @@ class Launcher:
             return False
         wait_until(is_there, f"the Tab key leads to {name!r}", patience=30)
 
-    def open_page(self, word, control):
-        """Opens the page of a command word by typing it; a control of the page shows that it is there."""
+    def open_page(self, command, control):
+        """Types a command to open its page; waits for this control of the page."""
         self.empty_box()
-        self.type(word)
-        # The badge comes while one types, the status only with the search.
-        wait_until(lambda: (self.status() or "").startswith(f"{word} | "), "the command is known")
+        self.type(command)
+        # The badge shows while typing, the status only after the search.
+        wait_until(lambda: (self.status() or "").startswith(f"{command} | "), "the command is known")
         self.press("Return")
         wait_until(lambda: self.control(control), "the page opens")
 
     def click_button(self, role, name):
-        """Clicks a button of the dialog of that role."""
+        """Clicks a button of the dialog with this role."""
         buttons = wait_until(lambda: [button for button
                                       in find(self._dialog(role), Atspi.Role.PUSH_BUTTON)
                                       if button.get_name().replace("&", "") == name],
@@ -443,7 +443,7 @@ class Launcher:
         self.desktop.click(*last)
 
     def choose_from_menu(self):
-        """Chooses the one entry of the context menu that a right click has just opened."""
+        """Triggers the only entry of the context menu that a right click has opened."""
         wait_until(lambda: len(self.windows()) == 2, "the menu opens")
         self.press("Down", "Return")
         wait_until(lambda: len(self.windows()) == 1, "the menu closes")
@@ -465,7 +465,7 @@ class Launcher:
         return next(iter(self.windows()), None)
 
     def windows(self):
-        """All windows of the process that show, but for its icons; menus are windows of their own."""
+        """All visible windows of the process without its icons; a menu is a window too."""
         return [window for window in self._all_windows()
                 if not self._is_float_icon(window) and not self._is_embedded(window)]
 
@@ -473,11 +473,11 @@ class Launcher:
         return self.desktop.windows_of(self.process.pid)
 
     def _is_float_icon(self, window):
-        # The only one that is a tool of the program.
+        # The only utility window of the program.
         return "_UTILITY" in self.desktop.run("xprop", "-id", window, "_NET_WM_WINDOW_TYPE")
 
     def _is_embedded(self, window):
-        """Whether the window is within another program's, and not for the window manager's frame."""
+        """Whether another program contains the window, not just the window manager's frame."""
         tree = self.desktop.run("xwininfo", "-id", window, "-tree")
         ids = re.findall(r"(?:Root|Parent) window id: (\w+)", tree)
         if not ids:
@@ -491,7 +491,7 @@ class Launcher:
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
             if application and application.get_process_id() == self.process.pid:
-                # What the program shows now counts, not what the library remembers of it.
+                # Read the current state; the library would return cached values.
                 application.set_cache_mask(Atspi.Cache.NONE)
                 return application
         raise NotYet("the program is not on the accessibility bus")
@@ -503,13 +503,13 @@ class Launcher:
         return found[0]
 
     def _click_on(self, find_it, button=1, times=1):
-        # A window that has just been placed takes a moment to learn where it is.
+        # A window that has just been placed learns its position a moment later.
         wait_until(self._knows_its_place, "the window knows its place")
         x, y = centre(find_it())
         self.desktop.click(int(x * self._scale()), int(y * self._scale()), button, times)
 
     def _scale(self):
-        """The pixels of the screen for one of the program's, in which it tells where things are."""
+        """Pixels of the screen per device-independent pixel, the unit of reported positions."""
         return float(self.environment.get("QT_SCALE_FACTOR", 1))
 
     def _knows_its_place(self):

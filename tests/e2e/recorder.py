@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """usage: recorder.py FILE [ARGUMENT...]
 
-Notes in FILE how it was started. With the argument --stay it then runs until it is killed.
+Records in FILE how it was started. With the argument --stay it then runs until it is killed.
 """
 
 import json

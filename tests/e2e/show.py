@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """usage: show.py PROGRAM PICTURE
 
-Starts the program on a screen that nobody sees, in the user's own home, types a query and saves a
-picture of what it finds.
+Starts the program on a virtual screen in the user's own home, types a query and saves a picture of
+the result.
 """
 
 import os
@@ -18,7 +18,7 @@ QUERY = "term"
 def main():
     program, picture = map(pathlib.Path, sys.argv[1:])
     desktop = Desktop(size="1024x640")
-    # The screen goes before what the user's variables say of another one.
+    # The variables of the screen override the user's.
     launcher = Launcher(desktop, program, os.environ | desktop.environment())
     try:
         launcher.start()
@@ -34,7 +34,7 @@ def main():
 
 
 def found(launcher):
-    """The rows, once they are those of the query."""
+    """The rows, once they belong to the query."""
     rows = launcher.rows()
     return rows if all(QUERY in "\n".join(row).lower() for row in rows) else None
 

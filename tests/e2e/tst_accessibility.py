@@ -10,7 +10,7 @@ Role = Atspi.Role
 CONTROLS = {Role.CHECK_BOX, Role.COMBO_BOX, Role.LIST, Role.LIST_ITEM, Role.MENU, Role.MENU_ITEM,
             Role.PUSH_BUTTON, Role.SCROLL_BAR, Role.TABLE_CELL, Role.TEXT, Role.TREE,
             Role.TREE_ITEM, Role.TREE_TABLE}
-# What a screen reader says nothing about.
+# A screen reader does not announce these.
 SILENT = {Role.FILLER, Role.FRAME, Role.INVALID, Role.LAYERED_PANE, Role.PANEL, Role.UNKNOWN}
 
 BOX = ["Search apps or type cmd space args...", "Open user management"]
@@ -26,15 +26,15 @@ class AccessibilityCase(EndToEndCase):
         self.start()
 
     def names(self):
-        """The names of all controls that show."""
+        """The names of all visible controls."""
         return [found.get_name() for found in self.controls()]
 
     def controls(self):
         return [found for found in self.launcher.everything()
                 if found.get_role() in CONTROLS or has_state(found, Atspi.StateType.FOCUSABLE)]
 
-    def open_page(self, word):
-        self.launcher.open_page(word, "Save")
+    def open_page(self, command):
+        self.launcher.open_page(command, "Save")
 
     def open_tasks(self, *titles):
         self.launcher.open_page("todo", "Add a task and press Enter")
@@ -109,7 +109,7 @@ class Keyboard(AccessibilityCase):
     """The Tab key reaches every control, and each shows that it has the focus."""
 
     def assert_walk(self, *expected):
-        """Walks from the box once round the window."""
+        """Walks from the command box once through the whole window."""
         self.make_room()
         start = self.launcher.focused().get_name()
         names = [start]
@@ -121,14 +121,14 @@ class Keyboard(AccessibilityCase):
         self.assertEqual(names, list(expected))
 
     def step(self):
-        """Presses Tab and returns the name of the control that then has the focus, once it is sure
-        that the control before it shows whether it has it."""
+        """Presses Tab and returns the name of the focused control, once the previous control has
+        shown with and without the focus."""
         control = self.launcher.focused()
         place = control.get_extents(Atspi.CoordType.SCREEN)
         self.leave(control, "Tab")
         without = self.still_picture(place)
         self.leave(self.launcher.focused(), "shift+Tab")
-        # A text cursor that blinks does for an indication, so this may take a moment.
+        # A blinking text cursor counts as an indication, so this may take a moment.
         wait_until(lambda: self.pixels(place) != without,
                    f"{control.get_name()!r} shows that it has the focus", 20)
         self.leave(control, "Tab")
@@ -149,7 +149,7 @@ class Keyboard(AccessibilityCase):
         return last
 
     def make_room(self):
-        """A window in which no page scrolls, so that only the focus changes what shows."""
+        """Enlarges the window so that no page scrolls and only the focus changes the picture."""
         self.desktop.run("xdotool", "windowsize", self.launcher.window, "800", "900")
         self.becomes(lambda: self.launcher.geometry()[2:], (800, 900))
         self.desktop.move_pointer(1, 1)
@@ -174,7 +174,7 @@ class Keyboard(AccessibilityCase):
     def test_walks_through_the_plugins_page(self):
         self.open_page("plugin")
         self.assert_walk(*COMMAND_BOX, "Settings", "Auto enter on empty args", "Enable all",
-                         "Disable all", *(f"{word} {control}" for word in PLUGINS
+                         "Disable all", *(f"{command} {control}" for command in PLUGINS
                                           for control in ("Enabled", "Hotkey")),
                          "Save", "Cancel", *CLOSE)
 

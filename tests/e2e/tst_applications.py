@@ -163,7 +163,7 @@ class Applications(EndToEndCase):
         unreadable.chmod(0)
         self.start()
 
-        # Root reads everything.
+        # Root can read every file.
         others = ["Unreadable"] if os.access(unreadable, os.R_OK) else []
         self.shows_titles(*BUILTINS, "Good", *others)
 

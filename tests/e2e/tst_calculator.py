@@ -11,7 +11,7 @@ class Calculator(EndToEndCase):
         self.desktop.set_clipboard("nothing yet")
         self.start()
 
-    def test_turns_into_the_badge_at_the_last_letter_of_the_word(self):
+    def test_turns_into_the_badge_at_the_last_letter_of_the_command(self):
         self.launcher.type("cal")
         self.becomes(self.launcher.text, "cal")
         self.becomes(self.launcher.badge, None)
@@ -34,7 +34,7 @@ class Calculator(EndToEndCase):
         self.shows_rows(("3", " 1+2 = 3"))
         self.picture("value")
 
-    def test_takes_the_pasted_blank_as_the_end_of_the_word(self):
+    def test_takes_the_pasted_blank_as_the_end_of_the_command(self):
         self.launcher.paste("calc 1+")
         self.becomes(self.launcher.badge, "calc")
         self.becomes(self.launcher.text, "1+")
@@ -44,12 +44,12 @@ class Calculator(EndToEndCase):
         self.shows_rows(("3", "1+2 = 3"))
         self.picture("pasted")
 
-    def test_needs_no_blank_behind_the_word(self):
+    def test_needs_no_blank_after_the_command(self):
         self.launcher.type("calc2^10")
         self.becomes(self.launcher.badge, "calc")
         self.shows_rows(("1024", "2^10 = 1024"))
 
-    def test_gives_the_word_back_at_backspace(self):
+    def test_gives_the_command_back_at_backspace(self):
         self.launcher.type("calc")
         self.becomes(self.launcher.badge, "calc")
         self.launcher.press("BackSpace")
@@ -72,7 +72,7 @@ class Calculator(EndToEndCase):
         self.shows_rows(("Expression Error", MISSING_OPERAND.format(4)))
         self.launcher.press("Return")
 
-        # The next key arrives in the window all the same.
+        # The next key still reaches the window.
         self.launcher.type("4")
         self.shows_rows(("5", " 1+4 = 5"))
         self.assertEqual(self.desktop.clipboard(), "nothing yet")

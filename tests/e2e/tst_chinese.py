@@ -18,11 +18,11 @@ class LanguageCase(EndToEndCase):
         self.launcher.environment |= {"LANG": f"{locale}.UTF-8", "LANGUAGE": languages or locale}
 
     def names(self):
-        """The accessible names of what shows."""
+        """The accessible names of all visible controls."""
         return [found.get_name() for found in self.launcher.everything()]
 
     def shows(self, *names):
-        """Waits until all of the names show."""
+        """Waits until all of the names are visible."""
         wait_until(lambda: set(names) <= set(self.names()), f"{names} show")
 
     def opens_menu(self, click, *entries):
@@ -136,14 +136,14 @@ class Chinese(LanguageCase):
                         "显示", "设置", "重启", "退出")
         self.picture("menu")
 
-    def test_is_found_behind_a_language_without_a_catalogue(self):
+    def test_is_found_after_a_language_without_a_translation(self):
         self.speak("fr_FR", "fr_FR:zh_CN")
         self.start()
         self.shows_titles(*CHINESE_BUILTINS)
 
 
 class OtherLanguages(LanguageCase):
-    """A copy of the program in a folder of its own."""
+    """Runs a copy of the program in a folder of its own."""
 
     def setUp(self):
         super().setUp()
@@ -151,8 +151,8 @@ class OtherLanguages(LanguageCase):
         (self.folder / "i18n").mkdir(parents=True)
         self.launcher.program = shutil.copy(self.program, self.folder)
 
-    def add_catalogue(self, name, **translations):
-        """Compiles a catalogue with names of programs beside the program."""
+    def add_translation(self, name, **translations):
+        """Compiles a translation of program names into the program's folder."""
         source = self.home.folder / f"{name}.ts"
         messages = "".join(f"<message><source>{source}</source>"
                            f"<translation>{translation}</translation></message>"
@@ -162,22 +162,22 @@ class OtherLanguages(LanguageCase):
         subprocess.run([os.environ["VASKEL_LRELEASE"], "-silent", source, "-qm",
                         self.folder / f"i18n/{name}.qm"], check=True)
 
-    def test_takes_the_catalogue_beside_the_program(self):
-        self.add_catalogue("Vaskel_de_DE", Calculator="Rechner", Settings="Einstellungen")
+    def test_takes_the_translation_beside_the_program(self):
+        self.add_translation("Vaskel_de_DE", Calculator="Rechner", Settings="Einstellungen")
         self.speak("de_DE")
         self.start()
         self.shows_titles("Notepad", "Rechner", "Paint", "Command Prompt", "File Explorer",
                           "Task Manager", "Einstellungen", "Browser")
         self.picture("german")
 
-    def test_takes_the_own_catalogue_before_one_beside_the_program(self):
-        self.add_catalogue("Vaskel_zh_CN", Calculator="Another")
+    def test_prefers_its_own_translation_to_one_beside_the_program(self):
+        self.add_translation("Vaskel_zh_CN", Calculator="Another")
         self.speak("zh_CN")
         self.start()
         self.shows_titles(*CHINESE_BUILTINS)
 
-    def test_is_english_without_a_catalogue(self):
-        self.add_catalogue("Vaskel_de_DE", Calculator="Rechner")
+    def test_is_english_without_a_translation(self):
+        self.add_translation("Vaskel_de_DE", Calculator="Rechner")
         for locale in ("de_AT", "zh_TW", "fr_FR"):
             with self.subTest(locale):
                 self.speak(locale)

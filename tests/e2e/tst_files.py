@@ -7,7 +7,7 @@ HINT = ("Enter a filename to search", "Powered by plocate for fast search")
 
 
 class Files(EndToEndCase):
-    """The system's database is not asked: it is another one on each machine."""
+    """Ignores the system's database, which differs on each machine."""
 
     def setUp(self):
         super().setUp()
@@ -21,7 +21,7 @@ class Files(EndToEndCase):
         self.launcher.environment["PATH"] = f"{self.programs}:{self.launcher.environment['PATH']}"
 
     def use_home_database(self):
-        """Runs plocate as on a system that has no database."""
+        """Makes plocate behave as on a system without a database."""
         program = self.programs / "plocate"
         missing = self.home.folder / "missing.db"
         program.write_text(f'#!/bin/sh\n[ "$1" = --database ] || set -- --database {missing} "$@"\n'
@@ -29,7 +29,7 @@ class Files(EndToEndCase):
         program.chmod(0o755)
 
     def search(self, text):
-        """Types until the index, which may still be being built, answers."""
+        """Types until the index answers, since its database may not be complete yet."""
         self.launcher.type(text)
 
         def answers():

@@ -2,12 +2,12 @@
 from case import EndToEndCase, main
 from desktop import wait_until
 
-SHOW_TIME = 1  # seconds, in which a window that is shown by mistake comes up
+SHOW_TIME = 1  # seconds, enough for a window that is shown by mistake
 
 
 class FloatIcon(EndToEndCase):
     def start_with_icon(self, **preferences):
-        """Starts the program and gives the icon's place, once it is where the program put it."""
+        """Starts the program and returns the icon's geometry once the program has placed it."""
         if preferences:
             self.home.set_preferences(**preferences)
         self.start()

@@ -10,11 +10,11 @@ from gi.repository import Atspi
 
 MAIN = "ctrl+alt+space"  # the default
 ROUNDS = 200
-HOLD_TIME = 1.5  # seconds, in which a held key repeats itself twenty times
+HOLD_TIME = 1.5  # seconds, about twenty auto-repeats of a held key
 
 
 class Hotkeys(EndToEndCase):
-    """The other window has the focus whenever a hotkey is pressed to bring the launcher up."""
+    """The other window has the focus whenever a hotkey is to show the launcher."""
 
     def start_behind_another_window(self):
         self.start()
@@ -22,8 +22,8 @@ class Hotkeys(EndToEndCase):
         self.hides()
         self.other = self.open_another_window()
 
-    def strike(self, combination):
-        """Presses and releases the keys as fast as xdotool does by itself."""
+    def press_hotkey(self, combination):
+        """Presses and releases the keys as fast as xdotool can."""
         self.desktop.run("xdotool", "key", combination)
 
     def comes_up(self):
@@ -32,45 +32,45 @@ class Hotkeys(EndToEndCase):
 
     def goes_away(self):
         self.hides()
-        # Which window comes next is up to the window manager.
+        # The window manager decides which window becomes active.
         wait_until(lambda: self.desktop.activate(self.other), "the other window is active")
 
     def test_brings_the_window_up_with_every_key_that_is_typed(self):
         self.start_behind_another_window()
         typed = ""
         for _, letter in zip(range(ROUNDS), itertools.cycle(string.ascii_lowercase)):
-            self.strike(MAIN)
+            self.press_hotkey(MAIN)
             self.comes_up()
-            self.strike(letter)
+            self.press_hotkey(letter)
             typed += letter
             self.becomes(self.launcher.text, typed)
-            self.strike(MAIN)
+            self.press_hotkey(MAIN)
             self.goes_away()
         self.assertEqual(len(typed), ROUNDS)
 
     def test_hides_the_window_however_it_came_up(self):
         self.start()
-        self.strike(MAIN)
+        self.press_hotkey(MAIN)
         self.hides()
         self.start_again()
         self.other = self.open_another_window()
-        self.strike(MAIN)
+        self.press_hotkey(MAIN)
         self.hides()
 
     def test_brings_a_command_up(self):
         self.home.set_preferences({"pluginHotkeys/calc": "Ctrl+Alt+C"})
         self.start_behind_another_window()
-        self.strike("ctrl+alt+c")
+        self.press_hotkey("ctrl+alt+c")
         self.comes_up()
         self.becomes(self.launcher.badge, "calc")
         self.launcher.type("1+2")
         self.shows_titles("3")
         self.picture("calc")
 
-        # While the window shows, a command's hotkey leaves it there.
+        # If the window is visible, the hotkey of a command does not hide it.
         self.launcher.type("0")
         self.becomes(self.launcher.text, "1+20")
-        self.strike("ctrl+alt+c")
+        self.press_hotkey("ctrl+alt+c")
         self.becomes(self.launcher.text, "")
         self.assertEqual(self.launcher.badge(), "calc")
         self.assertTrue(self.launcher.is_visible())
@@ -78,7 +78,7 @@ class Hotkeys(EndToEndCase):
     def test_brings_a_page_up(self):
         self.home.set_preferences({"pluginHotkeys/todo": "Meta+F5"})
         self.start_behind_another_window()
-        self.strike("super+F5")
+        self.press_hotkey("super+F5")
         self.comes_up()
         self.becomes(self.launcher.badge, "todo")
         wait_until(lambda: find(self.launcher.content(), Atspi.Role.TREE), "the page shows")
@@ -89,21 +89,21 @@ class Hotkeys(EndToEndCase):
                                    "plugins/calc": "false"})
         self.start_behind_another_window()
         for freed in (MAIN, "ctrl+alt+c"):
-            self.strike(freed)
-        self.strike("ctrl+alt+k")
+            self.press_hotkey(freed)
+        self.press_hotkey("ctrl+alt+k")
         self.comes_up()
         self.assertEqual((self.launcher.badge(), self.launcher.text()), (None, ""))
-        self.strike("ctrl+alt+k")
+        self.press_hotkey("ctrl+alt+k")
         self.goes_away()
 
     def test_does_without_a_combination_that_another_program_holds(self):
-        # This one switches desktops in the window manager's standard configuration.
+        # The window manager's default configuration uses it to switch desktops.
         self.home.set_preferences({"globalHotkey": "Ctrl+Alt+Left",
                                    "pluginHotkeys/calc": "Ctrl+Alt+C"})
         self.start_behind_another_window()
         self.assertIn("another program holds", self.launcher.messages())
-        self.strike("ctrl+alt+Left")
-        self.strike("ctrl+alt+c")
+        self.press_hotkey("ctrl+alt+Left")
+        self.press_hotkey("ctrl+alt+c")
         self.comes_up()
         self.becomes(self.launcher.badge, "calc")
         self.assertIsNone(self.launcher.process.poll())
@@ -115,12 +115,12 @@ class Hotkeys(EndToEndCase):
         self.home.set_preferences(globalHotkey="F9")
         self.start_behind_another_window()
         self.desktop.hold("F9")
-        self.addCleanup(self.desktop.let_go, "F9")
+        self.addCleanup(self.desktop.release, "F9")
         self.comes_up()
         self.launcher.type("note")
         self.becomes(self.launcher.text, "note")
         self.shows_titles("Notepad")
-        self.desktop.let_go("F9")
+        self.desktop.release("F9")
         self.launcher.type("p")
         self.becomes(self.launcher.text, "notep")
         self.assertTrue(self.launcher.is_visible())
@@ -131,17 +131,17 @@ class Hotkeys(EndToEndCase):
         self.start_behind_another_window()
         for key in ("F9", "F8"):
             self.desktop.hold(key)
-            self.addCleanup(self.desktop.let_go, key)
+            self.addCleanup(self.desktop.release, key)
             self.comes_up()
             self.stays(lambda: self.desktop.active_window() == self.launcher.window,
                        "the launcher is active", HOLD_TIME)
-            self.desktop.let_go(key)
+            self.desktop.release(key)
             self.launcher.press("Escape")
             self.goes_away()
 
         self.desktop.hold("F9")
         self.comes_up()
-        self.desktop.let_go("F9")
+        self.desktop.release("F9")
         self.desktop.hold("F9")
         self.goes_away()
         self.stays(lambda: not self.launcher.is_visible(), "the window is hidden", HOLD_TIME)

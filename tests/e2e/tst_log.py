@@ -12,12 +12,12 @@ class Log(EndToEndCase):
         self.folder = self.home.data / "Vaskel"
 
     def lines(self):
-        """What is logged, by date and time, logger, level and text; midnight may begin a new file."""
+        """The lines as (date and time, logger, level, text), also across midnight."""
         text = "".join(path.read_text() for path in sorted(self.folder.glob("Vaskel_*.log")))
         return [line.split("] ", 3) for line in text.splitlines()]
 
     def names_of_today(self):
-        """The file of today, and that of tomorrow in case the day ends now."""
+        """The names of today's file, and of tomorrow's in case the day ends now."""
         today = datetime.date.today()
         return [self.folder / f"Vaskel_{day}.log"
                 for day in (today, today + datetime.timedelta(days=1))]

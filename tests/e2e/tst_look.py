@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 from case import EndToEndCase, main
 
-# Background of the page and of the title bar, and the frame of what has the focus.
+# Background of the page, background of the title bar, and frame of the focused control.
 DARK = ("#1e1e1e", "#2c2c2e", "#0a84ff")
 LIGHT = ("#f5f5f7", "#ffffff", "#0a84ff")
 
 
 class Look(EndToEndCase):
     def colors(self):
-        """What the screen shows of the window, in its margin, its title bar and its box's frame."""
+        """The colours on the screen in the window's margin, its title bar and its box's frame."""
         x, y, width, _ = self.launcher.geometry()
         return tuple(self.desktop.pixel(x + dx, y + dy)
                      for dx, dy in ((6, 60), (width // 2, 10), (width // 2, 36 + 8)))

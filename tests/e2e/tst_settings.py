@@ -13,11 +13,11 @@ class SettingsCase(EndToEndCase):
         super().setUp()
         self.start()
 
-    def open_page(self, word):
-        self.launcher.open_page(word, "Save")
+    def open_page(self, command):
+        self.launcher.open_page(command, "Save")
 
     def place(self):
-        """The row of the navigation that is current."""
+        """The current row of the navigation."""
         rows = children(self.launcher.control("Settings", Atspi.Role.LIST))
         return [row.get_name() for row in rows if has_state(row, Atspi.StateType.SELECTED)]
 
@@ -28,7 +28,7 @@ class SettingsCase(EndToEndCase):
         return self.launcher.text_of(self.launcher.control(name))
 
     def toggle(self, name):
-        """Changes a check box by keyboard."""
+        """Toggles a check box with the keyboard."""
         before = self.is_checked(name)
         self.launcher.tab_to(name)
         self.launcher.press("space")
@@ -40,7 +40,7 @@ class SettingsCase(EndToEndCase):
         self.becomes(lambda: self.text(name), text)
 
     def choose(self, current, key, expected):
-        """Changes a combo box, which is called by its current text, by one key."""
+        """Changes a combo box, whose name is its current text, with one key."""
         self.launcher.tab_to(current)
         self.launcher.press(key)
         wait_until(lambda: self.launcher.control(expected, Atspi.Role.COMBO_BOX),
@@ -51,7 +51,7 @@ class SettingsCase(EndToEndCase):
         self.launcher.press("space")
 
     def save(self, **expected):
-        """Saves the page by keyboard and waits until these preferences are stored."""
+        """Saves the page with the keyboard and waits until these preferences are stored."""
         self.press_button("Save")
         for key, value in expected.items():
             self.stores(key, value)
@@ -67,11 +67,11 @@ class SettingsCase(EndToEndCase):
 
 
 class Page(SettingsCase):
-    def test_opens_at_the_place_of_the_word(self):
-        for word, place in (("user", "User"), ("set", "Settings"), ("plugin", "Plugins")):
-            self.open_page(word)
+    def test_opens_at_the_page_of_the_command(self):
+        for command, place in (("user", "User"), ("set", "Settings"), ("plugin", "Plugins")):
+            self.open_page(command)
             self.becomes(self.place, [place])
-            self.picture(word)
+            self.picture(command)
 
     def test_opens_by_the_icon_in_the_box(self):
         self.launcher.tab_to("Open user management")
@@ -134,7 +134,7 @@ class Effects(SettingsCase):
         self.save(globalHotkey="Ctrl+Shift+F9")
         self.launcher.press("ctrl+shift+F9")
         self.hides()
-        # Were the old one still in force, it would bring the window up and the new one hide it.
+        # If the old hotkey still worked, it would show the window and the new one would hide it.
         self.launcher.press("ctrl+alt+space", "ctrl+shift+F9")
         wait_until(self.launcher.is_visible, "the window is back")
 
@@ -177,7 +177,7 @@ class Effects(SettingsCase):
         self.home.set_preferences({"pluginHotkeys/calc": "Ctrl+Shift+F8"})
         self.start()
         self.switch_calc("false")
-        # Were it still in force, it would bring the window up and the main one hide it.
+        # If the hotkey still worked, it would show the window and the main one would hide it.
         self.launcher.press("ctrl+shift+F8", "ctrl+alt+space")
         self.launcher.wait_until_ready()
         self.assertIsNone(self.launcher.badge())
@@ -189,7 +189,7 @@ class Effects(SettingsCase):
         self.becomes(self.launcher.badge, "calc")
 
     def switch_calc(self, value):
-        """Switches the plugin over to that on the page, and hides the window with an empty box."""
+        """Toggles the plugin's switch to this value on the page, and hides the window, box empty."""
         self.open_page("plugin")
         self.toggle("calc Enabled")
         self.save(**{"plugins/calc": value})
@@ -248,7 +248,7 @@ class Effects(SettingsCase):
         self.open_another_window()
         self.hides()
 
-    def test_program_starts_at_log_in_as_long_as_it_shall(self):
+    def test_program_starts_at_log_in_while_the_preference_is_on(self):
         entry = self.home.configuration / "autostart/Vaskel.desktop"
         self.open_page("user")
         self.assertFalse(entry.exists())
@@ -291,7 +291,7 @@ class Effects(SettingsCase):
         self.becomes(self.launcher.float_icon, (300, 80, 48, 48))
 
     def margin(self):
-        """The colour of the window beside its contents."""
+        """The colour of the window's margin."""
         x, y, _, _ = self.launcher.geometry()
         return self.desktop.pixel(x + 6, y + 60)
 

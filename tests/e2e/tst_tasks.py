@@ -8,12 +8,12 @@ from launcher import children, find, has_state
 from gi.repository import Atspi
 
 INDENTATION = 22
-UP, DOWN = 4, 5  # the wheel, as buttons
-TICK_BOX = 18  # from the left edge of a row to the middle of its box
+UP, DOWN = 4, 5  # mouse buttons of the wheel
+TICK_BOX = 18  # from the left edge of a row to the middle of its check box
 
 
 class TaskPage(EndToEndCase):
-    """Each step looks at the page and then, without waiting any longer, at the file."""
+    """Each step checks the page and then, without a further wait, the file."""
 
     def setUp(self):
         super().setUp()
@@ -45,7 +45,7 @@ class TaskPage(EndToEndCase):
                 if cell.get_role() == Atspi.Role.TABLE_CELL]
 
     def rows(self):
-        """The rows from top to bottom, as their level and title."""
+        """The rows from top to bottom, as pairs of level and title."""
         left = self.tree().get_extents(Atspi.CoordType.SCREEN).x
         return [((cell.get_extents(Atspi.CoordType.SCREEN).x - left) // INDENTATION,
                  cell.get_name()) for cell in self.cells()]
@@ -57,7 +57,7 @@ class TaskPage(EndToEndCase):
         return next((label.get_name() for label in find(self.launcher.content(), Atspi.Role.LABEL)
                      if "total" in label.get_name()), None)
 
-    # What the file holds
+    # What the file contains
 
     def tasks(self):
         return json.loads(self.file.read_text())
@@ -69,7 +69,7 @@ class TaskPage(EndToEndCase):
         return {task["title"]: task["completed"] for task in self.tasks()}
 
     def stored_path(self, title):
-        """The titles from the top down to the task."""
+        """The titles of the task and its ancestors, from the top down."""
         by_id = {task["id"]: task for task in self.tasks()}
         task, path = self.by_title()[title], []
         while task:
@@ -78,7 +78,7 @@ class TaskPage(EndToEndCase):
         return path
 
     def version(self):
-        """Changes with every write, also one of the same bytes."""
+        """Changes with every write, even of the same bytes."""
         status = self.file.stat()
         return status.st_ino, status.st_mtime_ns
 
@@ -89,7 +89,7 @@ class TaskPage(EndToEndCase):
         self.launcher.press("Return")
 
     def place(self, title):
-        """The row's place on the screen, once the tree is scrolled to it by the wheel."""
+        """Scrolls to the row with the wheel and returns its position on the screen."""
         tree = self.tree().get_extents(Atspi.CoordType.SCREEN)
 
         def seen():
@@ -114,7 +114,7 @@ class TaskPage(EndToEndCase):
         self.desktop.click(extents.x + extents.width // 2, extents.y + extents.height // 2)
 
     def choose(self, title, entry, picture=None):
-        """Chooses from the context menu of a row, whose entries are counted from 1."""
+        """Triggers an entry of the context menu of a row, counted from 1."""
         self.click_row(title, button=3)
         wait_until(lambda: len(self.launcher.windows()) == 2, "the menu opens")
         if picture:
@@ -148,7 +148,7 @@ class TaskPage(EndToEndCase):
         self.launcher.press("F2")
 
     def enter_title(self, title):
-        """Replaces the text of the editor, which no other part of the page would take like this."""
+        """Replaces the text of the editor; no other control of the page reacts to these keys."""
         self.launcher.press("ctrl+a", "BackSpace")
         self.launcher.type(title)
         self.launcher.press("Return")
@@ -190,8 +190,8 @@ class TaskPage(EndToEndCase):
         self.assertEqual(set(self.by_title()), {"Write to the bank", "Buy oats"})
         self.picture("renamed")
 
-        # A title of blanks is refused, and Escape leaves the editor and not the page. The last
-        # change shows that the earlier ones are over.
+        # A blank title is refused, and Escape closes the editor but not the page. The last change
+        # shows that the earlier steps are done.
         version = self.version()
         self.open_editor_by_double_click("Buy oats")
         self.enter_title(" ")
@@ -235,7 +235,7 @@ class TaskPage(EndToEndCase):
         self.shows(*enumerate(path, 1))
         self.assertEqual(self.version(), version)
 
-        # What is asked for after the refusal is done, and nothing else is.
+        # Only what follows the refusal has an effect.
         self.choose("1", 1)
         self.shows(*enumerate(path, 1), (2, "New Subtask"))
         self.assertEqual(self.stored_path("New Subtask"), ["1", "New Subtask"])
@@ -258,7 +258,7 @@ class TaskPage(EndToEndCase):
         every_row = ((1, "bank"), (2, "form"), (3, "stamp"), (1, "milk"))
         self.shows(*every_row)
 
-        # The last open child takes its parents with it.
+        # The last open child completes its ancestors.
         self.tick("stamp")
         self.shows((1, "milk"))
         self.assertEqual(self.states(), {"bank": True, "form": True, "stamp": True, "milk": False})
@@ -298,7 +298,7 @@ class TaskPage(EndToEndCase):
         self.assertEqual(self.states(), {"one": False, "two": True, "three": False})
         self.picture("keys")
 
-        # The keyboard goes on with the row that has moved up.
+        # The row that has moved up is now the current one.
         self.launcher.press("space")
         self.shows((1, "one"))
         self.assertEqual(self.states(), {"one": False, "two": True, "three": True})
@@ -322,7 +322,7 @@ class TaskPage(EndToEndCase):
         self.shows((1, "one"), (1, "two"))
         self.assertEqual(self.version(), version)
 
-        # Escape hides the window with the page in it.
+        # Escape hides the window without closing the page.
         self.launcher.press("Escape")
         self.hides()
         self.start_again()
@@ -339,7 +339,7 @@ class TaskPage(EndToEndCase):
         self.shows((1, "Call the bank"))
 
     def write_tasks(self, *titles_and_parents):
-        """Writes the file; a task's title is its id, and they were made in this order."""
+        """Writes the file; a task's title is its id, and the tasks are created in this order."""
         self.file.parent.mkdir(parents=True)
         self.file.write_text(json.dumps([
             {"id": title, "parentId": parent or "", "title": title,

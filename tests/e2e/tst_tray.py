@@ -6,7 +6,7 @@ from launcher import FocusLog
 from gi.repository import Atspi
 
 ENTRIES = ["Show", "Settings", "Restart", "Quit"]
-FOCUS_LOSS_TIME = 0.5  # seconds; more than the toolkit takes
+FOCUS_LOSS_TIME = 0.5  # seconds; longer than the toolkit's delay
 
 
 class TrayCase(EndToEndCase):
@@ -22,7 +22,7 @@ class TrayCase(EndToEndCase):
 
     def click_icon(self, button=1):
         x, y, width, height = self.desktop.geometry(self.icon())
-        # Never twice at the same place, which might make it a double click.
+        # Alternate between two positions: two clicks at one would be a double click.
         self.place = 1 - self.place
         self.desktop.click(x + width // 4 + self.place * width // 2, y + height // 2, button)
 
@@ -41,18 +41,19 @@ class Tray(TrayCase):
         self.icon()
 
     def menu(self):
-        """The menu's window, or an empty list. It is the only one that is as small."""
+        """The menu's window in a list, or an empty list. No other window is as small."""
         return [window for window in self.launcher.windows()
                 if self.desktop.geometry(window)[2] < 400]
 
     def open_menu(self):
-        # The toolkit takes note of a lost focus a tenth of a second late, and closes its menus then.
+        # The toolkit reports a lost focus with a delay of a tenth of a second, and then closes its
+        # menus.
         self.stays(lambda: not self.menu(), "no menu is open", FOCUS_LOSS_TIME)
         self.click_icon(button=3)
         wait_until(self.menu, "the menu opens")
 
     def walk_to(self, entry):
-        """Goes down in the menu to an entry and returns the names of all on the way."""
+        """Moves down in the menu to an entry and returns the names of all entries on the way."""
         with FocusLog(Atspi.Role.MENU_ITEM) as log:
             for count in range(1, ENTRIES.index(entry) + 2):
                 self.launcher.press("Down")
@@ -72,7 +73,7 @@ class Tray(TrayCase):
         width, height = self.desktop.geometry(self.icon())[2:]
         self.assertTrue(16 <= width <= 64 and 16 <= height <= 64)
         self.picture("icon")
-        # What is drawn there is the program's icon, which is blue and white.
+        # The tray shows the program's icon, which is blue and white.
         colours = self.desktop.colours(self.icon())
         blue = sum(count for (r, g, b), count in colours.items() if b > 150 and b > r + 60)
         self.assertGreater(blue, width * height // 4, colours)

@@ -11,15 +11,15 @@ import threading
 from case import EndToEndCase, main
 from desktop import wait_until
 
-from gi.repository import Atspi  # behind desktop, which names the version
+from gi.repository import Atspi  # after desktop, which selects the version
 
 ARCHITECTURE = {"x86_64": "amd64", "aarch64": "arm64"}.get(platform.machine(), platform.machine())
-QUESTION = WARNING = Atspi.Role.ALERT  # what Qt calls all message boxes
+QUESTION = WARNING = Atspi.Role.ALERT  # the role of all Qt message boxes
 SIZE = 100_000_000
 
 
 class Server:
-    """An update server. Each path is answered by the function that a case sets for it."""
+    """An update server. A case sets a function that answers each path."""
 
     CHECK = f"/api/v1/update/latest?platform=linux&arch={ARCHITECTURE}"
 
@@ -59,13 +59,13 @@ class Server:
         self.answers[path] = send
 
     def answer_in_two_halves(self, path, size, may_go_on):
-        """Sends half of so many zeros, and the rest when the event is set."""
+        """Sends half of this many zeros, and the rest once the event is set."""
         def send(request):
             request.send_response(200)
             request.send_header("Content-Length", str(size))
             request.end_headers()
             rest = self.send_zeros(request, size, down_to=size // 2)
-            # Qt reports what has come only when more comes.
+            # Qt reports received data only when more arrives.
             while not may_go_on.wait(0.05):
                 rest = self.send_zeros(request, rest, down_to=rest - 1)
             self.send_zeros(request, rest, down_to=0)
@@ -87,7 +87,7 @@ class Update(EndToEndCase):
         super().setUp()
         self.server = Server()
         self.addCleanup(self.server.close)
-        # A copy, since it is going to replace itself.
+        # Run a copy, because it replaces itself.
         folder = self.home.folder / "my programs"
         folder.mkdir()
         self.copy = folder / "Vaskel"
@@ -130,7 +130,7 @@ class Update(EndToEndCase):
         self.addCleanup(self.kill_all)
         wait_until(lambda: self.launcher.processes() not in ([], [old]), "the new version runs")
         self.assertEqual(self.copy.read_bytes(), new)
-        # It counts as the running instance: a second start ends at once.
+        # It is the primary instance: a second start ends at once.
         self.becomes(self.temporary_files, [])
         self.assertEqual(self.launcher.start_process().wait(60), 0)
 
@@ -154,7 +154,7 @@ class Update(EndToEndCase):
         self.addCleanup(may_go_on.set)
         self.server.answer_in_two_halves("/new", SIZE, may_go_on)
         self.server.offer()
-        # A folder in the script's place: the download ends, and the program runs on.
+        # A folder takes the script's name: the download ends, but the program runs on.
         (self.home.folder / "tmp/Vaskel_updater.bat").mkdir()
         self.start()
         self.wait_for_the_question()
@@ -241,7 +241,7 @@ class Update(EndToEndCase):
                 if path.name.startswith("Vaskel_")]
 
     def memory(self, field="VmRSS"):
-        """In kilobytes."""
+        """A size of the process in kilobytes."""
         with open(f"/proc/{self.launcher.process.pid}/status") as status:
             return next(int(line.split()[1]) for line in status if line.startswith(field))
 

@@ -7,7 +7,7 @@ from gi.repository import Atspi
 
 
 def is_near(geometry, expected):
-    """The same size, and the place but for the way that the pointer goes before a drag begins."""
+    """Whether the sizes are equal and the positions differ at most by the start of a drag."""
     return geometry[2:] == expected[2:] and \
         all(abs(a - b) < 25 for a, b in zip(geometry[:2], expected[:2]))
 
@@ -78,13 +78,13 @@ class Window(EndToEndCase):
                                lambda: self.launcher.geometry()[2] != width):
             self.becomes(self.launcher.geometry, (x, y, width + 100, height))
 
-        # Its height then is no limit for the next rows.
+        # That height does not limit the next rows.
         self.launcher.empty_box()
         self.becomes(lambda: self.launcher.geometry()[3], full)
         self.assertLessEqual(abs(self.launcher.geometry()[2] - (width + 100)), 1)
 
     def settled_geometry(self):
-        """The geometry once the window has fitted itself to its rows."""
+        """The geometry after the window has adapted to its rows."""
         wait_until(lambda: self.launcher.row_count() > 0, "rows show")
         last = None
 

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Vaskel.exe under wine: its home, and what a user sees of it and does with it.
+"""Vaskel.exe under wine: its home, and what a user sees and does.
 
-What the Linux tests learn from the accessibility bus the reader tells here, in windows/reader.cpp,
-so that all of the launcher's reading and clicking serves for Windows too. These variables name what
-a test takes: VASKEL_WINE_PREFIX, VASKEL_MAKELINK, VASKEL_RECORDER and VASKEL_READER.
+The reader in windows/reader.cpp reports what the Linux tests read from the accessibility bus, so
+that Windows shares the rest of the launcher's methods. Needs these variables: VASKEL_WINE_PREFIX,
+VASKEL_MAKELINK, VASKEL_RECORDER and VASKEL_READER.
 """
 
 import collections
@@ -20,12 +20,12 @@ from launcher import Launcher
 
 WITH_WINE = pathlib.Path(__file__).resolve().parent.parent / "support/with-wine"
 PREFERENCES = r"HKEY_CURRENT_USER\Software\Vaskel\Vaskel"
-# The font of Windows' messages, which stands in for those that each Windows has and wine has not;
-# that of wine itself is not found by its name.
+# The message font replaces fonts that each Windows has and wine lacks; wine's own default is not
+# found by its name.
 FONT = struct.pack("<5i8B64s", -12, 0, 0, 0, 400, 0, 0, 0, 0, 0, 0, 0, 0,
                    "DejaVu Sans".encode("utf-16-le"))
 
-# The numbers of UI Automation.
+# Control types of UI Automation.
 ROLES = {50000: Atspi.Role.PUSH_BUTTON, 50002: Atspi.Role.CHECK_BOX, 50003: Atspi.Role.COMBO_BOX,
          50004: Atspi.Role.TEXT, 50007: Atspi.Role.LIST_ITEM, 50008: Atspi.Role.LIST,
          50009: Atspi.Role.POPUP_MENU, 50011: Atspi.Role.MENU_ITEM, 50020: Atspi.Role.LABEL,
@@ -38,7 +38,7 @@ Extents = collections.namedtuple("Extents", "x y width height")
 
 
 class Element:
-    """A control as the reader told of it, with the calls of the accessibility library."""
+    """A control as the reader reports it, with the methods of the accessibility library."""
 
     def __init__(self, facts, parent=None):
         self.facts = facts
@@ -67,17 +67,17 @@ class Element:
         return self
 
     def contains(self, state):
-        # Nothing is told of what does not show.
+        # The reader reports visible controls only.
         return state == Atspi.StateType.SHOWING or bool(self.facts[STATES[state]])
 
 
 class Windows:
-    """What the program runs on; case.Linux is the other one."""
+    """The system that the program runs on; case.Linux is the other one."""
 
     def __init__(self):
         self.prefix = pathlib.Path(os.environ["VASKEL_WINE_PREFIX"])
         self.screen = os.environ.get("VASKEL_SCREEN", "1600x1200")
-        # What outlives an earlier run for a moment would take new programs to its screen.
+        # Processes left from an earlier run would keep new programs on their screen.
         for order in ("--kill", "--wait"):
             subprocess.run(["wineserver", order], stderr=subprocess.DEVNULL, timeout=PATIENCE,
                            env=os.environ | {"WINEPREFIX": str(self.prefix / "wine")})
@@ -98,7 +98,7 @@ class Windows:
 
 
 class WineHome:
-    """A Windows with its user, in a folder that is kept from one run to the next."""
+    """A Windows with its user, in a folder that is kept between runs."""
 
     def __init__(self, desktop, prefix):
         self.folder = prefix
@@ -109,7 +109,7 @@ class WineHome:
         drive = prefix / "wine/drive_c"
         self._menu = drive / "ProgramData/Microsoft/Windows/Start Menu/Programs"
         self._links = []
-        # The first program makes the drive.
+        # The first program that runs creates the drive.
         self.run("reg", "add", r"HKCU\Control Panel\Desktop\WindowMetrics", "/f", "/v",
                  "MessageFont", "/t", "REG_BINARY", "/d", FONT.hex())
         user = next(user for user in (drive / "users").iterdir() if user.name != "Public")
@@ -124,14 +124,14 @@ class WineHome:
         return [str(WITH_WINE), "--prefix", str(self.folder), *options, *map(str, arguments)]
 
     def run(self, *arguments):
-        """What a Windows program prints."""
+        """Runs a Windows program and returns its output."""
         output = subprocess.run(self.command(*arguments), env=os.environ | self._variables,
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                 stderr=subprocess.DEVNULL, timeout=PATIENCE).stdout
         return output.decode("utf-8", "replace").replace("\r", "")
 
     def add_recorder(self, name, file=None):
-        """A link in the start menu to a program that notes how it was started; recorded(file) tells."""
+        """Adds a link to a program that records its start; recorded(file) returns the record."""
         target = self.records / (file or name.lower())
         self.run(os.environ["VASKEL_MAKELINK"], name, f"Z:{os.environ['VASKEL_RECORDER']}",
                  f"Z:{target}")
@@ -145,19 +145,19 @@ class WineHome:
         return self.add_recorder(name)
 
     def recorded(self, file):
-        """The lines that the recorder wrote, or None as long as it did not run."""
+        """The lines of the recorder, or None until it has run."""
         path = self.records / file
         return path.read_text("utf-8").splitlines() if path.exists() else None
 
     def set_preferences(self, preferences=(), **more):
-        """Writes the preferences, whose keys may have a group in front, as in "plugins/calc"."""
+        """Writes the preferences; a key may have a group in front, as in "plugins/calc"."""
         for key, value in (dict(preferences) | more).items():
             group, _, name = key.rpartition("/")
             path = "\\".join([PREFERENCES, group] if group else [PREFERENCES])
             self.run("reg", "add", path, "/f", "/v", name, "/d", str(value))
 
     def preferences(self):
-        """What is stored, by the keys of the program."""
+        """The stored preferences, by the keys of the program."""
         found, group = {}, ""
         for line in self.run("reg", "query", PREFERENCES, "/s").splitlines():
             if line.startswith("HKEY"):
@@ -171,7 +171,7 @@ class WineHome:
         return json.loads((self.data / "Vaskel/pins.json").read_text("utf-8"))
 
     def remove(self):
-        """Leaves nothing of a case."""
+        """Removes everything that a case has created."""
         for link in self._links:
             link.unlink(missing_ok=True)
         self._links.clear()
@@ -182,7 +182,7 @@ class WineHome:
 
 
 class Reader:
-    """The process that tells what the program shows."""
+    """The process that reports what the program shows."""
 
     def __init__(self, home, environment):
         command = home.command(os.environ["VASKEL_READER"], "Vaskel.exe",
@@ -243,8 +243,8 @@ class WineLauncher(Launcher):
         self.take_keyboard()
 
     def take_keyboard(self):
-        """Clicks behind the text. Wine sometimes gives the keys of the screen to nobody after its
-        taskbar or a hotkey was used, although the right window has its focus."""
+        """Clicks behind the text. Wine sometimes sends keys to no window after its taskbar or a
+        hotkey was used, although the right window has the focus."""
         x, y, width, height = self._edit().get_extents(Atspi.CoordType.SCREEN)
         self.desktop.click(x + width - 8, y + height // 2)
 
@@ -270,14 +270,14 @@ class WineLauncher(Launcher):
         if not bar:
             return None
         x, y, width, height = bar
-        # Wine draws the icons itself, the first one at the end of its bar.
+        # Wine draws the icons itself and puts the first one at the end of its bar.
         place = (x + width - height, y, height, height)
         pixels = self.desktop.pixels(*place)
         blue = sum(b > 150 and b > r + 60 for r, b in zip(pixels[::3], pixels[2::3]))
         return place if blue > height * height // 4 else None
 
     def menu(self):
-        """The entries of the menu that is open, with their places."""
+        """The entries of the open menu with their geometry."""
         for window in self._all_windows():
             if window["root"]["class"] == "QMenu":
                 return {entry["name"]: entry["rect"] for entry in window["root"]["children"]
@@ -285,7 +285,7 @@ class WineLauncher(Launcher):
         return {}
 
     def choose(self, name):
-        """Clicks an entry of the menu that opens."""
+        """Clicks an entry of the menu once it is open."""
         x, y, width, height = wait_until(self.menu, "the menu opens")[name]
         self.desktop.click(x + width // 2, y + height // 2)
         wait_until(lambda: not self.menu(), "the menu closes")
@@ -307,7 +307,7 @@ class WineLauncher(Launcher):
 
     def application(self):
         root = dict.fromkeys(["name", "type", "class", "rect", *STATES.values()])
-        # A window is no control, though it says that it takes the focus.
+        # A window is no control, although it reports that it can have the focus.
         windows = [window["root"] | {"takesFocus": False} for window in self.windows()]
         return Element(root | {"children": windows})
 
@@ -315,7 +315,7 @@ class WineLauncher(Launcher):
         try:
             return super().focused()
         except NotYet:
-            # With the focus in a list only its current row tells of it, as it always does.
+            # A list with the focus reports it only for its current row.
             rows = [found for found in self.everything() if found.contains(Atspi.StateType.FOCUSED)
                     and found.get_role() in (Atspi.Role.LIST_ITEM, Atspi.Role.TABLE_CELL)]
             if not rows:
@@ -341,7 +341,7 @@ class WineLauncher(Launcher):
         return window["root"]["class"] == "FloatIcon"
 
     def _scale(self):
-        return 1  # Windows is told the screen's own pixels
+        return 1  # the reader reports physical pixels
 
     def _own_geometry(self):
         return self.geometry()

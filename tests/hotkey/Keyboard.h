@@ -5,31 +5,30 @@
 
 #include <memory>
 
-/// Keys as a user types them, a window that gets those that are nobody's hotkey, and another
-/// program that holds hotkeys too. Key sequences are those of QKeySequence::PortableText.
+/// A user's keyboard, a window that gets the keys that are no hotkey, and another program with
+/// hotkeys. Key sequences are in QKeySequence::PortableText form.
 class Keyboard
 {
 public:
-    /// Best kept for all cases of a test: a window manager moves the focus when the window goes.
+    /// Keep it for all cases of a test: the window manager moves the focus when the window closes.
     Keyboard();
     ~Keyboard();
     Q_DISABLE_COPY_MOVE(Keyboard)
 
-    /// Gives the window the focus, lets the other program go of everything, and forgets what the
-    /// window received.
+    /// Focuses the window, removes the other program's hotkeys, and clears the received keys.
     void reset();
     /// Whether the window has the focus.
     bool isReady() const;
 
     void type(const QString &sequence);
-    /// How many presses of the sequence's key the window has received since the reset.
+    /// How many presses of the sequence's key the window has received since reset().
     int received(const QString &sequence);
 
-    /// Has the other program hold a hotkey; false if it is refused.
-    bool take(const QString &sequence);
-    void giveBack(const QString &sequence);
+    /// Registers a hotkey for the other program; false if the system refuses it.
+    bool grabHotkey(const QString &sequence);
+    void releaseHotkey(const QString &sequence);
 
-    /// Whether the message, as a native event filter gets it, is the press of a key.
+    /// Whether the message of a native event filter is a key press.
     static bool isPress(const void *message);
 
 private:

@@ -23,7 +23,7 @@ QKeyCombination combinationOf(const QString &sequence)
     return QKeySequence(sequence, QKeySequence::PortableText)[0];
 }
 
-/// Keeps the keys that come to it.
+/// Records the keys that it receives.
 class Window : public QWidget
 {
 public:
@@ -35,7 +35,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent *) override { wasClicked = true; }
 };
 
-// The number of a key is its code for letters, digits and the space bar.
+// The virtual-key codes of letters, digits and the space bar equal Qt's key codes.
 UINT codeOf(QKeyCombination combination)
 {
     return UINT(combination.key());
@@ -47,7 +47,7 @@ UINT modifiersOf(QKeyCombination combination)
            | (combination.keyboardModifiers() & Qt::AltModifier ? UINT(MOD_ALT) : 0U);
 }
 
-/// A program that holds, or would hold, one hotkey.
+/// A program that tries to register one hotkey.
 class Holder
 {
 public:
@@ -124,8 +124,8 @@ bool Keyboard::isReady() const
     return d->window.wasClicked && d->window.isActiveWindow();
 }
 
-// With a key behind it that is nobody's hotkey, so that all before it has had its effect. What is
-// posted for a hotkey comes before what is typed.
+// Types a further key that is no hotkey. Once that arrives, all keys before it have had their
+// effect: hotkey messages are posted before typed keys.
 void Keyboard::type(const QString &sequence)
 {
     const auto ends = [this] {
@@ -148,7 +148,7 @@ int Keyboard::received(const QString &sequence)
     return int(d->window.keys.count(combinationOf(sequence).key()));
 }
 
-bool Keyboard::take(const QString &sequence)
+bool Keyboard::grabHotkey(const QString &sequence)
 {
     const auto holder = std::make_shared<Holder>(sequence);
     const bool hasAnswered = QTest::qWaitFor(
@@ -163,7 +163,7 @@ bool Keyboard::take(const QString &sequence)
     return isHolding;
 }
 
-void Keyboard::giveBack(const QString &sequence)
+void Keyboard::releaseHotkey(const QString &sequence)
 {
     d->holders.remove(sequence);
 }

@@ -71,12 +71,12 @@ int Keyboard::received(const QString &sequence)
     return d->other.received(keyOf(sequence));
 }
 
-bool Keyboard::take(const QString &sequence)
+bool Keyboard::grabHotkey(const QString &sequence)
 {
     return d->other.grab(keyOf(sequence), modifiersOf(sequence));
 }
 
-void Keyboard::giveBack(const QString &sequence)
+void Keyboard::releaseHotkey(const QString &sequence)
 {
     d->other.ungrab(keyOf(sequence), modifiersOf(sequence));
 }

@@ -24,24 +24,24 @@ private Q_SLOTS:
     void cleanup();
 
     void hasNoHotkeyAtFirst();
-    void tellsThePressOfTheMainHotkey();
+    void emitsActivatedForTheMainHotkey();
     void replacesTheMainHotkey();
     void leavesNoMainHotkeyFor_data();
     void leavesNoMainHotkeyFor();
     void registersTheSameMainHotkeyAnew();
     void keepsTheOneMainHotkeyObject();
     void reportsAMainHotkeyThatIsTaken();
-    void tellsTheCommandOfAPluginHotkey_data();
-    void tellsTheCommandOfAPluginHotkey();
-    void makesNoPluginHotkeyOf_data();
-    void makesNoPluginHotkeyOf();
+    void emitsTheCommandOfAPluginHotkey_data();
+    void emitsTheCommandOfAPluginHotkey();
+    void registersNoPluginHotkeyFor_data();
+    void registersNoPluginHotkeyFor();
     void registersNoPluginHotkeyForAnUnreadableSequence();
     void sharesASequenceBetweenMainAndPlugin();
     void reportsAPluginHotkeyThatIsTakenAndClearsIt();
-    void keepsTheOlderPluginHotkeyOfAWord();
+    void keepsTheOlderPluginHotkeyOfACommand();
     void clearsPluginHotkeysAndLeavesTheMainOne();
-    void signalsFromTheEventLoopAlone();
-    void releasesEverythingInTheEnd();
+    void emitsFromTheEventLoop();
+    void unregistersAllHotkeysWhenDestroyed();
 
 private:
     qsizetype hotkeyCount() const { return m_hotkey->findChildren<QHotkey *>().size(); }
@@ -56,7 +56,7 @@ namespace {
 const QString space = u"Ctrl+Alt+Space"_s;
 const QString letter = u"Ctrl+Alt+C"_s;
 
-/// Asks for a value at each key press that the native event filters are shown.
+/// Reads a value at each key press that reaches the native event filters.
 class KeyPressFilter : public QAbstractNativeEventFilter
 {
 public:
@@ -103,9 +103,9 @@ void tst_GlobalHotkey::cleanup()
 
 bool tst_GlobalHotkey::isFree(const QString &sequence)
 {
-    const bool isTaken = m_keyboard->take(sequence);
+    const bool isTaken = m_keyboard->grabHotkey(sequence);
     if (isTaken) {
-        m_keyboard->giveBack(sequence);
+        m_keyboard->releaseHotkey(sequence);
     }
     return isTaken;
 }
@@ -117,7 +117,7 @@ void tst_GlobalHotkey::hasNoHotkeyAtFirst()
     QVERIFY(m_hotkey->findChild<QHotkey *>()->shortcut().isEmpty());
 }
 
-void tst_GlobalHotkey::tellsThePressOfTheMainHotkey()
+void tst_GlobalHotkey::emitsActivatedForTheMainHotkey()
 {
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
     QSignalSpy command(m_hotkey.get(), &GlobalHotkey::commandActivated);
@@ -191,17 +191,17 @@ void tst_GlobalHotkey::keepsTheOneMainHotkeyObject()
 
 void tst_GlobalHotkey::reportsAMainHotkeyThatIsTaken()
 {
-    QVERIFY(m_keyboard->take(space));
+    QVERIFY(m_keyboard->grabHotkey(space));
     QVERIFY(m_hotkey->setMainHotkey(letter));
 
     QVERIFY(!m_hotkey->setMainHotkey(space));
     QVERIFY2(isFree(letter), "the old hotkey does not come back");
 
-    m_keyboard->giveBack(space);
+    m_keyboard->releaseHotkey(space);
     QVERIFY2(isFree(space), "nothing tries again");
 }
 
-void tst_GlobalHotkey::tellsTheCommandOfAPluginHotkey_data()
+void tst_GlobalHotkey::emitsTheCommandOfAPluginHotkey_data()
 {
     QTest::addColumn<QString>("command");
 
@@ -209,7 +209,7 @@ void tst_GlobalHotkey::tellsTheCommandOfAPluginHotkey_data()
     QTest::newRow("upper case and blanks, as they stand") << u" Calc 1 "_s;
 }
 
-void tst_GlobalHotkey::tellsTheCommandOfAPluginHotkey()
+void tst_GlobalHotkey::emitsTheCommandOfAPluginHotkey()
 {
     QFETCH(const QString, command);
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
@@ -223,7 +223,7 @@ void tst_GlobalHotkey::tellsTheCommandOfAPluginHotkey()
     QCOMPARE(activated.count(), 0);
 }
 
-void tst_GlobalHotkey::makesNoPluginHotkeyOf_data()
+void tst_GlobalHotkey::registersNoPluginHotkeyFor_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("sequence");
@@ -232,7 +232,7 @@ void tst_GlobalHotkey::makesNoPluginHotkeyOf_data()
     QTest::newRow("an empty command") << QString() << letter;
 }
 
-void tst_GlobalHotkey::makesNoPluginHotkeyOf()
+void tst_GlobalHotkey::registersNoPluginHotkeyFor()
 {
     QFETCH(const QString, command);
     QFETCH(const QString, sequence);
@@ -266,7 +266,7 @@ void tst_GlobalHotkey::sharesASequenceBetweenMainAndPlugin()
 
 void tst_GlobalHotkey::reportsAPluginHotkeyThatIsTakenAndClearsIt()
 {
-    QVERIFY(m_keyboard->take(letter));
+    QVERIFY(m_keyboard->grabHotkey(letter));
 
     QVERIFY(!m_hotkey->registerPluginHotkey(u"calc"_s, letter));
     QCOMPARE(hotkeyCount(), 2);
@@ -274,7 +274,7 @@ void tst_GlobalHotkey::reportsAPluginHotkeyThatIsTakenAndClearsIt()
     QCOMPARE(hotkeyCount(), 1);
 }
 
-void tst_GlobalHotkey::keepsTheOlderPluginHotkeyOfAWord()
+void tst_GlobalHotkey::keepsTheOlderPluginHotkeyOfACommand()
 {
     QSignalSpy command(m_hotkey.get(), &GlobalHotkey::commandActivated);
     QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, letter));
@@ -303,11 +303,11 @@ void tst_GlobalHotkey::clearsPluginHotkeysAndLeavesTheMainOne()
     m_hotkey->clearPluginHotkeys();
 }
 
-void tst_GlobalHotkey::signalsFromTheEventLoopAlone()
+void tst_GlobalHotkey::emitsFromTheEventLoop()
 {
     int count = 0;
     connect(m_hotkey.get(), &GlobalHotkey::activated, this, [&count] { ++count; });
-    // Of several filters the oldest comes last, so this one sees each press after QHotkey did.
+    // The oldest filter is called last, so this one gets each press after QHotkey.
     const KeyPressFilter filter([&count] { return count; });
     QVERIFY(m_hotkey->setMainHotkey(space));
 
@@ -316,7 +316,7 @@ void tst_GlobalHotkey::signalsFromTheEventLoopAlone()
     QCOMPARE(filter.values(), QList<int>{0});
 }
 
-void tst_GlobalHotkey::releasesEverythingInTheEnd()
+void tst_GlobalHotkey::unregistersAllHotkeysWhenDestroyed()
 {
     QVERIFY(m_hotkey->setMainHotkey(space));
     QVERIFY(m_hotkey->registerPluginHotkey(u"calc"_s, letter));

@@ -2,7 +2,7 @@
 //
 // usage: timeout /t SECONDS /nobreak
 //
-// In the place of Windows' own, which wine lacks.
+// Replaces the command of this name, which wine lacks.
 
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The Debian package: checked, installed in a tree of its own, run there, and removed.
+"""Checks the Debian package, installs it in a separate tree, runs the program and removes it.
 
 usage: tst_debian.py PACKAGE-FOLDER PICTURE-FOLDER [unittest's own]
 """
@@ -25,7 +25,7 @@ SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
 
 
 def package():
-    """The one package that is there."""
+    """The only package in the folder."""
     packages = list(FOLDER.glob("*.deb"))
     assert len(packages) == 1, f"in {FOLDER}: {packages}"
     return packages[0]
@@ -37,7 +37,7 @@ def field(name):
 
 
 class Tree:
-    """A system to install in: empty, but for the knowledge of what is installed on this machine."""
+    """An empty system to install in, with this machine's dpkg database."""
 
     def __init__(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-tree-"))
@@ -47,14 +47,14 @@ class Tree:
         shutil.copy("/var/lib/dpkg/status", self.database)
 
     def dpkg(self, *arguments):
-        # Whoever is not root only seems to give the files to root.
+        # Without root, fakeroot pretends that root owns the files.
         fake = [] if os.geteuid() == 0 else ["fakeroot"]
         return subprocess.run([*fake, "dpkg", f"--root={self.folder}", "--force-not-root",
                                "--force-bad-path", "--log=/dev/null", *arguments], text=True,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
     def files(self):
-        """What lies in it besides dpkg's own."""
+        """Its files except dpkg's own."""
         return {str(path.relative_to(self.folder)) for path in self.folder.rglob("*")
                 if not path.is_relative_to(self.database) and not path.is_dir()}
 
@@ -132,7 +132,7 @@ class Package(EndToEndCase):
 
     def test_runs_from_the_menu_and_finds_itself_there(self):
         self.install()
-        # What the program needs besides comes from this machine.
+        # Everything else that the program needs comes from this machine.
         tree = self.tree.folder
         self.launcher.environment["PATH"] = f"{tree}/usr/bin:{self.launcher.environment['PATH']}"
         self.launcher.environment["XDG_DATA_DIRS"] = f"{tree}/usr/share:{self.home.system}"

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The installer and the zip archive for Windows, under wine.
+"""Tests the Windows installer and the zip archive under wine.
 
 usage: tst_windows.py PACKAGE-FOLDER PICTURE-FOLDER with-wine PREFIX Everything64.dll [unittest's own]
 """
@@ -26,11 +26,11 @@ RUN = USER + r"\Microsoft\Windows\CurrentVersion\Run"
 PREFERENCES = USER + r"\Vaskel\Vaskel"
 
 
-SERVER = "http://127.0.0.1:8080"  # which the program asks if its build is not told otherwise
+SERVER = "http://127.0.0.1:8080"  # the default address of a build
 
 
 class UpdateServer:
-    """Offers a program once. Its address has as many letters as SERVER."""
+    """Offers a program once. Its address replaces SERVER in the executable, so it is as long."""
 
     def __init__(self, program):
         server = self
@@ -70,7 +70,7 @@ class UpdateServer:
 
 
 def package(ending):
-    """The one package of this kind."""
+    """The only package with this suffix."""
     found = list(packages.glob(f"Vaskel-*{ending}"))
     assert len(found) == 1, f"in {packages}: {found}"
     return found[0]
@@ -82,7 +82,7 @@ def wine(*command, desktop=False):
 
 
 def run(*command, desktop=False):
-    """The exit status of a Windows program that ends by itself."""
+    """Runs a Windows program that ends by itself and returns its exit status."""
     return subprocess.run(wine(*command, desktop=desktop), timeout=PATIENCE, check=False,
                           stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode
 
@@ -97,7 +97,7 @@ def windows(title):
 
 
 def launcher_is_shown():
-    """The floating icon bears the same name as the window, and is small."""
+    """Ignores the floating icon, which has the same name but is small."""
     shapes = [subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True,
                              check=False).stdout for window in windows("Vaskel")]
     return any(int(line.split()[1]) >= 720 for shape in shapes for line in shape.splitlines()
@@ -105,7 +105,7 @@ def launcher_is_shown():
 
 
 def registry():
-    """What is under HKEY_CURRENT_USER\\Software, but for wine's own: {key: {name: value}}."""
+    """HKEY_CURRENT_USER\\Software without wine's own keys, as {key: {name: value}}."""
     with tempfile.NamedTemporaryFile(dir=prefix, suffix=".reg") as file:
         run("reg", "export", USER, f"Z:{file.name}", "/y")
         text = pathlib.Path(file.name).read_text("utf-16")
@@ -127,7 +127,7 @@ def values(key):
 
 
 class WindowsPackages(unittest.TestCase):
-    """Each case begins and ends with a user who has none of Vaskel."""
+    """Each case starts and ends without any trace of Vaskel in the user's folders and registry."""
 
     def setUp(self):
         if not (prefix / "ready").exists():
@@ -147,7 +147,7 @@ class WindowsPackages(unittest.TestCase):
         self.addCleanup(self.report_failure)
 
     def provide_timeout(self):
-        """The program by which an update waits for the end of the old one."""
+        """Installs the program with which the update script waits."""
         program = self.drive / "windows/system32/timeout.exe"
         if not program.exists():
             source = pathlib.Path(__file__).with_name("timeout.cpp")
@@ -189,20 +189,20 @@ class WindowsPackages(unittest.TestCase):
         return "C:\\" + str(path.relative_to(self.drive)).replace("/", "\\")
 
     def command(self, program):
-        """The program's path, which wine would else take for one of another drive."""
+        """The Windows path with forward slashes; wine looks for other forms on another drive."""
         return self.windows_path(program).replace("\\", "/")
 
     def install(self, *options):
         self.assertEqual(run(self.command(self.installer), "/S", *options), 0)
 
     def uninstall(self, folder):
-        # It goes on as a copy of itself, so that it can remove its own file.
+        # The uninstaller continues as a copy, so that it can remove its own file.
         self.assertEqual(run(self.command(folder / "Uninstall.exe"), "/S"), 0)
         self.wait_until(lambda: UNINSTALL not in registry(), "the uninstaller has done its work")
 
     def files(self):
-        """What the user's folders hold, but for the uninstaller's copy of itself, which Windows
-        removes at its next start."""
+        """The files in the user's folders, except the uninstaller's copy of itself: Windows removes
+        that at its next start."""
         found = {str(path.relative_to(self.user)) for path in self.user.rglob("*")
                  if not path.is_dir()}
         return {path for path in found if "Temp/~nsu" not in path}
@@ -225,7 +225,7 @@ class WindowsPackages(unittest.TestCase):
                 if path.is_file()}
 
     def portable(self):
-        """The files of the zip archive, unpacked."""
+        """Unpacks the zip archive and returns its files."""
         folder = self.downloads / "a folder"
         with zipfile.ZipFile(package(".zip")) as archive:
             archive.extractall(folder)
@@ -255,8 +255,7 @@ class WindowsPackages(unittest.TestCase):
         self.assertEqual(int(entry["EstimatedSize"].removeprefix("dword:"), 16),
                          len(installed["Vaskel.exe"]) // 1024)
 
-        # What the program itself takes for its file is what it starts at log-in, and what an update
-        # replaces.
+        # Auto-start and update use the path that the program has for its own file.
         run("reg", "add", PREFERENCES, "/f", "/v", "autoStart", "/d", "true")
         self.data.mkdir()
         tasks = self.data / "todo.json"
@@ -270,7 +269,7 @@ class WindowsPackages(unittest.TestCase):
         self.assertEqual(run("start", "/wait", self.windows_path(self.link), desktop=True), 0)
         self.wait_until(launcher_is_shown, "the link brings the window up")
 
-        # Neither may touch a program that runs.
+        # Neither may change a running program.
         uninstaller = self.command(self.program_folder / "Uninstall.exe")
         self.assertNotEqual(run(self.command(self.installer), "/S"), 0)
         self.assertNotEqual(run(uninstaller, "/S", f"_?={folder}"), 0)
@@ -357,7 +356,7 @@ class WindowsPackages(unittest.TestCase):
 
     def test_updates_what_is_installed_elsewhere(self):
         folder = self.other_folder()
-        # The rest of the line is the folder, without any quotation marks.
+        # /D takes the rest of the line as the folder and allows no quotation marks.
         self.install(*f"/D={self.windows_path(folder)}".split(" "))
         program = folder / "Vaskel.exe"
         whole = program.read_bytes()

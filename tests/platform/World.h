@@ -7,77 +7,76 @@
 #include <QString>
 #include <QStringList>
 
-/// The system around the platform headers, as the contract tests need it. Each half of platform/
-/// and its fake bring their own bodies; what the functions have made goes with the next reset().
+/// The system around the platform headers, for the contract tests. The fake and each half of
+/// platform/ have their own bodies. reset() removes everything that the other functions create.
 namespace world {
 
-/// A user without programs and without anything that starts at log-in.
+/// Starts over with a user without programs and without auto-start.
 void reset();
 
-/// Puts a program into one of the two start-menu folders, 0 being the user's own, and gives the
-/// path of its file. The file name comes without a suffix.
+/// Installs a program in one of the two start-menu folders, 0 for the user's own, and returns the
+/// path of its link. The file name has no suffix.
 QString install(int root, const QString &fileName, const QString &name);
 
-/// The same with an icon of one colour.
+/// Like install(), with an icon of a single colour.
 QString installWithIcon(const QString &fileName);
 
-/// Whether what a start-menu file holds decides on its name, and on whether it is listed.
+/// Whether the content of a link decides on its name and on whether it is listed.
 bool readsStartMenuFiles();
 
-/// Hides the program from the menus.
+/// Hides the program from menus.
 void hide(const QString &path);
 
-/// Fills the file with nonsense.
+/// Replaces the file's content with invalid data.
 void damage(const QString &path);
 
-/// Whether the program has been started since it was installed.
+/// Whether the program has been started since install().
 bool isStarted(const QString &path);
 
-/// Whether something under this program's name starts at log-in.
+/// Whether an entry of this program's name starts at log-in.
 bool startsAtLogIn();
 
-/// Lets another tool register something under this program's name.
+/// Adds an entry of this program's name on behalf of another tool.
 void registerAtLogIn();
 
-/// Has the user prefer these colours from now on. False where nothing that a program does brings
-/// that about.
+/// Sets the user's preferred scheme. False if a program cannot change it on this system.
 bool preferColors(platform::ColorScheme scheme);
 
-/// A variable of this process's environment that is meant for this process alone.
+/// An environment variable that is meant for this process alone.
 QString privateVariable();
 
-/// Whether a write into a pipe that nobody reads fails, where it could end the process.
+/// Whether a write into a pipe without a reader fails; otherwise it may end the process.
 bool failsToWriteIntoAClosedPipe();
 
-/// A desktop that can show folders.
+/// Installs a desktop that can show folders.
 void installFileManager();
 
-/// Whether there are desktops that cannot show folders, such as that of a user without anything.
+/// Whether some desktops cannot show folders.
 bool canLackFileManager();
 
-/// What the file manager was to show since the last reset().
+/// The folders that the file manager was asked to show since reset().
 QStringList shownFolders();
 
-/// Installs a file index that knows files of these names, and gives their paths.
+/// Installs a file index with files of these names, and returns their paths.
 QStringList installIndex(const QStringList &fileNames);
 
-/// Lets every query fail.
+/// Makes every query fail.
 void breakIndex();
 
-/// Takes the index off the system. False where the program could not even start without it.
+/// Removes the index. False if the program cannot start without it.
 bool removeIndex();
 
-/// A folder that belongs to somebody else.
+/// A folder of another user.
 QString foreignFolder();
 
-/// The path of a file that belongs to somebody else.
+/// The path of another user's file.
 QString foreignFile();
 
-/// Whether a script has put this download in the place of the program, started it, and cleaned up.
-/// Both paths are those of files that the case has written.
+/// Whether a script has replaced the program with the download, started it, and deleted the files
+/// it no longer needs. The case has written the files of both paths.
 bool isUpdated(const QString &downloadPath, const QString &programPath);
 
-/// The content of a program that isUpdated() can tell to have been started.
+/// The content of a program whose start isUpdated() can detect.
 QByteArray newProgram();
 
 } // namespace world

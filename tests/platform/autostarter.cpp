@@ -2,8 +2,8 @@
 //
 // usage: autostarter [on|off]
 //
-// Has itself started at log-in, or no longer. Without an argument it is being started and writes
-// its own path to the file that the variable RECORD names.
+// Enables or disables its own auto-start. Without an argument it was started at log-in and writes
+// its path to the file in the variable RECORD.
 
 #include "platform/AutoStart.h"
 

@@ -14,7 +14,7 @@ class tst_ColorSchemeContract : public QObject
 private Q_SLOTS:
     void init() { world::reset(); }
     void answerStaysWithoutAChange();
-    void changeIsToldAndAnswered();
+    void changeIsReported();
 };
 
 void tst_ColorSchemeContract::answerStaysWithoutAChange()
@@ -28,7 +28,7 @@ void tst_ColorSchemeContract::answerStaysWithoutAChange()
     QCOMPARE(changes, 0);
 }
 
-void tst_ColorSchemeContract::changeIsToldAndAnswered()
+void tst_ColorSchemeContract::changeIsReported()
 {
     using platform::ColorScheme;
     if (!world::preferColors(ColorScheme::Light)) {

@@ -15,8 +15,8 @@ class tst_ProcessEnvironmentContract : public QObject
 
 private Q_SLOTS:
     void init();
-    void dropsPrivateVariables();
-    void leavesAllOthers();
+    void unsetsPrivateVariables();
+    void keepsAllOtherVariables();
     void leavesTheUsersWindowSystem();
 };
 
@@ -26,18 +26,18 @@ void tst_ProcessEnvironmentContract::init()
     qunsetenv("QT_QPA_PLATFORM");
 }
 
-void tst_ProcessEnvironmentContract::dropsPrivateVariables()
+void tst_ProcessEnvironmentContract::unsetsPrivateVariables()
 {
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QVERIFY(!QProcessEnvironment::systemEnvironment().contains(world::privateVariable()));
 }
 
-void tst_ProcessEnvironmentContract::leavesAllOthers()
+void tst_ProcessEnvironmentContract::keepsAllOtherVariables()
 {
     QProcessEnvironment before = QProcessEnvironment::systemEnvironment();
     before.remove(world::privateVariable());
     platform::chooseWindowSystem();
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QCOMPARE(QProcessEnvironment::systemEnvironment().toStringList(), before.toStringList());
 }
 
@@ -46,7 +46,7 @@ void tst_ProcessEnvironmentContract::leavesTheUsersWindowSystem()
     qputenv("QT_QPA_PLATFORM", "offscreen");
     platform::chooseWindowSystem();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
 }
 

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The names that the updater gives to them; a system may go by the suffix.
+// The updater's own file names; some systems depend on the suffix.
 QString downloadPath()
 {
     return testhome::path() + "/tmp/download.exe"_L1;

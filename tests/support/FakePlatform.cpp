@@ -52,9 +52,9 @@ ProgramInfo builtinProgram(BuiltinProgram program)
     return fakePlatform().builtinPrograms.value(int(program), unknown);
 }
 
-void outliveClosedPipes()
+void ignoreClosedPipes()
 {
-    fakePlatform().outlivesClosedPipes = true;
+    fakePlatform().ignoresClosedPipes = true;
 }
 
 ColorScheme colorScheme()
@@ -139,7 +139,7 @@ bool makePrivateFolder(const QString &path)
 
 void chooseWindowSystem() {}
 
-void dropPrivateVariables()
+void unsetPrivateVariables()
 {
     qunsetenv("VASKEL_PRIVATE");
 }

@@ -15,24 +15,24 @@
 #include <optional>
 #include <utility>
 
-/// The recording bodies of the platform headers: they answer from fields that a test fills in and
-/// keep what they were asked.
+/// Recording bodies of the platform headers: they answer from fields that a test sets, and record
+/// the calls.
 struct FakePlatform
 {
     // AutoStart.h
     QList<bool> autoStartCalls;
     std::function<void()> duringAutoStartCall;
 
-    // BuiltinPrograms.h; a program without an entry gets a path made of its number
+    // BuiltinPrograms.h; a program without an entry gets a path made from its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
 
     // ClosedPipe.h
-    bool outlivesClosedPipes = false;
+    bool ignoresClosedPipes = false;
 
     // ColorScheme.h
     platform::ColorScheme colorScheme = platform::ColorScheme::Unknown;
     QList<std::pair<QPointer<QObject>, std::function<void()>>> colorSchemeWatchers;
-    /// Changes the scheme and tells those who watch it.
+    /// Changes the scheme and notifies the watchers.
     void changeColorScheme(platform::ColorScheme scheme);
 
     // ShellIcon.h
@@ -40,7 +40,7 @@ struct FakePlatform
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
 
-    // FileIndex.h; a path that is empty counts as one that cannot be read, and fits every text
+    // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;
     std::optional<unsigned> indexError;
@@ -55,12 +55,11 @@ struct FakePlatform
     bool openLinkResult = true;
     QStringList openedLinks;
 
-    // PrivateFile.h; any other file is opened as usual, unless it is open, which some systems
-    // refuse
+    // PrivateFile.h; other files open normally, except open ones, which some systems refuse
     QStringList foreignFiles;
     QHash<QString, QPointer<QFile>> privateFiles;
 
-    // PrivateFolder.h; any other folder is made
+    // PrivateFolder.h; other folders are created
     QStringList foreignFolders;
 
     // StartMenu.h; a file without an entry is listed under its complete base name
@@ -69,11 +68,11 @@ struct FakePlatform
     QStringList unlistedFiles;
     QList<std::pair<QString, QString>> startMenuNameCalls;
 
-    // UpdateScript.h; the pairs are of download and program
+    // UpdateScript.h; pairs of download and program
     QString updateScript = QStringLiteral("script\n");
     QList<std::pair<QString, QString>> updateScriptCalls;
     QStringList startedUpdateScripts;
 };
 
-/// The one state of the fake bodies; assign FakePlatform() to start anew.
+/// The state of the fake bodies; assign FakePlatform() to reset it.
 FakePlatform &fakePlatform();

@@ -3,17 +3,16 @@
 
 #include <QString>
 
-/// The operating system's half of TestHome.
+/// The part of TestHome that depends on the operating system.
 namespace testhome {
 
-/// Points everything by which the system finds a user's files and preferences into the folder.
-/// False when the system would not have it.
+/// Redirects the user's files and preferences to the folder. Returns false on failure.
 bool enterHome(const QString &folder);
 
-/// Empties what belongs to the home but lies outside of its folder.
+/// Clears the parts of the home that are outside its folder.
 void resetOutside();
 
-/// Undoes what outlasts the process.
+/// Removes what would outlast the process.
 void leaveHome();
 
 } // namespace testhome

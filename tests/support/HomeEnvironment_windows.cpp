@@ -15,13 +15,13 @@ namespace testhome {
 
 namespace {
 
-// The key that stands for the user's own in this process, below the real one.
+// Replaces the user's own key in this process; below the real one.
 std::wstring registryKey()
 {
     return L"Software\\VaskelTest\\" + std::to_wstring(GetCurrentProcessId());
 }
 
-// By the names that the shell has for them.
+// The shell's names for the folders.
 const std::array<std::pair<const wchar_t *, const char16_t *>, 6> shellFolders{{
     {L"AppData", u"/data"},
     {L"Local AppData", u"/cache"},
@@ -33,7 +33,7 @@ const std::array<std::pair<const wchar_t *, const char16_t *>, 6> shellFolders{{
 
 QString homeFolder;
 
-// The shell does not name a folder that is not there.
+// The shell names only folders that exist.
 void makeShellFolders()
 {
     for (const auto &[name, folder] : shellFolders) {
@@ -95,7 +95,7 @@ void resetOutside()
 
 void leaveHome()
 {
-    // A folder in which a process works cannot be removed.
+    // The working folder of a process cannot be removed.
     QDir::setCurrent(QDir::rootPath());
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, registryKey().c_str());

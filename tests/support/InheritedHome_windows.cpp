@@ -6,8 +6,8 @@
 
 namespace {
 
-/// For what a test starts: the test's registry, which names its folders, in place of the user's. It
-/// is in force before main() runs: linking it is enough.
+/// Replaces the user's registry with the test's, which names the test's folders, in programs that a
+/// test starts. Takes effect before main(); linking it is enough.
 class InheritedHome
 {
 public:

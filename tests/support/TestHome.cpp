@@ -32,8 +32,8 @@ void makeFolders(const QString &home)
     }
 }
 
-// Removing a folder is slow on a busy disk, and each case would do it eight times over: the
-// standard folders are only emptied.
+// Removing a folder is slow on a busy disk and would happen eight times per case, so the standard
+// folders are only emptied.
 void removeEntries(const QDir &home, const QString &folder)
 {
     const QFileInfoList entries =
@@ -102,8 +102,8 @@ QString appDataPath()
 
 void reset()
 {
-    // QSettings keeps the files that it has read, and takes one of the same size and age for
-    // unchanged; so it must write what is pending before the files go, and see that they are gone.
+    // QSettings caches the files that it has read, and considers one of the same size and time
+    // unchanged. So write pending changes before the files go, and then sync to notice that.
     QSettings store(u"Vaskel"_s, u"Vaskel"_s);
     store.sync();
     removeEntries(QDir(path()), QString());

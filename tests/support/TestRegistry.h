@@ -5,7 +5,7 @@
 
 namespace testhome {
 
-/// Where other programs find what this process takes for HKEY_CURRENT_USER, as "reg" takes it.
+/// The key, for the command "reg", that is HKEY_CURRENT_USER in this process.
 QString registryPath();
 
 } // namespace testhome

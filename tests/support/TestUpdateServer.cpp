@@ -3,9 +3,8 @@
 
 using namespace Qt::StringLiterals;
 
-// In place of the address that the program is built with: what a test starts is told by a variable
-// where its server is, and otherwise asks a port that nobody listens on. It never asks another
-// machine, whatever the build is configured for.
+// Replaces the program's own server: returns the address in a variable that the test sets, or a
+// local port without a program. Never reaches another machine.
 QString updateServer()
 {
     QString address = qEnvironmentVariable("VASKEL_TEST_UPDATE_SERVER", u"http://127.0.0.1:1"_s);

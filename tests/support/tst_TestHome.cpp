@@ -40,8 +40,8 @@ private Q_SLOTS:
     void keepsTheSettingsStoreInside();
     void writesFilesWithTheirFolders();
     void resetEmptiesTheHome();
-    void resetRemovesLinks();
-    void resetLeavesWhatALinkPointsTo();
+    void resetRemovesSymbolicLinks();
+    void resetKeepsTheTargetOfASymbolicLink();
     void resetForgetsTheSettingsStore();
     void resetForgetsWhatALiveStoreHasNotWrittenYet();
     void resetForgetsAStoreOfTheSameSizeAndAge();
@@ -52,7 +52,7 @@ void tst_TestHome::init()
     testhome::reset();
 }
 
-// What the program writes to on any system.
+// The folders that the program writes to on any system.
 void tst_TestHome::keepsTheProgramsFoldersInside_data()
 {
     QTest::addColumn<QStandardPaths::StandardLocation>("location");
@@ -71,7 +71,7 @@ void tst_TestHome::keepsTheProgramsFoldersInside()
     QVERIFY2(isInside(folder), qPrintable(folder));
 }
 
-// And what it reads from on a system that lets the user say where all of that is.
+// The folders that it reads on a system with variables for them.
 void tst_TestHome::keepsEveryFolderOfTheUserInside_data()
 {
     keepsTheProgramsFoldersInside_data();
@@ -132,7 +132,7 @@ void tst_TestHome::resetEmptiesTheHome()
     QCOMPARE(entries(), fresh);
 }
 
-void tst_TestHome::resetRemovesLinks()
+void tst_TestHome::resetRemovesSymbolicLinks()
 {
     const QString link = testhome::path() + "/tmp/link"_L1;
     QVERIFY(QFile::link(testhome::path() + "/data"_L1, link));
@@ -140,7 +140,7 @@ void tst_TestHome::resetRemovesLinks()
     QVERIFY(!QFileInfo(link).isSymLink());
 }
 
-void tst_TestHome::resetLeavesWhatALinkPointsTo()
+void tst_TestHome::resetKeepsTheTargetOfASymbolicLink()
 {
     const QTemporaryDir outside(testhome::path() + "-outside-XXXXXX"_L1);
     QFile file(outside.filePath(u"kept"_s));
@@ -169,7 +169,7 @@ void tst_TestHome::resetForgetsWhatALiveStoreHasNotWrittenYet()
     QCOMPARE(themeInStore(), QString());
 }
 
-// The clock of the file system ticks more slowly than a test writes its next file.
+// The file system's clock is too coarse to tell two quick writes apart.
 void tst_TestHome::resetForgetsAStoreOfTheSameSizeAndAge()
 {
     const QString fileName = u"config/Vaskel/Vaskel.conf"_s;

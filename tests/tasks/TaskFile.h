@@ -10,7 +10,7 @@
 #include <QJsonObject>
 #include <QString>
 
-/// The task file as it stands on the disk, looked at without the code under test.
+/// Reads the task file on the disk without the code under test.
 namespace taskfile {
 
 inline QString path()
@@ -26,14 +26,14 @@ inline void write(const QByteArray &content)
     }
 }
 
-/// The bytes of the file; null when there is none.
+/// The bytes of the file; null if it does not exist.
 inline QByteArray bytes()
 {
     QFile file(path());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The objects of the file by their titles.
+/// The objects of the file by title.
 inline QHash<QString, QJsonObject> tasksByTitle()
 {
     QHash<QString, QJsonObject> tasks;

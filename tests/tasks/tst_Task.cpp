@@ -40,7 +40,7 @@ class tst_Task : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void startsAsTheTaskThatDoesNotExist();
+    void startsWithAnEmptyId();
     void readsEveryKey();
     void writesWhatItReads();
     void writesTheKeysInOrder();
@@ -55,7 +55,7 @@ private Q_SLOTS:
     void textThatIsNoDateBecomesEmpty();
 };
 
-void tst_Task::startsAsTheTaskThatDoesNotExist()
+void tst_Task::startsWithAnEmptyId()
 {
     const Task task;
     QVERIFY(task.id.isEmpty());

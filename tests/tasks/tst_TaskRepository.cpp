@@ -27,7 +27,7 @@ Task makeTask(const QString &id, const QString &parentId = QString(), int millis
     return task;
 }
 
-/// Adds tasks that are given as "id" or "id<parentId", each a second younger than the one before.
+/// Adds tasks given as "id" or "id<parentId", each a second younger than the previous one.
 void fill(TaskRepository &repository, const QStringList &tasks)
 {
     int milliseconds = 0;
@@ -69,17 +69,17 @@ private Q_SLOTS:
     void sortsSiblings_data();
     void sortsSiblings();
     void findsChildrenByTheExactParent();
-    void groupsAsChildrenDoes();
+    void groupsLikeChildren();
     void listsDescendantsParentsFirst();
     void measuresDepth_data();
     void measuresDepth();
-    void keepsATaskWithoutItsParentOutOfReach();
+    void keepsATaskWithoutItsParentButDoesNotListIt();
     void replacesTheTableWithoutASignal();
     void dropsElementsWithoutAnId();
     void laterElementOfOneIdWins();
     void elementWithAnIdAloneIsATopLevelTask();
-    void survivesACircle_data();
-    void survivesACircle();
+    void survivesACycle_data();
+    void survivesACycle();
     void survivesALongChain();
 };
 
@@ -159,7 +159,7 @@ void tst_TaskRepository::removesNothingForAnUnknownId()
 
 void tst_TaskRepository::sortsSiblings_data()
 {
-    QTest::addColumn<QList<int>>("milliseconds"); // of the tasks "a", "b" and so on
+    QTest::addColumn<QList<int>>("milliseconds"); // creation times of the tasks "a", "b" and so on
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("older first") << QList<int>{30, 20, 10} << QStringList{u"c"_s, u"b"_s, u"a"_s};
     QTest::newRow("a millisecond counts") << QList<int>{1, 0} << QStringList{u"b"_s, u"a"_s};
@@ -181,7 +181,7 @@ void tst_TaskRepository::sortsSiblings()
 void tst_TaskRepository::findsChildrenByTheExactParent()
 {
     TaskRepository repository;
-    // The younger ids compare by code unit: upper case comes before lower case.
+    // Equal times compare the ids by code unit: upper case before lower case.
     repository.addTask(makeTask(u"b"_s, u"p"_s));
     repository.addTask(makeTask(u"B"_s, u"p"_s));
     repository.addTask(makeTask(u"c"_s, u"P"_s));
@@ -192,11 +192,11 @@ void tst_TaskRepository::findsChildrenByTheExactParent()
     QCOMPARE(idsOf(repository.children(QString())), QStringList{u"p"_s});
 }
 
-void tst_TaskRepository::groupsAsChildrenDoes()
+void tst_TaskRepository::groupsLikeChildren()
 {
     TaskRepository repository;
     fill(repository, {u"z"_s, u"y"_s, u"z2<z"_s, u"z1<z"_s, u"y1<y"_s, u"orphan<gone"_s});
-    repository.addTask(makeTask(u"z0"_s, u"z"_s, 4000)); // at the moment of z1
+    repository.addTask(makeTask(u"z0"_s, u"z"_s, 4000)); // created at the same time as z1
 
     const TaskGroups groups = repository.childrenByParent();
     QCOMPARE(groups.size(), 4);
@@ -242,7 +242,7 @@ void tst_TaskRepository::measuresDepth()
     QCOMPARE(repository.depth(id), depth);
 }
 
-void tst_TaskRepository::keepsATaskWithoutItsParentOutOfReach()
+void tst_TaskRepository::keepsATaskWithoutItsParentButDoesNotListIt()
 {
     TaskRepository repository;
     fill(repository, {u"top"_s, u"orphan<gone"_s});
@@ -294,7 +294,7 @@ void tst_TaskRepository::elementWithAnIdAloneIsATopLevelTask()
     QVERIFY(!tasks[0].createdTime.isValid());
 }
 
-void tst_TaskRepository::survivesACircle_data()
+void tst_TaskRepository::survivesACycle_data()
 {
     QTest::addColumn<QStringList>("circle");
     QTest::addColumn<QString>("id");
@@ -311,7 +311,7 @@ void tst_TaskRepository::survivesACircle_data()
                                           << 2 << QStringList{u"a"_s, u"tail"_s};
 }
 
-void tst_TaskRepository::survivesACircle()
+void tst_TaskRepository::survivesACycle()
 {
     QFETCH(const QStringList, circle);
     QFETCH(const QString, id);

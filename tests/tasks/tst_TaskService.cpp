@@ -16,10 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Longer ago than any test runs, so that a time that moved is seen.
+// Older than any test run, so that a changed time shows.
 const QDateTime longAgo(QDate(2020, 1, 1), QTime(12, 0));
 
-/// Sets fields that the service itself does not offer to set.
+/// Sets fields that the service cannot set.
 void backdate(TaskService &service, const QString &id, bool completed)
 {
     Task task = service.repository()->task(id);
@@ -39,7 +39,7 @@ bool wasTouched(const TaskService &service, const QString &id)
     return service.repository()->task(id).updatedTime != longAgo;
 }
 
-/// A chain of tasks down to the level, made without the limit of levels; returns their ids.
+/// A chain of tasks down to the level, beyond the limit if need be; returns their ids.
 QStringList makeChain(TaskService &service, int levels)
 {
     QStringList ids;
@@ -49,7 +49,7 @@ QStringList makeChain(TaskService &service, int levels)
     return ids;
 }
 
-/// Elements of a task file from texts of the form "id<parentId".
+/// Elements of a task file, from texts of the form "id<parentId".
 QByteArray fileOf(const QStringList &tasks)
 {
     QJsonArray array;
@@ -95,8 +95,8 @@ private Q_SLOTS:
     void completesAndReopensTheSubtree();
     void completingTheLastOpenChildCompletesTheChain();
     void reopeningAChildReopensTheAncestorsAlone();
-    void stopsAtTheFirstAncestorThatAgrees();
-    void bringsACompletedParentWithAnOpenChildBackInLine();
+    void stopsAtTheFirstConsistentAncestor();
+    void reopensAnInconsistentParentWithItsChild();
     void updatesParentsBeforeChildrenAndThenAncestors();
     void savesOnceAfterAllItsUpdates();
 
@@ -108,9 +108,9 @@ private Q_SLOTS:
     void unknownIdGetsNoTitleAndNoNote();
     void persistWritesTheFile();
 
-    void survivesACircle_data();
-    void survivesACircle();
-    void leavesAnInconsistentCircleInTheSecondRound();
+    void survivesACycle_data();
+    void survivesACycle();
+    void stopsOnAnInconsistentCycle();
     void survivesALongChain();
 };
 
@@ -243,7 +243,7 @@ void tst_TaskService::createsASubtaskDownToLevelFive()
 
 void tst_TaskService::refusesASubtask_data()
 {
-    QTest::addColumn<int>("parentLevel"); // 0 for none, -1 for one that is unknown
+    QTest::addColumn<int>("parentLevel"); // 0 for none, -1 for an unknown parent
     QTest::addColumn<QString>("title");
     QTest::newRow("empty parent") << 0 << u"title"_s;
     QTest::newRow("unknown parent") << -1 << u"title"_s;
@@ -304,7 +304,7 @@ void tst_TaskService::deletingLeavesTheParentAsItIs()
     QCOMPARE(isCompleted(service, parent), parentCompleted);
     QVERIFY(!wasTouched(service, parent));
 
-    // Without children it can be toggled by hand.
+    // Without children the user can toggle it.
     if (!hasCompletedSibling) {
         service.setCompleted(parent, !parentCompleted);
         QCOMPARE(isCompleted(service, parent), !parentCompleted);
@@ -352,7 +352,7 @@ void tst_TaskService::completesAndReopensTheSubtree()
     for (const QString &id : chain) {
         backdate(service, id, !completed);
     }
-    backdate(service, sibling, completed); // has the state already
+    backdate(service, sibling, completed); // already in that state
     backdate(service, stranger, !completed);
 
     service.setCompleted(chain[0], completed);
@@ -405,12 +405,12 @@ void tst_TaskService::reopeningAChildReopensTheAncestorsAlone()
     }
 }
 
-void tst_TaskService::stopsAtTheFirstAncestorThatAgrees()
+void tst_TaskService::stopsAtTheFirstConsistentAncestor()
 {
     TaskService service;
     const QStringList chain = makeChain(service, 3);
     service.createTask(u"open sibling"_s, chain[1]);
-    // The top disagrees with its only child, but the walk does not come this far.
+    // The top is inconsistent with its only child, but the update stops below it.
     backdate(service, chain[0], true);
     backdate(service, chain[1], false);
     service.setCompleted(chain[2], true);
@@ -420,7 +420,7 @@ void tst_TaskService::stopsAtTheFirstAncestorThatAgrees()
     QVERIFY(isCompleted(service, chain[0]));
 }
 
-void tst_TaskService::bringsACompletedParentWithAnOpenChildBackInLine()
+void tst_TaskService::reopensAnInconsistentParentWithItsChild()
 {
     TaskService service;
     const QString parent = service.createTask(u"parent"_s);
@@ -459,7 +459,7 @@ void tst_TaskService::savesOnceAfterAllItsUpdates()
         earlySaves += taskfile::bytes() == stored ? 0 : 1;
     });
     service.setCompleted(chain[2], true);
-    QCOMPARE(updates, 5); // two below it and two above
+    QCOMPARE(updates, 5); // the task, two descendants and two ancestors
     QCOMPARE(earlySaves, 0);
     QVERIFY(taskfile::tasksByTitle().value(u"level 1"_s).value("completed"_L1).toBool());
 }
@@ -540,7 +540,7 @@ void tst_TaskService::persistWritesTheFile()
     QCOMPARE(taskfile::bytes(), "[]"_ba);
 }
 
-void tst_TaskService::survivesACircle_data()
+void tst_TaskService::survivesACycle_data()
 {
     QTest::addColumn<QStringList>("circle");
     QTest::newRow("its own parent") << QStringList{u"a<a"_s};
@@ -551,7 +551,7 @@ void tst_TaskService::survivesACircle_data()
         << QStringList{u"a<b"_s, u"b<a"_s, u"a1<a"_s, u"b1<b"_s, u"b2<b1"_s};
 }
 
-void tst_TaskService::survivesACircle()
+void tst_TaskService::survivesACycle()
 {
     QFETCH(const QStringList, circle);
     const QStringList good{u"root"_s, u"child<root"_s};
@@ -580,7 +580,7 @@ void tst_TaskService::survivesACircle()
     QVERIFY(!service.repository()->contains(u"child"_s));
 }
 
-void tst_TaskService::leavesAnInconsistentCircleInTheSecondRound()
+void tst_TaskService::stopsOnAnInconsistentCycle()
 {
     taskfile::write(fileOf({u"a<b"_s, u"b<c"_s, u"c<a"_s, u"open<c"_s, u"start<a"_s}));
     TaskService service;
@@ -588,7 +588,7 @@ void tst_TaskService::leavesAnInconsistentCircleInTheSecondRound()
     QSignalSpy updated(service.repository(), &TaskRepository::taskUpdated);
     service.setCompleted(u"start"_s, true);
 
-    // All are completed up to the one that was so in spite of its open child.
+    // All become completed up to the task that was completed despite its open child.
     QCOMPARE(updated,
              QList<QVariantList>({{u"start"_s}, {u"a"_s}, {u"b"_s}, {u"c"_s}, {u"a"_s}, {u"b"_s}}));
     for (const QString &id : {u"a"_s, u"b"_s, u"c"_s}) {

@@ -14,13 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Spares the escaping of the double quotes, which are written as single ones.
+/// Writes double quotes as single ones to avoid escapes.
 QByteArray json(QByteArray text)
 {
     return text.replace('\'', '"');
 }
 
-// Written by hand, with what has to be escaped and what must not be.
+// Contains characters that need an escape and characters that must not have one.
 const QByteArray bankTask = json("{'completed':false,'createdTime':'2026-03-01T09:30:15',"
                                  "'dueTime':'','id':'6b1f0c2e-8a44-4a57-9c1d-2f6e8d1a7b30',"
                                  "'note':'','parentId':'','priority':0,'title':'Call the bank',"
@@ -51,19 +51,19 @@ class tst_TaskStorage : public QObject
 private Q_SLOTS:
     void init();
 
-    void noFileIsAFreshStart();
+    void missingFileIsAnEmptyList();
     void unreadableFileIsReported();
     void logsWhatItLoaded();
-    void writesTheVeryBytesThatItRead_data();
-    void writesTheVeryBytesThatItRead();
+    void writesTheBytesThatItRead_data();
+    void writesTheBytesThatItRead();
     void writesEachTaskOnce();
     void makesTheFolder();
-    void leavesNothingElseBehind();
-    void folderInTheWayIsReported();
+    void leavesNoOtherFiles();
+    void folderInPlaceOfTheFileIsReported();
     void keepsTheOrderWithinOneSecondByIdAfterALoad();
-    void refusesWhatIsNoArray_data();
-    void refusesWhatIsNoArray();
-    void refusesAFileThatIsCutOffAnywhere();
+    void refusesDataThatIsNoArray_data();
+    void refusesDataThatIsNoArray();
+    void refusesATruncatedFile();
     void dropsElementsWithoutAnId();
     void readsAHundredMegabytes_data();
     void readsAHundredMegabytes();
@@ -77,7 +77,7 @@ void tst_TaskStorage::init()
     testhome::reset();
 }
 
-void tst_TaskStorage::noFileIsAFreshStart()
+void tst_TaskStorage::missingFileIsAnEmptyList()
 {
     TaskRepository repository;
     QTest::ignoreMessage(
@@ -111,7 +111,7 @@ void tst_TaskStorage::logsWhatItLoaded()
     QVERIFY(m_storage.load(&repository));
 }
 
-void tst_TaskStorage::writesTheVeryBytesThatItRead_data()
+void tst_TaskStorage::writesTheBytesThatItRead_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("no task") << "[]"_ba;
@@ -119,7 +119,7 @@ void tst_TaskStorage::writesTheVeryBytesThatItRead_data()
     QTest::newRow("every key filled") << '[' + fullTask + ']';
 }
 
-void tst_TaskStorage::writesTheVeryBytesThatItRead()
+void tst_TaskStorage::writesTheBytesThatItRead()
 {
     QFETCH(const QByteArray, content);
     taskfile::write(content);
@@ -150,7 +150,7 @@ void tst_TaskStorage::makesTheFolder()
     QCOMPARE(QFileInfo(path).size(), 2);
 }
 
-void tst_TaskStorage::leavesNothingElseBehind()
+void tst_TaskStorage::leavesNoOtherFiles()
 {
     TaskRepository repository;
     repository.addTask(makeTask(u"a"_s));
@@ -160,7 +160,7 @@ void tst_TaskStorage::leavesNothingElseBehind()
              QStringList{u"todo.json"_s});
 }
 
-void tst_TaskStorage::folderInTheWayIsReported()
+void tst_TaskStorage::folderInPlaceOfTheFileIsReported()
 {
     QVERIFY(QDir().mkpath(taskfile::path()));
     const TaskRepository repository;
@@ -187,7 +187,7 @@ void tst_TaskStorage::keepsTheOrderWithinOneSecondByIdAfterALoad()
     QCOMPARE(repository.children(QString()).constFirst().id, u"a"_s);
 }
 
-void tst_TaskStorage::refusesWhatIsNoArray_data()
+void tst_TaskStorage::refusesDataThatIsNoArray_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("reason");
@@ -207,7 +207,7 @@ void tst_TaskStorage::refusesWhatIsNoArray_data()
         << u"\"too deeply nested document\""_s;
 }
 
-void tst_TaskStorage::refusesWhatIsNoArray()
+void tst_TaskStorage::refusesDataThatIsNoArray()
 {
     QFETCH(const QByteArray, content);
     QFETCH(const QString, reason);
@@ -219,7 +219,7 @@ void tst_TaskStorage::refusesWhatIsNoArray()
     QCOMPARE(taskfile::bytes(), content);
 }
 
-void tst_TaskStorage::refusesAFileThatIsCutOffAnywhere()
+void tst_TaskStorage::refusesATruncatedFile()
 {
     const QByteArray content = '[' + bankTask + ',' + fullTask + ']';
     const QRegularExpression anyReason(u"^Invalid task storage format: "_s);
@@ -245,7 +245,7 @@ void tst_TaskStorage::readsAHundredMegabytes_data()
     QTest::addColumn<QByteArray>("head");
     QTest::addColumn<char>("filling");
     QTest::addColumn<QByteArray>("tail");
-    QTest::addColumn<int>("taskCount"); // -1 if the file is refused
+    QTest::addColumn<int>("taskCount"); // -1 if load() fails
     QTest::newRow("one long note") << json("[{'id':'a','note':'") << 'x' << json("'}]") << 1;
     QTest::newRow("blanks around the tasks") << "["_ba << ' ' << bankTask + ']' << 1;
     QTest::newRow("no JSON at all") << ""_ba << 'x' << ""_ba << -1;

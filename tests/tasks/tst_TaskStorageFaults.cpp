@@ -47,7 +47,7 @@ QStringList filesIn(const QString &folder)
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
 }
 
-/// A number that a child process shares with this one.
+/// A number in memory that is shared with a child process.
 class SharedNumber
 {
 public:
@@ -67,8 +67,8 @@ private:
     volatile int *m_number;
 };
 
-/// While it lives, no file of this process can grow beyond a size: like a disk that is full, a
-/// write comes to a stop there, and the next one fails. It takes no rights.
+/// Limits the size of files that this process writes while it exists. Like on a full disk, a write
+/// stops there, and the next one fails. Needs no privileges.
 class FullDisk
 {
 public:
@@ -93,7 +93,7 @@ private:
     rlimit m_oldLimit;
 };
 
-/// A disk of its own for a folder while it lives, seen by this process alone.
+/// Mounts a small disk on a folder while it exists; only this process sees it.
 class SmallDisk
 {
 public:
@@ -115,7 +115,7 @@ public:
 
     Q_DISABLE_COPY_MOVE(SmallDisk)
 
-    /// False where the system lets nobody mount anything.
+    /// False if the system allows no mounts.
     bool isMounted() const { return m_isMounted; }
 
 private:
@@ -124,7 +124,7 @@ private:
         const uint user = getuid();
         const uint group = getgid();
         if (unshare(CLONE_NEWNS) != 0) {
-            // Without rights, a namespace of users gives them; each is mapped to itself.
+            // Without privileges a user namespace grants them; map each id to itself.
             if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0 || !write("/proc/self/setgroups", "deny")
                 || !write("/proc/self/uid_map", u"%1 %1 1"_s.arg(user).toLatin1())
                 || !write("/proc/self/gid_map", u"%1 %1 1"_s.arg(group).toLatin1())) {
@@ -145,7 +145,7 @@ private:
     bool m_isMounted;
 };
 
-/// Makes a folder read-only while it lives, for root as well, who is else above permissions.
+/// Makes a folder immutable while it exists, since root ignores permissions.
 class ReadOnlyFolder
 {
 public:
@@ -185,9 +185,9 @@ private Q_SLOTS:
     void survivesBeingKilledAtAnyMoment();
     void keepsTheOldFileOnAFullDisk_data();
     void keepsTheOldFileOnAFullDisk();
-    void goesOnWithAFullDisk();
-    void goesOnWithASmallDiskThatIsFull();
-    void goesOnWithAReadOnlyFolder();
+    void keepsWorkingOnAFullDisk();
+    void keepsWorkingOnASmallFullDisk();
+    void keepsWorkingWithAReadOnlyFolder();
 
 private:
     const TaskStorage m_storage{taskfile::path()};
@@ -200,7 +200,7 @@ void tst_TaskStorageFaults::init()
 
 void tst_TaskStorageFaults::survivesBeingKilledAtAnyMoment()
 {
-    // In memory, where no save waits for a disk, a thousand rounds take seconds.
+    // A folder in memory makes a thousand rounds take seconds only.
     const QTemporaryDir folder(QFileInfo(u"/dev/shm"_s).isWritable() ? u"/dev/shm/tasks-XXXXXX"_s
                                                                      : QString());
     QFile file(folder.filePath(u"todo.json"_s));
@@ -258,7 +258,7 @@ void tst_TaskStorageFaults::survivesBeingKilledAtAnyMoment()
 void tst_TaskStorageFaults::keepsTheOldFileOnAFullDisk_data()
 {
     QTest::addColumn<int>("taskCount");
-    QTest::addColumn<int>("percent");       // of the file that find room
+    QTest::addColumn<int>("percent");       // of the file that fits on the disk
     for (const int taskCount : {1, 1000}) { // less and more than Qt buffers
         for (const int percent : {0, 1, 50, 99}) {
             QTest::addRow("%d tasks, room for %d %%", taskCount, percent) << taskCount << percent;
@@ -285,7 +285,7 @@ void tst_TaskStorageFaults::keepsTheOldFileOnAFullDisk()
     QCOMPARE(taskfile::bytes(), contentOf(tasks));
 }
 
-void tst_TaskStorageFaults::goesOnWithAFullDisk()
+void tst_TaskStorageFaults::keepsWorkingOnAFullDisk()
 {
     TaskService service;
     const QString first = service.createTask(u"first"_s);
@@ -304,7 +304,7 @@ void tst_TaskStorageFaults::goesOnWithAFullDisk()
     QCOMPARE(taskfile::tasksByTitle().keys(), QStringList{u"second"_s});
 }
 
-void tst_TaskStorageFaults::goesOnWithASmallDiskThatIsFull()
+void tst_TaskStorageFaults::keepsWorkingOnASmallFullDisk()
 {
     constexpr int size = 64 * 1024;
     const SmallDisk disk(testhome::appDataPath(), size);
@@ -316,7 +316,7 @@ void tst_TaskStorageFaults::goesOnWithASmallDiskThatIsFull()
     const QByteArray stored = taskfile::bytes();
     QVERIFY(stored.contains("first"));
 
-    // The new file alone, and then the new one beside the old one.
+    // The first note exceeds the whole disk, the second one what the old file leaves of it.
     for (const int length : {2 * size, size - int(stored.size())}) {
         service.updateNote(first, QString(length, u'n'));
         QCOMPARE(service.repository()->task(first).note.size(), length);
@@ -328,7 +328,7 @@ void tst_TaskStorageFaults::goesOnWithASmallDiskThatIsFull()
     QCOMPARE(taskfile::tasksByTitle().value(u"first"_s).value("note"_L1).toString(), u"short"_s);
 }
 
-void tst_TaskStorageFaults::goesOnWithAReadOnlyFolder()
+void tst_TaskStorageFaults::keepsWorkingWithAReadOnlyFolder()
 {
     TaskService service;
     const QString first = service.createTask(u"first"_s);

@@ -39,7 +39,7 @@ enum Filter {
     Completed,
 };
 
-/// The page in a window of its own, with its parts at hand.
+/// The page in a window, with access to its widgets.
 struct Page
 {
     Page()
@@ -64,7 +64,7 @@ struct Page
         return tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).value(0);
     }
 
-    /// Where a mouse would point at in the viewport: the text of a row.
+    /// The center of a row's text in the viewport.
     QPoint textOf(const QString &title) const { return tree->visualItemRect(row(title)).center(); }
 
     QPoint checkBoxOf(const QString &title) const
@@ -79,7 +79,7 @@ struct Page
         QTest::mouseClick(tree->viewport(), Qt::LeftButton, Qt::NoModifier, position);
     }
 
-    /// Opens the editor of a row with a double click, as a user does.
+    /// Opens the editor of a row by a double click.
     QLineEdit *edit(const QString &title) const
     {
         const QPoint position = textOf(title);
@@ -90,7 +90,7 @@ struct Page
 
     QLineEdit *editor() const { return tree->viewport()->findChild<QLineEdit *>(); }
 
-    /// Ends the editor with a key and waits for it to go, since it commits in the event loop.
+    /// Closes the editor with a key and waits, since it commits in the event loop.
     void endEditor(Qt::Key key) const
     {
         QTest::keyClick(editor(), key);
@@ -104,7 +104,7 @@ struct Page
         QCoreApplication::sendEvent(tree->viewport(), &event);
     }
 
-    /// What the menu key makes of itself, for which Qt asks the widget with the focus.
+    /// Sends the context menu event of the menu key to the focus widget.
     void requestMenuByKey() const
     {
         const QPoint position = tree->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
@@ -112,7 +112,7 @@ struct Page
         QCoreApplication::sendEvent(tree, &event);
     }
 
-    /// The rows on view, indented by a dot for each level, each with its check mark.
+    /// The visible rows with their check marks, indented by one dot per level.
     QStringList rows() const
     {
         QStringList lines;
@@ -136,7 +136,7 @@ private:
     }
 };
 
-/// Waits for the next menu, notes its texts and chooses the one given, or none.
+/// Waits for the next menu, records its texts and triggers an entry, or none.
 class MenuUser : public QObject
 {
 public:
@@ -175,7 +175,7 @@ private:
     QTimer m_timer;
 };
 
-/// Marks every text of the page's context, so that one that is not translated shows.
+/// Marks every text in the page's context, so that an untranslated text shows.
 class MarkingTranslator : public QTranslator
 {
 public:
@@ -188,7 +188,7 @@ public:
     }
 };
 
-/// Fills the task file from lines of the form "[x] title<parent", the titles being the ids too.
+/// Writes the task file from lines of the form "[x] title<parent"; titles are also the ids.
 void writeTasks(const QStringList &lines)
 {
     QJsonArray array;
@@ -222,7 +222,7 @@ QStringList titlesOnDisk()
     return titles;
 }
 
-// More than the page has room for.
+// More than fit on the page.
 QStringList manyTasks()
 {
     QStringList lines;
@@ -256,8 +256,8 @@ private Q_SLOTS:
 
     void startsEmpty();
     void showsTheTreeInOrder();
-    void carriesIdAndStateInTheRows();
-    void greyIsThatOfTheStyleSheetFromTheStart();
+    void rowsStoreIdAndState();
+    void completedRowsHaveTheGreyOfTheStyleSheet();
     void greyFollowsTheStyleSheet();
     void returnAddsATask();
     void buttonAddsATask();
@@ -270,8 +270,8 @@ private Q_SLOTS:
     void summaryCountsSubtasksUnderAnyFilter();
 
     void tickingGreysTheSubtreeAndTicksTheParent();
-    void tickingUnderActiveTakesTheRowAway();
-    void untickingUnderCompletedTakesTheRowAway();
+    void tickingUnderActiveHidesTheRow();
+    void untickingUnderCompletedHidesTheRow();
     void spaceTicksTheCurrentRow();
 
     void editsByDoubleClick();
@@ -279,12 +279,12 @@ private Q_SLOTS:
     void escapeLeavesTheTitle();
     void emptyTitleIsRefused_data();
     void emptyTitleIsRefused();
-    void clickElsewhereTakesTheTitle();
-    void tabTakesTheTitle();
-    void rebuildTakesTheTitleOfAnEditor();
+    void clickElsewhereCommitsTheTitle();
+    void tabCommitsTheTitle();
+    void rebuildCommitsAnOpenEditor();
     void noOtherTriggerEdits();
     void changeOfARowIsShownAtOnce();
-    void changedRowOutlivesTheRebuild();
+    void changedRowSurvivesTheRebuild();
 
     void menuOffersToAddAndDelete();
     void menuAddsASubtask();
@@ -296,16 +296,16 @@ private Q_SLOTS:
 
     void rebuildOpensEveryRowAndForgetsTheSelection();
     void rebuildScrollsToTheTop();
-    void keyboardGoesOnAtTheSamePlace();
-    void keyboardGoesOnAfterEachAction();
-    void rowThatTheKeyboardGoesOnAtIsInView();
+    void currentRowKeepsItsPlaceInTheTree();
+    void currentRowRemainsAfterEachAction();
+    void currentRowAfterAnActionIsVisible();
     void currentRowIsOutlined_data();
     void currentRowIsOutlined();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
-    void survivesACircle_data();
-    void survivesACircle();
+    void survivesACycle_data();
+    void survivesACycle();
     void survivesALongChain();
 };
 
@@ -417,7 +417,7 @@ void tst_TodoView::namesItsControlsForAssistiveTools()
     for (const auto &[widget, name] : names) {
         QCOMPARE(QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name), name);
     }
-    // Some systems are told the current entry in place of the name.
+    // Some accessibility interfaces report the current entry in place of the name.
     QCOMPARE(page.filter->accessibleName(), u"Active / All / Completed"_s);
     QVERIFY(!QAccessible::queryAccessibleInterface(page.filter)->text(QAccessible::Name).isEmpty());
 }
@@ -455,7 +455,7 @@ void tst_TodoView::showsTheTreeInOrder()
     QCOMPARE(page.summary->text(), u"6 active · 6 total"_s);
 }
 
-void tst_TodoView::carriesIdAndStateInTheRows()
+void tst_TodoView::rowsStoreIdAndState()
 {
     writeTasks({u"[ ] open"_s, u"[x] done"_s});
     const Page page;
@@ -468,7 +468,7 @@ void tst_TodoView::carriesIdAndStateInTheRows()
     QVERIFY(!page.row(u"done"_s)->font(0).strikeOut());
 }
 
-void tst_TodoView::greyIsThatOfTheStyleSheetFromTheStart()
+void tst_TodoView::completedRowsHaveTheGreyOfTheStyleSheet()
 {
     const QBrush without = QGuiApplication::palette().brush(QPalette::PlaceholderText);
     qApp->setStyleSheet(u"QWidget { color: #f5f5f7; }"_s);
@@ -505,7 +505,7 @@ void tst_TodoView::returnAddsATask()
         QVERIFY(page.input->text().isEmpty());
         QVERIFY(taskfile::tasksByTitle().contains(title));
         QCOMPARE(parentOnDisk(title), QString());
-        // The clock decides the order.
+        // The creation time determines the order.
         const QString id = page.row(title)->data(0, Qt::UserRole).toString();
         const QDateTime created = page.service.repository()->task(id).createdTime;
         QTRY_VERIFY(QDateTime::currentMSecsSinceEpoch() > created.toMSecsSinceEpoch());
@@ -616,7 +616,7 @@ void tst_TodoView::tickingGreysTheSubtreeAndTicksTheParent()
     QVERIFY(!isCompletedOnDisk(u"parent"_s));
 }
 
-void tst_TodoView::tickingUnderActiveTakesTheRowAway()
+void tst_TodoView::tickingUnderActiveHidesTheRow()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
     const Page page;
@@ -628,7 +628,7 @@ void tst_TodoView::tickingUnderActiveTakesTheRowAway()
     QVERIFY(isCompletedOnDisk(u"a1"_s));
 }
 
-void tst_TodoView::untickingUnderCompletedTakesTheRowAway()
+void tst_TodoView::untickingUnderCompletedHidesTheRow()
 {
     writeTasks({u"[x] a"_s, u"[x] b"_s});
     const Page page;
@@ -715,7 +715,7 @@ void tst_TodoView::emptyTitleIsRefused()
     QCOMPARE(taskfile::bytes(), stored);
 }
 
-void tst_TodoView::clickElsewhereTakesTheTitle()
+void tst_TodoView::clickElsewhereCommitsTheTitle()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
     const Page page;
@@ -729,7 +729,7 @@ void tst_TodoView::clickElsewhereTakesTheTitle()
     QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
 }
 
-void tst_TodoView::tabTakesTheTitle()
+void tst_TodoView::tabCommitsTheTitle()
 {
     writeTasks({u"[ ] a"_s, u"[ ] b"_s});
     const Page page;
@@ -741,7 +741,7 @@ void tst_TodoView::tabTakesTheTitle()
     QCOMPARE(QApplication::focusWidget(), page.tree);
 }
 
-void tst_TodoView::rebuildTakesTheTitleOfAnEditor()
+void tst_TodoView::rebuildCommitsAnOpenEditor()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
     Page page;
@@ -778,11 +778,11 @@ void tst_TodoView::changeOfARowIsShownAtOnce()
     QCOMPARE(page.summary->text(), u"0 active · 2 total"_s);
 }
 
-void tst_TodoView::changedRowOutlivesTheRebuild()
+void tst_TodoView::changedRowSurvivesTheRebuild()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
     const Page page;
-    // Called after the page, like the rest of QTreeWidgetItem::setData(), which uses the row too.
+    // Called after the page's slot. Like the rest of QTreeWidgetItem::setData(), it uses the row.
     QString title;
     connect(page.tree, &QTreeWidget::itemChanged, this,
             [&title](const QTreeWidgetItem *row) { title = row->text(0); });
@@ -910,7 +910,7 @@ void tst_TodoView::rebuildScrollsToTheTop()
     QCOMPARE(bar->value(), 0);
 }
 
-void tst_TodoView::keyboardGoesOnAtTheSamePlace()
+void tst_TodoView::currentRowKeepsItsPlaceInTheTree()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[x] done"_s, u"[ ] b"_s, u"[ ] c"_s, u"[ ] d"_s});
     const Page page;
@@ -928,7 +928,7 @@ void tst_TodoView::keyboardGoesOnAtTheSamePlace()
     QCOMPARE(page.rows(), QStringList());
     QVERIFY(!page.tree->currentItem());
 
-    // Where the row stays, so does the keyboard.
+    // A row that stays visible stays the current one.
     page.filter->setCurrentIndex(All);
     page.tree->setCurrentItem(page.row(u"c"_s));
     QTest::keyClick(page.tree, Qt::Key_Space);
@@ -937,7 +937,7 @@ void tst_TodoView::keyboardGoesOnAtTheSamePlace()
     QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
 }
 
-void tst_TodoView::keyboardGoesOnAfterEachAction()
+void tst_TodoView::currentRowRemainsAfterEachAction()
 {
     writeTasks({u"[ ] a"_s, u"[ ] b"_s, u"[ ] c"_s});
     const Page page;
@@ -951,7 +951,7 @@ void tst_TodoView::keyboardGoesOnAfterEachAction()
     QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] b"_s, u".[ ] New Subtask"_s, u"[ ] c"_s}));
     QCOMPARE(page.tree->currentItem(), page.row(u"b"_s));
 
-    // Offscreen, a menu is a window that becomes active.
+    // On the offscreen platform an open menu is the active window.
     page.view.windowHandle()->requestActivate();
     QTRY_COMPARE(QApplication::focusWidget(), page.tree);
     QTest::keyClick(page.tree, Qt::Key_F2);
@@ -965,7 +965,7 @@ void tst_TodoView::keyboardGoesOnAfterEachAction()
     QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
 }
 
-void tst_TodoView::rowThatTheKeyboardGoesOnAtIsInView()
+void tst_TodoView::currentRowAfterAnActionIsVisible()
 {
     writeTasks(manyTasks());
     const Page page;
@@ -998,7 +998,7 @@ void tst_TodoView::currentRowIsOutlined()
     QFETCH(const bool, byKeyboard);
     QFETCH(const bool, isSelected);
     QFETCH(const bool, isOutlined);
-    // Without an outline of the view's own, as the program's style sheet has it.
+    // The program's style sheet removes the view's own outline.
     qApp->setStyleSheet(u"QTreeView { outline: none; }"_s);
     writeTasks({u"[ ] a"_s});
     const Page page;
@@ -1046,7 +1046,7 @@ void tst_TodoView::backAsksToClose()
     QVERIFY(!QFile::exists(taskfile::path()));
 }
 
-void tst_TodoView::survivesACircle_data()
+void tst_TodoView::survivesACycle_data()
 {
     QTest::addColumn<QStringList>("circle");
     QTest::newRow("its own parent") << QStringList{u"[ ] a<a"_s};
@@ -1055,7 +1055,7 @@ void tst_TodoView::survivesACircle_data()
         << QStringList{u"[ ] a<d"_s, u"[x] b<a"_s, u"[ ] c<b"_s, u"[ ] d<c"_s, u"[ ] tail<a"_s};
 }
 
-void tst_TodoView::survivesACircle()
+void tst_TodoView::survivesACycle()
 {
     QFETCH(const QStringList, circle);
     writeTasks(circle + QStringList{u"[ ] good"_s, u"[ ] good child<good"_s});

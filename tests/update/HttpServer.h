@@ -10,33 +10,33 @@
 
 class QTcpSocket;
 
-/// A server on the loopback interface that sends, byte for byte, what a test has it answer.
+/// A server on the loopback interface that sends the given bytes.
 class HttpServer : public QObject
 {
     Q_OBJECT
 
 public:
     enum class End {
-        Close, ///< the connection is closed behind the answer
-        Hang,  ///< the connection stays open and nothing more comes
+        Close, ///< close the connection after the answer
+        Hang,  ///< keep the connection open and send nothing more
     };
 
-    /// Listens at once.
+    /// Starts to listen.
     explicit HttpServer(QObject *parent = nullptr);
 
-    /// Its address without a trailing slash.
+    /// The server's address, without a trailing slash.
     QString address() const;
     QString url(const QString &path) const { return address() + path; }
 
-    /// The answer to all requests for this path, status line and headers included. All other
-    /// requests are answered by 404.
+    /// Sets the answer to all requests for this path, with status line and headers. Other requests
+    /// get 404.
     void answer(const QString &path, const QByteArray &bytes, End end = End::Close);
-    /// The same with the headers of a common answer.
+    /// Sets an answer with usual headers.
     void answerBody(const QString &path, const QByteArray &body);
-    /// So many zeros, made as they are sent, at the pace of the receiver.
+    /// Sets an answer of this many zeros, generated as fast as the client receives them.
     void answerZeros(const QString &path, qint64 count);
 
-    /// The requests so far, each with its headers.
+    /// All requests so far, with their headers.
     QByteArrayList requests;
 
 private:
@@ -55,5 +55,5 @@ private:
     QHash<QByteArray, Answer> m_answers; // by path and query
 };
 
-/// An answer with these headers, each ended by a line break, and this body.
+/// Builds an answer; each header ends with a line break.
 QByteArray httpAnswer(const QByteArray &status, const QByteArray &headers, const QByteArray &body);

@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 // usage: self_updater URL MILLISECONDS MARK
 //
-// Updates itself to the program at that address. It takes its time to end, and makes the mark as
-// the last that it does.
+// Updates itself to the program at that address. Waits that many milliseconds before it ends, and
+// creates the file MARK last.
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);

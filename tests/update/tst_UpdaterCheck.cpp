@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the server is asked, on the systems that the tests know.
+// The path of the request on this system.
 QString path()
 {
     const QString system = QSysInfo::kernelType() == "winnt"_L1 ? u"windows"_s : u"linux"_s;
@@ -34,7 +34,7 @@ QByteArray redirectTo(const QByteArray &target)
 
 } // namespace
 
-/// The check, against a server that answers what each case tells it.
+/// The check, with a server that sends the answer of each case.
 class tst_UpdaterCheck : public QObject
 {
     Q_OBJECT
@@ -43,28 +43,28 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
-    void asksForThisSystemAndTellsNothingElse();
-    void handsOnWhatIsOffered();
-    void takesWhatIsMissingForEmpty_data();
-    void takesWhatIsMissingForEmpty();
-    void saysThatThereIsNone_data();
-    void saysThatThereIsNone();
-    void refusesWhatIsNoObject_data();
-    void refusesWhatIsNoObject();
-    void tellsErrorsOfTheNetwork_data();
-    void tellsErrorsOfTheNetwork();
-    void tellsThatNoServerIsThere();
+    void sendsPlatformAndArchitectureOnly();
+    void reportsTheOffer();
+    void treatsMissingKeysAsEmpty_data();
+    void treatsMissingKeysAsEmpty();
+    void reportsThatThereIsNoUpdate_data();
+    void reportsThatThereIsNoUpdate();
+    void refusesAnAnswerThatIsNoObject_data();
+    void refusesAnAnswerThatIsNoObject();
+    void reportsNetworkErrors_data();
+    void reportsNetworkErrors();
+    void reportsAMissingServer();
     void followsRedirects();
-    void givesUpOnRedirectsInACircle();
+    void reportsARedirectLoop();
     void waitsForAnAnswerThatDoesNotEnd_data();
     void waitsForAnAnswerThatDoesNotEnd();
-    void asksAnewAtEachCheck();
-    void mayGoDuringACheck();
+    void sendsARequestForEachCheck();
+    void canBeDestroyedDuringACheck();
     void knowsItsVersion();
     void offersItsInterfaceToTheMetaObject();
 
 private:
-    /// The signals that the check led to, as "name(argument, argument)".
+    /// The emitted signals, as "name(argument, argument)".
     QStringList check(int count = 1);
 
     std::unique_ptr<HttpServer> m_server;
@@ -104,7 +104,7 @@ QStringList tst_UpdaterCheck::check(int count)
     return heard;
 }
 
-void tst_UpdaterCheck::asksForThisSystemAndTellsNothingElse()
+void tst_UpdaterCheck::sendsPlatformAndArchitectureOnly()
 {
     m_server->answerBody(path(), "{}");
     QCOMPARE(check(), QStringList{u"none"_s});
@@ -116,7 +116,7 @@ void tst_UpdaterCheck::asksForThisSystemAndTellsNothingElse()
     QVERIFY2(request.endsWith("\r\n\r\n"), request.constData());
 }
 
-void tst_UpdaterCheck::handsOnWhatIsOffered()
+void tst_UpdaterCheck::reportsTheOffer()
 {
     m_server->answerBody(path(), R"({"has_update": true, "version": "2.0 é %1", "mandatory": true,
         "changelog": "one\ntwo <b>", "download_url": "http://host/file?a=%20"})");
@@ -124,7 +124,7 @@ void tst_UpdaterCheck::handsOnWhatIsOffered()
                                   "mandatory)"_s});
 }
 
-void tst_UpdaterCheck::takesWhatIsMissingForEmpty_data()
+void tst_UpdaterCheck::treatsMissingKeysAsEmpty_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("nothing else") << QByteArray(R"({"has_update": true})");
@@ -133,14 +133,14 @@ void tst_UpdaterCheck::takesWhatIsMissingForEmpty_data()
             "mandatory": "true"})");
 }
 
-void tst_UpdaterCheck::takesWhatIsMissingForEmpty()
+void tst_UpdaterCheck::treatsMissingKeysAsEmpty()
 {
     QFETCH(QByteArray, body);
     m_server->answerBody(path(), body);
     QCOMPARE(check(), QStringList{u"available(, , , optional)"_s});
 }
 
-void tst_UpdaterCheck::saysThatThereIsNone_data()
+void tst_UpdaterCheck::reportsThatThereIsNoUpdate_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("empty object") << QByteArray("{}");
@@ -150,14 +150,14 @@ void tst_UpdaterCheck::saysThatThereIsNone_data()
     QTest::newRow("null") << QByteArray(R"({"has_update": null})");
 }
 
-void tst_UpdaterCheck::saysThatThereIsNone()
+void tst_UpdaterCheck::reportsThatThereIsNoUpdate()
 {
     QFETCH(QByteArray, body);
     m_server->answerBody(path(), body);
     QCOMPARE(check(), QStringList{u"none"_s});
 }
 
-void tst_UpdaterCheck::refusesWhatIsNoObject_data()
+void tst_UpdaterCheck::refusesAnAnswerThatIsNoObject_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("array") << QByteArray(R"([{"has_update": true}])");
@@ -169,14 +169,14 @@ void tst_UpdaterCheck::refusesWhatIsNoObject_data()
     QTest::newRow("deep nesting") << QByteArray(200000, '[');
 }
 
-void tst_UpdaterCheck::refusesWhatIsNoObject()
+void tst_UpdaterCheck::refusesAnAnswerThatIsNoObject()
 {
     QFETCH(QByteArray, body);
     m_server->answerBody(path(), body);
     QCOMPARE(check(), QStringList{u"error: Invalid response"_s});
 }
 
-void tst_UpdaterCheck::tellsErrorsOfTheNetwork_data()
+void tst_UpdaterCheck::reportsNetworkErrors_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<QString>("message");
@@ -196,7 +196,7 @@ void tst_UpdaterCheck::tellsErrorsOfTheNetwork_data()
     QTest::newRow("not HTTP at all") << QByteArray("220 mail.example ESMTP\r\n") << QString();
 }
 
-void tst_UpdaterCheck::tellsErrorsOfTheNetwork()
+void tst_UpdaterCheck::reportsNetworkErrors()
 {
     QFETCH(QByteArray, answer);
     QFETCH(QString, message);
@@ -211,7 +211,7 @@ void tst_UpdaterCheck::tellsErrorsOfTheNetwork()
     }
 }
 
-void tst_UpdaterCheck::tellsThatNoServerIsThere()
+void tst_UpdaterCheck::reportsAMissingServer()
 {
     m_server.reset();
     QCOMPARE(check(), QStringList{u"error: Connection refused"_s});
@@ -226,7 +226,7 @@ void tst_UpdaterCheck::followsRedirects()
     QCOMPARE(m_server->requests.size(), 3);
 }
 
-void tst_UpdaterCheck::givesUpOnRedirectsInACircle()
+void tst_UpdaterCheck::reportsARedirectLoop()
 {
     m_server->answer(path(), redirectTo(path().toUtf8()));
     QCOMPARE(check(), QStringList{u"error: Too many redirects"_s});
@@ -252,7 +252,7 @@ void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd()
     updater->checkForUpdate();
     QTRY_COMPARE(m_server->requests.size(), 1);
 
-    // A later check is not held up, and its end is not that of the first one.
+    // A later check does not wait for the first one and is not ended by it.
     m_server->answerBody(path(), "{}");
     updater->checkForUpdate();
     QTRY_COMPARE(none.size(), 1);
@@ -261,14 +261,14 @@ void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd()
     QCOMPARE(none.size() + errors.size(), 1);
 }
 
-void tst_UpdaterCheck::asksAnewAtEachCheck()
+void tst_UpdaterCheck::sendsARequestForEachCheck()
 {
     m_server->answerBody(path(), "{}");
     QCOMPARE(check(3), QStringList({u"none"_s, u"none"_s, u"none"_s}));
     QCOMPARE(m_server->requests.size(), 3);
 }
 
-void tst_UpdaterCheck::mayGoDuringACheck()
+void tst_UpdaterCheck::canBeDestroyedDuringACheck()
 {
     m_server->answerBody(path(), "{}");
     {

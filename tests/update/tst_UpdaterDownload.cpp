@@ -42,7 +42,7 @@ bool exists(const QString &path)
     return QFileInfo(path).exists() || QFileInfo(path).isSymLink();
 }
 
-/// What an updater says of a download, in its order and with the state of the files at that moment.
+/// Records the signals of a download in order, with the state of the files at that time.
 class Listener : public QObject
 {
     Q_OBJECT
@@ -73,7 +73,7 @@ public:
 
 } // namespace
 
-/// The download, from a server that answers what each case tells it, up to the start of the script.
+/// The download up to the start of the script, with a server that sends the answer of each case.
 class tst_UpdaterDownload : public QObject
 {
     Q_OBJECT
@@ -82,33 +82,33 @@ private Q_SLOTS:
     void init();
 
     void installsWhatItDownloaded();
-    void saysHowFarItIs();
-    void takesWhatHasNoUsableLength_data();
-    void takesWhatHasNoUsableLength();
-    void takesAnEmptyFile();
-    void takesNoMoreThanTheLength();
-    void replacesTheLeftoverOfAnEarlierAttempt();
+    void reportsTheProgress();
+    void acceptsAnAnswerWithoutAValidLength_data();
+    void acceptsAnAnswerWithoutAValidLength();
+    void acceptsAnEmptyFile();
+    void readsNoMoreThanTheLength();
+    void replacesTheFileOfAnEarlierAttempt();
     void followsRedirects();
     void removesTheFileAfterAnError_data();
     void removesTheFileAfterAnError();
     void failsWithoutAServer();
     void failsWithoutAUsableAddress_data();
     void failsWithoutAUsableAddress();
-    void failsWithoutAPlaceForTheFile();
-    void runsOnWithoutAPlaceForTheScript();
-    void triesAgainWhenItIsTold();
-    void triesAgainFromTheErrorItself();
+    void failsIfTheFileCannotBeCreated();
+    void runsOnIfTheScriptCannotBeCreated();
+    void canBeRetried();
+    void canBeRetriedFromTheErrorSignal();
     void countsOnlyTheLastOfTwoDownloads_data();
     void countsOnlyTheLastOfTwoDownloads();
-    void staysAloneWithoutAPlaceForTheSecondDownload();
-    void neverEndsWithAnAnswerThatDoesNot_data();
-    void neverEndsWithAnAnswerThatDoesNot();
-    void toleratesTheEndOfNoDownload();
+    void abortsTheFirstDownloadIfTheSecondFileCannotBeCreated();
+    void neverEndsBeforeItsAnswer_data();
+    void neverEndsBeforeItsAnswer();
+    void ignoresItsSlotsWithoutADownload();
     void quitsEvenIfTheScriptDoesNotStart();
 
 private:
-    /// Downloads and gives the event loop's exit status: 0 when the updater ended it, 1 when it
-    /// reported an error instead.
+    /// Downloads and returns the exit status of the event loop: 0 if the updater quit, 1 if it
+    /// reported an error.
     int download(Updater &updater, const QString &url);
 
     std::unique_ptr<HttpServer> m_server;
@@ -157,7 +157,7 @@ void tst_UpdaterDownload::installsWhatItDownloaded()
     QCOMPARE(m_server->requests.size(), 1);
 }
 
-void tst_UpdaterDownload::saysHowFarItIs()
+void tst_UpdaterDownload::reportsTheProgress()
 {
     constexpr qint64 size = 3000000;
     m_server->answerZeros(u"/new"_s, size);
@@ -175,7 +175,7 @@ void tst_UpdaterDownload::saysHowFarItIs()
     QCOMPARE(QFileInfo(downloadPath()).size(), size);
 }
 
-void tst_UpdaterDownload::takesWhatHasNoUsableLength_data()
+void tst_UpdaterDownload::acceptsAnAnswerWithoutAValidLength_data()
 {
     QTest::addColumn<QByteArray>("headers");
     QTest::newRow("no length") << QByteArray();
@@ -183,7 +183,7 @@ void tst_UpdaterDownload::takesWhatHasNoUsableLength_data()
     QTest::newRow("negative number") << QByteArray("Content-Length: -4\r\n");
 }
 
-void tst_UpdaterDownload::takesWhatHasNoUsableLength()
+void tst_UpdaterDownload::acceptsAnAnswerWithoutAValidLength()
 {
     QFETCH(QByteArray, headers);
     const QByteArray body = "up to the end of the connection";
@@ -193,7 +193,7 @@ void tst_UpdaterDownload::takesWhatHasNoUsableLength()
     QCOMPARE(contentOf(downloadPath()), body);
 }
 
-void tst_UpdaterDownload::takesAnEmptyFile()
+void tst_UpdaterDownload::acceptsAnEmptyFile()
 {
     m_server->answerBody(u"/new"_s, {});
     Updater updater;
@@ -201,7 +201,7 @@ void tst_UpdaterDownload::takesAnEmptyFile()
     QCOMPARE(contentOf(downloadPath()), "");
 }
 
-void tst_UpdaterDownload::takesNoMoreThanTheLength()
+void tst_UpdaterDownload::readsNoMoreThanTheLength()
 {
     m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 7\r\n", "program and more"));
     Updater updater;
@@ -209,7 +209,7 @@ void tst_UpdaterDownload::takesNoMoreThanTheLength()
     QCOMPARE(contentOf(downloadPath()), "program");
 }
 
-void tst_UpdaterDownload::replacesTheLeftoverOfAnEarlierAttempt()
+void tst_UpdaterDownload::replacesTheFileOfAnEarlierAttempt()
 {
     testhome::writeFile(u"tmp/Vaskel_update.exe"_s, "a longer leftover");
     testhome::writeFile(u"tmp/Vaskel_updater.bat"_s, "a longer leftover");
@@ -299,7 +299,7 @@ void tst_UpdaterDownload::failsWithoutAUsableAddress()
     QVERIFY(!exists(downloadPath()));
 }
 
-void tst_UpdaterDownload::failsWithoutAPlaceForTheFile()
+void tst_UpdaterDownload::failsIfTheFileCannotBeCreated()
 {
     fakePlatform().foreignFiles = {downloadPath()};
     testhome::writeFile(u"tmp/Vaskel_update.exe"_s, "somebody else's");
@@ -316,7 +316,7 @@ void tst_UpdaterDownload::failsWithoutAPlaceForTheFile()
     QCOMPARE(contentOf(downloadPath()), "new");
 }
 
-void tst_UpdaterDownload::runsOnWithoutAPlaceForTheScript()
+void tst_UpdaterDownload::runsOnIfTheScriptCannotBeCreated()
 {
     QVERIFY(QDir().mkpath(scriptPath()));
     m_server->answerBody(u"/new"_s, "new");
@@ -329,7 +329,7 @@ void tst_UpdaterDownload::runsOnWithoutAPlaceForTheScript()
     QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
-void tst_UpdaterDownload::triesAgainWhenItIsTold()
+void tst_UpdaterDownload::canBeRetried()
 {
     m_server->answer(u"/new"_s, httpAnswer("200 OK", "Content-Length: 100\r\n", "half"));
     Updater updater;
@@ -339,7 +339,7 @@ void tst_UpdaterDownload::triesAgainWhenItIsTold()
     QCOMPARE(contentOf(downloadPath()), "new");
 }
 
-void tst_UpdaterDownload::triesAgainFromTheErrorItself()
+void tst_UpdaterDownload::canBeRetriedFromTheErrorSignal()
 {
     m_server->answer(u"/old"_s, httpAnswer("200 OK", "Content-Length: 100\r\n", "half"));
     m_server->answerBody(u"/new"_s, "new");
@@ -390,7 +390,7 @@ void tst_UpdaterDownload::countsOnlyTheLastOfTwoDownloads()
     QCOMPARE(listener.heard, QStringList{u"finished"_s});
 }
 
-void tst_UpdaterDownload::staysAloneWithoutAPlaceForTheSecondDownload()
+void tst_UpdaterDownload::abortsTheFirstDownloadIfTheSecondFileCannotBeCreated()
 {
     m_server->answer(u"/old"_s, {}, HttpServer::End::Hang);
     Updater updater;
@@ -405,7 +405,7 @@ void tst_UpdaterDownload::staysAloneWithoutAPlaceForTheSecondDownload()
     QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
-void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot_data()
+void tst_UpdaterDownload::neverEndsBeforeItsAnswer_data()
 {
     QTest::addColumn<QByteArray>("beginning");
     QTest::addColumn<bool>("hasBody");
@@ -415,7 +415,7 @@ void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot_data()
                           << true;
 }
 
-void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot()
+void tst_UpdaterDownload::neverEndsBeforeItsAnswer()
 {
     QFETCH(QByteArray, beginning);
     QFETCH(bool, hasBody);
@@ -432,7 +432,7 @@ void tst_UpdaterDownload::neverEndsWithAnAnswerThatDoesNot()
     QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
-void tst_UpdaterDownload::toleratesTheEndOfNoDownload()
+void tst_UpdaterDownload::ignoresItsSlotsWithoutADownload()
 {
     Updater updater;
     const Listener listener(updater);
@@ -441,7 +441,8 @@ void tst_UpdaterDownload::toleratesTheEndOfNoDownload()
     QCOMPARE(listener.heard, QStringList());
 }
 
-// Nobody looks at how the start went, so the fake's silence is all there is to it.
+// The updater ignores whether the script starts, so a fake that starts nothing stands for a
+// failure.
 void tst_UpdaterDownload::quitsEvenIfTheScriptDoesNotStart()
 {
     m_server->answerBody(u"/new"_s, "new");

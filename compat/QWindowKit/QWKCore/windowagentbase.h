@@ -5,13 +5,13 @@
 
 namespace QWK {
 
-/// What window agents of all kinds have in common.
+/// Base class of window agents.
 class WindowAgentBase : public QObject
 {
     Q_OBJECT
 
 public:
-    /// The roles that a title bar's buttons can have.
+    /// The buttons of a title bar.
     enum SystemButton {
         Unknown,
         WindowIcon,

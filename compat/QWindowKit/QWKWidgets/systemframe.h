@@ -12,17 +12,16 @@ class QWindow;
 
 namespace QWK {
 
-/// Keeps the system's frame around a window invisible, but at work: the system moves, resizes,
-/// snaps and shadows the window as it does its own, with the places that it is told.
+/// Hides the system's frame of a window but keeps its functions: the system moves, resizes, snaps
+/// and shadows the window.
 class SystemFrame
 {
 public:
-    /// The part of the frame at a place in the window, in the window's device-independent pixels;
-    /// Qt::NoSection for what belongs to the widgets.
+    /// Maps a position in the window, in device-independent pixels, to a part of the frame, or to
+    /// Qt::NoSection for the widgets.
     using SectionAt = std::function<Qt::WindowFrameSection(const QPoint &)>;
 
-    /// Null where the system has no such frame, or not for this window. The window must be there
-    /// in the system, and outlive the frame there.
+    /// Null if the platform has no such frame. The native window must exist and outlive the frame.
     static std::unique_ptr<SystemFrame> create(QWindow *window, const SectionAt &sectionAt);
 
     SystemFrame() = default;

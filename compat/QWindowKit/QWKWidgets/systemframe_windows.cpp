@@ -19,11 +19,11 @@ namespace QWK {
 
 namespace {
 
-// What makes the system resize, snap and shadow a window, and animate its states.
+// The styles that let Windows resize, snap, shadow and animate a window.
 constexpr LONG_PTR frameStyle =
     WS_CAPTION | WS_THICKFRAME | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
 
-LRESULT hitOf(Qt::WindowFrameSection section)
+LRESULT hitTestCode(Qt::WindowFrameSection section)
 {
     switch (section) {
     case Qt::LeftSection:
@@ -60,7 +60,7 @@ public:
     {
         QCoreApplication::instance()->installNativeEventFilter(this);
         SetWindowLongPtrW(m_handle, GWL_STYLE, GetWindowLongPtrW(m_handle, GWL_STYLE) | frameStyle);
-        // Without any frame at all the desktop draws no shadow.
+        // Without a frame in the client area the desktop draws no shadow.
         const MARGINS shadow{1, 1, 1, 1};
         DwmExtendFrameIntoClientArea(m_handle, &shadow);
         SetWindowPos(m_handle, nullptr, 0, 0, 0, 0,
@@ -77,7 +77,7 @@ private:
         }
         switch (event->message) {
         case WM_NCCALCSIZE:
-            return event->wParam && takeFrameOff(event->lParam, result);
+            return event->wParam && removeFrame(event->lParam, result);
         case WM_NCHITTEST:
             *result = hitTest({GET_X_LPARAM(event->lParam), GET_Y_LPARAM(event->lParam)});
             return true;
@@ -85,20 +85,21 @@ private:
             *result = 0;
             return true;
         case WM_NCACTIVATE:
-            // The title bar that would be painted here lies below the client area.
+            // With -1 the default procedure does not repaint the title bar, which the client area
+            // covers.
             *result = DefWindowProcW(m_handle, WM_NCACTIVATE, event->wParam, -1);
             return true;
         case WM_NCLBUTTONDBLCLK:
-            // A window that can be snapped would be maximised. Being posted, it has no result.
+            // Filter it, because Windows would maximise the window. A posted message has no result.
             return event->wParam == HTCAPTION;
         default:
             return false;
         }
     }
 
-    bool takeFrameOff(LPARAM parameters, qintptr *result) const
+    bool removeFrame(LPARAM parameters, qintptr *result) const
     {
-        // A maximised window is larger than the screen by its frame.
+        // A maximised window extends beyond the screen by the width of its frame.
         if (IsZoomed(m_handle)) {
             RECT &client = reinterpret_cast<NCCALCSIZE_PARAMS *>(parameters)->rgrc[0];
             const UINT dpi = GetDpiForWindow(m_handle);
@@ -114,7 +115,7 @@ private:
     {
         ScreenToClient(m_handle, &point);
         const qreal ratio = m_window->devicePixelRatio();
-        return hitOf(m_sectionAt({qFloor(point.x / ratio), qFloor(point.y / ratio)}));
+        return hitTestCode(m_sectionAt({qFloor(point.x / ratio), qFloor(point.y / ratio)}));
     }
 
     QWindow *m_window = nullptr;

@@ -5,8 +5,8 @@ class QWindow;
 
 namespace QWK {
 
-/// Ends a move or resize of the window that QWindow had the window system start, wherever it has
-/// got to; nothing if there is none.
+/// Cancels a move or resize that QWindow::startSystemMove() or startSystemResize() began. Does
+/// nothing if there is none.
 void cancelSystemMoveResize(QWindow *window);
 
 } // namespace QWK

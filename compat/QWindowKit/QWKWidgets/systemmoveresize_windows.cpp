@@ -3,7 +3,7 @@
 
 namespace QWK {
 
-// Windows ends a move by itself when the button is up.
+// Windows ends the move itself when the button is released.
 void cancelSystemMoveResize(QWindow *) {}
 
 } // namespace QWK

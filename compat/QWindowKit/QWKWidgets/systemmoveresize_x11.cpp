@@ -14,7 +14,7 @@ namespace QWK {
 
 namespace {
 
-// The direction that cancels, in the window manager specification (EWMH).
+// _NET_WM_MOVERESIZE_CANCEL of the window manager specification (EWMH).
 constexpr uint32_t moveResizeCancel = 11;
 
 struct Free

@@ -41,7 +41,7 @@ Qt::WindowFrameSection sectionOf(Qt::Edges edges)
     return sections.value(edges.toInt(), Qt::NoSection);
 }
 
-// Of a pixel that is divided among several of the screen's, each part counts for the same one.
+// Rounds down: at a higher density several pixels of the screen share one position.
 QPoint pixelOf(const QSinglePointEvent *event)
 {
     return {qFloor(event->position().x()), qFloor(event->position().y())};
@@ -127,7 +127,7 @@ bool WidgetWindowAgent::eventFilter(QObject *watched, QEvent *event)
 void WidgetWindowAgent::watchNativeWindow()
 {
     QWindow *nativeWindow = m_window->windowHandle();
-    // The system's window may be another one although Qt's is the same.
+    // The native handle may be new although the QWindow is the same.
     m_frame.reset();
     if (nativeWindow && nativeWindow->handle()) {
         m_frame = SystemFrame::create(
@@ -141,13 +141,13 @@ void WidgetWindowAgent::watchNativeWindow()
     }
     m_nativeWindow = nativeWindow;
     m_pressTaken = false;
-    // Here all of the window's events pass before any child widget gets them.
+    // The QWindow gets all events of the window before any child widget does.
     if (m_nativeWindow) {
         m_nativeWindow->installEventFilter(this);
     }
 }
 
-// Whether the event must not reach a widget.
+// Returns whether to keep the event from the widgets.
 bool WidgetWindowAgent::handleWindowEvent(QEvent *event)
 {
     switch (event->type()) {
@@ -177,9 +177,9 @@ bool WidgetWindowAgent::handlePress(const QMouseEvent *event)
     if (event->buttons() != Qt::LeftButton) {
         return false;
     }
-    // Already at the press, so that the window does not lag behind by what the pointer moved first.
+    // Start at the press: at the first move the window would lag behind the pointer.
     if (const Qt::Edges edges = edgesAt(position)) {
-        // The window system shows cursors of its own from here on.
+        // The window system shows its own cursor while it resizes.
         showCursor({});
         m_pressTaken = true;
         m_nativeWindow->startSystemResize(edges);
@@ -199,7 +199,8 @@ bool WidgetWindowAgent::handleMove(const QMouseEvent *event)
     return m_pressTaken;
 }
 
-// Comes here only if it was quicker than the window system, which would then go on for good.
+// The window system has not taken over yet if the release arrives here. Cancel, or it would never
+// end the move.
 bool WidgetWindowAgent::handleRelease(const QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || !m_pressTaken) {
@@ -210,7 +211,7 @@ bool WidgetWindowAgent::handleRelease(const QMouseEvent *event)
     return true;
 }
 
-// Whether a widget at this place keeps its presses.
+// Whether the widget at this position handles presses itself.
 bool WidgetWindowAgent::isInteractive(const QPoint &position) const
 {
     const QWidget *widget = m_window->childAt(position);
@@ -259,7 +260,7 @@ Qt::WindowFrameSection WidgetWindowAgent::sectionAt(const QPoint &position) cons
     return isInTitleBar(position) ? Qt::TitleBarArea : Qt::NoSection;
 }
 
-// Lies over the cursors of all widgets, which come and go below it as ever.
+// An override cursor leaves the cursors of the widgets unchanged.
 void WidgetWindowAgent::showCursor(Qt::Edges edges)
 {
     if (m_cursorEdges == edges) {

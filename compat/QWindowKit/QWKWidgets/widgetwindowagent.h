@@ -14,11 +14,11 @@ namespace QWK {
 
 class SystemFrame;
 
-/// Takes the system's frame off a window and puts a widget in the place of its title bar. The
-/// window system itself moves and resizes the window, so that the resize events are spontaneous.
+/// Removes the system's frame from a window and makes a widget its title bar. The window system
+/// itself moves and resizes the window, so its resize events are spontaneous.
 ///
-/// The outermost pixels of a window that is neither maximised nor of a fixed size resize it, also
-/// where a child widget lies. Widgets see every event but the presses that start something here.
+/// The outermost pixels resize the window, even over a child widget, unless it is maximised or of
+/// fixed size. Widgets get all events except the presses that start a move or resize.
 class WidgetWindowAgent : public WindowAgentBase
 {
     Q_OBJECT
@@ -27,19 +27,19 @@ public:
     explicit WidgetWindowAgent(QObject *parent = nullptr);
     ~WidgetWindowAgent() override;
 
-    /// Takes over a top-level widget, best before it is shown. False, with nothing changed, for a
-    /// child widget or if the agent has a window already.
+    /// Takes over a top-level widget, preferably before it is shown. Returns false and changes
+    /// nothing for a child widget, or if the agent already has a window.
     bool setup(QWidget *window);
 
-    /// The widget, in the window, by which the window is dragged.
+    /// The child widget by which the user drags the window.
     QWidget *titleBar() const;
     void setTitleBar(QWidget *widget);
 
-    /// The button that has this role. Its clicks are its own and do not drag the window.
+    /// The widget for this button. A press on it does not drag the window.
     QWidget *systemButton(SystemButton button) const;
     void setSystemButton(SystemButton button, QWidget *widget);
 
-    /// Whether presses on this widget go to it though it lies in the title bar or at an edge.
+    /// Whether the widget gets its presses even in the title bar or at an edge.
     bool isHitTestVisible(const QWidget *widget) const;
     void setHitTestVisible(QWidget *widget, bool visible = true);
 
@@ -63,14 +63,14 @@ private:
     void showCursor(Qt::Edges edges);
 
     QPointer<QWidget> m_window;
-    QPointer<QWindow> m_nativeWindow;     ///< changes when the widget is given another one
-    std::unique_ptr<SystemFrame> m_frame; ///< of the native window, where the system has one
+    QPointer<QWindow> m_nativeWindow;     ///< may change with QEvent::WinIdChange
+    std::unique_ptr<SystemFrame> m_frame; ///< of the native window; null where there is none
     QPointer<QWidget> m_titleBar;
     QHash<SystemButton, QPointer<QWidget>> m_systemButtons;
     QList<QPointer<QWidget>> m_hitTestVisible;
 
     Qt::Edges m_cursorEdges;   ///< those whose cursor is shown
-    bool m_pressTaken = false; ///< the left button's press did not reach a widget
+    bool m_pressTaken = false; ///< no widget got the left button's press
 };
 
 } // namespace QWK

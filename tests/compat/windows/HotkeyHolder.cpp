@@ -2,9 +2,9 @@
 //
 // usage: HotkeyHolder MODIFIERS KEY
 //
-// Holds a hotkey, both numbers as RegisterHotKey takes them. Makes a window with the title
-// "holding" or "refused", and ends when it is ended, or with its standard input: it must not hold
-// the hotkey any longer than a test that was killed.
+// Registers a hotkey; both numbers are arguments of RegisterHotKey. Shows the result as the window
+// title "holding" or "refused". Ends when it is killed or its standard input closes, so that it
+// does not hold the hotkey after a killed test.
 
 #include <cstdlib>
 

@@ -2,10 +2,10 @@
 //
 // usage: Instance USER-DATA TIMEOUT FILE [secondary]
 //
-// An instance for tst_SingleApplicationOnWindows. Writes what becomes of it into the file, one word
-// a line, and ends when there is a file of that name with ".quit" behind. "secondary" allows it to
-// be a secondary instance. It ends with its standard input too: it must not hold the lock any
-// longer than a test that was killed.
+// An instance for tst_SingleApplicationOnWindows. Writes its state to the file, one word per line,
+// and ends when a file of the same name with ".quit" appended exists. "secondary" allows it to be a
+// secondary instance. It also ends when its standard input closes, so that it does not hold the
+// lock after a killed test.
 
 #include <SingleApplication>
 
@@ -21,7 +21,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-void say(const QString &filePath, const char *text)
+void report(const QString &filePath, const char *text)
 {
     QFile file(filePath);
     if (file.open(QIODevice::Append)) {
@@ -48,11 +48,11 @@ int main(int argc, char *argv[])
     const int timeout = std::atoi(argv[2]);
     const QString filePath = QString::fromLocal8Bit(argv[3]);
 
-    say(filePath, "starting");
+    report(filePath, "starting");
     SingleApplication app(argc, argv, argc > 4, SingleApplication::Mode::User, timeout, userData);
     QObject::connect(&app, &SingleApplication::instanceStarted, &app,
-                     [&filePath] { say(filePath, "told"); });
-    say(filePath, app.isPrimary() ? "primary" : "secondary");
+                     [&filePath] { report(filePath, "told"); });
+    report(filePath, app.isPrimary() ? "primary" : "secondary");
 
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &app, [&filePath] {

@@ -3,12 +3,11 @@
 
 #include <QStringList>
 
-/// Keys and pointer as a user moves them: the events come from the screen that wine runs on, by way
-/// of its driver. Wine cannot say when the events are through, so that whoever sends them waits for
-/// their effect.
+/// Keys and pointer motion like a user's: the events pass through the screen that wine runs on.
+/// Wine does not tell when they have arrived, so wait for their effect.
 namespace realinput {
 
-/// Has xdotool do this, such as {"key", "ctrl+alt+space"}; all in one call comes in this order.
+/// Runs xdotool with commands such as {"key", "ctrl+alt+space"}; those of one call stay in order.
 void send(const QStringList &commands);
 
 /// Where keys and clicks go at the moment, for the message of a wait in vain.

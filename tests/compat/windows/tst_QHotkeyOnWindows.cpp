@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Another program that holds, or would hold, a hotkey.
+/// Another program that tries to register a hotkey.
 class Holder
 {
 public:
@@ -44,7 +44,7 @@ private:
     QProcess m_process;
 };
 
-/// Keeps the messages of hotkeys that pass by.
+/// Records the WM_HOTKEY messages.
 class HotkeyMessages : public QAbstractNativeEventFilter
 {
 public:
@@ -69,7 +69,7 @@ class ClickedWindow : public QWidget
 {
 public:
     bool wasClicked = false;
-    int ends = 0; // how often the key was pressed
+    int ends = 0; // how often the last key was pressed
 
 protected:
     void keyPressEvent(QKeyEvent *event) override { ends += event->key() == Qt::Key_End; }
@@ -86,23 +86,23 @@ private Q_SLOTS:
     void initTestCase();
 
     void supportsThisPlatform();
-    void noticesTheKey_data();
-    void noticesTheKey();
-    void needsAllModifiersAndNoOther();
-    void tellsAllObjectsOfOneSequence();
-    void tellsAllSequencesOfOneKey_data();
-    void tellsAllSequencesOfOneKey();
+    void activatesOnTheKey_data();
+    void activatesOnTheKey();
+    void needsExactlyItsModifiers();
+    void activatesAllObjectsOfOneSequence();
+    void activatesAllSequencesOfOneKey_data();
+    void activatesAllSequencesOfOneKey();
     void keepsTheKeyUntilItsLastSequenceGoes();
-    void tellsNothingAfterItsRelease();
-    void tellsFromTheEventLoopAlone();
+    void emitsNothingAfterItIsUnregistered();
+    void emitsFromTheEventLoop();
     void reportsASequenceThatAnotherProgramHolds();
-    void keepsOtherProgramsFromItsSequence();
-    void givesTheSequenceBack();
+    void isRefusedToOtherPrograms();
+    void unregistersTheSequence();
     void refusesAKeyThatTheKeyboardLacks();
 
 private:
-    // Types the keys and then one that is nobody's hotkey and needs no modifier, so that all before
-    // it has had its effect and no key is down any more.
+    // Types the keys and then one without a modifier that is no hotkey. Once that arrives, all keys
+    // before it have had their effect and are up.
     void type(const QStringList &keys);
 
     ClickedWindow m_window;
@@ -135,7 +135,7 @@ void tst_QHotkeyOnWindows::supportsThisPlatform()
     QVERIFY(QHotkey::isPlatformSupported());
 }
 
-void tst_QHotkeyOnWindows::noticesTheKey_data()
+void tst_QHotkeyOnWindows::activatesOnTheKey_data()
 {
     QTest::addColumn<QKeySequence>("sequence");
     QTest::addColumn<QString>("keys");
@@ -155,7 +155,7 @@ void tst_QHotkeyOnWindows::noticesTheKey_data()
                             << u"ctrl+KP_Add"_s;
 }
 
-void tst_QHotkeyOnWindows::noticesTheKey()
+void tst_QHotkeyOnWindows::activatesOnTheKey()
 {
     QFETCH(QKeySequence, sequence);
     QFETCH(QString, keys);
@@ -168,7 +168,7 @@ void tst_QHotkeyOnWindows::noticesTheKey()
     QCOMPARE(pressed.count(), 3);
 }
 
-void tst_QHotkeyOnWindows::needsAllModifiersAndNoOther()
+void tst_QHotkeyOnWindows::needsExactlyItsModifiers()
 {
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);
@@ -178,7 +178,7 @@ void tst_QHotkeyOnWindows::needsAllModifiersAndNoOther()
     QCOMPARE(pressed.count(), 1);
 }
 
-void tst_QHotkeyOnWindows::tellsAllObjectsOfOneSequence()
+void tst_QHotkeyOnWindows::activatesAllObjectsOfOneSequence()
 {
     const QHotkey first(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QHotkey second(QKeySequence(u"Ctrl+Alt+Y"_s), true);
@@ -191,7 +191,7 @@ void tst_QHotkeyOnWindows::tellsAllObjectsOfOneSequence()
     QCOMPARE(secondPressed.count(), 1);
 }
 
-void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey_data()
+void tst_QHotkeyOnWindows::activatesAllSequencesOfOneKey_data()
 {
     QTest::addColumn<QKeySequence>("one");
     QTest::addColumn<QKeySequence>("other");
@@ -206,7 +206,7 @@ void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey_data()
         << u"ctrl+alt+shift+slash"_s;
 }
 
-void tst_QHotkeyOnWindows::tellsAllSequencesOfOneKey()
+void tst_QHotkeyOnWindows::activatesAllSequencesOfOneKey()
 {
     QFETCH(QKeySequence, one);
     QFETCH(QKeySequence, other);
@@ -238,7 +238,7 @@ void tst_QHotkeyOnWindows::keepsTheKeyUntilItsLastSequenceGoes()
     QTRY_VERIFY_WITH_TIMEOUT(Holder::isHolding(), 20000);
 }
 
-void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
+void tst_QHotkeyOnWindows::emitsNothingAfterItIsUnregistered()
 {
     QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);
@@ -247,7 +247,7 @@ void tst_QHotkeyOnWindows::tellsNothingAfterItsRelease()
     QCOMPARE(pressed.count(), 0);
 }
 
-void tst_QHotkeyOnWindows::tellsFromTheEventLoopAlone()
+void tst_QHotkeyOnWindows::emitsFromTheEventLoop()
 {
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     const QSignalSpy pressed(&hotkey, &QHotkey::activated);
@@ -255,7 +255,7 @@ void tst_QHotkeyOnWindows::tellsFromTheEventLoopAlone()
     type({u"ctrl+alt+y"_s});
     QCOMPARE(pressed.count(), 1);
 
-    // The same message again, which nobody waits for: it says no more than that it was taken.
+    // Filter the message again: the signal must not come before the event loop runs.
     MSG press = messages.first();
     qintptr result = 0;
     QVERIFY(QAbstractEventDispatcher::instance()->filterNativeEvent("windows_generic_MSG"_ba,
@@ -277,7 +277,7 @@ void tst_QHotkeyOnWindows::reportsASequenceThatAnotherProgramHolds()
     QCOMPARE(pressed.count(), 0);
 }
 
-void tst_QHotkeyOnWindows::keepsOtherProgramsFromItsSequence()
+void tst_QHotkeyOnWindows::isRefusedToOtherPrograms()
 {
     const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);
     QVERIFY(hotkey.isRegistered());
@@ -285,7 +285,7 @@ void tst_QHotkeyOnWindows::keepsOtherProgramsFromItsSequence()
     QTRY_VERIFY_WITH_TIMEOUT(Holder::isRefused(), 20000);
 }
 
-void tst_QHotkeyOnWindows::givesTheSequenceBack()
+void tst_QHotkeyOnWindows::unregistersTheSequence()
 {
     {
         const QHotkey hotkey(QKeySequence(u"Ctrl+Alt+Y"_s), true);

@@ -17,13 +17,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 60000; // of the test, with a whole machine at work
+constexpr int testTimeout = 60000; // for a busy machine
 constexpr int timeout = 1000;
 const QString userData = u"VaskelTest"_s;
 
 int nextNumber = 0;
 
-/// A process of the helper program, with the file in which it tells what becomes of it.
+/// A process of the helper program and the file with its state.
 class Instance
 {
 public:
@@ -41,7 +41,7 @@ public:
     void kill()
     {
         m_process.kill();
-        m_process.waitForFinished(patience);
+        m_process.waitForFinished(testTimeout);
     }
 
     void quit()
@@ -49,11 +49,11 @@ public:
         QFile mark(m_file + ".quit"_L1);
         QVERIFY(mark.open(QIODevice::WriteOnly));
         mark.close();
-        QVERIFY(m_process.waitForFinished(patience));
+        QVERIFY(m_process.waitForFinished(testTimeout));
         QCOMPARE(m_process.exitCode(), 0);
     }
 
-    QStringList said() const
+    QStringList output() const
     {
         QFile file(m_file);
         return file.open(QIODevice::ReadOnly)
@@ -61,16 +61,16 @@ public:
                    : QStringList();
     }
 
-    bool isPrimary() const { return said().contains(u"primary"_s); }
-    bool isSecondary() const { return said().contains(u"secondary"_s); }
-    qsizetype timesTold() const { return said().count(u"told"_s); }
+    bool isPrimary() const { return output().contains(u"primary"_s); }
+    bool isSecondary() const { return output().contains(u"secondary"_s); }
+    qsizetype notificationCount() const { return output().count(u"told"_s); }
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
 
-    /// Whether the process ended untroubled and without becoming an instance.
-    bool hasGivenWay() const
+    /// Whether the process ended normally without becoming an instance.
+    bool hasExited() const
     {
         return !isRunning() && m_process.exitStatus() == QProcess::NormalExit
-               && m_process.exitCode() == 0 && said() == QStringList{u"starting"_s};
+               && m_process.exitCode() == 0 && output() == QStringList{u"starting"_s};
     }
 
 private:
@@ -86,38 +86,38 @@ class tst_SingleApplicationOnWindows : public QObject
 
 private Q_SLOTS:
     void init() { testhome::reset(); }
-    void secondStartTellsTheFirstAndEnds();
-    void everyStartIsTold();
+    void secondStartNotifiesTheFirstAndEnds();
+    void everyStartIsReported();
     void nextStartIsPrimaryAfterTheFirstHasQuit();
     void killedInstanceBlocksNoStart();
     void twoStartsAtTheSameMomentLeaveOne();
     void tenStartsAtOnceLeaveOne();
     void otherUserDataIsAnotherProgram();
-    void secondaryInstanceIsNotToldOf();
+    void secondaryInstanceIsNotReported();
     void lockIsHeldByOneObjectAtATime();
-    void waitingStartTakesOverALockThatIsGivenBack();
+    void waitingStartTakesAReleasedLock();
     void holderThatNeverListensIsGivenTheTimeout();
 };
 
-void tst_SingleApplicationOnWindows::secondStartTellsTheFirstAndEnds()
+void tst_SingleApplicationOnWindows::secondStartNotifiesTheFirstAndEnds()
 {
     const Instance first;
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
     const Instance second;
-    QTRY_VERIFY_WITH_TIMEOUT(!second.isRunning(), patience);
-    QVERIFY(second.hasGivenWay());
-    QTRY_COMPARE_WITH_TIMEOUT(first.timesTold(), 1, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!second.isRunning(), testTimeout);
+    QVERIFY(second.hasExited());
+    QTRY_COMPARE_WITH_TIMEOUT(first.notificationCount(), 1, testTimeout);
     QVERIFY(first.isRunning());
 }
 
-void tst_SingleApplicationOnWindows::everyStartIsTold()
+void tst_SingleApplicationOnWindows::everyStartIsReported()
 {
     const Instance first;
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
     for (int told = 1; told <= 3; ++told) {
         const Instance next;
-        QTRY_VERIFY_WITH_TIMEOUT(next.hasGivenWay(), patience);
-        QTRY_COMPARE_WITH_TIMEOUT(first.timesTold(), told, patience);
+        QTRY_VERIFY_WITH_TIMEOUT(next.hasExited(), testTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(first.notificationCount(), told, testTimeout);
     }
 }
 
@@ -125,7 +125,7 @@ void tst_SingleApplicationOnWindows::nextStartIsPrimaryAfterTheFirstHasQuit()
 {
     for (int round = 0; round < 3; ++round) {
         Instance instance;
-        QTRY_VERIFY_WITH_TIMEOUT(instance.isPrimary(), patience);
+        QTRY_VERIFY_WITH_TIMEOUT(instance.isPrimary(), testTimeout);
         instance.quit();
     }
 }
@@ -133,24 +133,24 @@ void tst_SingleApplicationOnWindows::nextStartIsPrimaryAfterTheFirstHasQuit()
 void tst_SingleApplicationOnWindows::killedInstanceBlocksNoStart()
 {
     Instance first;
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
     first.kill();
     const Instance second;
-    QTRY_VERIFY_WITH_TIMEOUT(second.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(second.isPrimary(), testTimeout);
     const Instance third;
-    QTRY_VERIFY_WITH_TIMEOUT(third.hasGivenWay(), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(second.timesTold(), 1, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(third.hasExited(), testTimeout);
+    QTRY_COMPARE_WITH_TIMEOUT(second.notificationCount(), 1, testTimeout);
 }
 
 void tst_SingleApplicationOnWindows::twoStartsAtTheSameMomentLeaveOne()
 {
     for (int round = 0; round < 5; ++round) {
-        const Instance one(userData, {}, patience);
-        const Instance two(userData, {}, patience);
-        QTRY_VERIFY_WITH_TIMEOUT(one.hasGivenWay() != two.hasGivenWay(), patience);
-        const Instance &primary = one.hasGivenWay() ? two : one;
-        QTRY_VERIFY_WITH_TIMEOUT(primary.isPrimary(), patience);
-        QTRY_COMPARE_WITH_TIMEOUT(primary.timesTold(), 1, patience);
+        const Instance one(userData, {}, testTimeout);
+        const Instance two(userData, {}, testTimeout);
+        QTRY_VERIFY_WITH_TIMEOUT(one.hasExited() != two.hasExited(), testTimeout);
+        const Instance &primary = one.hasExited() ? two : one;
+        QTRY_VERIFY_WITH_TIMEOUT(primary.isPrimary(), testTimeout);
+        QTRY_COMPARE_WITH_TIMEOUT(primary.notificationCount(), 1, testTimeout);
     }
 }
 
@@ -160,35 +160,35 @@ void tst_SingleApplicationOnWindows::tenStartsAtOnceLeaveOne()
     std::vector<std::unique_ptr<Instance>> instances;
     instances.reserve(count);
     for (int i = 0; i < count; ++i) {
-        instances.push_back(std::make_unique<Instance>(userData, QStringList(), patience));
+        instances.push_back(std::make_unique<Instance>(userData, QStringList(), testTimeout));
     }
     const auto countOf = [&instances](auto predicate) {
         return std::count_if(instances.begin(), instances.end(), predicate);
     };
-    QTRY_COMPARE_WITH_TIMEOUT(countOf([](const auto &one) { return one->hasGivenWay(); }),
-                              count - 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(countOf([](const auto &one) { return one->hasExited(); }), count - 1,
+                              testTimeout);
     QCOMPARE(countOf([](const auto &one) { return one->isPrimary(); }), 1);
     const auto primary = std::find_if(instances.begin(), instances.end(),
                                       [](const auto &one) { return one->isPrimary(); });
-    QTRY_COMPARE_WITH_TIMEOUT((*primary)->timesTold(), count - 1, patience);
+    QTRY_COMPARE_WITH_TIMEOUT((*primary)->notificationCount(), count - 1, testTimeout);
 }
 
 void tst_SingleApplicationOnWindows::otherUserDataIsAnotherProgram()
 {
     const Instance first;
     const Instance other(u"Other"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), patience);
-    QTRY_VERIFY_WITH_TIMEOUT(other.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    QTRY_VERIFY_WITH_TIMEOUT(other.isPrimary(), testTimeout);
 }
 
-void tst_SingleApplicationOnWindows::secondaryInstanceIsNotToldOf()
+void tst_SingleApplicationOnWindows::secondaryInstanceIsNotReported()
 {
     const Instance first;
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
     const Instance second(userData, {u"secondary"_s});
-    QTRY_VERIFY_WITH_TIMEOUT(second.isSecondary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(second.isSecondary(), testTimeout);
     QVERIFY(second.isRunning());
-    QCOMPARE(first.timesTold(), 0);
+    QCOMPARE(first.notificationCount(), 0);
 }
 
 void tst_SingleApplicationOnWindows::lockIsHeldByOneObjectAtATime()
@@ -205,15 +205,15 @@ void tst_SingleApplicationOnWindows::lockIsHeldByOneObjectAtATime()
     QVERIFY(second.tryLock() == InstanceLock::State::Held);
 }
 
-void tst_SingleApplicationOnWindows::waitingStartTakesOverALockThatIsGivenBack()
+void tst_SingleApplicationOnWindows::waitingStartTakesAReleasedLock()
 {
     auto lock = std::make_unique<InstanceLock>(userData);
     QVERIFY(lock->tryLock() == InstanceLock::State::Held);
-    const Instance waiting(userData, {}, patience);
-    QTRY_VERIFY_WITH_TIMEOUT(waiting.said().contains(u"starting"_s), patience);
+    const Instance waiting(userData, {}, testTimeout);
+    QTRY_VERIFY_WITH_TIMEOUT(waiting.output().contains(u"starting"_s), testTimeout);
     QVERIFY(!waiting.isPrimary());
     lock.reset();
-    QTRY_VERIFY_WITH_TIMEOUT(waiting.isPrimary(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(waiting.isPrimary(), testTimeout);
 }
 
 void tst_SingleApplicationOnWindows::holderThatNeverListensIsGivenTheTimeout()
@@ -221,7 +221,7 @@ void tst_SingleApplicationOnWindows::holderThatNeverListensIsGivenTheTimeout()
     InstanceLock lock(userData);
     QVERIFY(lock.tryLock() == InstanceLock::State::Held);
     const Instance next;
-    QTRY_VERIFY_WITH_TIMEOUT(next.hasGivenWay(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(next.hasExited(), testTimeout);
 }
 
 VASKEL_TEST(tst_SingleApplicationOnWindows, QCoreApplication)

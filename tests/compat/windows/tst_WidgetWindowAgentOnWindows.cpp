@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A window as the launcher's: a title bar with a button, and something below.
+/// A window like the launcher's: a title bar with a button, and a widget below.
 class Window : public QWidget
 {
 public:
@@ -47,7 +47,7 @@ public:
 
     HWND handle() const { return reinterpret_cast<HWND>(winId()); }
 
-    // In the screen's pixels.
+    // In physical pixels.
     QPoint onScreen(const QPoint &position) const
     {
         const qreal ratio = devicePixelRatio();
@@ -66,7 +66,7 @@ public:
     QWidget content;
     QPushButton button{&bar};
     QWK::WidgetWindowAgent agent;
-    int userResizes = 0; ///< those that the program did not make
+    int userResizes = 0; ///< spontaneous resize events
 
 protected:
     void resizeEvent(QResizeEvent *event) override
@@ -81,7 +81,7 @@ QString number(int value)
     return QString::number(value);
 }
 
-// Presses at one place of the screen, and lets go at another.
+// Presses at one point of the screen and releases at another.
 void drag(const QPoint &from, const QPoint &by)
 {
     QStringList commands{u"mousemove"_s, number(from.x()), number(from.y()), u"sleep"_s, u"0.3"_s,
@@ -105,10 +105,10 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
 
     void hasNoVisibleFrame();
-    void hasTheStylesThatSnapAndShadowTake();
+    void hasTheStylesForSnapAndShadow();
     void keepsItsSizeWhenShownAgain();
-    void tellsTheSystemItsParts_data();
-    void tellsTheSystemItsParts();
+    void reportsItsFrameSections_data();
+    void reportsItsFrameSections();
     void fixedHeightIsNotResized();
     void titleBarDragsTheWindow();
     void doubleClickOnTheTitleBarDoesNotMaximise();
@@ -126,7 +126,7 @@ void tst_WidgetWindowAgentOnWindows::init()
     m_window = std::make_unique<Window>();
     m_window->show();
     QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    // The pointer starts where it touches nothing.
+    // Start with the pointer outside the window.
     SetCursorPos(1, 1);
 }
 
@@ -143,7 +143,7 @@ void tst_WidgetWindowAgentOnWindows::hasNoVisibleFrame()
     QCOMPARE(m_window->frameGeometry(), m_window->geometry());
 }
 
-void tst_WidgetWindowAgentOnWindows::hasTheStylesThatSnapAndShadowTake()
+void tst_WidgetWindowAgentOnWindows::hasTheStylesForSnapAndShadow()
 {
     const LONG_PTR style = GetWindowLongPtrW(m_window->handle(), GWL_STYLE);
     for (const LONG_PTR part : {LONG_PTR(WS_CAPTION), LONG_PTR(WS_THICKFRAME),
@@ -165,7 +165,7 @@ void tst_WidgetWindowAgentOnWindows::keepsItsSizeWhenShownAgain()
     QTRY_COMPARE(m_window->content.size(), QSize(300, 164));
 }
 
-void tst_WidgetWindowAgentOnWindows::tellsTheSystemItsParts_data()
+void tst_WidgetWindowAgentOnWindows::reportsItsFrameSections_data()
 {
     QTest::addColumn<QPoint>("position");
     QTest::addColumn<int>("expected");
@@ -184,7 +184,7 @@ void tst_WidgetWindowAgentOnWindows::tellsTheSystemItsParts_data()
     QTest::newRow("bottom right corner") << QPoint(399, 299) << HTBOTTOMRIGHT;
 }
 
-void tst_WidgetWindowAgentOnWindows::tellsTheSystemItsParts()
+void tst_WidgetWindowAgentOnWindows::reportsItsFrameSections()
 {
     QFETCH(QPoint, position);
     QTEST(int(m_window->hitAt(position)), "expected");
@@ -219,7 +219,7 @@ void tst_WidgetWindowAgentOnWindows::doubleClickOnTheTitleBarDoesNotMaximise()
     QVERIFY(!m_window->isMaximized());
     QCOMPARE(m_window->geometry(), QRect(100, 100, 400, 300));
 
-    // It can be maximised all the same, by the keyboard or at an edge of the screen.
+    // It can still be maximised, by keyboard or at an edge of the screen.
     SendMessageW(m_window->handle(), WM_SYSCOMMAND, SC_MAXIMIZE, 0);
     QVERIFY(IsZoomed(m_window->handle()));
 }
@@ -229,7 +229,7 @@ void tst_WidgetWindowAgentOnWindows::contentDoesNotDragTheWindow()
     const QPoint before = m_window->pos();
     QSignalSpy clicked(&m_window->button, &QPushButton::clicked);
     drag(m_window->onScreen({100, 100}), QPoint(60, 90));
-    // By the time that this click is through, so is the dragging.
+    // Once this click arrives, the drag is over.
     const QPoint button = m_window->onScreen(m_window->button.geometry().center());
     realinput::send({u"sleep"_s, u"2"_s, u"mousemove"_s, number(button.x()), number(button.y()),
                      u"click"_s, u"1"_s});
@@ -271,7 +271,7 @@ void tst_WidgetWindowAgentOnWindows::maximisedWindowFillsTheWorkArea()
     QTRY_COMPARE(clientOnScreen(),
                  QRect(workArea.left, workArea.top, workArea.right - workArea.left,
                        workArea.bottom - workArea.top));
-    // Nothing of it resizes any more.
+    // No part of it resizes the window any more.
     QCOMPARE(int(m_window->hitAt({0, 100})), HTCLIENT);
 }
 

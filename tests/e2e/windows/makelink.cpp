@@ -2,7 +2,7 @@
 //
 // usage: makelink NAME TARGET ARGUMENTS
 //
-// Puts a link into the start menu of all users.
+// Creates a link in the start menu of all users.
 
 #include "platform/windows/ShellLink.h"
 

@@ -2,14 +2,14 @@
 //
 // usage: reader DESKTOP
 //
-// Tells what a user sees of Vaskel.exe on that desktop of wine. Each line of the standard input is
-// a question, each answer one line of JSON:
+// Reports what a user sees of Vaskel.exe on that desktop of wine. Each line of the standard input
+// is a question, each answer one line of JSON:
 //
-//   windows    the visible windows, with what they tell accessibility tools
-//   active     whether the program's window has the keyboard
-//   counts     how many handles, GDI and user objects the program holds
+//   windows    the visible windows with their accessibility tree
+//   active     whether the program's window has the keyboard focus
+//   counts     the number of handles, GDI and user objects of the program
 //   processes  the processes of that program
-//   taskbar    the place of the bar that has the system tray at its end
+//   taskbar    the geometry of the bar with the system tray at its end
 //   clipboard  the text in the clipboard
 
 #include "reader.h"
@@ -55,7 +55,7 @@ std::string answerProcesses()
     return result.empty() ? "[]" : result + "]";
 }
 
-/// Windows of the toolkit that a process of the program has, hidden ones too.
+/// Qt's windows of the program's processes, including hidden ones.
 std::vector<HWND> windows()
 {
     std::vector<HWND> found;
@@ -82,12 +82,12 @@ bool isActive()
     wchar_t className[256] = {};
     GetClassNameW(active, className, 256);
     const std::vector<HWND> own = windows();
-    // That of a window which is no tool and no menu.
+    // Qt's class name for a normal window, not a tool window or a menu.
     return IsWindowVisible(active) && std::wcsstr(className, L"QWindowIcon")
            && std::find(own.begin(), own.end(), active) != own.end();
 }
 
-/// What the program's own thread answers; nothing if there is none.
+/// The answer of the program's own thread; empty if it does not answer.
 std::string ask(HMODULE hookLibrary, char *memory, reader::Question question)
 {
     *memory = 0;
@@ -118,7 +118,7 @@ std::string answerTaskbar()
     return text;
 }
 
-/// The text as numbers of its UTF-16 units, which need no quoting.
+/// The text as numbers of its UTF-16 code units, which need no quotes.
 std::string answerClipboard()
 {
     std::string result;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The half of reader.exe that works within the program that is read. From another process the tree
-// of a window cannot be walked under wine: the program then waits for itself.
+// The part of reader.exe that runs inside the program under test. Under wine another process cannot
+// walk the tree of a window: the program would wait for itself.
 
 #include "reader.h"
 
@@ -20,8 +20,8 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 #endif
-// Interfaces of UI Automation, as far as they are called here. In a namespace without a name the
-// compiler would take them for such that nobody implements.
+// The parts of UI Automation's interfaces that are called here. Not in an anonymous namespace: the
+// compiler would warn that nothing implements them.
 struct ValueProvider : IUnknown
 {
     static constexpr IID id = {
@@ -53,7 +53,7 @@ struct ToggleProvider : IUnknown
 
 namespace {
 
-// Of UI Automation; the compiler's headers have no names for these.
+// UI Automation's values, which the compiler's headers lack.
 constexpr LPARAM rootObject = -25;
 constexpr int valuePattern = 10002;
 constexpr int selectionItemPattern = 10010;
@@ -74,7 +74,8 @@ LRESULT WINAPI takeProvider(HWND, WPARAM, LPARAM, IRawElementProviderSimple *pro
     return 0;
 }
 
-/// Leads the function by which a window hands out its provider to takeProvider(), while it lives.
+/// Redirects the function by which a window returns its provider to takeProvider(), while it
+/// exists.
 class Diversion
 {
 public:
@@ -153,7 +154,7 @@ std::string property(IRawElementProviderSimple *element, int property)
     return result;
 }
 
-// What a pattern of the element tells; "null" if it has not that pattern.
+// A value of the element's pattern; "null" if it does not have the pattern.
 template <typename Pattern, typename Read>
 std::string told(IRawElementProviderSimple *element, int pattern, Read read)
 {
@@ -288,8 +289,8 @@ std::string readWindows()
     return windows;
 }
 
-// Wine has no answer to GetProcessHandleCount() and GetGuiResources(), and gives 0. It lists all
-// handles of all processes, though.
+// Wine implements neither GetProcessHandleCount() nor GetGuiResources() and returns 0, but it lists
+// all handles of all processes.
 unsigned long countHandles()
 {
     DWORD count = 0;
@@ -320,7 +321,7 @@ unsigned long countHandles()
     return count;
 }
 
-// The table of all objects lies in the process's own memory.
+// The table of all GDI objects is in the memory of each process.
 unsigned long countGdiObjects()
 {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) {
@@ -336,7 +337,7 @@ unsigned long countGdiObjects()
         UCHAR flags;
         void *user;
     };
-    constexpr size_t tableOffset = 0xf8; // in the block of the process
+    constexpr size_t tableOffset = 0xf8; // in the process environment block
     constexpr size_t entries = 0x4000;
     PROCESS_BASIC_INFORMATION process{};
     NtQueryInformationProcess(GetCurrentProcess(), ProcessBasicInformation, &process,
@@ -352,7 +353,7 @@ unsigned long countGdiObjects()
     return count;
 }
 
-// Each number of a user object is tried.
+// Tries every possible handle of a user object.
 unsigned long countUserObjects()
 {
     if (const DWORD count = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS)) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The built file as Windows sees it: what it imports, how large it is, and what it tells of itself.
+// Checks the executable: its imports, its size and its resources.
 
 #include "support/TestProgram.h"
 
@@ -24,7 +24,7 @@ const wchar_t *wide(const QString &text)
     return reinterpret_cast<const wchar_t *>(text.utf16());
 }
 
-/// The file as the loader lays it out in memory, without any of its code run.
+/// The file mapped by the loader without running its code.
 class Image
 {
 public:
@@ -67,7 +67,7 @@ public:
 private:
     template <typename Type> const Type *at(DWORD offset) const
     {
-        // The lower bits tell how the file was loaded.
+        // The lower bits hold flags about the mapping.
         const auto base = reinterpret_cast<quintptr>(m_module) & ~quintptr(3);
         return reinterpret_cast<const Type *>(base + offset);
     }
@@ -75,7 +75,7 @@ private:
     HMODULE m_module;
 };
 
-/// The texts of the elements of that name, whatever their namespaces.
+/// The texts of all elements with this name in any namespace.
 QStringList texts(const QByteArray &manifest, QStringView name)
 {
     QStringList found;
@@ -96,15 +96,15 @@ class tst_Executable : public QObject
 
 private Q_SLOTS:
     void initTestCase() { QVERIFY2(m_image.isValid(), VASKEL_EXECUTABLE); }
-    void isNoLargerThanItMayBe();
+    void isWithinItsSizeLimit();
     void hasNoConsole();
-    void takesAddressesAndMemoryThatAreGuarded();
+    void hasAddressAndMemoryProtection();
     void importsTheSystemAndEverythingAlone();
-    void manifestTellsOfTheProgram_data();
-    void manifestTellsOfTheProgram();
+    void manifestNamesTheProgram_data();
+    void manifestNamesTheProgram();
     void manifestAsksForNoMoreRights();
-    void tellsItsVersion_data();
-    void tellsItsVersion();
+    void hasItsVersion_data();
+    void hasItsVersion();
     void hasItsIconInEachSize_data();
     void hasItsIconInEachSize();
 
@@ -117,7 +117,7 @@ private:
     Image m_image;
 };
 
-void tst_Executable::isNoLargerThanItMayBe()
+void tst_Executable::isWithinItsSizeLimit()
 {
     const qint64 size = QFileInfo(executable).size();
     qInfo("%lld bytes", static_cast<long long>(size));
@@ -132,7 +132,7 @@ void tst_Executable::hasNoConsole()
     QCOMPARE(m_image.header().Subsystem, WORD(IMAGE_SUBSYSTEM_WINDOWS_GUI));
 }
 
-void tst_Executable::takesAddressesAndMemoryThatAreGuarded()
+void tst_Executable::hasAddressAndMemoryProtection()
 {
     for (const WORD flag :
          {IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE, IMAGE_DLLCHARACTERISTICS_NX_COMPAT,
@@ -157,7 +157,7 @@ void tst_Executable::importsTheSystemAndEverythingAlone()
     QCOMPARE(others, QStringList{u"everything64.dll"_s});
 }
 
-void tst_Executable::manifestTellsOfTheProgram_data()
+void tst_Executable::manifestNamesTheProgram_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("expected");
@@ -167,7 +167,7 @@ void tst_Executable::manifestTellsOfTheProgram_data()
     QTest::newRow("long paths") << u"longPathAware"_s << u"true"_s;
 }
 
-void tst_Executable::manifestTellsOfTheProgram()
+void tst_Executable::manifestNamesTheProgram()
 {
     QFETCH(QString, name);
     QFETCH(QString, expected);
@@ -189,7 +189,7 @@ void tst_Executable::manifestAsksForNoMoreRights()
     QCOMPARE(levels, QStringList{u"asInvoker"_s});
 }
 
-void tst_Executable::tellsItsVersion_data()
+void tst_Executable::hasItsVersion_data()
 {
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("expected");
@@ -201,7 +201,7 @@ void tst_Executable::tellsItsVersion_data()
     QTest::newRow("name of the file") << u"OriginalFilename"_s << u"Vaskel.exe"_s;
 }
 
-void tst_Executable::tellsItsVersion()
+void tst_Executable::hasItsVersion()
 {
     QFETCH(QString, key);
     QFETCH(QString, expected);
@@ -233,7 +233,7 @@ void tst_Executable::hasItsIconInEachSize_data()
 void tst_Executable::hasItsIconInEachSize()
 {
     QFETCH(int, size);
-    // The group tells the sizes of its icons, where 0 stands for 256.
+    // The group resource lists the sizes of its icons, with 0 for 256.
     const QByteArray group = m_image.resource(MAKEINTRESOURCEW(14), MAKEINTRESOURCEW(1));
     constexpr qsizetype headerSize = 6;
     constexpr qsizetype entrySize = 14;
@@ -249,7 +249,7 @@ void tst_Executable::hasItsIconInEachSize()
     const QImage image = QImage::fromHICON(icon);
     DestroyIcon(icon);
     QCOMPARE(image.size(), QSize(size, size));
-    // Blue all over, with clear corners.
+    // Blue with transparent corners.
     QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
     const QColor colour = image.pixelColor(size / 2, size / 8);
     QVERIFY2(colour.blue() > colour.red() + 60 && colour.alpha() == 255, qPrintable(colour.name()));

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""What only Windows has: links in the start menu, the registry, a tray in the bar of its own."""
+"""Tests what only Windows has: links in the start menu, the registry, and the taskbar's tray."""
 
 import re
 
@@ -19,7 +19,7 @@ class WindowsCase(EndToEndCase):
 
     def click(self, place, button=1):
         x, y, width, height = place
-        # Never twice at the same point, which might make it a double click.
+        # Alternate between positions: two clicks at one would be a double click.
         self.clicks += 1
         self.desktop.click(x + width // 4 + self.clicks % 2 * width // 2, y + height // 2, button)
 
@@ -187,8 +187,8 @@ class FloatIcon(WindowsCase):
 
     def test_drag_moves_it_and_its_place_is_kept(self):
         x, y, _, _ = self.icon()
-        # Wine reads where the pointer is against where the window is to be. Let go before it is
-        # there, the button would carry it as far again.
+        # Wine compares the pointer with where the window will be. If the button is released before
+        # the window arrives, wine moves it as far again.
         with self.desktop.drag((x + 24, y + 24), (x - 176, y - 76),
                                lambda: self.icon()[:2] != (x, y)):
             self.becomes(self.icon, (x - 200, y - 100, 48, 48))
@@ -208,7 +208,7 @@ class FloatIcon(WindowsCase):
 
 class Pages(WindowsCase):
     def choose(self, name, key, expected):
-        """Changes a combo box by one key."""
+        """Changes a combo box with one key."""
         self.launcher.tab_to(name)
         self.launcher.press(key)
         self.becomes(lambda: self.launcher.text_of(

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Vaskel.exe on a Windows that speaks Chinese."""
+"""Vaskel.exe on a Chinese Windows."""
 
 import shutil
 import subprocess
@@ -14,7 +14,7 @@ from launcher import find
 class Chinese(EndToEndCase):
     def setUp(self):
         super().setUp()
-        # Wine takes its language from the system's locale, which few machines have ready.
+        # Wine takes its language from the host's locale; few machines have this one installed.
         locales = self.home.folder / "locales"
         if not (locales / "zh_CN.UTF-8").exists():
             shutil.rmtree(locales, ignore_errors=True)
@@ -24,7 +24,7 @@ class Chinese(EndToEndCase):
         self.launcher.environment |= {"LOCPATH": str(locales), "LC_ALL": "zh_CN.UTF-8"}
 
     def shows(self, *names):
-        """Waits until all of the names show."""
+        """Waits until all of the names are visible."""
         def shown():
             return {found.get_name() for found in self.launcher.everything()}
         wait_until(lambda: set(names) <= shown(), f"{names} show")

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""The window on screens of several densities: its size, its title bar, its edges and its button."""
+"""The window at several screen densities: its size, its title bar, its edges and its button."""
 
 from gi.repository import Atspi
 
@@ -8,12 +8,12 @@ from case import EndToEndCase, main
 from desktop import wait_until
 from launcher import find
 
-SIZE = (760, 460)  # of the window with rows, in pixels of its own
+SIZE = (760, 460)  # of the window with rows, in device-independent pixels
 DPI = 96
 
 
 class Scaled:
-    """What a case sees at a factor."""
+    """The cases for one scale factor."""
 
     factor = 1
 
@@ -63,7 +63,7 @@ class AtFactor2(Scaled, tst_window.Window):
 
 
 class OnDenseScreen(EndToEndCase):
-    """Windows' own setting, as the user makes it for a screen."""
+    """The scale factor comes from Windows' own setting for the screen."""
 
     def set_dpi(self, dpi):
         self.home.run("reg", "add", r"HKCU\Control Panel\Desktop", "/f", "/v", "LogPixels",

@@ -10,8 +10,8 @@
 #include <QStandardPaths>
 #include <QString>
 
-/// A system of its own for the file index. Its programs are scripts around this machine's plocate
-/// and updatedb, so that the system's database is one in the test's home.
+/// A separate system for the file index: scripts around this machine's plocate and updatedb use a
+/// system database in the test's home.
 namespace plocate {
 
 inline QString folder()
@@ -58,7 +58,7 @@ inline QByteArray realUpdater()
     return "exec " + QFile::encodeName(program(QStringLiteral("updatedb.plocate"))) + " \"$@\"";
 }
 
-/// Nothing is installed but what the scripts need.
+/// Removes everything except what the scripts need.
 inline void remove()
 {
     QFile::remove(folder() + QStringLiteral("/bin/plocate"));
@@ -66,7 +66,7 @@ inline void remove()
     qunsetenv("LOCATE_PATH");
 }
 
-/// The real index, without a system's database.
+/// Installs the real index without a system database.
 inline void install()
 {
     if (program(QStringLiteral("plocate")).isEmpty()) {
@@ -78,7 +78,7 @@ inline void install()
     qunsetenv("LOCATE_PATH");
 }
 
-/// Builds the system's database, of the test's home.
+/// Builds the system database from the test's home.
 inline void updateSystemDatabase()
 {
     const int status = QProcess::execute(

@@ -4,16 +4,16 @@
 #include <QJsonObject>
 #include <QString>
 
-/// Starts of the program "recorder" and what it wrote down.
+/// Starts of the program "recorder" and its output.
 namespace recording {
 
-/// Where the program is.
+/// The path of the program.
 QString program();
 
-/// Names the file for the next record, in this process's environment, and removes the last one.
+/// Sets the file for the next record in this process's environment, and removes the last one.
 void prepare();
 
-/// What the program has recorded since then; empty as long as it has not.
+/// The record since prepare(); empty until the program has written it.
 QJsonObject record();
 
 } // namespace recording

@@ -111,7 +111,7 @@ void registerAtLogIn()
     testhome::writeFile(u"config/autostart/Vaskel.desktop"_s, "by hand");
 }
 
-// Qt asks the desktop, and without one it never hears of a change.
+// Qt asks the desktop; without one it cannot notice a change.
 bool preferColors(platform::ColorScheme)
 {
     return false;
@@ -171,7 +171,7 @@ bool removeIndex()
     return true;
 }
 
-// Root owns everything, and so has to give something away.
+// Root owns the usual folders, so it gives one away.
 QString foreignFolder()
 {
     if (geteuid() != 0) {

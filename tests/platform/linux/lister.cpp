@@ -2,9 +2,9 @@
 //
 // usage: lister [root file]
 //
-// Prints the name under which a file of a start-menu root is listed, or nothing; without arguments,
-// what the row for the system's settings starts. A process of its own, as the running desktop is
-// that of a whole process.
+// Prints the name under which a file of a start-menu root is listed, or nothing. Without arguments
+// it prints the program of the row for the system's settings. A process of its own, since the
+// running desktop is fixed for a process.
 
 #include "platform/BuiltinPrograms.h"
 #include "platform/StartMenu.h"

@@ -2,7 +2,7 @@
 //
 // usage: opener file
 //
-// Opens a link, says so and waits to be killed.
+// Opens a link, reports it and waits to be killed.
 
 #include "platform/Link.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// A program to be started by the tests. It writes what it was given to the file that the variable
-// RECORD names, as one JSON object. With the variable RECORD_AGAIN_AFTER it lives on until the file
-// of that name appears, and then adds "lived" to its record.
+// A program for tests to start. Writes its arguments, environment and other state as one JSON
+// object to the file in the variable RECORD. With the variable RECORD_AGAIN_AFTER it waits for the
+// file of that name and then adds "lived" to its record.
 
 #include <QDir>
 #include <QFile>
@@ -38,7 +38,7 @@ QJsonObject environment()
     return object;
 }
 
-// The folder's own descriptor is gone when the links are read.
+// Skips the folder's own descriptor, which is closed by then.
 QJsonObject openFiles()
 {
     QJsonObject object;

@@ -22,16 +22,16 @@ class tst_AutoStart : public QObject
 private Q_SLOTS:
     void init();
     void writesAnEntryForTheRunningProgram();
-    void doesNotWriteWhatIsAlreadySo();
-    void replacesWhatSaysOtherwise_data();
-    void replacesWhatSaysOtherwise();
-    void leavesTheTargetOfALinkAlone();
+    void doesNotRewriteAnUnchangedEntry();
+    void replacesADifferentEntry_data();
+    void replacesADifferentEntry();
+    void leavesTheTargetOfASymbolicLinkAlone();
     void removesTheEntryWhoeverWroteIt();
-    void removesADanglingLink();
+    void removesADanglingSymbolicLink();
     void removingNothingIsFine();
     void leavesNoFurtherFilesBehind();
-    void survivesAFolderThatCannotBeWritten_data();
-    void survivesAFolderThatCannotBeWritten();
+    void ignoresAFileInPlaceOfTheFolder_data();
+    void ignoresAFileInPlaceOfTheFolder();
     void theDesktopStartsAnyPath_data();
     void theDesktopStartsAnyPath();
     void startsAPathWithAnEqualsSignByTheShell();
@@ -68,7 +68,7 @@ bool run(const QString &program, const QString &argument)
     return QProcess::execute(program, {argument}) == 0;
 }
 
-QByteArray complaints()
+QByteArray validatorOutput()
 {
     QProcess validator;
     validator.setProcessChannelMode(QProcess::MergedChannels);
@@ -98,10 +98,10 @@ void tst_AutoStart::writesAnEntryForTheRunningProgram()
                                   "Terminal=false\n"
                                   "X-GNOME-Autostart-enabled=true\n";
     QCOMPARE(contentOf(entryPath()), expected);
-    QCOMPARE(complaints(), QByteArray());
+    QCOMPARE(validatorOutput(), QByteArray());
 }
 
-void tst_AutoStart::doesNotWriteWhatIsAlreadySo()
+void tst_AutoStart::doesNotRewriteAnUnchangedEntry()
 {
     platform::applyAutoStart(true);
     QFile file(entryPath());
@@ -113,7 +113,7 @@ void tst_AutoStart::doesNotWriteWhatIsAlreadySo()
     QCOMPARE(QFileInfo(entryPath()).lastModified(), longAgo);
 }
 
-void tst_AutoStart::replacesWhatSaysOtherwise_data()
+void tst_AutoStart::replacesADifferentEntry_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("nothing") << QByteArray();
@@ -125,7 +125,7 @@ void tst_AutoStart::replacesWhatSaysOtherwise_data()
     QTest::newRow("huge") << QByteArray(10'000'000, 'x');
 }
 
-void tst_AutoStart::replacesWhatSaysOtherwise()
+void tst_AutoStart::replacesADifferentEntry()
 {
     QFETCH(QByteArray, content);
     platform::applyAutoStart(true);
@@ -135,7 +135,7 @@ void tst_AutoStart::replacesWhatSaysOtherwise()
     QCOMPARE(contentOf(entryPath()), expected);
 }
 
-void tst_AutoStart::leavesTheTargetOfALinkAlone()
+void tst_AutoStart::leavesTheTargetOfASymbolicLinkAlone()
 {
     const QString target = testhome::writeFile(u"data/applications/Vaskel.desktop"_s, "menu");
     QVERIFY(QDir().mkpath(folderPath()));
@@ -155,7 +155,7 @@ void tst_AutoStart::removesTheEntryWhoeverWroteIt()
     QVERIFY(QFile::exists(other));
 }
 
-void tst_AutoStart::removesADanglingLink()
+void tst_AutoStart::removesADanglingSymbolicLink()
 {
     QVERIFY(QDir().mkpath(folderPath()));
     QVERIFY(QFile::link(u"/no/such/file"_s, entryPath()));
@@ -176,14 +176,14 @@ void tst_AutoStart::leavesNoFurtherFilesBehind()
              QStringList{u"Vaskel.desktop"_s});
 }
 
-void tst_AutoStart::survivesAFolderThatCannotBeWritten_data()
+void tst_AutoStart::ignoresAFileInPlaceOfTheFolder_data()
 {
     QTest::addColumn<QString>("blocked");
     QTest::newRow("a file for the folder") << u"config/autostart"_s;
     QTest::newRow("a folder for the file") << u"config/autostart/Vaskel.desktop/x"_s;
 }
 
-void tst_AutoStart::survivesAFolderThatCannotBeWritten()
+void tst_AutoStart::ignoresAFileInPlaceOfTheFolder()
 {
     QFETCH(QString, blocked);
     const QString path = testhome::writeFile(blocked, "in the way");
@@ -203,7 +203,7 @@ void tst_AutoStart::theDesktopStartsAnyPath_data()
           u"记事本 Ä é"_s, u"\U0001F680"_s}) {
         QTest::newRow(qPrintable(name)) << name << true;
     }
-    // The format has no room for control characters, but readers are not that strict.
+    // The format allows no control characters, but readers accept them.
     QTest::newRow("tab") << u"tab\tin it"_s << false;
     QTest::newRow("escape") << u"\x1b[0m"_s << false;
 }
@@ -213,7 +213,7 @@ void tst_AutoStart::theDesktopStartsAnyPath()
     QFETCH(QString, folder);
     const QString program = installProgram("programs/"_L1 + folder + "/Vaskel"_L1);
     QVERIFY(run(program, u"on"_s));
-    QTEST(complaints().isEmpty(), "isValid");
+    QTEST(validatorOutput().isEmpty(), "isValid");
     QVERIFY(platform::openLink(entryPath()));
     QTRY_COMPARE(QString::fromUtf8(contentOf(testhome::path() + "/record"_L1)), program);
     QVERIFY(run(program, u"off"_s));

@@ -31,16 +31,16 @@ private Q_SLOTS:
     void passesOverWhatIsNotForThisDesktop();
     void passesOverWhatCannotStart_data();
     void passesOverWhatCannotStart();
-    void prefersTheChosenProgram_data();
-    void prefersTheChosenProgram();
-    void takesWhatOpensTheTypeAtLast_data();
-    void takesWhatOpensTheTypeAtLast();
-    void drawsWithAnEditorOnly_data();
-    void drawsWithAnEditorOnly();
+    void prefersTheDefaultProgram_data();
+    void prefersTheDefaultProgram();
+    void usesAnAssociatedProgramLast_data();
+    void usesAnAssociatedProgramLast();
+    void paintsWithAnEditorOnly_data();
+    void paintsWithAnEditorOnly();
     void describesTheProgramInTheUsersLanguage();
     void browsesToTheStartPage();
     void translatesTheStartPage();
-    void looksAnewEachTime();
+    void searchesAtEachCall();
     void watchesNothing();
 };
 
@@ -69,7 +69,7 @@ QString pathOf(BuiltinProgram program)
     return platform::builtinProgram(program).path;
 }
 
-void choose(const QByteArray &contentType, const QByteArray &ids)
+void setDefault(const QByteArray &contentType, const QByteArray &ids)
 {
     testhome::writeFile(u"config/mimeapps.list"_s,
                         "[Default Applications]\n" + contentType + '=' + ids + '\n');
@@ -205,7 +205,7 @@ void tst_BuiltinPrograms::passesOverWhatCannotStart()
     QCOMPARE(pathOf(BuiltinProgram::Calculator), path);
 }
 
-void tst_BuiltinPrograms::prefersTheChosenProgram_data()
+void tst_BuiltinPrograms::prefersTheDefaultProgram_data()
 {
     QTest::addColumn<BuiltinProgram>("program");
     QTest::addColumn<QByteArray>("contentType");
@@ -216,25 +216,25 @@ void tst_BuiltinPrograms::prefersTheChosenProgram_data()
         << BuiltinProgram::FileExplorer << QByteArray("inode/directory") << u"org.gnome.Nautilus"_s;
 }
 
-void tst_BuiltinPrograms::prefersTheChosenProgram()
+void tst_BuiltinPrograms::prefersTheDefaultProgram()
 {
     QFETCH(BuiltinProgram, program);
     QFETCH(QByteArray, contentType);
     QFETCH(QString, wellKnown);
     const QString fallback = installed(wellKnown);
     const QString path = installed(u"mine"_s, "NoDisplay=true");
-    choose(contentType, "gone.desktop;mine.desktop");
+    setDefault(contentType, "gone.desktop;mine.desktop");
     QCOMPARE(pathOf(program), path);
-    choose(contentType, "gone.desktop");
+    setDefault(contentType, "gone.desktop");
     QCOMPARE(pathOf(program), fallback);
 }
 
-void tst_BuiltinPrograms::takesWhatOpensTheTypeAtLast_data()
+void tst_BuiltinPrograms::usesAnAssociatedProgramLast_data()
 {
-    prefersTheChosenProgram_data();
+    prefersTheDefaultProgram_data();
 }
 
-void tst_BuiltinPrograms::takesWhatOpensTheTypeAtLast()
+void tst_BuiltinPrograms::usesAnAssociatedProgramLast()
 {
     QFETCH(BuiltinProgram, program);
     QFETCH(QByteArray, contentType);
@@ -246,7 +246,7 @@ void tst_BuiltinPrograms::takesWhatOpensTheTypeAtLast()
     QCOMPARE(pathOf(program), better);
 }
 
-void tst_BuiltinPrograms::drawsWithAnEditorOnly_data()
+void tst_BuiltinPrograms::paintsWithAnEditorOnly_data()
 {
     QTest::addColumn<QByteArray>("categories");
     QTest::addColumn<bool>("isTaken");
@@ -257,7 +257,7 @@ void tst_BuiltinPrograms::drawsWithAnEditorOnly_data()
     QTest::newRow("browser") << QByteArray("Network;WebBrowser;") << false;
 }
 
-void tst_BuiltinPrograms::drawsWithAnEditorOnly()
+void tst_BuiltinPrograms::paintsWithAnEditorOnly()
 {
     QFETCH(QByteArray, categories);
     QFETCH(bool, isTaken);
@@ -265,7 +265,7 @@ void tst_BuiltinPrograms::drawsWithAnEditorOnly()
     associate("image/png", "mine.desktop");
     QCOMPARE(pathOf(BuiltinProgram::Paint), isTaken ? path : u"drawing"_s);
     const QString fallback = installed(u"gimp"_s);
-    choose("image/png", "mine.desktop");
+    setDefault("image/png", "mine.desktop");
     QCOMPARE(pathOf(BuiltinProgram::Paint), isTaken ? path : fallback);
 }
 
@@ -285,7 +285,7 @@ void tst_BuiltinPrograms::browsesToTheStartPage()
     QCOMPARE(info.iconSource, address);
 
     const QString path = installed(u"mine"_s);
-    choose("x-scheme-handler/https", "mine.desktop");
+    setDefault("x-scheme-handler/https", "mine.desktop");
     info = platform::builtinProgram(BuiltinProgram::Browser);
     QCOMPARE(info.path, address);
     QCOMPARE(info.iconSource, path);
@@ -298,7 +298,7 @@ void tst_BuiltinPrograms::translatesTheStartPage()
     QCOMPARE(platform::builtinProgram(BuiltinProgram::Browser).description, u"打开必应搜索"_s);
 }
 
-void tst_BuiltinPrograms::looksAnewEachTime()
+void tst_BuiltinPrograms::searchesAtEachCall()
 {
     QCOMPARE(pathOf(BuiltinProgram::TaskManager), u"gnome-system-monitor"_s);
     const QString path = installed(u"htop"_s);
@@ -307,13 +307,13 @@ void tst_BuiltinPrograms::looksAnewEachTime()
     QCOMPARE(pathOf(BuiltinProgram::TaskManager), u"gnome-system-monitor"_s);
 }
 
-// A thread that waits for changed settings would wake the hidden program up all day.
+// A thread that watches settings would keep waking the hidden program up.
 void tst_BuiltinPrograms::watchesNothing()
 {
     const QDir threads(u"/proc/self/task"_s);
     const qsizetype before = threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size();
     const QString path = installed(u"mine"_s);
-    choose("text/plain", "mine.desktop");
+    setDefault("text/plain", "mine.desktop");
     QCOMPARE(pathOf(BuiltinProgram::Notepad), path);
     QVERIFY(platform::startMenuNames(testhome::path() + "/system/applications"_L1, {path})
                 .contains(path));

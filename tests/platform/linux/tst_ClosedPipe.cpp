@@ -20,18 +20,18 @@ class tst_ClosedPipe : public QObject
 
 private Q_SLOTS:
     void init();
-    void sparesNoStartedProgram_data();
-    void sparesNoStartedProgram();
+    void doesNotAffectStartedPrograms_data();
+    void doesNotAffectStartedPrograms();
 };
 
 void tst_ClosedPipe::init()
 {
     testhome::reset();
     std::signal(SIGPIPE, SIG_DFL);
-    platform::outliveClosedPipes();
+    platform::ignoreClosedPipes();
 }
 
-void tst_ClosedPipe::sparesNoStartedProgram_data()
+void tst_ClosedPipe::doesNotAffectStartedPrograms_data()
 {
     QTest::addColumn<bool>("isLink");
 
@@ -39,7 +39,7 @@ void tst_ClosedPipe::sparesNoStartedProgram_data()
     QTest::newRow("a desktop entry") << true;
 }
 
-void tst_ClosedPipe::sparesNoStartedProgram()
+void tst_ClosedPipe::doesNotAffectStartedPrograms()
 {
     QFETCH(const bool, isLink);
 

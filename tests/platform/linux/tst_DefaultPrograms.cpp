@@ -26,7 +26,7 @@ private Q_SLOTS:
     void leavesOutWhatCannotStart();
     void survivesDamagedLists_data();
     void survivesDamagedLists();
-    void readsWhatProgramsSayOfThemselves();
+    void readsTheAssociationsOfPrograms();
     void findsAnInstalledProgram();
     void agreesWithGio();
 };
@@ -40,14 +40,14 @@ QString installed(const QString &relativePath, const QByteArray &lines = {})
                                                  + lines + '\n');
 }
 
-void choose(const QString &list, const QByteArray &ids)
+void setDefault(const QString &list, const QByteArray &ids)
 {
     testhome::writeFile(list, "[Default Applications]\ntext/plain=" + ids + '\n');
 }
 
-QStringList chosen()
+QStringList defaults()
 {
-    return platform::chosenPrograms("text/plain");
+    return platform::defaultPrograms("text/plain");
 }
 
 } // namespace
@@ -75,18 +75,18 @@ void tst_DefaultPrograms::readsTheListsInTheirOrder()
     for (qsizetype index = 0; index < lists.size(); ++index) {
         const QByteArray id = "program-" + QByteArray::number(index) + ".desktop";
         expected += installed("system/applications/"_L1 + QString::fromUtf8(id));
-        choose(lists.at(index), id);
+        setDefault(lists.at(index), id);
     }
-    choose(u"config/other-mimeapps.list"_s, "program-5.desktop");
-    QCOMPARE(chosen(), expected);
+    setDefault(u"config/other-mimeapps.list"_s, "program-5.desktop");
+    QCOMPARE(defaults(), expected);
 }
 
 void tst_DefaultPrograms::readsEachEntryOfAList()
 {
     const QString first = installed(u"system/applications/first.desktop"_s);
     const QString second = installed(u"data/applications/second.desktop"_s);
-    choose(u"config/mimeapps.list"_s, "second.desktop;missing.desktop;;first.desktop;");
-    QCOMPARE(chosen(), (QStringList{second, first}));
+    setDefault(u"config/mimeapps.list"_s, "second.desktop;missing.desktop;;first.desktop;");
+    QCOMPARE(defaults(), (QStringList{second, first}));
 }
 
 void tst_DefaultPrograms::takesOnlyTheTypeItself()
@@ -96,7 +96,7 @@ void tst_DefaultPrograms::takesOnlyTheTypeItself()
                                                    "text/plain=any.desktop\n"
                                                    "[Default Applications]\n"
                                                    "text/html=any.desktop\n");
-    QCOMPARE(chosen(), QStringList());
+    QCOMPARE(defaults(), QStringList());
 }
 
 void tst_DefaultPrograms::leavesOutWhatCannotStart_data()
@@ -116,8 +116,8 @@ void tst_DefaultPrograms::leavesOutWhatCannotStart()
     QFETCH(QByteArray, lines);
     QFETCH(bool, isThere);
     const QString path = installed(u"data/applications/any.desktop"_s, lines);
-    choose(u"config/mimeapps.list"_s, "any.desktop");
-    QCOMPARE(chosen(), isThere ? QStringList{path} : QStringList());
+    setDefault(u"config/mimeapps.list"_s, "any.desktop");
+    QCOMPARE(defaults(), isThere ? QStringList{path} : QStringList());
 }
 
 void tst_DefaultPrograms::survivesDamagedLists_data()
@@ -138,10 +138,10 @@ void tst_DefaultPrograms::survivesDamagedLists()
     QFETCH(QByteArray, content);
     installed(u"data/x-y.desktop"_s);
     testhome::writeFile(u"config/mimeapps.list"_s, content);
-    QCOMPARE(chosen(), QStringList());
+    QCOMPARE(defaults(), QStringList());
 }
 
-void tst_DefaultPrograms::readsWhatProgramsSayOfThemselves()
+void tst_DefaultPrograms::readsTheAssociationsOfPrograms()
 {
     const QString users = installed(u"data/applications/users.desktop"_s);
     const QString systems = installed(u"system/applications/systems.desktop"_s);
@@ -150,7 +150,7 @@ void tst_DefaultPrograms::readsWhatProgramsSayOfThemselves()
     testhome::writeFile(u"system/applications/mimeinfo.cache"_s,
                         "[MIME Cache]\ntext/html=users.desktop;\ntext/plain=systems.desktop;\n");
     QCOMPARE(platform::associatedPrograms("text/plain"), (QStringList{users, systems}));
-    QCOMPARE(chosen(), QStringList());
+    QCOMPARE(defaults(), QStringList());
 }
 
 void tst_DefaultPrograms::findsAnInstalledProgram()
@@ -168,13 +168,13 @@ void tst_DefaultPrograms::agreesWithGio()
 {
     installed(u"system/applications/systems.desktop"_s);
     installed(u"data/applications/users.desktop"_s);
-    choose(u"system/applications/mimeapps.list"_s, "systems.desktop");
-    choose(u"config/mimeapps.list"_s, "gone.desktop;users.desktop;systems.desktop");
+    setDefault(u"system/applications/mimeapps.list"_s, "systems.desktop");
+    setDefault(u"config/mimeapps.list"_s, "gone.desktop;users.desktop;systems.desktop");
     const platform::ObjectPointer<GAppInfo> program(
         g_app_info_get_default_for_type("text/plain", FALSE));
     QVERIFY(program);
     const char *path = g_desktop_app_info_get_filename(G_DESKTOP_APP_INFO(program.get()));
-    QCOMPARE(chosen().value(0), QFile::decodeName(path));
+    QCOMPARE(defaults().value(0), QFile::decodeName(path));
 }
 
 VASKEL_TEST(tst_DefaultPrograms, QCoreApplication)

@@ -45,7 +45,7 @@ private Q_SLOTS:
     void startsInATerminal_data();
     void startsInATerminal();
     void startsNothingWithoutATerminal();
-    void takesTheCommandWhereThereIsNoBus();
+    void usesTheCommandWithoutABus();
     void failsWithoutBusAndCommand();
 };
 
@@ -79,7 +79,7 @@ QString folder(const QString &name)
     return path;
 }
 
-// A terminal that hands on its arguments, the way all of the well-known ones do.
+// A terminal that runs its arguments, like all of the well-known ones.
 void installTerminal(const QString &name)
 {
     const QString path = testhome::writeFile("bin/"_L1 + name, "#!/bin/sh\n"
@@ -304,7 +304,7 @@ void tst_Link::startsNothingWithoutATerminal()
     QVERIFY(!platform::openLink(entryPath(execLine({}) + "Terminal=true\n")));
 }
 
-void tst_Link::takesTheCommandWhereThereIsNoBus()
+void tst_Link::usesTheCommandWithoutABus()
 {
     QVERIFY(platform::openLink(entryPath(execLine("--ours") + "DBusActivatable=true\n")));
     QTRY_COMPARE(recordedArguments(), (QStringList{recording::program(), u"--ours"_s}));

@@ -15,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What openLink() does with a session bus and a display.
+/// openLink() with a session bus and a display.
 class tst_LinkInSession : public QObject
 {
     Q_OBJECT
@@ -23,8 +23,8 @@ class tst_LinkInSession : public QObject
 private Q_SLOTS:
     void init();
     void startsInXterm();
-    void takesTheCommandThoughThereIsABus();
-    void activatesWhatHasNoCommand();
+    void prefersTheCommandToDBus();
+    void activatesAnEntryWithoutACommand();
 
 private:
     const QByteArray m_path = qgetenv("PATH");
@@ -32,7 +32,7 @@ private:
 
 namespace {
 
-// The application interface of the desktop entry specification, as far as it is used here.
+// The parts of org.freedesktop.Application that these tests need.
 class BusApplication
 {
 public:
@@ -123,7 +123,7 @@ void tst_LinkInSession::startsInXterm()
         record.value("files"_L1).toObject().value("0"_L1).toString().startsWith("/dev/pts/"_L1));
 }
 
-void tst_LinkInSession::takesTheCommandThoughThereIsABus()
+void tst_LinkInSession::prefersTheCommandToDBus()
 {
     BusApplication application;
     QVERIFY(application.isOwner());
@@ -132,7 +132,7 @@ void tst_LinkInSession::takesTheCommandThoughThereIsABus()
     QCOMPARE(application.activations(), 0);
 }
 
-void tst_LinkInSession::activatesWhatHasNoCommand()
+void tst_LinkInSession::activatesAnEntryWithoutACommand()
 {
     BusApplication application;
     QVERIFY(application.isOwner());

@@ -37,7 +37,7 @@ struct stat statusOf(const QString &path)
     return status;
 }
 
-// As Debian gives each user one.
+// Debian gives each user such a group.
 bool hasOwnGroup()
 {
     const QByteArray user = ::getpwuid(::geteuid())->pw_name;
@@ -60,12 +60,12 @@ private Q_SLOTS:
     void init() { testhome::reset(); }
 
     void createsTheFileForTheUserAlone();
-    void closesALeftoverToAllOthers();
-    void leavesTheOtherNamesOfALeftover();
+    void restrictsAnEarlierFileToTheUser();
+    void keepsOtherHardLinksOfAnEarlierFile();
     void refusesWhatIsNoFile_data();
     void refusesWhatIsNoFile();
-    void refusesAFolderInWhichOthersCanSwapFiles_data();
-    void refusesAFolderInWhichOthersCanSwapFiles();
+    void refusesAFolderInWhichOthersCanReplaceFiles_data();
+    void refusesAFolderInWhichOthersCanReplaceFiles();
 };
 
 void tst_PrivateFile::createsTheFileForTheUserAlone()
@@ -77,7 +77,7 @@ void tst_PrivateFile::createsTheFileForTheUserAlone()
     QCOMPARE(int(statusOf(filePath()).st_mode & 07777), 0600);
 }
 
-void tst_PrivateFile::closesALeftoverToAllOthers()
+void tst_PrivateFile::restrictsAnEarlierFileToTheUser()
 {
     testhome::writeFile(u"tmp/file"_s, "a leftover");
     QCOMPARE(::chmod(QFile::encodeName(filePath()).constData(), 0666), 0);
@@ -86,8 +86,8 @@ void tst_PrivateFile::closesALeftoverToAllOthers()
     QCOMPARE(int(statusOf(filePath()).st_size), 0);
 }
 
-// Somebody else may have given one of the user's own files this name too.
-void tst_PrivateFile::leavesTheOtherNamesOfALeftover()
+// Another user may have created a hard link to one of the user's own files.
+void tst_PrivateFile::keepsOtherHardLinksOfAnEarlierFile()
 {
     const QString own = testhome::writeFile(u"own"_s, "content");
     QCOMPARE(::link(QFile::encodeName(own).constData(), QFile::encodeName(filePath()).constData()),
@@ -99,9 +99,9 @@ void tst_PrivateFile::leavesTheOtherNamesOfALeftover()
 void tst_PrivateFile::refusesWhatIsNoFile_data()
 {
     QTest::addColumn<QString>("linkTarget");
-    QTest::newRow("link to a file of the user's own") << u"own"_s;
-    QTest::newRow("link to nothing") << u"nowhere"_s;
-    QTest::newRow("link to itself") << u"file"_s;
+    QTest::newRow("symbolic link to a file of the user's own") << u"own"_s;
+    QTest::newRow("symbolic link to nothing") << u"nowhere"_s;
+    QTest::newRow("symbolic link to itself") << u"file"_s;
     QTest::newRow("named pipe") << QString();
 }
 
@@ -123,7 +123,7 @@ void tst_PrivateFile::refusesWhatIsNoFile()
     QCOMPARE(statusOf(filePath()).st_ino, inode);
 }
 
-void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles_data()
+void tst_PrivateFile::refusesAFolderInWhichOthersCanReplaceFiles_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<uid_t>("owner");
@@ -139,11 +139,11 @@ void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles_data()
     QTest::newRow("open to another group") << 0775 << user << nobody << false;
     QTest::newRow("open to another group and sticky") << 01775 << user << nobody << true;
     QTest::newRow("of another group, which may not write") << 0755 << user << nobody << true;
-    QTest::newRow("somebody else's") << 0755 << nobody << nobody << false;
-    QTest::newRow("somebody else's, shared and sticky") << 01777 << nobody << nobody << false;
+    QTest::newRow("of another user") << 0755 << nobody << nobody << false;
+    QTest::newRow("of another user, shared and sticky") << 01777 << nobody << nobody << false;
 }
 
-void tst_PrivateFile::refusesAFolderInWhichOthersCanSwapFiles()
+void tst_PrivateFile::refusesAFolderInWhichOthersCanReplaceFiles()
 {
     QFETCH(int, mode);
     QFETCH(uid_t, owner);

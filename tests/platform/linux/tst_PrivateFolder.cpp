@@ -27,7 +27,7 @@ int modeOf(const QString &path)
                                                                       : -1;
 }
 
-/// A folder that belongs to somebody else, whoever runs this.
+/// A folder of another user, even if root runs the test.
 QString foreignFolder()
 {
     constexpr uid_t nobody = 65534;
@@ -49,11 +49,11 @@ private Q_SLOTS:
     void init() { testhome::reset(); }
 
     void makesTheFolderForTheUserAlone();
-    void closesAFolderThatIsThere();
-    void refusesAFolderOfSomebodyElse();
+    void restrictsAnExistingFolder();
+    void refusesAFolderOfAnotherUser();
     void refusesWhatIsNoFolder_data();
     void refusesWhatIsNoFolder();
-    void failsWhereNothingCanBeMade();
+    void failsIfTheFolderCannotBeCreated();
 };
 
 void tst_PrivateFolder::makesTheFolderForTheUserAlone()
@@ -63,7 +63,7 @@ void tst_PrivateFolder::makesTheFolderForTheUserAlone()
     QVERIFY(platform::makePrivateFolder(folderPath()));
 }
 
-void tst_PrivateFolder::closesAFolderThatIsThere()
+void tst_PrivateFolder::restrictsAnExistingFolder()
 {
     const QString file = testhome::writeFile(u"tmp/a/b/folder/file"_s, "content");
     QCOMPARE(::chmod(QFile::encodeName(folderPath()).constData(), 0777), 0);
@@ -73,7 +73,7 @@ void tst_PrivateFolder::closesAFolderThatIsThere()
     QVERIFY(QFile::exists(file));
 }
 
-void tst_PrivateFolder::refusesAFolderOfSomebodyElse()
+void tst_PrivateFolder::refusesAFolderOfAnotherUser()
 {
     const QString folder = foreignFolder();
     QVERIFY(!folder.isEmpty());
@@ -88,9 +88,9 @@ void tst_PrivateFolder::refusesWhatIsNoFolder_data()
     QTest::addColumn<QString>("linkTarget");
 
     QTest::newRow("file") << QString();
-    QTest::newRow("link to a folder of the user's own") << u"own"_s;
-    QTest::newRow("link to nothing") << u"nowhere"_s;
-    QTest::newRow("link to itself") << u"folder"_s;
+    QTest::newRow("symbolic link to a folder of the user's own") << u"own"_s;
+    QTest::newRow("symbolic link to nothing") << u"nowhere"_s;
+    QTest::newRow("symbolic link to itself") << u"folder"_s;
 }
 
 void tst_PrivateFolder::refusesWhatIsNoFolder()
@@ -110,7 +110,7 @@ void tst_PrivateFolder::refusesWhatIsNoFolder()
     QVERIFY(!QFile::exists(testhome::path() + "/tmp/a/b/nowhere"_L1));
 }
 
-void tst_PrivateFolder::failsWhereNothingCanBeMade()
+void tst_PrivateFolder::failsIfTheFolderCannotBeCreated()
 {
     testhome::writeFile(u"tmp/a"_s, "a file in the way of the parents");
     QVERIFY(!platform::makePrivateFolder(folderPath()));

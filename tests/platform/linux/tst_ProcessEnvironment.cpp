@@ -12,15 +12,15 @@ class tst_ProcessEnvironment : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void dropsPrivateVariables_data();
-    void dropsPrivateVariables();
-    void leavesAllOthers_data();
-    void leavesAllOthers();
+    void unsetsPrivateVariables_data();
+    void unsetsPrivateVariables();
+    void keepsAllOtherVariables_data();
+    void keepsAllOtherVariables();
     void prefersX11WhereItIs_data();
     void prefersX11WhereItIs();
 };
 
-void tst_ProcessEnvironment::dropsPrivateVariables_data()
+void tst_ProcessEnvironment::unsetsPrivateVariables_data()
 {
     QTest::addColumn<QByteArray>("name");
     for (const char *name : {"DESKTOP_STARTUP_ID",
@@ -51,15 +51,15 @@ void tst_ProcessEnvironment::dropsPrivateVariables_data()
     }
 }
 
-void tst_ProcessEnvironment::dropsPrivateVariables()
+void tst_ProcessEnvironment::unsetsPrivateVariables()
 {
     QFETCH(QByteArray, name);
     qputenv(name.constData(), "value");
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QVERIFY(!qEnvironmentVariableIsSet(name.constData()));
 }
 
-void tst_ProcessEnvironment::leavesAllOthers_data()
+void tst_ProcessEnvironment::keepsAllOtherVariables_data()
 {
     QTest::addColumn<QByteArray>("name");
     for (const char *name : {"DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "LANG",
@@ -68,12 +68,12 @@ void tst_ProcessEnvironment::leavesAllOthers_data()
     }
 }
 
-void tst_ProcessEnvironment::leavesAllOthers()
+void tst_ProcessEnvironment::keepsAllOtherVariables()
 {
     QFETCH(QByteArray, name);
     for (const QByteArray &value : {"value"_ba, "记事本 ä=b"_ba, ""_ba}) {
         qputenv(name.constData(), value);
-        platform::dropPrivateVariables();
+        platform::unsetPrivateVariables();
         QVERIFY(qEnvironmentVariableIsSet(name.constData()));
         QCOMPARE(qgetenv(name.constData()), value);
     }
@@ -103,7 +103,7 @@ void tst_ProcessEnvironment::prefersX11WhereItIs()
     qputenv("QT_QPA_PLATFORM", chosen);
     platform::chooseWindowSystem();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), preferred);
-    platform::dropPrivateVariables();
+    platform::unsetPrivateVariables();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), chosen);
 }
 

@@ -23,8 +23,8 @@ class tst_StartMenu : public QObject
 
 private Q_SLOTS:
     void init();
-    void rootsStandInTheOrderOfTheSystem();
-    void rootsAreGivenOnce();
+    void rootsKeepTheOrderOfTheSystem();
+    void rootsHaveNoDuplicates();
     void listsWhatTheEntrySays_data();
     void listsWhatTheEntrySays();
     void agreesWithGio_data() { listsWhatTheEntrySays_data(); }
@@ -75,7 +75,7 @@ std::optional<QString> nameOf(const QByteArray &entry)
     return listedName(userRoot(), testhome::writeFile(u"data/applications/a.desktop"_s, entry));
 }
 
-// GIO puts a name of its own in the place of a missing one, and lists what has no command.
+// GIO substitutes a name for a missing one, and lists entries without a command.
 QString nameByGio(const QString &path)
 {
     const platform::ObjectPointer<GDesktopAppInfo> entry(
@@ -90,7 +90,7 @@ QString nameByGio(const QString &path)
     return isListed ? QString::fromUtf8(g_app_info_get_display_name(application)) : QString();
 }
 
-void link(const QString &target, const QString &relativePath)
+void makeSymbolicLink(const QString &target, const QString &relativePath)
 {
     const QString name = testhome::path() + u'/' + relativePath;
     QDir().mkpath(QFileInfo(name).path());
@@ -108,14 +108,14 @@ void tst_StartMenu::init()
     qputenv("LANGUAGE", "");
 }
 
-void tst_StartMenu::rootsStandInTheOrderOfTheSystem()
+void tst_StartMenu::rootsKeepTheOrderOfTheSystem()
 {
     qputenv("XDG_DATA_DIRS", "/z/one:/a/two");
     const QStringList expected{userRoot(), u"/z/one/applications"_s, u"/a/two/applications"_s};
     QCOMPARE(platform::startMenuRoots(), expected);
 }
 
-void tst_StartMenu::rootsAreGivenOnce()
+void tst_StartMenu::rootsHaveNoDuplicates()
 {
     const QByteArray home = testhome::path().toUtf8();
     qputenv("XDG_DATA_HOME", home + "/data/");
@@ -127,7 +127,7 @@ void tst_StartMenu::rootsAreGivenOnce()
 void tst_StartMenu::listsWhatTheEntrySays_data()
 {
     QTest::addColumn<QByteArray>("entry");
-    QTest::addColumn<QString>("name"); // null when the entry is not to be listed
+    QTest::addColumn<QString>("name"); // null if the entry must not be listed
 
     const auto row = [](const char *tag, const QByteArray &lines, const QString &name) {
         QTest::newRow(tag) << entryWith(lines) << name;
@@ -262,7 +262,7 @@ void tst_StartMenu::decidesByTheRunningDesktop()
 void tst_StartMenu::overridesFilesOfLaterRoots_data()
 {
     QTest::addColumn<QString>("earlier");
-    QTest::addColumn<QByteArray>("content"); // a link to itself if empty
+    QTest::addColumn<QByteArray>("content"); // a symbolic link to itself if empty
     QTest::addColumn<QString>("later");
 
     const QString file = u"foo-bar.desktop"_s;
@@ -276,7 +276,7 @@ void tst_StartMenu::overridesFilesOfLaterRoots_data()
     QTest::newRow("hidden") << file << entryWith("Exec=true\nHidden=true") << file;
     QTest::newRow("not for this desktop") << file << entryWith("Exec=true\nOnlyShowIn=X;") << file;
     QTest::newRow("broken") << file << QByteArray("nonsense") << file;
-    QTest::newRow("a link in a circle") << file << QByteArray() << file;
+    QTest::newRow("a cyclic symbolic link") << file << QByteArray() << file;
 }
 
 void tst_StartMenu::overridesFilesOfLaterRoots()
@@ -288,7 +288,7 @@ void tst_StartMenu::overridesFilesOfLaterRoots()
     QCOMPARE(listedName(systemRoot(), path), u"Plain"_s);
 
     if (content.isEmpty()) {
-        link(earlier, "data/applications/"_L1 + earlier);
+        makeSymbolicLink(earlier, "data/applications/"_L1 + earlier);
     } else {
         testhome::writeFile("data/applications/"_L1 + earlier, content);
     }
@@ -330,7 +330,7 @@ void tst_StartMenu::doesNotOverrideOtherIds()
 
 void tst_StartMenu::endsTheSearchInCircularFolders()
 {
-    link(u"."_s, u"data/applications/a"_s);
+    makeSymbolicLink(u"."_s, u"data/applications/a"_s);
     const QString file = u"system/applications/"_s + u"a-"_s.repeated(100) + "a.desktop"_L1;
     QVERIFY(listedName(systemRoot(), testhome::writeFile(file, plainEntry)));
 }
@@ -350,17 +350,17 @@ void tst_StartMenu::doesNotListWhatIsNoRegularFile()
     const QString relativePath = u"data/applications/a.desktop"_s;
     const QString path = testhome::path() + u'/' + relativePath;
     if (kind == "dangling"_L1) {
-        link(u"/no/such/file"_s, relativePath);
+        makeSymbolicLink(u"/no/such/file"_s, relativePath);
     } else if (kind == "circle"_L1) {
-        link(u"b.desktop"_s, relativePath);
-        link(u"a.desktop"_s, u"data/applications/b.desktop"_s);
+        makeSymbolicLink(u"b.desktop"_s, relativePath);
+        makeSymbolicLink(u"a.desktop"_s, u"data/applications/b.desktop"_s);
     } else if (kind == "folder"_L1) {
         testhome::writeFile(relativePath + "/x"_L1, {});
     } else if (kind == "pipe"_L1) {
         QDir().mkpath(userRoot());
         QCOMPARE(mkfifo(path.toUtf8().constData(), S_IRWXU), 0);
     } else if (kind == "endless"_L1) {
-        link(u"/dev/zero"_s, relativePath);
+        makeSymbolicLink(u"/dev/zero"_s, relativePath);
     } else if (kind == "huge"_L1) {
         testhome::writeFile(relativePath, plainEntry + QByteArray(10'000'000, '#'));
     }

@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What the second scan of a folder makes of what the first one has left.
+/// What a second scan of a folder takes from the cache of the first one.
 class tst_StartMenuCache : public QObject
 {
     Q_OBJECT
@@ -32,7 +32,7 @@ private Q_SLOTS:
     void forgetsWhatIsGone();
     void isNotWrittenWithoutAChange();
     void survivesDamage();
-    void doesWithoutAFolderToWriteTo();
+    void worksWithoutAWritableFolder();
 };
 
 namespace {
@@ -70,7 +70,7 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The state of the file stays what it was, so that only a new reading would see the difference.
+// Keeps the state of the file, so that only a new reading shows the change.
 void changeUnseen(const QString &path, const QByteArray &content)
 {
     const QByteArray name = QFile::encodeName(path);
@@ -119,7 +119,7 @@ void tst_StartMenuCache::readsAChangedFile()
     const QString path = write("Name=First\nExec=true\n");
     QCOMPARE(nameOf(path), u"First"_s);
     write("Name=" + name + "\nExec=true\n");
-    // The clock of the file system may be too coarse to tell two writes apart.
+    // The file system's clock may be too coarse to tell two writes apart.
     const timespec times[] = {{1, 0}, {1, 0}};
     QCOMPARE(utimensat(AT_FDCWD, QFile::encodeName(path).constData(), times, 0), 0);
     QCOMPARE(nameOf(path), QString::fromUtf8(name));
@@ -227,7 +227,7 @@ void tst_StartMenuCache::survivesDamage()
     }
 }
 
-void tst_StartMenuCache::doesWithoutAFolderToWriteTo()
+void tst_StartMenuCache::worksWithoutAWritableFolder()
 {
     qputenv("XDG_CACHE_HOME", "/dev/null");
     const QString path = write("Name=Name\nExec=true\n");

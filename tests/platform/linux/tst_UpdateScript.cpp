@@ -43,8 +43,8 @@ int modeOf(const QString &path)
                                                                      : -1;
 }
 
-/// Another program: it notes the path that it was started by, and whether the old program had ended
-/// by then.
+/// Another program: it records the path by which it was started, and whether the old program had
+/// ended by then.
 QByteArray newProgram()
 {
     return "#!/bin/sh\n"
@@ -63,7 +63,7 @@ QString newRuns()
 
 } // namespace
 
-/// The script for real: a copy of a program replaces itself by what a server sends.
+/// The real script: a copy of a program replaces itself with a download.
 class tst_UpdateScript : public QObject
 {
     Q_OBJECT
@@ -78,16 +78,16 @@ private Q_SLOTS:
     void replacesTheProgramInOneStep();
     void startsTheNewProgramEvenIfTheOldOneHangs();
     void startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne();
-    void leavesBothAndSaysSoIfTheFolderIsClosed();
-    void leavesBothAndSaysSoIfTheDownloadIsGone();
-    void tellsTheDesktopOfTheFailure();
-    void takesNoNameThatIsTaken();
+    void keepsBothFilesAndReportsAFolderWithoutAccess();
+    void keepsTheProgramAndReportsAMissingDownload();
+    void notifiesTheDesktopOfTheFailure();
+    void refusesAnExistingFileName();
     void quotesWhateverAPathHolds();
 
 private:
-    /// Copies the program that updates itself into a folder of this name and starts it there.
+    /// Starts a copy of the program that updates itself, in a folder of this name.
     void startCopy(const QString &folder, const QString &name, int millisecondsToEnd = 0);
-    /// Runs the script of this process to its end and gives what it wrote to its standard error.
+    /// Runs the script of this process and returns its standard error output.
     QString runScript(const QString &download, const QString &program);
 
     std::unique_ptr<HttpServer> m_server;
@@ -181,7 +181,7 @@ void tst_UpdateScript::keepsThePermissions()
     QTRY_VERIFY(QFile::exists(newRuns()));
 }
 
-// Whoever has the old file open keeps it whole.
+// A process that has the old file open keeps its whole content.
 void tst_UpdateScript::replacesTheProgramInOneStep()
 {
     const QString program = testhome::writeFile(u"bin/program"_s, "old program");
@@ -218,11 +218,11 @@ void tst_UpdateScript::startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne()
                                     "mv \"$HOME/part\" \"$HOME/new-runs\"\n");
     const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
                                                platform::updateScript(download, program).toUtf8());
-    // Whoever runs this in the background may have it ignore them.
+    // A shell that runs this in the background may ignore the signal.
     ::signal(SIGINT, SIG_DFL);
     ::signal(SIGQUIT, SIG_DFL);
     ::signal(SIGHUP, SIG_DFL);
-    // As the program does, to outlive those that read what it writes.
+    // The program ignores this signal too.
     const auto handler = ::signal(SIGPIPE, SIG_IGN);
     const mode_t mask = ::umask(027);
     platform::startUpdateScript(script);
@@ -240,10 +240,10 @@ void tst_UpdateScript::startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne()
     QVERIFY(!QFile::exists(download));
 }
 
-void tst_UpdateScript::leavesBothAndSaysSoIfTheFolderIsClosed()
+void tst_UpdateScript::keepsBothFilesAndReportsAFolderWithoutAccess()
 {
     if (::geteuid() == 0) {
-        // Nothing is closed to root but what is no folder any more.
+        // Root ignores permissions, but even root cannot create a file in /proc.
         const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
         const QString output = runScript(download, u"/proc/self/program"_s);
         QVERIFY2(output.endsWith("Failed to copy update file\nexit 1"_L1), qPrintable(output));
@@ -262,7 +262,7 @@ void tst_UpdateScript::leavesBothAndSaysSoIfTheFolderIsClosed()
     QVERIFY(!QFile::exists(newRuns()));
 }
 
-void tst_UpdateScript::leavesBothAndSaysSoIfTheDownloadIsGone()
+void tst_UpdateScript::keepsTheProgramAndReportsAMissingDownload()
 {
     const QString program = testhome::writeFile(u"bin/program"_s, "old program");
     const QString output = runScript(temporary(updatePath), program);
@@ -273,7 +273,7 @@ void tst_UpdateScript::leavesBothAndSaysSoIfTheDownloadIsGone()
     QVERIFY(!QFile::exists(newRuns()));
 }
 
-void tst_UpdateScript::tellsTheDesktopOfTheFailure()
+void tst_UpdateScript::notifiesTheDesktopOfTheFailure()
 {
     const QString notifier = testhome::writeFile(
         u"desktop/notify-send"_s, "#!/bin/sh\nprintf '%s|' \"$@\" >\"$HOME/told\"\n");
@@ -284,16 +284,16 @@ void tst_UpdateScript::tellsTheDesktopOfTheFailure()
     QCOMPARE(contentOf(testhome::path() + "/told"_L1), "Vaskel|Failed to copy update file|");
 }
 
-// The name of the new file beside the program can be guessed by whoever may write there.
-void tst_UpdateScript::takesNoNameThatIsTaken()
+// Another user with access to the folder could guess the new file's name.
+void tst_UpdateScript::refusesAnExistingFileName()
 {
     const QString program = testhome::writeFile(u"bin/program"_s, "old program");
     const QString download = testhome::writeFile(u"tmp/Vaskel_update.exe"_s, newProgram());
     const QString own = testhome::writeFile(u"own"_s, "content");
     const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
                                                platform::updateScript(download, program).toUtf8());
-    // A shell that first plants a link under the name that its own number makes, and then is the
-    // one that runs the script.
+    // This shell creates a symbolic link under the name made from its own process id, and then
+    // becomes the one that runs the script.
     QProcess shell;
     shell.start(u"/bin/sh"_s, {u"-c"_s, u"ln -s \"$1\" \"$2.new.$$\"; exec /bin/sh \"$3\""_s,
                                u"sh"_s, own, program, script});

@@ -23,8 +23,7 @@ namespace {
 
 constexpr qint64 megabyte = 1024 * 1024;
 
-/// In bytes, as the kernel counts it: "VmRSS" for now, "VmHWM" for the most since the last
-/// forgetPeak().
+/// In bytes: "VmRSS" for the current size, "VmHWM" for the peak since forgetPeak().
 qint64 memory(const QByteArray &field)
 {
     QFile status(u"/proc/self/status"_s);
@@ -56,7 +55,7 @@ private Q_SLOTS:
     void init();
     void streamsALargeFile_data();
     void streamsALargeFile();
-    void takesNoNoticeOfAFullDisk();
+    void ignoresAFullDisk();
 };
 
 void tst_UpdaterResources::init()
@@ -77,7 +76,7 @@ void tst_UpdaterResources::streamsALargeFile()
     QFETCH(int, pauseBetweenPieces);
     constexpr qint64 size = 100'000'000;
     const qint64 sent = pauseBetweenPieces == 0 ? size : size / 2;
-    // The server sends from a thread of its own, as fast as it is read from.
+    // The server sends from its own thread, as fast as the client reads.
     HttpServer server;
     server.answerBody(u"/small"_s, "small");
     server.answerZeros(u"/large"_s, sent);
@@ -92,7 +91,7 @@ void tst_UpdaterResources::streamsALargeFile()
         ++reports;
         QThread::msleep(ulong(pauseBetweenPieces) * 50);
     });
-    updater.downloadAndInstall(server.url(u"/small"_s)); // what is set up at the first use
+    updater.downloadAndInstall(server.url(u"/small"_s)); // allocates what only the first use needs
     QTRY_COMPARE(finished.size(), 1);
 
     const qint64 before = memory("VmRSS");
@@ -110,7 +109,7 @@ void tst_UpdaterResources::streamsALargeFile()
     QVERIFY(reports > 2);
 }
 
-void tst_UpdaterResources::takesNoNoticeOfAFullDisk()
+void tst_UpdaterResources::ignoresAFullDisk()
 {
     HttpServer server;
     server.answerZeros(u"/new"_s, 100000);

@@ -17,7 +17,7 @@ struct State
 {
     State()
     {
-        // For a program that is not this library's to tell.
+        // A test cannot call this library in a program that it starts.
         if (const wchar_t *paths = _wgetenv(L"VASKEL_TEST_FILES")) {
             setFiles(paths);
         }

@@ -53,7 +53,7 @@ void becomeFileManager()
     const std::wstring command = QStringLiteral("\"%1\" --shown \"%2\"")
                                      .arg(QDir::toNativeSeparators(program()), QStringLiteral("%1"))
                                      .toStdWString();
-    // Wine's own file manager would have to answer to it, and the shell counts the start as failed.
+    // With this key the shell would wait for wine's file manager and report a failed start.
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\Folder\\shell\\open\\ddeexec");
     for (const wchar_t *key : {L"Software\\Classes\\Folder\\shell\\open\\command",
                                L"Software\\Classes\\Directory\\shell\\open\\command"}) {

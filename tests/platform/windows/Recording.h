@@ -5,24 +5,24 @@
 #include <QString>
 #include <QStringList>
 
-/// What the recorder program has told of its starts.
+/// Starts of the recorder program.
 namespace recording {
 
-/// The program, which writes a line for each start into the file that its first argument names, or
-/// else beside itself.
+/// The program. It writes a line for each start to the file in its first argument, or else to one
+/// beside itself.
 QString program();
 
-/// The starts that have been told in the file so far, each by the program's path, its working
-/// directory and its further arguments.
+/// The starts recorded in the file: the program's path, its working directory and its further
+/// arguments.
 QList<QStringList> starts(const QString &filePath);
 
-/// Makes the two folders of the start menu, which the shell does not name before they are there,
-/// and empties that of all users, which outlives the test. The process ends where it is not the
-/// tests'.
+/// Creates the two start-menu folders, since the shell names only existing ones. Empties that of
+/// all users, which outlives the test. Ends the process if that folder does not belong to the
+/// tests.
 void makeStartMenu();
 
-/// Has the shell start the program for folders, which then tells them in the file that the variable
-/// VASKEL_SHOWN_FOLDERS names.
+/// Makes the program the shell's handler for folders. It then records them in the file in the
+/// variable VASKEL_SHOWN_FOLDERS.
 void becomeFileManager();
 
 } // namespace recording

@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// What a link file says.
+/// The content of a link file.
 struct ShellLink
 {
     QString target;
@@ -11,6 +11,6 @@ struct ShellLink
     QString folder;   ///< the working directory
     QString iconFile; ///< empty for the target's own icon
 
-    /// Writes the link through the shell's own interface. False when the shell would not.
+    /// Writes the link through the shell's own interface. Returns false if the shell refuses.
     bool write(const QString &filePath) const;
 };

@@ -54,8 +54,8 @@ namespace world {
 void reset()
 {
     testhome::reset();
-    // Given a path with forward slashes, wine's command interpreter deletes what has its last name
-    // in the working directory, where that of Windows deletes the file.
+    // Wine's command interpreter treats a path with forward slashes as a file of the working
+    // directory, so "del" deletes that file and not the one at the path.
     QDir::setCurrent(testhome::path() + "/tmp"_L1);
     qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
     EverythingTest_SetFiles(L"");
@@ -63,13 +63,13 @@ void reset()
     recording::becomeFileManager();
 }
 
-// A link has no name but that of its file.
+// A link has no name besides its file name.
 QString install(int root, const QString &, const QString &name)
 {
     return makeLink(root, name);
 }
 
-// That of the program, which is red.
+// The icon of the program, which is red.
 QString installWithIcon(const QString &fileName)
 {
     return makeLink(0, fileName);
@@ -108,7 +108,7 @@ void registerAtLogIn()
     logInPrograms().setValue(u"Vaskel"_s, u"by hand"_s);
 }
 
-// From Qt 6.8 on the property can be written, and Qt then takes the value for the system's.
+// Since Qt 6.8 a program can set the property, and Qt then uses it as the system's scheme.
 bool preferColors(platform::ColorScheme scheme)
 {
     return QGuiApplication::styleHints()->setProperty(
@@ -134,7 +134,7 @@ bool failsToWriteIntoAClosedPipe()
     return fails;
 }
 
-// reset() has made it so: there is no Windows without one.
+// Every Windows has one; reset() installs it.
 void installFileManager() {}
 
 bool canLackFileManager()
@@ -172,7 +172,7 @@ bool removeIndex()
     return false;
 }
 
-// Whoever runs the tests says where there is one, since a folder cannot be given away here.
+// A program cannot give a folder away under wine, so with-wine creates one.
 QString foreignFolder()
 {
     return qEnvironmentVariable("VASKEL_FOREIGN_FOLDER");
@@ -191,7 +191,7 @@ bool isUpdated(const QString &downloadPath, const QString &programPath)
            && !QFile::exists(downloadPath);
 }
 
-// It notes its starts beside itself.
+// Records its starts in a file beside itself.
 QByteArray newProgram()
 {
     QFile program(recording::program());

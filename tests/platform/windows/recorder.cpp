@@ -2,9 +2,9 @@
 //
 // usage: recorder [FILE | --shown [argument...]]
 //
-// Adds a line to the file: its own path, its working directory and the arguments, with tabs
-// between. Without arguments the file lies beside the program and is called as it, with ".txt"
-// behind; for --shown the variable VASKEL_SHOWN_FOLDERS names it.
+// Adds a line to the file: its path, its working directory and the arguments, separated by tabs.
+// Without arguments the file is beside the program, with ".txt" appended to its name; with --shown
+// it is the one in the variable VASKEL_SHOWN_FOLDERS.
 
 #include <QCoreApplication>
 #include <QDir>

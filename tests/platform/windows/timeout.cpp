@@ -2,9 +2,8 @@
 //
 // usage: timeout /t SECONDS /nobreak
 //
-// Waits so long, as the command of this name does, which wine's command interpreter does not find.
-// Before that it keeps its arguments, and the update script as it is then, in the folder for
-// temporary files.
+// Waits like the command of this name, which wine's command interpreter lacks. First it saves its
+// arguments and the update script in the folder for temporary files.
 
 #include <chrono>
 #include <cstdlib>

@@ -20,7 +20,7 @@ namespace {
 
 const QString runKey = uR"(\Software\Microsoft\Windows\CurrentVersion\Run)"_s;
 
-// As another program of the system reads it.
+// Read by another program of the system.
 QString queried(const QString &name)
 {
     QProcess reg;

@@ -14,7 +14,7 @@ Q_DECLARE_METATYPE(platform::BuiltinProgram)
 
 namespace {
 
-/// Puts every text of the launcher into brackets.
+/// Encloses every text of the launcher in brackets.
 class BracketTranslator : public QTranslator
 {
 public:

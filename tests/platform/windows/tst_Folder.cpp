@@ -29,7 +29,7 @@ void setAttributes(const QString &path, DWORD attributes)
 
 } // namespace
 
-/// Folders as the directory browser lists them and the shell opens them.
+/// Folders that the directory browser lists and the shell opens.
 class tst_Folder : public QObject
 {
     Q_OBJECT

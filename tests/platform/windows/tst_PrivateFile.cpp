@@ -43,7 +43,7 @@ private Q_SLOTS:
     void init() { testhome::reset(); }
 
     void endsLinesAsTheSystemDoes();
-    void leavesTheOtherNamesOfALeftover();
+    void keepsOtherHardLinksOfAnEarlierFile();
     void refusesAFileThatAnotherProgramHolds();
     void takesAPathWithBackslashes();
 };
@@ -57,7 +57,7 @@ void tst_PrivateFile::endsLinesAsTheSystemDoes()
     QCOMPARE(contentOf(filePath()), "one\r\ntwo\r\n");
 }
 
-void tst_PrivateFile::leavesTheOtherNamesOfALeftover()
+void tst_PrivateFile::keepsOtherHardLinksOfAnEarlierFile()
 {
     const QString own = testhome::writeFile(u"own"_s, "content");
     QVERIFY(CreateHardLinkW(native(filePath()).c_str(), native(own).c_str(), nullptr));

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// In the notation of security descriptors.
+// In the security descriptor definition language (SDDL).
 QString accessList(const QString &path)
 {
     PSECURITY_DESCRIPTOR descriptor = nullptr;
@@ -51,12 +51,12 @@ class tst_PrivateFolder : public QObject
 
 private Q_SLOTS:
     void init() { testhome::reset(); }
-    void closesAFolderThatIsOpenToEverybody();
-    void newFolderIsClosedToEverybodyElse();
+    void restrictsAFolderThatIsOpenToEverybody();
+    void newFolderIsOpenToTheUserAlone();
     void contentCanBeWritten();
 };
 
-void tst_PrivateFolder::closesAFolderThatIsOpenToEverybody()
+void tst_PrivateFolder::restrictsAFolderThatIsOpenToEverybody()
 {
     const QString path = testhome::path() + "/tmp/open"_L1;
     QVERIFY(QDir().mkpath(path));
@@ -66,7 +66,7 @@ void tst_PrivateFolder::closesAFolderThatIsOpenToEverybody()
     QVERIFY2(!accessList(path).contains(";;;WD)"_L1), qPrintable(accessList(path)));
 }
 
-void tst_PrivateFolder::newFolderIsClosedToEverybodyElse()
+void tst_PrivateFolder::newFolderIsOpenToTheUserAlone()
 {
     const QString path = testhome::path() + "/tmp/new"_L1;
     QVERIFY(platform::makePrivateFolder(path));

@@ -20,7 +20,7 @@ namespace {
 
 const QString storeKey = uR"(\Software\Vaskel\Vaskel)"_s;
 
-// As another program of the system reads it: the value's name, type and data.
+// Read by another program of the system: the value's name, type and data.
 QStringList queried(const QString &key, const QString &name)
 {
     QProcess reg;
@@ -74,7 +74,7 @@ private Q_SLOTS:
     void readingCreatesNothing();
     void readsTheOldHotkey_data();
     void readsTheOldHotkey();
-    void newHotkeyGoesBeforeTheOldOne();
+    void prefersTheNewHotkey();
     void oldHotkeyIsNeverWritten();
     void settingADefaultWritesNothing();
 };
@@ -171,7 +171,7 @@ void tst_SettingsInRegistry::readsTheOldHotkey()
     QTEST(Settings().globalHotkey(), "expected");
 }
 
-void tst_SettingsInRegistry::newHotkeyGoesBeforeTheOldOne()
+void tst_SettingsInRegistry::prefersTheNewHotkey()
 {
     writeNumber(L"hotkeyModifiers", 0x4000000);
     writeNumber(L"hotkeyKey", 0x71);

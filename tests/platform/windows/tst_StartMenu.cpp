@@ -18,7 +18,7 @@ namespace {
 
 constexpr int builtinCount = 8;
 
-/// What the catalogue says of the start menu: names, paths and descriptions, in its order.
+/// The start-menu entries of the catalogue: names, paths and descriptions, in order.
 QList<QStringList> listed()
 {
     const AppLauncher launcher;

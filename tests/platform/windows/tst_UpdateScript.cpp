@@ -42,7 +42,7 @@ QString scriptPath()
     return temporary(u"Vaskel_updater.bat"_s);
 }
 
-// What the command interpreter is given, byte for byte.
+// The exact bytes for the command interpreter.
 QByteArray expectedScript(const QByteArray &download, const QByteArray &program)
 {
     return "@echo off\r\n"
@@ -73,10 +73,10 @@ void writeScript(const QString &download, const QString &program)
 
 } // namespace
 
-/// The script for real, under wine's command interpreter: a copy of a program replaces itself by
-/// what a server sends. That interpreter lacks "timeout", in whose place the tests have a program
-/// of their own, and its "del" takes a path with forward slashes for a file of the working
-/// directory, so that the old program works in the folder for temporary files here.
+/// The real script under wine's command interpreter: a copy of a program replaces itself with a
+/// download. The interpreter lacks "timeout", so the tests provide one. Its "del" treats a path
+/// with forward slashes as a file of the working directory, so the old program works in the folder
+/// for temporary files.
 class tst_UpdateScript : public QObject
 {
     Q_OBJECT
@@ -89,16 +89,16 @@ private Q_SLOTS:
     void hasThisManyCharactersBesideThePaths();
     void updatesTheRunningProgram_data();
     void updatesTheRunningProgram();
-    void leavesBothAndSaysSoIfTheProgramRunsOn();
-    void leavesBothAndSaysSoIfTheDownloadIsGone();
-    void leavesBothAndSaysSoOfAPathThatIsReadOtherwise_data();
-    void leavesBothAndSaysSoOfAPathThatIsReadOtherwise();
+    void keepsBothFilesAndReportsARunningProgram();
+    void keepsTheProgramAndReportsAMissingDownload();
+    void keepsBothFilesAndReportsAPathOutsideTheCodePage_data();
+    void keepsBothFilesAndReportsAPathOutsideTheCodePage();
 
 private:
-    /// Copies the program that updates itself to this path in the home and starts it there; it
-    /// downloads from this path of the server.
+    /// Starts a copy of the program that updates itself at this path in the home. It downloads this
+    /// path of the server.
     void startCopy(const QString &relativePath, const QString &serverPath);
-    /// Starts the script of this process and waits until it waits for a key.
+    /// Starts the script of this process and waits until it asks for a key.
     void runScriptIntoPause(const QString &program);
     void pressAnyKey();
 
@@ -127,7 +127,7 @@ void tst_UpdateScript::startCopy(const QString &relativePath, const QString &ser
     const QDir folder(QFileInfo(m_program).path());
     QVERIFY(folder.mkpath(u"."_s));
     QVERIFY(QFile::copy(QStringLiteral(SELF_UPDATER), m_program));
-    // Without it the program does not start.
+    // The program does not start without it.
     const QString library = u"Everything64.dll"_s;
     QVERIFY(QFile::copy(QFileInfo(QStringLiteral(SELF_UPDATER)).dir().filePath(library),
                         folder.filePath(library)));
@@ -215,7 +215,7 @@ void tst_UpdateScript::updatesTheRunningProgram()
     QCOMPARE(QDir(QFileInfo(m_program).path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
 }
 
-void tst_UpdateScript::leavesBothAndSaysSoIfTheProgramRunsOn()
+void tst_UpdateScript::keepsBothFilesAndReportsARunningProgram()
 {
     startCopy(u"bin/program.exe"_s, u"/never"_s);
     QTRY_COMPARE(m_server->requests.size(), 1);
@@ -229,7 +229,7 @@ void tst_UpdateScript::leavesBothAndSaysSoIfTheProgramRunsOn()
     QVERIFY(m_old->waitForFinished());
 }
 
-void tst_UpdateScript::leavesBothAndSaysSoIfTheDownloadIsGone()
+void tst_UpdateScript::keepsTheProgramAndReportsAMissingDownload()
 {
     const QString program = testhome::writeFile(u"bin/program.exe"_s, "old program");
     runScriptIntoPause(program);
@@ -239,17 +239,17 @@ void tst_UpdateScript::leavesBothAndSaysSoIfTheDownloadIsGone()
              QStringList{u"program.exe"_s});
 }
 
-void tst_UpdateScript::leavesBothAndSaysSoOfAPathThatIsReadOtherwise_data()
+void tst_UpdateScript::keepsBothFilesAndReportsAPathOutsideTheCodePage_data()
 {
     QTest::addColumn<QString>("folder");
-    // The script is UTF-8, and the interpreter reads it in the code page of the system.
+    // The script is UTF-8, but the interpreter reads it in the system's code page.
     if (GetOEMCP() != CP_UTF8) {
         QTest::newRow("beyond the code page") << u"程序"_s;
     }
     QTest::newRow("a variable") << u"100%TEMP%"_s;
 }
 
-void tst_UpdateScript::leavesBothAndSaysSoOfAPathThatIsReadOtherwise()
+void tst_UpdateScript::keepsBothFilesAndReportsAPathOutsideTheCodePage()
 {
     QFETCH(QString, folder);
     const QString program = testhome::writeFile(folder + "/program.exe"_L1, "old program");

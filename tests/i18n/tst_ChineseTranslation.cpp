@@ -125,10 +125,10 @@ constexpr std::array messages = std::to_array<Message>({
 });
 // clang-format on
 
-/// A text in its context.
+/// Context and text.
 using Text = std::pair<QString, QString>;
 
-/// Texts that are English in every language.
+/// Texts that stay English in every language.
 const QList<Text> untranslated = {
     {u"AppPlugin"_s, u"Search and launch applications"_s},
     {u"DirectoryPlugin"_s, u"Directory browser and navigation"_s},
@@ -136,10 +136,10 @@ const QList<Text> untranslated = {
     {u"SettingsPlugin"_s, u"Open Settings"_s},
 };
 
-/// Texts that one system alone shows, and that are English in every language.
+/// Texts that only one system shows and that stay English in every language.
 const QList<Text> ofOneSystem = {};
 
-/// A message as a translation source file holds it.
+/// A message of a translation source file.
 struct SourceMessage
 {
     Text text;
@@ -147,7 +147,7 @@ struct SourceMessage
     bool isPlain; ///< finished, not obsolete, without a comment or a plural
 };
 
-// Leaves the reader at the end of the message.
+// Reads up to the end of the message.
 SourceMessage readMessage(QXmlStreamReader &xml, const QString &context)
 {
     SourceMessage message{{context, {}}, {}, xml.attributes().isEmpty()};
@@ -213,7 +213,7 @@ bool run(const QString &program, const QStringList &arguments)
            && process.exitCode() == 0;
 }
 
-/// The texts that the sources of the program have translated.
+/// The texts that lupdate finds in the program's sources.
 QList<Text> textsOfSources()
 {
     QStringList folders;
@@ -236,7 +236,7 @@ QList<Text> textsOfSources()
 
 } // namespace
 
-class tst_Catalogue : public QObject
+class tst_ChineseTranslation : public QObject
 {
     Q_OBJECT
 
@@ -255,12 +255,12 @@ private Q_SLOTS:
     void agreesWithTheSources();
 };
 
-void tst_Catalogue::init()
+void tst_ChineseTranslation::init()
 {
     testhome::reset();
 }
 
-void tst_Catalogue::translates_data()
+void tst_ChineseTranslation::translates_data()
 {
     QTest::addColumn<QByteArray>("context");
     QTest::addColumn<QByteArray>("source");
@@ -273,7 +273,7 @@ void tst_Catalogue::translates_data()
     }
 }
 
-void tst_Catalogue::translates()
+void tst_ChineseTranslation::translates()
 {
     QFETCH(const QByteArray, context);
     QFETCH(const QByteArray, source);
@@ -284,7 +284,7 @@ void tst_Catalogue::translates()
     QCOMPARE(translator.translate(context.constData(), source.constData()), translation);
 }
 
-void tst_Catalogue::leavesTextsInEnglish_data()
+void tst_ChineseTranslation::leavesTextsInEnglish_data()
 {
     QTest::addColumn<QString>("context");
     QTest::addColumn<QString>("source");
@@ -295,7 +295,7 @@ void tst_Catalogue::leavesTextsInEnglish_data()
     }
 }
 
-void tst_Catalogue::leavesTextsInEnglish()
+void tst_ChineseTranslation::leavesTextsInEnglish()
 {
     QFETCH(const QString, context);
     QFETCH(const QString, source);
@@ -305,9 +305,9 @@ void tst_Catalogue::leavesTextsInEnglish()
     QCOMPARE(translator.translate(qUtf8Printable(context), qUtf8Printable(source)), QString());
 }
 
-void tst_Catalogue::holdsTheseMessagesAndNoOthers()
+void tst_ChineseTranslation::holdsTheseMessagesAndNoOthers()
 {
-    const QList<SourceMessage> found = readMessages(QStringLiteral(CATALOGUE_SOURCE));
+    const QList<SourceMessage> found = readMessages(QStringLiteral(TRANSLATION_SOURCE));
     QCOMPARE(found.size(), 92);
     QCOMPARE(messages.size(), 92);
     for (const Message &expected : messages) {
@@ -321,7 +321,7 @@ void tst_Catalogue::holdsTheseMessagesAndNoOthers()
     }
 }
 
-void tst_Catalogue::isFoundForItsLanguages_data()
+void tst_ChineseTranslation::isFoundForItsLanguages_data()
 {
     QTest::addColumn<QStringList>("languages");
     QTest::addColumn<bool>("found");
@@ -338,7 +338,7 @@ void tst_Catalogue::isFoundForItsLanguages_data()
     QTest::newRow("English: not found") << QStringList{u"en-US"_s, u"en"_s} << false;
 }
 
-void tst_Catalogue::isFoundForItsLanguages()
+void tst_ChineseTranslation::isFoundForItsLanguages()
 {
     QFETCH(const QStringList, languages);
     QFETCH(const bool, found);
@@ -348,7 +348,7 @@ void tst_Catalogue::isFoundForItsLanguages()
     QCOMPARE(translator.translate("TodoView", "Todo"), found ? u"任务"_s : QString());
 }
 
-void tst_Catalogue::goesBeforeAFileInTheFolder()
+void tst_ChineseTranslation::goesBeforeAFileInTheFolder()
 {
     const QString folder = testhome::path() + "/i18n"_L1;
     const QString source = testhome::writeFile(u"i18n/Vaskel_zh_CN.ts"_s, R"(<TS version="2.1">
@@ -365,35 +365,35 @@ void tst_Catalogue::goesBeforeAFileInTheFolder()
     QCOMPARE(translator.translate("MainWindow", "Pinned"), u"已固定"_s);
 }
 
-void tst_Catalogue::isStoredAsItIs()
+void tst_ChineseTranslation::isStoredAsItIs()
 {
-    const QResource catalogue(u":/i18n/Vaskel_zh_CN.qm"_s);
-    QVERIFY(catalogue.isValid());
-    QCOMPARE(catalogue.compressionAlgorithm(), QResource::NoCompression);
-    QVERIFY(!catalogue.lastModified().isValid());
+    const QResource compiled(u":/i18n/Vaskel_zh_CN.qm"_s);
+    QVERIFY(compiled.isValid());
+    QCOMPARE(compiled.compressionAlgorithm(), QResource::NoCompression);
+    QVERIFY(!compiled.lastModified().isValid());
     QCOMPARE(QDir(u":/i18n"_s).entryList(), QStringList{u"Vaskel_zh_CN.qm"_s});
 }
 
-void tst_Catalogue::isTheSameEachTimeItIsCompiled()
+void tst_ChineseTranslation::isTheSameEachTimeItIsCompiled()
 {
     QFile stored(u":/i18n/Vaskel_zh_CN.qm"_s);
     QVERIFY(stored.open(QIODevice::ReadOnly));
     const QString path = testhome::path() + "/again.qm"_L1;
     QVERIFY(run(QStringLiteral(LRELEASE),
-                {u"-silent"_s, QStringLiteral(CATALOGUE_SOURCE), u"-qm"_s, path}));
+                {u"-silent"_s, QStringLiteral(TRANSLATION_SOURCE), u"-qm"_s, path}));
     QFile again(path);
     QVERIFY(again.open(QIODevice::ReadOnly));
     QCOMPARE(again.readAll(), stored.readAll());
 }
 
-void tst_Catalogue::agreesWithTheSources()
+void tst_ChineseTranslation::agreesWithTheSources()
 {
     const QList<Text> inSources = textsOfSources();
     QVERIFY(!inSources.isEmpty());
     const QList<Text> expected = expectedTexts();
     for (const auto &[context, source] : inSources) {
         QVERIFY2(expected.contains(Text(context, source)),
-                 qUtf8Printable("not in the catalogue: "_L1 + context + ": "_L1 + source));
+                 qUtf8Printable("not in the translation: "_L1 + context + ": "_L1 + source));
     }
     for (const auto &[context, source] : expected) {
         QVERIFY2(inSources.contains(Text(context, source)),
@@ -401,5 +401,5 @@ void tst_Catalogue::agreesWithTheSources()
     }
 }
 
-VASKEL_TEST(tst_Catalogue, QCoreApplication)
-#include "tst_Catalogue.moc"
+VASKEL_TEST(tst_ChineseTranslation, QCoreApplication)
+#include "tst_ChineseTranslation.moc"
