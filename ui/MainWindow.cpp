@@ -147,7 +147,8 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
 void MainWindow::buildPinnedStrip(QBoxLayout *layout)
 {
     m_pinnedStrip = new PinnedStrip(m_launcher, this);
-    m_pinnedStrip->setFocusProxy(m_commandEdit);
+    connect(m_pinnedStrip, &PinnedStrip::aboutToChange, this,
+            [this] { takeFocusFrom(m_pinnedStrip); });
     connect(m_pinnedStrip, &PinnedStrip::changed, this, &MainWindow::updatePinnedStrip);
     connect(m_pinnedStrip, &PinnedStrip::launched, this, &MainWindow::hide);
     layout->addWidget(m_pinnedStrip);
@@ -389,7 +390,8 @@ bool MainWindow::showsList() const
     return m_stack->currentWidget() == m_resultList;
 }
 
-// What hides with the focus in it would leave it to the next widget, the close button.
+// What hides with the focus in it would leave it to the next widget, the close button; what is
+// deleted would take it along.
 void MainWindow::takeFocusFrom(const QWidget *widget)
 {
     if (widget->isAncestorOf(focusWidget())) {

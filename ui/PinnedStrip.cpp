@@ -30,6 +30,7 @@ bool PinnedStrip::isEmpty() const
 
 void PinnedStrip::rebuild()
 {
+    Q_EMIT aboutToChange();
     clear();
     const QVariantList pins = m_launcher->pinnedApps();
     if (!pins.isEmpty()) {
@@ -47,10 +48,6 @@ void PinnedStrip::rebuild()
 
 void PinnedStrip::clear()
 {
-    // A button that is deleted with the focus takes it along.
-    if (isAncestorOf(window()->focusWidget())) {
-        setFocus(Qt::OtherFocusReason); // which goes to the focus proxy
-    }
     while (QLayoutItem *item = m_layout->takeAt(0)) {
         delete item->widget();
         delete item;

@@ -8,8 +8,7 @@ class AppLauncher;
 class QHBoxLayout;
 
 /// The row of pinned applications: a button launches its application, and the button's menu unpins
-/// it. The buttons follow the launcher's pins. When to show the strip is for its owner to say; so
-/// is the focus proxy, which gets the focus of a button that goes.
+/// it. The buttons follow the launcher's pins. When to show the strip is for its owner to say.
 class PinnedStrip : public QWidget
 {
     Q_OBJECT
@@ -24,6 +23,9 @@ public:
     void rebuild();
 
 Q_SIGNALS:
+    /// The strip is about to be rebuilt: a button with the focus would take it along.
+    void aboutToChange();
+
     /// The strip was rebuilt: its buttons are new ones, at the end of the tab order.
     void changed();
 

@@ -4,6 +4,7 @@
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
+#include "ui/ManagementIcon.h"
 #include "ui/WindowTest.h"
 
 #include <QAccessible>
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void pinChangedWhileTypingLeavesTheStripHidden();
 
     void buttonLaunchesItsPinAndHides();
+    void tabKeyComesFromTheBoxToThePins();
     void tabKeyComesToThePinsBeforeTheList();
     void menuUnpins();
     void menuOpensAtThePointer();
@@ -240,6 +242,19 @@ void tst_MainWindowPins::buttonLaunchesItsPinAndHides()
     QTest::mouseClick(w.pinButtons().at(1), Qt::LeftButton);
     QCOMPARE(launched(), QStringList(programPath(5)));
     QVERIFY(!w.window.isVisible());
+}
+
+void tst_MainWindowPins::tabKeyComesFromTheBoxToThePins()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
+    w.settle();
+    QCOMPARE(QApplication::focusWidget(), w.edit);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w.box->findChild<ManagementIcon *>());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), w.pinButtons().first());
 }
 
 void tst_MainWindowPins::tabKeyComesToThePinsBeforeTheList()
