@@ -30,6 +30,10 @@ QIcon linkIcon(const QString &filePath)
         return {};
     }
     const QString name = entry->icon();
+    if (name.isEmpty()) {
+        // QIcon::fromTheme() would look into every folder of the theme for no name, each time anew.
+        return QIcon::fromTheme(u"application-x-executable"_s);
+    }
     const QIcon icon = name.startsWith(u'/') ? QIcon(name) : QIcon::fromTheme(name);
     return canBeDrawn(icon) ? icon : QIcon::fromTheme(u"application-x-executable"_s);
 }
