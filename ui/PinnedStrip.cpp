@@ -47,9 +47,9 @@ void PinnedStrip::rebuild()
 
 void PinnedStrip::clear()
 {
-    // A button that is deleted with the focus takes it along.
+    // Deleting a focused button would leave the window without a focus widget.
     if (isAncestorOf(window()->focusWidget())) {
-        setFocus(Qt::OtherFocusReason); // which goes to the focus proxy
+        setFocus(Qt::OtherFocusReason); // the focus proxy gets it
     }
     while (QLayoutItem *item = m_layout->takeAt(0)) {
         delete item->widget();
@@ -61,7 +61,7 @@ void PinnedStrip::addButton(const QVariantMap &pin)
 {
     const QString path = recordPath(pin);
     const QString icon = recordIcon(pin);
-    // An ampersand in a name is a letter, not the mark of a shortcut.
+    // Escape ampersands: a name has no mnemonic.
     const QString text = recordTitle(pin).replace(u'&', "&&"_L1);
 
     auto *button = new QPushButton(text, this);
@@ -82,8 +82,8 @@ void PinnedStrip::addButton(const QVariantMap &pin)
     addToLayout(button);
 }
 
-// The layout alone would show a new widget only after the window was fitted to its content, and the
-// fit would not count the widget.
+// The layout would show a new widget only in the next pass of the event loop, after the window has
+// adapted its height without the widget.
 void PinnedStrip::addToLayout(QWidget *widget)
 {
     m_layout->addWidget(widget);
