@@ -1,19 +1,18 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-#
-# vaskel_add_test: the tests of one folder are one program, since linking each by itself took longer
-# than compiling it. Each test class still runs in a process of its own.
+# vaskel_add_test: the tests of a folder are one program, because linking each test separately took
+# longer than compiling it. Each test class still runs in its own process.
 
-# How a program that runs under wine finds a file of the machine that builds it.
+# The prefix of host paths for a program under wine.
 if(CMAKE_CROSSCOMPILING)
     set(VASKEL_FILE_PREFIX "Z:")
 else()
     set(VASKEL_FILE_PREFIX)
 endif()
 
-# What wine needs is kept from one run to the next.
+# The prefix of wine is kept between runs.
 set(VASKEL_WINE "${PROJECT_SOURCE_DIR}/tests/support/with-wine" --prefix "${PROJECT_BINARY_DIR}/wine")
 
-# Fonts for the offscreen platform, which looks into one folder.
+# Fonts for the offscreen platform, which reads a single folder.
 if(CMAKE_CROSSCOMPILING)
     set(VASKEL_FONTS "${PROJECT_BINARY_DIR}/fonts")
     file(MAKE_DIRECTORY "${VASKEL_FONTS}")
@@ -24,15 +23,15 @@ if(CMAKE_CROSSCOMPILING)
     endforeach()
 endif()
 
-# Qt Test without the folder names that it defines for each target. With them, no two targets could
-# share a precompiled header.
+# Qt Test without the folder definitions that differ per target; with them, targets could not share
+# a precompiled header.
 add_library(vaskel_qt_test INTERFACE)
 target_include_directories(vaskel_qt_test SYSTEM INTERFACE
     $<TARGET_PROPERTY:Qt6::Test,INTERFACE_INCLUDE_DIRECTORIES>
 )
 target_link_libraries(vaskel_qt_test INTERFACE $<LINK_ONLY:Qt6::Test>)
 
-# All cases of a test class but the named ones, as its source declares them.
+# The cases of a test class except the named ones, according to the declarations in its source.
 function(vaskel_other_cases variable source)
     file(STRINGS "${source}" declarations REGEX "^    void [A-Za-z0-9]+\\(\\)(;| {)")
     set(cases)
@@ -44,7 +43,7 @@ function(vaskel_other_cases variable source)
     set(${variable} ${cases} PARENT_SCOPE)
 endfunction()
 
-# The current folder's test program for one half of platform/, made at the first call.
+# The test program of the current folder for one half of platform/; created at the first call.
 function(vaskel_test_program variable on_fake)
     file(RELATIVE_PATH folder "${PROJECT_SOURCE_DIR}" "${CMAKE_CURRENT_SOURCE_DIR}")
     string(REPLACE "/" "_" program "${folder}")
@@ -69,13 +68,13 @@ function(vaskel_test_program variable on_fake)
         vaskel_compiler
     )
     if(CMAKE_CROSSCOMPILING)
-        # A static program has only those plugins that it was linked with.
+        # A static program has only the plugins that are linked into it.
         qt_import_plugins(${program} INCLUDE Qt6::QOffscreenIntegrationPlugin)
     endif()
 endfunction()
 
-# The link by which a test program runs one class. On Windows it stands beside the libraries that the
-# program loads.
+# Creates the symbolic link that starts a test program for one class. On Windows it is beside the
+# libraries of the program.
 function(vaskel_link_test variable name program)
     set(folder "${CMAKE_CURRENT_BINARY_DIR}")
     if(CMAKE_RUNTIME_OUTPUT_DIRECTORY)
@@ -91,17 +90,17 @@ endfunction()
 #                 [DEFINITIONS definition...] [DEPENDS target...] [UNIX_CASES case...])
 #
 # Adds tst_Class.cpp to the test program of the current folder and registers the test
-# "folder/tst_Class". Sets tst_Class_PROGRAM to what runs this class alone.
+# "folder/tst_Class". Sets tst_Class_PROGRAM to the path that runs only this class.
 #
-# FAKE_PLATFORM    links the recording fakes of platform/ in place of the operating system's half.
-# WINDOW_MANAGER   runs the test on an X display of its own with a window manager; under wine, on a
-#                  Windows desktop of its own. Without it the test runs offscreen.
-# SESSION_BUS      the same with a session bus of its own.
-# OBJECTS          an object library that has tst_Class.cpp compiled, for a class that runs on both
-#                  halves of platform/. On the fakes its name is tst_ClassOnFake.
-# DEFINITIONS      of tst_Class.cpp alone.
+# FAKE_PLATFORM    links the recording fakes of platform/ instead of the bodies of the system.
+# WINDOW_MANAGER   runs the test on a separate X display with a window manager; under wine, on a
+#                  separate Windows desktop. Without it the test runs offscreen.
+# SESSION_BUS      the same with a separate session bus.
+# OBJECTS          an object library with tst_Class.cpp, for a class that runs on the fakes and on
+#                  the bodies of the system. On the fakes its name is tst_ClassOnFake.
+# DEFINITIONS      preprocessor definitions for tst_Class.cpp.
 # DEPENDS          programs that the test starts.
-# UNIX_CASES       cases that need what only a Unix has; they are left out under wine.
+# UNIX_CASES       cases that need a Unix; they do not run under wine.
 function(vaskel_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg
         "FAKE_PLATFORM;WINDOW_MANAGER;SESSION_BUS"

@@ -8,9 +8,9 @@
 
 class QWidget;
 
-/// What a command word must answer. A plugin is compiled in, is handed its services by pointer in
-/// its constructor, belongs to the PluginManager and is called on the GUI thread alone. Result
-/// records and action maps are made and read with core/ResultRecord.h.
+/// The interface of a plugin, which answers a command. Plugins are compiled in and get their
+/// services in their constructor. PluginManager calls them on the GUI thread only. Use
+/// core/ResultRecord.h to make and read records and actions.
 class IPlugin : public QObject
 {
     Q_OBJECT
@@ -19,33 +19,33 @@ public:
     explicit IPlugin(QObject *parent = nullptr);
     ~IPlugin() override;
 
-    /// The primary command word: lower case, no blanks.
+    /// The command: lower case, without blanks.
     virtual QString command() const = 0;
 
-    /// Further command words that reach this plugin.
+    /// Further commands for this plugin.
     virtual QStringList aliases() const;
 
     /// One translated line for the status line of the window.
     virtual QString description() const = 0;
 
-    /// The result records for the untrimmed text behind the command word; called on every search.
-    /// A bad input is answered with a record whose action has the type "none".
+    /// Returns the records for the untrimmed text after the command; called at every search. For
+    /// bad input it returns a record whose action has the type "none".
     virtual QVariantList query(const QString &args) = 0;
 
-    /// Carries out an action map that names this plugin; false when it could not.
+    /// Carries out an action that names this plugin. Returns false on failure.
     virtual bool execute(const QVariantMap &action) = 0;
 
-    /// Whether createView() yields a page.
+    /// Whether createView() returns a page.
     virtual bool hasView() const;
 
-    /// Tells, before createView(), through which word (in lower case) the page is being opened.
+    /// Called before createView() with the command, in lower case, that opens the page.
     virtual void setViewCommand(const QString &command);
 
-    /// The plugin's page, the same one at each call while it lives, or null for a plugin without.
-    /// Whoever shows it becomes its parent.
+    /// Returns the page, or null if the plugin has none; the same page at each call as long as it
+    /// exists. The caller becomes its owner by setting its parent.
     virtual QWidget *createView();
 
 Q_SIGNALS:
-    /// The page asks to be closed.
+    /// The user wants to leave the page.
     void viewCloseRequested();
 };

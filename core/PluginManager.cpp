@@ -30,18 +30,18 @@ void PluginManager::registerPlugin(IPlugin *plugin)
         return;
     }
 
-    const QStringList words = QStringList(plugin->command()) + plugin->aliases();
-    for (const QString &word : words) {
-        const QString key = word.toLower().trimmed();
-        if (key.isEmpty()) {
+    const QStringList commands = QStringList(plugin->command()) + plugin->aliases();
+    for (const QString &cmd : commands) {
+        const QString command = cmd.toLower().trimmed();
+        if (command.isEmpty()) {
             continue;
         }
-        if (m_plugins.contains(key)) {
-            qWarning() << "Plugin command conflict:" << key;
+        if (m_plugins.contains(command)) {
+            qWarning() << "Plugin command conflict:" << command;
             continue;
         }
-        m_plugins.insert(key, plugin);
-        qDebug() << "Plugin registered:" << key << "-" << plugin->description();
+        m_plugins.insert(command, plugin);
+        qDebug() << "Plugin registered:" << command << "-" << plugin->description();
     }
 }
 
@@ -52,28 +52,28 @@ IPlugin *PluginManager::pluginForCommand(const QString &cmd) const
 
 QWidget *PluginManager::viewForCommand(const QString &cmd)
 {
-    const QString key = cmd.toLower();
-    IPlugin *plugin = m_plugins.value(key);
+    const QString command = cmd.toLower();
+    IPlugin *plugin = m_plugins.value(command);
     if (!plugin) {
         return nullptr;
     }
-    plugin->setViewCommand(key);
+    plugin->setViewCommand(command);
     return plugin->createView();
 }
 
 QVariantList PluginManager::queryCommand(const QString &cmd, const QString &args)
 {
-    const QString key = cmd.toLower().trimmed();
-    IPlugin *plugin = m_plugins.value(key);
+    const QString command = cmd.toLower().trimmed();
+    IPlugin *plugin = m_plugins.value(command);
     if (!plugin) {
         qDebug() << "Unknown command:" << cmd;
         return {};
     }
 
-    // The switch belongs to the typed word, so an alias stays on when its plugin is off.
-    if (m_settings && !m_settings->isPluginEnabled(key)) {
+    // An alias has its own setting, so it stays enabled when the command of its plugin is disabled.
+    if (m_settings && !m_settings->isPluginEnabled(command)) {
         return {makeInertRecord(tr("Plugin disabled"),
-                                key + tr(" plugin has been disabled in settings"), key)};
+                                command + tr(" plugin has been disabled in settings"), command)};
     }
     return plugin->query(args);
 }

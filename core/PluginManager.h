@@ -11,8 +11,8 @@ class IPlugin;
 class QWidget;
 class Settings;
 
-/// The table of command words, and the one way from the window to the plugins. A word is looked up
-/// in lower case; only registerPlugin() and queryCommand() also trim it.
+/// Maps commands to plugins; the window reaches the plugins through it. Commands are looked up in
+/// lower case; registerPlugin() and queryCommand() also trim them.
 class PluginManager : public QObject
 {
     Q_OBJECT
@@ -21,36 +21,36 @@ public:
     explicit PluginManager(QObject *parent = nullptr);
     ~PluginManager() override;
 
-    /// Where the plugin switches and the auto-enter preference are read; not owned. Without it
-    /// every plugin is enabled and none auto-enters.
+    /// Sets where to read which plugins are enabled and whether commands auto-enter; not owned.
+    /// Without settings, every plugin is enabled and no command auto-enters.
     void setSettings(Settings *settings);
 
-    /// Enters the plugin under its command and its aliases. A word that is already taken keeps its
+    /// Registers the plugin for its command and its aliases. A command that is taken keeps its
     /// first plugin, and a warning is logged. The plugin is not owned; null is ignored.
     void registerPlugin(IPlugin *plugin);
 
-    /// The plugin of a word, or null.
+    /// The plugin of a command; null for an unknown one.
     IPlugin *pluginForCommand(const QString &cmd) const;
 
-    /// The page of a word's plugin, told the word first; null for an unknown word or no page. A
-    /// plugin that is switched off still gives its page.
+    /// Calls IPlugin::setViewCommand() and returns the page of the plugin, even if the plugin is
+    /// disabled. Null for an unknown command and for a plugin without a page.
     QWidget *viewForCommand(const QString &cmd);
 
-    /// The plugin's records for the untouched arguments; the one notice record for a plugin that is
-    /// switched off under this very word; empty for an unknown word.
+    /// Returns the records of the plugin for the arguments, passed on unchanged. If the command is
+    /// disabled, returns one record that says so. Empty for an unknown command.
     Q_INVOKABLE QVariantList queryCommand(const QString &cmd, const QString &args);
 
-    /// Hands the action to the plugin that it names, or carries out "launch", "openUrl" and "copy"
-    /// itself when it names none that is known. False when nothing was done.
+    /// Passes the action to the plugin that it names. If it names no known plugin, carries out
+    /// "launch", "openUrl" and "copy" itself. Returns false if nothing was done.
     Q_INVOKABLE bool executeAction(const QVariantMap &action);
 
-    /// All command words, aliases included, in no particular order.
+    /// All commands and aliases, in no particular order.
     Q_INVOKABLE QStringList commands() const;
 
-    /// The description of a word's plugin; empty for an unknown word.
+    /// The description of the plugin; empty for an unknown command.
     Q_INVOKABLE QString commandDescription(const QString &cmd) const;
 
-    /// Whether the word, typed without arguments, opens its page at once.
+    /// Whether the command opens its page without Enter when it has no arguments.
     Q_INVOKABLE bool autoEnterForCommand(const QString &cmd) const;
 
 private:

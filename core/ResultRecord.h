@@ -4,12 +4,12 @@
 #include <QString>
 #include <QVariantMap>
 
-// A result record is what a plugin or the search of the launcher answers with, and what a row of
-// the list shows. It is a QVariantMap, every key of which is optional:
+// A record is an answer of a plugin or of the launcher's search; a row of the list shows it.
+// It is a QVariantMap with these keys, all optional:
 // - "title" or else "name": string, first line of the row
 // - "subtitle" or else "desc": string, second line of the row
 // - "icon": string, file or resource path of the icon
-// - "path": string, what AppLauncher::launch is given; makes the row launchable and pinnable
+// - "path": string, the argument of AppLauncher::launch; makes the row launchable and pinnable
 // - "action": the action map, a QVariantMap of the strings
 //   - "type": what to do; "none" makes the row inert
 //   - "data": the operand, such as a path, a URL or a text
@@ -17,7 +17,7 @@
 // Use the functions below to make and read the maps. A function that makes one adds a key for each
 // of its arguments, also for an empty one, and no other key.
 
-/// The types of the actions, compared exactly. A plugin may have others of its own.
+/// The types of the actions, compared exactly. A plugin may add its own types.
 namespace actiontype {
 
 extern const QString copy;       ///< "data" is the text for the clipboard
@@ -29,10 +29,10 @@ extern const QString openUrl;    ///< "data" is a URL
 
 } // namespace actiontype
 
-/// An action that PluginManager carries out by itself.
+/// An action that PluginManager carries out itself.
 QVariantMap makeAction(const QString &type, const QString &data);
 
-/// An action for the plugin of a command.
+/// An action for the plugin of the command.
 QVariantMap makeAction(const QString &type, const QString &data, const QString &command);
 
 /// A record without an action.
@@ -53,7 +53,7 @@ QVariantMap makeProgramRecord(const QString &name, const QString &path, const QS
 QVariantMap makeProgramRecord(const QString &name, const QString &path, const QString &icon,
                               const QString &description);
 
-/// Adds the action to the record, or replaces the one that it has.
+/// Sets the action of the record, and replaces an earlier one.
 void setRecordAction(QVariantMap &record, const QVariantMap &action);
 
 /// "title", or else "name". The presence of the key decides, not its value.
@@ -68,7 +68,7 @@ QString recordIcon(const QVariantMap &record);
 /// "path"
 QString recordPath(const QVariantMap &record);
 
-/// The action map; empty also for one of the type "none".
+/// The action; empty also if its type is "none".
 QVariantMap recordAction(const QVariantMap &record);
 
 /// "type"

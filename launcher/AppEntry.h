@@ -5,8 +5,8 @@
 
 #include <QString>
 
-/// One launchable thing of the catalogue. All that a search compares is derived here, once, from
-/// the name and the description in the language of the program's start.
+/// An entry of the catalogue. The constructor derives all that a search compares from the name and
+/// the description, which are in the language of the program at its start.
 struct AppEntry
 {
     AppEntry(const QString &appName, const QString &appPath, const QString &appDescription,
@@ -23,11 +23,11 @@ struct AppEntry
     }
 
     QString name;             ///< first line of the row
-    QString path;             ///< what AppLauncher::launch is given
+    QString path;             ///< the argument of AppLauncher::launch
     QString description;      ///< second line of the row
     QString iconPath;         ///< a PNG file; empty for a row without an icon
     QString pinyin;           ///< the whole name transliterated, in lower case
-    QString pinyinInitials;   ///< the name's letters, Chinese ones by their first sound
-    QString lowerName;        ///< what a search compares instead of the name
-    QString lowerDescription; ///< what a search compares instead of the description
+    QString pinyinInitials;   ///< its letters; of Chinese ones the first pinyin letter
+    QString lowerName;        ///< compared by a search instead of the name
+    QString lowerDescription; ///< compared by a search instead of the description
 };

@@ -28,7 +28,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The pins file has its own keys, which only look like those of a result record.
+// The keys of the pins file; those of a record are independent of them.
 constexpr auto pinNameKey = "name"_L1;
 constexpr auto pinPathKey = "path"_L1;
 constexpr auto pinIconKey = "iconPath"_L1;
@@ -140,7 +140,7 @@ void AppLauncher::loadBuiltinApps()
 
 void AppLauncher::scanStartMenu()
 {
-    // One set for all roots: the first file of a name is the one that is listed.
+    // One set for all roots: of files with the same name only the first is listed.
     QSet<QString> seenNames;
     const QStringList roots = platform::startMenuRoots();
     for (const QString &root : roots) {
@@ -159,8 +159,9 @@ void AppLauncher::scanStartMenu()
 QStringList AppLauncher::addPrograms(const QString &root, const QDir &folder,
                                      const QString &description, QSet<QString> *seenNames)
 {
-    // Read once for its files and its subfolders, and without a name filter, which would match each
-    // name against a regular expression. NoSort leaves QDir's own order, by name, ignoring case.
+    // Read the folder once for files and subfolders. A name filter would be slower, since it
+    // matches a regular expression for each name. NoSort keeps the order of QDir: by name, ignoring
+    // case.
     const QFileInfoList entries =
         folder.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
     QStringList subfolders;

@@ -12,43 +12,43 @@
 
 class QDir;
 
-/// Knows what can be launched: the built-in entries, what the start menu holds, and the user's
-/// pins. The catalogue is built by the constructor and stays as it is; a program that is installed
-/// later is found at the next start.
+/// Finds and launches programs. The catalogue has the built-in entries and those of the start menu;
+/// the constructor builds it, and a program that is installed later appears at the next start. Also
+/// keeps the pins of the user.
 class AppLauncher : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(QVariantList pinnedApps READ pinnedApps NOTIFY pinsChanged)
 
 public:
-    /// Scans the start menu, writes the icon files that are missing, and reads the pins, all before
-    /// it returns. What cannot be read is left out silently. Without a usable pins file the
-    /// calculator and the task manager are pinned.
+    /// Scans the start menu, draws the missing icon files and loads the pins before it returns.
+    /// Skips silently what cannot be read. Without a valid pins file it pins the calculator and the
+    /// task manager.
     explicit AppLauncher(QObject *parent = nullptr);
 
-    /// The records, with "name", "path", "desc" and "icon", of the entries that hold the trimmed
-    /// query, whatever its case, in their name, their description or either of the name's pinyin
-    /// forms. In the catalogue's order and without limit; a blank query yields the whole catalogue.
+    /// Returns records with "name", "path", "desc" and "icon" for the entries whose name,
+    /// description, pinyin or pinyin initials contain the trimmed query; case does not matter. They
+    /// have the order of the catalogue and no limit. A blank query returns the whole catalogue.
     Q_INVOKABLE QVariantList search(const QString &query) const;
 
-    /// Opens a web address or a start-menu file, or starts a program without arguments. True when
-    /// the start was accepted.
+    /// Opens a web address or a start-menu file, or starts a program without arguments. Returns
+    /// whether the system accepted it.
     Q_INVOKABLE bool launch(const QString &path);
 
-    /// Appends a pin and writes the pins file; an empty iconPath has the icon looked up. False,
-    /// with nothing changed, for an empty path or one that is pinned already.
+    /// Appends a pin and writes the pins file; draws the icon if iconPath is empty. Returns false,
+    /// and changes nothing, if the path is empty or already pinned.
     Q_INVOKABLE bool pinApp(const QString &path, const QString &name, const QString &iconPath);
 
-    /// Removes a pin and writes the pins file; false when there is none.
+    /// Removes a pin and writes the pins file. Returns false if there is no such pin.
     Q_INVOKABLE bool unpinApp(const QString &path);
 
     Q_INVOKABLE bool isPinned(const QString &path) const;
 
-    /// A record with "name", "path" and "icon" for each pin, in the order of pinning.
+    /// The pins as records with "name", "path" and "icon", in the order of pinning.
     QVariantList pinnedApps() const;
 
 Q_SIGNALS:
-    /// The list of pins has changed and was written. A failed write is silent.
+    /// The pins have changed and were written, unless writing failed silently.
     void pinsChanged();
 
 private:
@@ -62,6 +62,6 @@ private:
     static QString pinsFilePath();
 
     QList<AppEntry> m_apps;
-    QString m_iconCacheDir; // empty where it cannot be made
+    QString m_iconCacheDir; // empty if it cannot be created
     QList<PinnedApp> m_pinnedApps;
 };

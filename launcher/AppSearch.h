@@ -7,6 +7,6 @@
 class QString;
 struct AppEntry;
 
-/// The records of the entries that match the query, in the order of the list. AppLauncher::search()
-/// says which ones match.
+/// Returns the records of the matching entries, in the order of the list. AppLauncher::search()
+/// tells which entries match.
 QVariantList searchApps(const QList<AppEntry> &apps, const QString &query);

@@ -46,7 +46,7 @@ bool saveIcon(const QPixmap &pixmap, const QString &filePath)
     if (pixmap.isNull()) {
         return false;
     }
-    // QSaveFile would wait for the disk, once for each program at the first start.
+    // Not QSaveFile: it would wait for the disk, once per program at the first start.
     QTemporaryFile file(QFileInfo(filePath).path() + "/XXXXXX.tmp"_L1);
     if (!file.open() || !pixmap.save(&file, "PNG", -1) || !file.rename(filePath)) {
         return false;
@@ -76,7 +76,7 @@ QString IconCache::findOrDraw(const QString &path, const QFileInfo &source)
     if (m_folder.isEmpty()) {
         return {};
     }
-    // The seed is fixed, so that a path has the same file in every run.
+    // A fixed seed gives a path the same file in every run.
     const QString key = QString::number(qHash(QStringView(path), 0), 16);
     QString target = m_folder % u'/' % m_rules.prefix % key % ".png"_L1;
     return QFile::exists(target) || draw(path, source, target) ? target : QString();

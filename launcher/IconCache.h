@@ -9,40 +9,41 @@
 
 class QFileInfo;
 
-/// Makes the folder of the icon files below the temporary folder and closes it to other users.
-/// Where another user has it already, it is one in the user's cache. Empty when it cannot be made.
+/// Creates the folder of the icon files in the temporary folder, with access for this user only,
+/// and returns its path. Uses a folder in the cache of the user if another user owns it. Empty if
+/// it cannot be created.
 QString makeIconFolder();
 
-/// Writes a PNG file, whole or not at all. False for a null pixmap too.
+/// Writes a PNG file, completely or not at all. Returns false on failure and for a null pixmap.
 bool saveIcon(const QPixmap &pixmap, const QString &filePath);
 
-/// In what the icon files of one caller differ from those of another.
+/// How the icon files of a caller are drawn and named.
 struct IconRules
 {
-    /// Begins the name of each file, so that callers whose rules differ share no file.
+    /// Prefix of the file names. Callers with different rules need different prefixes.
     QString prefix = {};
 
-    /// Whether an icon of another size is scaled to the square, or saved as it was drawn.
+    /// Whether an icon of another size is scaled to 32 by 32 pixels; if not, it is saved unscaled.
     bool isScaled = true;
 
-    /// Whether the shell is asked for what does not exist, and for what could not be drawn.
+    /// Whether to ask the shell for the icon of a path that does not exist or cannot be drawn.
     bool asksShell = false;
 };
 
-/// The icon files: PNG files of at most 32 by 32 pixels. One is drawn when it is first asked for,
-/// is kept across runs and never refreshed. An object serves one run through a list, since it keeps
-/// the icons of the kinds of files.
+/// Draws icons into PNG files of at most 32 by 32 pixels, on first request. The files stay for
+/// later runs and are never refreshed. Use one object for one list, since it caches the icons of
+/// file types.
 class IconCache
 {
 public:
-    /// The folder as makeIconFolder() gave it; without one no icon file is read or written.
+    /// Takes the folder that makeIconFolder() returned; with an empty one there are no icon files.
     explicit IconCache(const QString &folder, const IconRules &rules = {});
 
-    /// The path of the icon file for a path, which is compared as it stands. Empty when the icon
+    /// Returns the path of the icon file for a path, which is not normalised. Empty if the icon
     /// cannot be drawn or saved.
     QString iconFile(const QString &path);
 
-    /// The icon file for the absolute path of an entry of a folder.
+    /// Returns the icon file for the absolute path of a folder entry.
     QString iconFile(const QFileInfo &entry);
 
 private:
@@ -53,5 +54,5 @@ private:
 
     const QString m_folder;
     const IconRules m_rules;
-    std::optional<QFileIconProvider> m_provider; // made for the first icon that is drawn
+    std::optional<QFileIconProvider> m_provider; // created for the first icon that is drawn
 };

@@ -3,10 +3,10 @@
 
 #include <QString>
 
-/// One pin. It stands by itself and refers to no entry of the catalogue.
+/// A pin. It does not depend on an entry of the catalogue.
 struct PinnedApp
 {
     QString name;
-    QString path;     ///< the pin's identity, compared exactly
+    QString path;     ///< identifies the pin, compared exactly
     QString iconPath; ///< a PNG file, or empty
 };

@@ -4,7 +4,7 @@
 #include <array>
 #include <cstddef>
 
-/// The one reading of a Chinese character: lower-case ASCII of at most six letters.
+/// The only reading of a Chinese character: lower-case ASCII, at most six letters.
 struct PinyinReading
 {
     char16_t character;
@@ -14,5 +14,5 @@ struct PinyinReading
 /// The size of GB 2312: 3,755 characters of level 1 and 3,008 of level 2.
 inline constexpr std::size_t pinyinReadingCount = 6763;
 
-/// The readings in ascending order of the characters; scripts/generate-pinyin-table writes them.
+/// The readings, sorted by character. scripts/generate-pinyin-table writes them.
 extern const std::array<PinyinReading, pinyinReadingCount> pinyinReadings;

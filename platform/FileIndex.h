@@ -6,38 +6,38 @@
 
 #include <optional>
 
-/// The index of the names of all files, kept by a program of its own: "Everything" on Windows,
-/// plocate on Linux. FilePlugin asks it on the GUI thread.
+/// The index of all file names that another program maintains: "Everything" on Windows, plocate on
+/// Linux. FilePlugin calls it on the GUI thread.
 namespace platform::fileindex {
 
-/// The error of an index whose service does not run.
+/// The error if the service of the index does not run.
 inline constexpr unsigned serviceUnreachable = 2;
 
-/// What a search gives.
+/// The answer to a search.
 struct Answer
 {
-    /// Why the search failed; without a value it succeeded. On Windows these are the numbers of the
-    /// Everything library, whatever they are. On Linux: 101, plocate cannot be started; 102, it
-    /// failed; 103, it took too long; 104, the system has no database and that of the home folder
-    /// is still being built; 105, the latter cannot be built.
+    /// The error; without a value the search succeeded. On Windows it is the error number of the
+    /// Everything library. On Linux: 101, plocate cannot be started; 102, it failed; 103, it took
+    /// too long; 104, the system has no database, and the one of the home folder is not yet
+    /// complete; 105, that database cannot be built.
     std::optional<unsigned> error;
 
-    /// The full path of each hit, a file or a folder, in the index's order. A path is empty where
-    /// it cannot be read or is not valid Unicode, so that no program could be given it. There are
-    /// none after a failure.
+    /// The full paths of the files and folders found, in the order of the index; none after an
+    /// error. A path is empty if it cannot be read, or is not valid Unicode and so cannot be
+    /// opened.
     QStringList paths;
 };
 
-/// What its users call the index. Empty where none is installed: then every search fails.
+/// The name of the index for the user. Empty if none is installed; every search then fails.
 QString name();
 
-/// Searches for the text and waits for the answer, on Linux for two seconds at most. Gives no more
-/// than `limit` paths; FilePlugin takes 50.
+/// Searches for the text and waits for the answer, on Linux for at most two seconds. Returns at
+/// most `limit` paths; FilePlugin asks for 50.
 ///
-/// The text is in the index's own syntax and is handed over as it is, blanks included. On Linux
-/// these are words that a name must hold, all of them, whatever their case; with a slash in the
-/// text they are looked for in the whole path. A word with "*" or "?" is a pattern for the whole
-/// name. Nothing else is special.
+/// The text has the syntax of the index and is passed on unchanged, including blanks. On Linux it
+/// is a list of words. A file name must contain them all; with a slash in the text, the whole path
+/// must. Case does not matter. A word with "*" or "?" is a pattern for the whole name. No other
+/// character is special.
 Answer search(const QString &text, unsigned limit);
 
 } // namespace platform::fileindex

@@ -7,12 +7,12 @@
 
 namespace platform {
 
-/// The icon that a start-menu file names for itself, where QFileIconProvider would show the icon of
-/// its file type instead. Null for every other file, and where the provider already does it right.
+/// The icon that a start-menu file names, for which QFileIconProvider returns that of the file
+/// type. Null for other files, and on systems where the provider returns the right icon.
 QIcon linkIcon(const QString &filePath);
 
-/// The desktop shell's icon for a path that yielded none so far, existing or not, such as a bare
-/// command or an address. Null where the shell has none, or the system no such service.
+/// The icon of the desktop shell for a path without an icon so far. The path need not exist: it may
+/// be a bare command or an address. Null if the shell has no icon, or the system no shell.
 QPixmap shellPixmap(const QString &path);
 
 } // namespace platform

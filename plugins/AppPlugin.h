@@ -5,13 +5,13 @@
 
 class AppLauncher;
 
-/// The command "app": the application search, as a plugin like any other.
+/// The command "app": the application search.
 class AppPlugin : public IPlugin
 {
     Q_OBJECT
 
 public:
-    /// The launcher is not owned; without one the plugin finds and launches nothing.
+    /// The launcher is not owned; if it is null, the plugin finds and launches nothing.
     explicit AppPlugin(AppLauncher *launcher, QObject *parent = nullptr);
 
     QString command() const override;
@@ -20,7 +20,7 @@ public:
     /// The records of AppLauncher::search(), each with a "launch" action for its path.
     QVariantList query(const QString &args) override;
 
-    /// Launches "data", whatever the "type"; false when it is empty or did not start.
+    /// Launches "data" for any "type". False if "data" is empty or cannot be launched.
     bool execute(const QVariantMap &action) override;
 
 private:

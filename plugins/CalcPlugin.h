@@ -3,7 +3,7 @@
 
 #include "core/IPlugin.h"
 
-/// The command "calc": one row with the value of the expression, which it copies when chosen.
+/// The command "calc": one row with the value of the expression; Enter copies the value.
 class CalcPlugin : public IPlugin
 {
     Q_OBJECT
@@ -14,9 +14,9 @@ public:
     QString command() const override;
     QString description() const override;
 
-    /// Always one record: a hint for blank arguments, the error, or the value to 15 digits.
+    /// Returns one record: a hint for blank arguments, the error, or the value to 15 digits.
     QVariantList query(const QString &args) override;
 
-    /// Puts "data" on the clipboard when "type" is "copy"; false when there is nothing to copy.
+    /// Copies "data" to the clipboard. False if it is empty or "type" is not "copy".
     bool execute(const QVariantMap &action) override;
 };

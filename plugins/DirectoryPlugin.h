@@ -3,7 +3,7 @@
 
 #include "core/IPlugin.h"
 
-/// The command "cd": a look into the folder that the arguments name.
+/// The command "cd": lists the folder that the arguments name.
 class DirectoryPlugin : public IPlugin
 {
     Q_OBJECT
@@ -14,13 +14,13 @@ public:
     QString command() const override;
     QString description() const override;
 
-    /// A row that opens the folder, then one for each entry that is not hidden, folders first, each
-    /// group by name. For arguments that name nothing the home folder; for those that name a file
-    /// one row that says so. Renders the icons that it has not rendered before.
+    /// Returns a record that opens the folder, then one for each entry that is not hidden: folders
+    /// first, each group sorted by name. Lists the home folder if the arguments name nothing;
+    /// returns one record with an error if they name a file. Draws the missing icons.
     QVariantList query(const QString &args) override;
 
     /// Opens "data": a folder in the file manager for "openFolder" and "navigate", a file in its
-    /// program for "openFile". False for any other "type" and for an empty "data".
+    /// program for "openFile". False for any other "type", for an empty "data" and on failure.
     bool execute(const QVariantMap &action) override;
 
 private:

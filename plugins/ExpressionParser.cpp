@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A level takes less than one kibibyte of stack, also in a debug build, and the smallest stack to
-// fit into is the megabyte of Windows' main thread, of which the event loop needs its share.
+// A level takes less than 1 KiB of stack, even in a debug build. The smallest stack is that of the
+// main thread on Windows: 1 MiB, which the event loop needs, too.
 constexpr int maximumDepth = 256;
 
 struct UnaryFunction
@@ -44,9 +44,9 @@ constexpr BinaryFunction binaryFunctions[] = {
     {"pow"_L1, std::pow},
 };
 
-// The value of a literal of at most 15 digits without an exponent. Up to there the digits and the
-// power of ten are whole numbers that a double holds exactly, so that one division rounds the
-// quotient as the full conversion would, provided that it is not computed in a wider type first.
+// Parses a literal of at most 15 digits without an exponent. A double holds both its digits and the
+// power of ten exactly, so the division rounds as the full conversion does, unless the compiler
+// computes it in a wider type.
 std::optional<double> shortNumber(QStringView literal)
 {
     constexpr double powersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
@@ -76,7 +76,7 @@ ExpressionParser::ExpressionParser(const QString &input)
 {
 }
 
-// A null character at the end of the text: no token starts with one.
+// Returns a null character at the end of the text; no token starts with one.
 inline char16_t ExpressionParser::next() const
 {
     return m_position < m_input.size() ? m_input[m_position].unicode() : u'\0';
@@ -99,7 +99,7 @@ bool ExpressionParser::match(char16_t character)
     return true;
 }
 
-// Every way by which the grammar comes back to itself leads through here.
+// All recursion of the grammar goes through this function, so it can limit the depth.
 template <double (ExpressionParser::*level)()> double ExpressionParser::descend()
 {
     if (m_depth == maximumDepth) {
@@ -172,7 +172,7 @@ double ExpressionParser::parseTerm()
 
 double ExpressionParser::parseUnary()
 {
-    // A loop, since signs stack without limit and need not cost any stack.
+    // A loop, so that any number of signs needs no stack.
     bool isNegated = false;
     skipSpaces();
     for (char16_t symbol = next(); symbol == u'-' || symbol == u'+'; symbol = next()) {
@@ -258,7 +258,7 @@ double ExpressionParser::parseName()
     return callFunction(name, parseArguments());
 }
 
-// Reads up to and including the closing parenthesis.
+// Also consumes the closing parenthesis.
 QList<double> ExpressionParser::parseArguments()
 {
     QList<double> arguments;
@@ -321,7 +321,7 @@ QString ExpressionParser::takeName()
 
 void ExpressionParser::fail(QStringView message)
 {
-    // The descent goes on after an error; what it finds then is only a consequence.
+    // Parsing continues after an error; later errors are only its consequences.
     if (m_error.isEmpty()) {
         m_error = message.toString();
     }

@@ -5,21 +5,21 @@
 #include <QString>
 #include <QStringView>
 
-/// Computes one line of arithmetic while reading it, by recursive descent.
+/// Evaluates an arithmetic expression while parsing it by recursive descent.
 ///
-/// From loosest to tightest: `+ -`, then `* / %`, then prefix signs, then `^`, which groups from
-/// the right and takes a signed exponent. Operands are decimal numbers, the constants pi and e,
-/// parenthesised expressions and calls such as `sqrt(2)`. Names ignore case, angles are radians.
-/// Nesting deeper than 256 parentheses and exponents is an error; signs stack without limit.
+/// The operators from lowest to highest precedence: `+ -`, `* / %`, prefix signs, `^`. The last is
+/// right-associative, and its exponent may have signs. Operands are decimal numbers, the constants
+/// pi and e, parenthesised expressions and calls such as `sqrt(2)`. Names ignore case; angles are
+/// in radians. More than 256 nested parentheses and exponents are an error; signs have no limit.
 class ExpressionParser
 {
 public:
     /// The text is not copied and must outlive the parser.
     explicit ExpressionParser(const QString &input);
 
-    /// True: value holds the finite result. False: error holds the first error, as "%1 at position
-    /// %2" in English, the position being where reading came to rest, in UTF-16 units from 1. The
-    /// other output stays untouched. May be called again.
+    /// Returns true and sets `value` to the finite result, or returns false and sets `error` to the
+    /// first error, as "%1 at position %2" in English. The position is where parsing stopped, in
+    /// UTF-16 units from 1. The other argument is not changed. May be called again.
     bool evaluate(double &value, QString &error);
 
 private:

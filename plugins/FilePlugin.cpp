@@ -14,7 +14,7 @@ namespace fileindex = platform::fileindex;
 
 namespace {
 
-constexpr unsigned maximumResults = 50;
+constexpr unsigned maximumRecords = 50;
 
 } // namespace
 
@@ -38,13 +38,13 @@ QVariantList FilePlugin::query(const QString &args)
 {
     const QString index = fileindex::name();
     if (index.isEmpty()) {
-        return {inertRow(tr("File search is only available on Windows"),
-                         tr("Everything SDK only supports Windows"))};
+        return {inertRecord(tr("File search is only available on Windows"),
+                            tr("Everything SDK only supports Windows"))};
     }
     if (args.trimmed().isEmpty()) {
-        return {
-            inertRow(tr("Enter a filename to search"),
-                     tr("Powered by Everything for fast search").replace("Everything"_L1, index))};
+        return {inertRecord(
+            tr("Enter a filename to search"),
+            tr("Powered by Everything for fast search").replace("Everything"_L1, index))};
     }
     return search(args);
 }
@@ -58,23 +58,24 @@ bool FilePlugin::execute(const QVariantMap &action)
 
 QVariantList FilePlugin::search(const QString &args)
 {
-    const fileindex::Answer answer = fileindex::search(args, maximumResults);
+    const fileindex::Answer answer = fileindex::search(args, maximumRecords);
     if (answer.error == fileindex::serviceUnreachable) {
-        return {inertRow(tr("Everything service is not running"),
-                         tr("Please start Everything before using file search"))};
+        return {inertRecord(tr("Everything service is not running"),
+                            tr("Please start Everything before using file search"))};
     }
     if (answer.error) {
-        return {inertRow(tr("Search failed"), tr("Error code: ") + QString::number(*answer.error))};
+        return {
+            inertRecord(tr("Search failed"), tr("Error code: ") + QString::number(*answer.error))};
     }
     if (answer.paths.isEmpty()) {
-        return {inertRow(tr("No files found"), args)};
+        return {inertRecord(tr("No files found"), args)};
     }
-    return rows(answer.paths);
+    return makeRecords(answer.paths);
 }
 
-QVariantList FilePlugin::rows(const QStringList &paths)
+QVariantList FilePlugin::makeRecords(const QStringList &paths)
 {
-    m_cacheDir = makeIconFolder(); // the temporary folder may have been cleaned up meanwhile
+    m_cacheDir = makeIconFolder(); // a cleanup may have removed it
     QVariantList records;
     for (const QString &path : paths) {
         if (path.isEmpty()) {
@@ -87,7 +88,7 @@ QVariantList FilePlugin::rows(const QStringList &paths)
     return records;
 }
 
-QVariantMap FilePlugin::inertRow(const QString &title, const QString &subtitle) const
+QVariantMap FilePlugin::inertRecord(const QString &title, const QString &subtitle) const
 {
     return makeInertRecord(title, subtitle, command());
 }

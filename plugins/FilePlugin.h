@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-/// The command "file": a search of all files by name, which the system's file index answers.
+/// The command "file": searches all files by name, with the file index of the system.
 class FilePlugin : public IPlugin
 {
     Q_OBJECT
@@ -16,19 +16,20 @@ public:
     QString command() const override;
     QString description() const override;
 
-    /// A row for each of the first 50 hits, files and folders alike, in the index's order, or one
-    /// inert row: a hint for blank arguments, why the search failed, or that nothing was found.
-    /// Waits for the index, and renders the icons that it has not rendered before.
+    /// Returns a record for each of the first 50 files and folders found, in the order of the
+    /// index. Returns one inert record as a hint for blank arguments, if the search failed, or if
+    /// it found nothing. Waits for the index and draws the missing icons.
     QVariantList query(const QString &args) override;
 
-    /// Opens "data" in its program when "type" is "openFile"; false otherwise.
+    /// Opens "data" in its program. False if it is empty, cannot be opened, or "type" is not
+    /// "openFile".
     bool execute(const QVariantMap &action) override;
 
 private:
     QVariantList search(const QString &args);
-    QVariantList rows(const QStringList &paths);
-    QVariantMap inertRow(const QString &title, const QString &subtitle) const;
+    QVariantList makeRecords(const QStringList &paths);
+    QVariantMap inertRecord(const QString &title, const QString &subtitle) const;
     QString fileIcon(const QString &path) const;
 
-    QString m_cacheDir; // empty where it cannot be made
+    QString m_cacheDir; // empty if it cannot be created
 };

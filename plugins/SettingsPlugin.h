@@ -7,14 +7,14 @@ class PluginManager;
 class Settings;
 class SettingsView;
 
-/// The commands "set", "user" and "plugin": one row, and the page of the preferences, which each of
-/// the three words opens at another place.
+/// The commands "set", "user" and "plugin": one row, and the settings page. Each command opens the
+/// page at a different place.
 class SettingsPlugin : public IPlugin
 {
     Q_OBJECT
 
 public:
-    /// Both services are handed on to the page; neither is owned.
+    /// The services are for the page; they are not owned and must outlive the plugin.
     SettingsPlugin(Settings *settings, PluginManager *pluginManager, QObject *parent = nullptr);
     ~SettingsPlugin() override;
 
@@ -22,18 +22,18 @@ public:
     QStringList aliases() const override;
     QString description() const override;
 
-    /// One record without an action, whatever the arguments.
+    /// One record without an action, for any arguments.
     QVariantList query(const QString &args) override;
 
-    /// Nothing to carry out; true.
+    /// There are no actions; returns true.
     bool execute(const QVariantMap &action) override;
 
     bool hasView() const override;
 
-    /// Turns a page that exists to the word's place at once.
+    /// Also switches an existing page to the place of the command.
     void setViewCommand(const QString &command) override;
 
-    /// A SettingsView, at each call filled anew and turned to the place of the last word.
+    /// A SettingsView, reloaded at each call and switched to the place of the last command.
     QWidget *createView() override;
 
 private:

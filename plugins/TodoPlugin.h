@@ -6,8 +6,8 @@
 class TaskService;
 class TodoView;
 
-/// The command "todo": one row that leads to the page of the task list. It owns the tasks, which
-/// are read when the plugin is made.
+/// The command "todo": one row, and the page of the task list. Owns the tasks, and loads them in
+/// the constructor.
 class TodoPlugin : public IPlugin
 {
     Q_OBJECT
@@ -19,15 +19,15 @@ public:
     QString command() const override;
     QString description() const override;
 
-    /// One record without an action, whatever the arguments.
+    /// One record without an action, for any arguments.
     QVariantList query(const QString &args) override;
 
-    /// Nothing to carry out; true.
+    /// There are no actions; returns true.
     bool execute(const QVariantMap &action) override;
 
     bool hasView() const override;
 
-    /// A TodoView, brought up to date at each call.
+    /// A TodoView, updated at each call.
     QWidget *createView() override;
 
 private:

@@ -6,11 +6,11 @@
 /// A web search engine that the user can choose.
 struct SearchEngine
 {
-    QLatin1StringView name;  ///< as it is stored, compared exactly, and shown untranslated
-    QLatin1StringView query; ///< the address up to the search text
+    QLatin1StringView name;  ///< stored, compared exactly, shown untranslated
+    QLatin1StringView query; ///< address of a search, without the text at its end
 };
 
-/// All engines, in the order in which the settings page lists them.
+/// All engines, in the order of the settings page.
 inline constexpr SearchEngine searchEngines[] = {
     {QLatin1StringView("Bing"), QLatin1StringView("https://www.bing.com/search?q=")},
     {QLatin1StringView("Google"), QLatin1StringView("https://www.google.com/search?q=")},
@@ -18,8 +18,8 @@ inline constexpr SearchEngine searchEngines[] = {
     {QLatin1StringView("DuckDuckGo"), QLatin1StringView("https://duckduckgo.com/?q=")},
 };
 
-/// The engine of a user who has chosen none, or one that is not in the list.
+/// The engine if none is stored, or an unknown one.
 inline constexpr SearchEngine defaultSearchEngine = searchEngines[0];
 
-/// The address at which the engine of that name searches the web for a text.
+/// Returns the address of a web search for the text; an unknown engine gives the default one.
 QString webSearchUrl(const QString &engine, const QString &text);

@@ -11,12 +11,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Function keys of the older layout are Windows virtual-key codes, VK_F1 to VK_F12.
+// The older keys store function keys as the Windows virtual-key codes VK_F1 to VK_F12.
 constexpr int virtualKeyF1 = 0x70;
 constexpr int virtualKeyF12 = 0x7B;
 constexpr int virtualKeyToQtKey = int(Qt::Key_F1) - virtualKeyF1;
 
-QString hotkeyOfOlderLayout(int modifiers, int key)
+QString hotkeyFromOlderKeys(int modifiers, int key)
 {
     if (key >= virtualKeyF1 && key <= virtualKeyF12) {
         key += virtualKeyToQtKey;
@@ -25,11 +25,10 @@ QString hotkeyOfOlderLayout(int modifiers, int key)
     return QKeySequence(combination).toString(QKeySequence::PortableText);
 }
 
-/// A key of the store and its value while the store lacks it. Literal is the type in which a
-/// constant holds a Value.
+/// A key of the store and its default value. Literal is a type of constants that converts to Value.
 template <typename Value, typename Literal = Value> struct Preference
 {
-    QLatin1StringView key; ///< the prefix of a group that has one key for each command
+    QLatin1StringView key; ///< or the prefix of a group with one key per command
     Literal defaultValue;
 
     Value read(const QSettings &store, const QString &command = {}) const
@@ -37,7 +36,7 @@ template <typename Value, typename Literal = Value> struct Preference
         return store.value(key + command, defaultValue).template value<Value>();
     }
 
-    /// Returns whether the value differed from what read() returns, and was written.
+    /// Writes the value unless it equals read(). Returns whether it was written.
     bool writeIfChanged(QSettings &store, const Value &value, const QString &command = {}) const
     {
         if (value == read(store, command)) {
@@ -54,7 +53,7 @@ using Text = Preference<QString, QLatin1StringView>;
 
 namespace preferences {
 
-constexpr Text globalHotkey{"globalHotkey"_L1, ""_L1}; // the default is hotkeyOfOlderLayout()
+constexpr Text globalHotkey{"globalHotkey"_L1, ""_L1}; // the default is hotkeyFromOlderKeys()
 constexpr Text searchEngine{"searchEngine"_L1, defaultSearchEngine.name};
 constexpr Switch pluginAutoEnter{"pluginAutoEnter"_L1, false};
 constexpr Switch autoStart{"autoStart"_L1, false};
@@ -68,7 +67,7 @@ constexpr Text pluginHotkey{"pluginHotkeys/"_L1, ""_L1};
 constexpr Number floatIconX{"floatIconX"_L1, -1};
 constexpr Number floatIconY{"floatIconY"_L1, -1};
 
-// The older layout of the main hotkey.
+// The older keys of the main hotkey.
 constexpr Number hotkeyModifiers{"hotkeyModifiers"_L1,
                                  int(Qt::ControlModifier) | int(Qt::AltModifier)};
 constexpr Number hotkeyKey{"hotkeyKey"_L1, int(Qt::Key_Space)};
@@ -90,13 +89,13 @@ QString Settings::globalHotkey() const
     if (m_settings.contains(preferences::globalHotkey.key)) {
         return preferences::globalHotkey.read(m_settings);
     }
-    return hotkeyOfOlderLayout(preferences::hotkeyModifiers.read(m_settings),
+    return hotkeyFromOlderKeys(preferences::hotkeyModifiers.read(m_settings),
                                preferences::hotkeyKey.read(m_settings));
 }
 
 void Settings::setGlobalHotkey(const QString &sequence)
 {
-    // Not writeIfChanged(), because the present hotkey may be that of the older layout.
+    // Not writeIfChanged(): the current hotkey may come from the older keys.
     if (sequence == globalHotkey()) {
         return;
     }

@@ -6,9 +6,9 @@
 #include <QSettings>
 #include <QString>
 
-/// Every persistent preference of the program. Getters read the store, where "Vaskel" is both the
-/// organisation and the application; setters compare, write, then emit, and do nothing at all when
-/// the value is the stored one. Failures of the store are silent.
+/// The preferences of the program. Getters read the store, whose organisation and application are
+/// both named "Vaskel". Setters write and emit only if the value changes. Errors of the store are
+/// silent.
 class Settings : public QObject
 {
     Q_OBJECT
@@ -30,24 +30,25 @@ class Settings : public QObject
                    setShowAllAppsWhenSearchEmpty NOTIFY showAllAppsWhenSearchEmptyChanged)
 
 public:
-    /// Opens the store and brings the start at log-in into step with the stored flag, so that a
-    /// program that was moved repairs its own entry.
+    /// Opens the store and applies autoStart() to the system, so that the entry for log-in follows
+    /// a program that was moved.
     explicit Settings(QObject *parent = nullptr);
 
-    /// The main hotkey in QKeySequence::PortableText form. A store that has no such key yet is read
-    /// by the older pair "hotkeyModifiers" and "hotkeyKey", which yields Ctrl+Alt+Space by default.
+    /// The main hotkey as QKeySequence::PortableText. If the store lacks it, it is read from the
+    /// older keys "hotkeyModifiers" and "hotkeyKey", whose default is Ctrl+Alt+Space.
     QString globalHotkey() const;
     void setGlobalHotkey(const QString &sequence);
 
-    /// The name of the web search engine, from settings/SearchEngine.h.
+    /// The name of the web search engine; see settings/SearchEngine.h.
     QString searchEngine() const;
     void setSearchEngine(const QString &engine);
 
-    /// Whether the program starts at log-in: what was last asked for, not what the system holds.
+    /// Whether the program starts at log-in. This is the stored preference; the system is not
+    /// asked.
     bool autoStart() const;
     void setAutoStart(bool enabled);
 
-    /// The theme's name, as ThemeManager takes it.
+    /// The name of the theme for ThemeManager::setTheme().
     QString theme() const;
     void setTheme(const QString &theme);
 
@@ -58,7 +59,7 @@ public:
     bool autoHideOnFocusLoss() const;
     void setAutoHideOnFocusLoss(bool hide);
 
-    /// Whether a row of the application search is started by a double instead of a single click.
+    /// Whether applications are launched by a double click instead of a single one.
     bool appLaunchRequiresDoubleClick() const;
     void setAppLaunchRequiresDoubleClick(bool required);
 
@@ -66,21 +67,21 @@ public:
     bool showAllAppsWhenSearchEmpty() const;
     void setShowAllAppsWhenSearchEmpty(bool show);
 
-    /// The switch of a plugin, under its command word in lower case.
+    /// Whether a plugin is enabled; its name is its command, in lower case.
     Q_INVOKABLE bool isPluginEnabled(const QString &name) const;
     Q_INVOKABLE void setPluginEnabled(const QString &name, bool enabled);
 
-    /// The hotkey of a plugin in QKeySequence::PortableText form; empty means none.
+    /// The hotkey of a plugin as QKeySequence::PortableText; empty for none.
     QString pluginHotkey(const QString &name) const;
     void setPluginHotkey(const QString &name, const QString &sequence);
 
-    /// Whether a command with a page opens it as soon as its word is typed.
+    /// Whether a command with a page opens it as soon as the command and a blank are typed.
     Q_INVOKABLE bool pluginAutoEnter() const;
     Q_INVOKABLE void setPluginAutoEnter(bool enabled);
 
-    /// The floating icon's position in screen pixels; (-1, -1) if it was never placed.
+    /// The position of the floating icon in screen pixels; (-1, -1) if it was never moved.
     Q_INVOKABLE QPoint floatIconPos() const;
-    /// Writes at every call, changed or not.
+    /// Always writes, even the same position.
     Q_INVOKABLE void setFloatIconPos(const QPoint &pos);
 
 Q_SIGNALS:

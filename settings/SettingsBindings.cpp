@@ -89,7 +89,7 @@ void SettingsBindings::load() const
 
 void SettingsBindings::save() const
 {
-    // Each setter emits its signal, so whoever listens sees the changes in this order.
+    // The setters emit signals, so the order of saving matters to connected slots.
     for (const Group group : {Group::GlobalHotkey, Group::SearchEngine, Group::Theme, Group::Checks,
                               Group::PluginChecks, Group::PluginHotkeys}) {
         const QList<Binding> bindings = m_bindings.value(group);

@@ -12,8 +12,8 @@ class QCheckBox;
 class QComboBox;
 class Settings;
 
-/// Ties each control of the settings page to its preference. A control is bound once and must live
-/// as long as the bindings.
+/// Connects the controls of the settings page to the preferences. Bind each control once; it must
+/// live as long as the bindings.
 class SettingsBindings
 {
 public:
@@ -23,25 +23,25 @@ public:
     void bindCheck(QCheckBox *check, bool (Settings::*getter)() const,
                    void (Settings::*setter)(bool));
     void bindGlobalHotkey(HotkeyEdit *edit);
-    /// Stores the text of the current item. An engine that is not an item leaves the box as it was.
+    /// Saves the text of the current item. Loading an unknown engine does not change the box.
     void bindSearchEngine(QComboBox *box);
-    /// Stores the data of the current item. A theme that is not an item selects the first one.
+    /// Saves the data of the current item. Loading an unknown theme selects the first item.
     void bindTheme(QComboBox *box);
 
-    /// These two note the command in the property "cmd" of the control.
+    /// These two store the command in the property "cmd" of the control.
     void bindPluginCheck(QCheckBox *check, const QString &command);
     void bindPluginHotkey(HotkeyEdit *edit, const QString &command);
 
-    /// Fills every control with the stored preference.
+    /// Shows the stored preferences in the controls.
     void load() const;
 
-    /// Stores what every control holds.
+    /// Stores the values of the controls.
     void save() const;
 
     Q_DISABLE_COPY_MOVE(SettingsBindings) // the bindings capture this
 
 private:
-    /// Controls that are loaded, and saved, one right after the other, in the order of binding.
+    /// Groups of controls, loaded and saved together and in the order of binding.
     enum class Group {
         GlobalHotkey,
         SearchEngine,

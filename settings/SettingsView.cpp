@@ -30,14 +30,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The rows of the navigation.
+// The rows of the navigation list.
 enum Page {
     UserPage,
     SettingsPage,
     PluginsPage,
 };
 
-// A new style makes the base class hide all buttons for a moment, and the focus would move on.
+// Keeps the focus when the style changes: the base class then hides its buttons for a moment, and
+// the focus would move to another widget.
 class ButtonBox : public QDialogButtonBox
 {
 public:
@@ -60,7 +61,7 @@ QLabel *buildLabel(const QString &text, const QString &objectName, QWidget *pare
     auto *label = new QLabel(text, parent);
     label->setObjectName(objectName);
     label->setTextFormat(Qt::PlainText);
-    label->setIndent(0); // else a label with a padding of its own stands out of line
+    label->setIndent(0); // aligns labels with and without a padding
     return label;
 }
 
@@ -71,8 +72,8 @@ QLabel *addSection(QBoxLayout *layout, const QString &text)
     return label;
 }
 
-// Qt's own interface of a scroll area does not look whether there is a child of that number, and a
-// screen reader may ask for a scroll bar that has just gone.
+// Replaces Qt's interface of a scroll area. It does not check the index of a child, and a screen
+// reader may ask for a scroll bar that was just hidden.
 QAccessibleInterface *createInterface(const QString &, QObject *object)
 {
     auto *area = qobject_cast<QScrollArea *>(object);
@@ -161,7 +162,7 @@ bool SettingsView::eventFilter(QObject *watched, QEvent *event)
         }
         return true;
     }
-    // The area itself scrolls only to a control that another one in it passes the focus on to.
+    // A scroll area shows a control only if the focus comes from another control inside it.
     if (control && event->type() == QEvent::FocusIn && isByTabKey(event)) {
         if (QScrollArea *area = scrollAreaAround(control)) {
             area->ensureWidgetVisible(control);
@@ -173,7 +174,7 @@ bool SettingsView::eventFilter(QObject *watched, QEvent *event)
 void SettingsView::showEvent(QShowEvent *event)
 {
     QWidget::showEvent(event);
-    // The box makes it the default button whenever it shows, which looks as if it had the focus.
+    // Whenever the box is shown, it makes Save the default button, which looks focused.
     m_buttons->button(QDialogButtonBox::Save)->setDefault(false);
 }
 
@@ -229,8 +230,8 @@ void SettingsView::buildButtons()
     m_buttons = new ButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
     const QList<QAbstractButton *> buttons = m_buttons->buttons();
     for (QAbstractButton *button : buttons) {
-        button->setIcon(QIcon());                                  // as all others here
-        qobject_cast<QPushButton *>(button)->setAutoDefault(true); // Enter presses it too
+        button->setIcon(QIcon());                                  // as the other buttons
+        qobject_cast<QPushButton *>(button)->setAutoDefault(true); // Enter presses it, too
     }
     connect(m_buttons, &QDialogButtonBox::accepted, this, [this] { m_bindings.save(); });
     connect(m_buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, [this] {
@@ -243,10 +244,10 @@ QBoxLayout *SettingsView::addPage(const QString &title)
 {
     m_navigation->addItem(title);
 
-    QAccessible::installFactory(createInterface); // at most once, however often it is called
+    QAccessible::installFactory(createInterface); // ignored if already installed
     auto *area = new QScrollArea(m_pages);
     area->setWidgetResizable(true);
-    area->setFocusPolicy(Qt::NoFocus); // it follows the focus of what it holds
+    area->setFocusPolicy(Qt::NoFocus); // its controls take the focus
     area->verticalScrollBar()->setAccessibleName(title);
     auto *content = new QWidget(area);
     auto *layout = new QVBoxLayout(content);
@@ -322,12 +323,12 @@ void SettingsView::addSwitchButtons(QBoxLayout *layout)
 
 void SettingsView::addPluginCards(QBoxLayout *layout)
 {
-    QStringList words = m_pluginManager->commands();
-    words.sort(Qt::CaseInsensitive);
-    // The plugin of this very page must not be switched off on it.
+    QStringList commands = m_pluginManager->commands();
+    commands.sort(Qt::CaseInsensitive);
+    // The plugin of this page has no card: the user must not disable it.
     QSet<const IPlugin *> seen{nullptr, m_pluginManager->pluginForCommand(u"set"_s)};
-    for (const QString &word : std::as_const(words)) {
-        const IPlugin *plugin = m_pluginManager->pluginForCommand(word);
+    for (const QString &command : std::as_const(commands)) {
+        const IPlugin *plugin = m_pluginManager->pluginForCommand(command);
         if (!seen.contains(plugin)) {
             seen.insert(plugin);
             layout->addWidget(buildPluginCard(plugin->command()));
@@ -339,14 +340,14 @@ QWidget *SettingsView::buildPluginCard(const QString &command)
 {
     auto *card = new QFrame(m_pages);
     card->setObjectName(u"pluginCard"_s);
-    QLabel *word = buildLabel(command, u"pluginCommand"_s, card);
+    QLabel *title = buildLabel(command, u"pluginCommand"_s, card);
     QLabel *description =
         buildLabel(m_pluginManager->commandDescription(command), u"muted"_s, card);
-    description->setWordWrap(true); // else the longest would make the page wider than the window
+    description->setWordWrap(true); // a long one would make the page wider than the window
 
     auto *texts = new QVBoxLayout;
     texts->setSpacing(3);
-    texts->addWidget(word);
+    texts->addWidget(title);
     texts->addWidget(description);
 
     auto *layout = new QHBoxLayout(card);

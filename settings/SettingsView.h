@@ -15,26 +15,25 @@ class QListWidget;
 class QStackedWidget;
 class Settings;
 
-/// The page on which every preference is changed. Its controls hold a working copy: nothing reaches
-/// the settings until Save, and Cancel throws the edits away.
+/// The settings page. Its controls hold a working copy: Save stores it, Cancel discards it.
 class SettingsView : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// Neither service is owned; both must outlive the page. All plugins must be registered, since
-    /// their cards are built here.
+    /// The services are not owned and must outlive the page. All plugins must be registered, since
+    /// the constructor builds their cards.
     SettingsView(Settings *settings, PluginManager *pluginManager, QWidget *parent = nullptr);
     ~SettingsView() override;
 
-    /// Turns to the page of a command word: "user", "plugin", or any other for the settings page.
+    /// Switches to the page of a command: "user", "plugin", or any other for the settings.
     void showPage(const QString &page);
 
-    /// Fills every control with the stored preference.
+    /// Shows the stored preferences in all controls.
     void reload();
 
 Q_SIGNALS:
-    /// The user wants to leave the page; emitted by Cancel alone.
+    /// The user has pressed Cancel and wants to leave the page.
     void closeRequested();
 
 protected:

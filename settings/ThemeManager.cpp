@@ -62,8 +62,8 @@ constexpr Token tokens[] = {
     {"@PLACEHOLDER@", colors::placeholder},
 };
 
-// The template with the tokens replaced. In one go: a pass for each of them costs more than all the
-// rest, the unpacking of the template included.
+// Replaces the tokens of the template in a single pass, since one pass per token takes longer than
+// everything else, including decompression of the template.
 QByteArray withColors(const QByteArray &styleTemplate, bool isDark)
 {
     QByteArray sheet;
@@ -129,7 +129,7 @@ QString ThemeManager::styleSheet() const
         return {};
     }
     QByteArray styleTemplate = file.readAll();
-    // As in text mode, which looks at each character by itself.
+    // Like QIODevice::Text, which is slower because it examines each character.
     if (styleTemplate.contains('\r')) {
         styleTemplate.replace("\r", "");
     }

@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// The look of the program: whether its palette is the dark or the light one, the colours of that
-/// palette, and the style sheet made of them. It applies nothing itself.
+/// Chooses the dark or the light palette; provides its colours and a style sheet made of them. Does
+/// not apply the style sheet.
 class ThemeManager : public QObject
 {
     Q_OBJECT
@@ -37,12 +37,12 @@ public:
     /// Starts with the theme "system".
     explicit ThemeManager(QObject *parent = nullptr);
 
-    /// The theme's name as it was set. "dark" and "light" name a palette; "system" and every other
-    /// name leave it to the desktop.
+    /// The name of the theme. "dark" and "light" select a palette; with "system" and any other name
+    /// the desktop decides.
     QString theme() const { return m_theme; }
     void setTheme(const QString &theme);
 
-    /// Whether the palette is the dark one; so it is where the desktop has no preference.
+    /// Whether the palette is dark, as it is if the desktop has no preference.
     bool isDark() const { return m_isDark; }
 
     QColor bg() const;
@@ -61,15 +61,15 @@ public:
     QColor closeButtonHover() const;
     QColor iconPlaceholder() const;
 
-    /// The style sheet for the whole application in the colours of the palette, made anew at each
-    /// call; empty if its template cannot be read.
+    /// Returns the style sheet of the application in the colours of the palette, built at each
+    /// call. Empty if its template cannot be read.
     QString styleSheet() const;
 
-    /// Decides anew between the palettes; to be called when the desktop's preference has changed.
+    /// Chooses the palette again. Call this when the preference of the desktop has changed.
     void updateDarkState();
 
 Q_SIGNALS:
-    /// Emitted while isDark() still tells of the theme before.
+    /// Emitted before isDark() is updated for the new theme.
     void themeChanged();
     void paletteChanged();
 

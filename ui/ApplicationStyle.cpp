@@ -22,7 +22,7 @@ QColor foreground(const QStyleOption &option, const QWidget *widget)
 
 void drawFocusFrame(const QStyleOption &option, QPainter &painter, const QWidget *widget)
 {
-    // Of a button the sheet gives its text alone, which a frame would touch.
+    // The option's rectangle fits the text of a button tightly, so frame the whole widget.
     const QRectF rect = qobject_cast<const QPushButton *>(widget)
                             ? QRectF(widget->rect()).adjusted(3, 3, -3, -3)
                             : QRectF(option.rect);
@@ -51,25 +51,23 @@ void drawCheckBox(const QStyleOption &option, QPainter &painter)
     }
 }
 
-// The sheet draws a round frame in a window that has corners, and what lies outside shows through
-// nowhere but on a desktop that blends windows.
-QRegion menuShape(const QRect &rect)
+// The sheet rounds the menu; without a compositor its corners would show, so mask them.
+QRegion menuRegion(const QRect &rect)
 {
-    constexpr qreal radius = 10; // that of the sheet
+    constexpr qreal radius = 10; // as in the sheet
     QPainterPath path;
     path.addRoundedRect(rect, radius, radius);
     return QRegion(path.toFillPolygon().toPolygon());
 }
 
-// The sheet styles the button of a combo box, and Qt then draws no arrow that the sheet does not
-// bring.
+// Qt draws no arrow once the sheet styles the drop-down button without an image for it.
 void drawArrow(QComboBox &box)
 {
     QStyleOptionComboBox option;
     option.initFrom(&box);
-    QRectF place =
+    QRectF arrowRect =
         box.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxArrow, &box);
-    const QPointF middle = place.center();
+    const QPointF middle = arrowRect.center();
     const QPointF arrow[] = {middle + QPointF(-4, -2), middle + QPointF(0, 2),
                              middle + QPointF(4, -2)};
     QPainter painter(&box);
@@ -78,7 +76,7 @@ void drawArrow(QComboBox &box)
     painter.drawPolyline(arrow, 3);
 }
 
-// A cross that can be made out on every background that the sheet gives to a line edit.
+// A grey cross, visible on every background that the sheet gives to a line edit.
 QIcon clearIcon()
 {
     constexpr int size = 16;
@@ -97,7 +95,7 @@ QIcon clearIcon()
     return icon;
 }
 
-// The rows of a combo box, which the sheet cannot give any room.
+// Adds the space between the rows of a combo box, because the sheet cannot.
 class ComboRowDelegate : public QStyledItemDelegate
 {
 public:
@@ -112,7 +110,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
-        option->state &= ~QStyle::State_HasFocus; // the current row is the selected one
+        option->state &= ~QStyle::State_HasFocus; // the selection already marks the current row
     }
 };
 
@@ -162,13 +160,13 @@ int ApplicationStyle::styleHint(StyleHint hint, const QStyleOption *option, cons
                                 QStyleHintReturn *returnData) const
 {
     if (hint == SH_ComboBox_Popup) {
-        // A list that unrolls below the box: as a menu over it, it measures its rows without the
-        // frame and the padding that the sheet gives to the list, and hides some of them.
+        // Use a list below the box. A popup over the box computes its height without the frame and
+        // the padding of the sheet, and hides some rows.
         return 0;
     }
     auto *mask = qstyleoption_cast<QStyleHintReturnMask *>(returnData);
     if (hint == SH_Menu_Mask && mask && option && qobject_cast<const QMenu *>(widget)) {
-        mask->region = menuShape(option->rect);
+        mask->region = menuRegion(option->rect);
         return true;
     }
     return QProxyStyle::styleHint(hint, option, widget, returnData);
@@ -184,7 +182,7 @@ QIcon ApplicationStyle::standardIcon(StandardPixmap icon, const QStyleOption *op
 QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
                                               const QStyleOption *option) const
 {
-    // A tint would blur the icon of the very row that is about to be started.
+    // Keep the icon of the selected row sharp; the default would tint it.
     return mode == QIcon::Selected ? pixmap
                                    : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
 }
@@ -194,8 +192,8 @@ bool ApplicationStyle::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::ShortcutOverride
         && static_cast<QKeyEvent *>(event)->matches(QKeySequence::Cancel)
         && qobject_cast<QAbstractItemView *>(watched)) {
-        // The list of a combo box closes already when the key is offered to it, and then leaves the
-        // key to the shortcuts of the window.
+        // The list of a combo box closes on this event without accepting it, and the key would then
+        // trigger the shortcut of the window.
         event->accept();
         return true;
     }

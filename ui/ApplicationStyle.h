@@ -3,10 +3,9 @@
 
 #include <QProxyStyle>
 
-/// What the style sheet leaves to the widget style below it: the same on every desktop, and drawn
-/// in the colours that the sheet has given to the widget, so that it can be made out in both
-/// palettes. The list of a combo box unrolls below it and closes by Escape, the window's own key,
-/// without the window.
+/// The widget style below the style sheet. It draws focus frames, check boxes of item views and the
+/// clear button in the same way on every desktop, visible in both palettes. The list of a combo box
+/// opens below the box, and Escape closes the list without hiding the window.
 class ApplicationStyle : public QProxyStyle
 {
     Q_OBJECT

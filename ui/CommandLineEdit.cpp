@@ -73,8 +73,8 @@ void CommandLineEdit::setText(const QString &text)
     }
 }
 
-// The box is one field to the eye, so it shows the focus of its edit. Style sheets have no
-// pseudo-state for that: Qt reads :focus-within, but no widget is ever in it.
+// Frames the whole box while its edit has the focus. A style sheet cannot: Qt parses :focus-within
+// but never sets it.
 void CommandLineEdit::paintEvent(QPaintEvent *event)
 {
     QFrame::paintEvent(event);
@@ -92,8 +92,8 @@ bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
         && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
         update();
     }
-    // The condition does not ask for empty arguments: at their start, Backspace dismisses the badge
-    // and the arguments with it.
+    // The arguments need not be empty: Backspace at their start removes them together with the
+    // badge.
     if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()
         && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace
         && m_edit->cursorPosition() == 0 && !m_edit->hasSelectedText()) {
@@ -132,9 +132,9 @@ void CommandLineEdit::leaveCommand(const QString &text)
 
 void CommandLineEdit::replaceContent(const QString &text, const QString &placeholder)
 {
-    // Listeners shall hear of the change, so the guard stands in for blocked signals.
+    // Other slots need textChanged, so set a flag for detectCommand() instead of blocking signals.
     const QScopedValueRollback guard(m_updating, true);
-    m_edit->setText(text); // puts the cursor at the end
+    m_edit->setText(text); // moves the cursor to the end
     m_edit->setPlaceholderText(placeholder);
     m_edit->setAccessibleName(placeholder);
 }

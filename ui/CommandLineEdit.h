@@ -11,8 +11,8 @@ class ManagementIcon;
 class QLabel;
 class QLineEdit;
 
-/// The command box: one field to the eye, which shows a known command as a badge in front of
-/// the edit that holds its arguments. To its user the text is one string in both states.
+/// The command box: a badge for a known command, the line edit for the text or the arguments, and
+/// the management icon. Its text is one string with and without a badge.
 class CommandLineEdit : public QFrame
 {
     Q_OBJECT
@@ -20,26 +20,26 @@ class CommandLineEdit : public QFrame
 public:
     explicit CommandLineEdit(QWidget *parent = nullptr);
 
-    /// The whole text. With a badge it is the command, one blank, and the arguments as they stand,
-    /// so that the blank is there even when the arguments are empty.
+    /// The whole text. With a badge it is the command, one blank and the arguments; the blank is
+    /// there even when the arguments are empty.
     QString text() const;
 
-    /// The same text, taken apart.
+    /// The same text, split into command and arguments.
     CommandText commandText() const;
 
-    /// Replaces the whole text; a known command at its beginning becomes the badge.
+    /// Replaces the whole text. A known command at its start becomes the badge.
     void setText(const QString &text);
 
-    /// The edit itself, for its signals and its first placeholder.
+    /// The line edit, for connecting its signals and for setting the first placeholder.
     QLineEdit *lineEdit() const { return m_edit; }
 
-    /// The commands that become a badge, compared exactly; none until this is called.
+    /// Sets the commands that become a badge. They are compared exactly; there are none at first.
     void setCommands(const QSet<QString> &commands) { m_commands = commands; }
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// The icon was clicked.
+    /// The management icon was clicked.
     void managementRequested();
 
 protected:

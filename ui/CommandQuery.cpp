@@ -23,7 +23,7 @@ void CommandQuery::setText(const CommandText &text)
     m_hasBlank = text.arguments && !text.command.isEmpty();
     m_command = (m_hasBlank ? text.command : text.joined()).trimmed();
     const IPlugin *plugin = m_pluginManager->pluginForCommand(m_command);
-    // The lookup ignores the case, but a word without a blank is a command in lower case alone.
+    // The lookup ignores the case, but without a blank only the lower-case command counts.
     m_isCommand = m_hasBlank || (plugin && m_command == m_command.toLower());
     if (!m_isCommand) {
         m_command.clear();

@@ -11,15 +11,15 @@ class AppLauncher;
 class PluginManager;
 class Settings;
 
-/// What the text of the command box asks for: a command, an application, or a search of the web. A
-/// word with a blank behind it is a command, known or not; so is the trimmed text if it is a known
-/// command exactly as it stands.
+/// Decides whether the text of the command box is a command, an application search or a web search.
+/// A text with a blank after its first word is a command, known or unknown. A text without a blank
+/// is a command if it equals a known one, in lower case and trimmed.
 class CommandQuery
 {
-    Q_DECLARE_TR_FUNCTIONS(MainWindow) // the context of its texts in the translation files
+    Q_DECLARE_TR_FUNCTIONS(MainWindow) // its context in the translation files
 
 public:
-    /// The services are not owned and must outlive the query, whose text is empty at first.
+    /// The services are not owned and must outlive the query. The text is empty at first.
     CommandQuery(PluginManager *pluginManager, AppLauncher *launcher, Settings *settings);
 
     void setText(const CommandText &text);
@@ -29,15 +29,15 @@ public:
     /// The command as it was typed, trimmed; empty if there is none.
     QString command() const { return m_command; }
 
-    /// What stands behind the command and a blank, untrimmed.
+    /// The text after the command and one blank, untrimmed; empty without a command.
     QString arguments() const;
 
-    /// Whether the command opens its page without waiting for Enter: a blank is typed, but no
-    /// arguments, and the preferences want it.
+    /// Whether the command opens its page without Enter: a blank follows it, the arguments are
+    /// blank, and the preference for it is on.
     bool opensAtOnce() const;
 
-    /// Asks the command's plugin, or else the launcher, for the records to show. Where they have
-    /// none, there is one that searches the web for the text, unless the text is blank.
+    /// Returns the records of the command's plugin or of the application search. If there are none
+    /// and the text is not blank, returns one record that searches the web for the text.
     QVariantList records() const;
 
     /// The command and its description for the status line; empty without a command.
@@ -51,7 +51,7 @@ private:
     Settings *m_settings;
     CommandText m_text;
     bool m_isCommand = false;
-    bool m_hasBlank = false; // behind the command
+    bool m_hasBlank = false; // after the command
     QString m_command;
     QString m_description;
 };

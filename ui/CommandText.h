@@ -5,11 +5,11 @@
 
 #include <optional>
 
-/// The text of the command box, taken apart at its first blank (U+0020 and no other).
+/// The text of the command box, split at its first blank (U+0020 only).
 struct CommandText
 {
-    QString command; ///< what stands before the blank; empty for a text that begins with one
-    std::optional<QString> arguments; ///< what stands behind it, untrimmed; unset without a blank
+    QString command;                  ///< before the blank; empty if the text begins with one
+    std::optional<QString> arguments; ///< after it, untrimmed; nullopt without a blank
 
     /// The text as it was before the split.
     QString joined() const;

@@ -30,7 +30,7 @@ void FloatIcon::mousePressEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton) {
         m_dragOffset = event->globalPosition().toPoint() - frameGeometry().topLeft();
         m_dragged = false;
-        m_showedMainWindow = showsMainWindow();
+        m_wasMainWindowShowing = isMainWindowShowing();
     }
 }
 
@@ -48,23 +48,23 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
         openMenu(event->globalPosition().toPoint());
     } else if (event->button() == Qt::LeftButton) {
         m_settings->setFloatIconPos(pos());
-        // The press may have taken the focus from the window, which then hides by itself if it is
-        // so preferred. The click must not bring it back.
-        const bool hasHidden = m_showedMainWindow && !showsMainWindow();
+        // The press may take the focus from the main window, which then hides itself if the user
+        // wants it to. The click must not show it again.
+        const bool hasHidden = m_wasMainWindowShowing && !isMainWindowShowing();
         if (!m_dragged && !hasHidden) {
             toggleMainWindow();
         }
     }
 }
 
-bool FloatIcon::showsMainWindow() const
+bool FloatIcon::isMainWindowShowing() const
 {
     return m_mainWindow && isShowing(*m_mainWindow);
 }
 
 void FloatIcon::toggleMainWindow()
 {
-    if (showsMainWindow()) {
+    if (isMainWindowShowing()) {
         m_mainWindow->hide();
     } else if (auto *window = qobject_cast<MainWindow *>(m_mainWindow)) {
         window->showAndActivate();
@@ -75,7 +75,7 @@ void FloatIcon::openMenu(const QPoint &globalPosition)
 {
     QMenu menu(this);
     const QAction *toggle =
-        menu.addAction(showsMainWindow() ? tr("Hide main window") : tr("Show main window"));
+        menu.addAction(isMainWindowShowing() ? tr("Hide main window") : tr("Show main window"));
     menu.addSeparator();
     const QAction *hide = menu.addAction(tr("Hide float icon"));
 

@@ -7,16 +7,16 @@
 class Settings;
 class ThemeManager;
 
-/// A small round button above all windows of the desktop. A click brings the window up or hides it,
-/// a drag moves the button, and its menu can switch it off. Where it stands at first and whether it
-/// shows is for its owner to say.
+/// A small round button that stays on top of all windows. A click shows or hides the main window, a
+/// drag moves the button, and its menu can turn it off. The owner sets the first position and shows
+/// or hides it.
 class FloatIcon : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// None of these is owned, and all must outlive the icon. Without a window a click only stores
-    /// the place.
+    /// The objects are not owned and must outlive the icon. Without a main window, a click only
+    /// stores the position.
     FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow,
               QWidget *parent = nullptr);
 
@@ -27,7 +27,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    bool showsMainWindow() const;
+    bool isMainWindowShowing() const;
     void toggleMainWindow();
     void openMenu(const QPoint &globalPosition);
 
@@ -36,5 +36,5 @@ private:
     QWidget *m_mainWindow;
     QPoint m_dragOffset;
     bool m_dragged = false;
-    bool m_showedMainWindow = false; // at the press
+    bool m_wasMainWindowShowing = false; // when the button was pressed
 };

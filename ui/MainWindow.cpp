@@ -42,7 +42,7 @@ constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
 constexpr auto updateCheckDelay = 3000ms;
 
-// A plain widget is no window to a screen reader.
+// A screen reader does not take a plain QWidget for a window.
 QAccessibleInterface *createInterface(const QString &, QObject *object)
 {
     auto *window = qobject_cast<MainWindow *>(object);
@@ -73,7 +73,7 @@ void MainWindow::buildWindow()
 {
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
-    QAccessible::installFactory(createInterface); // at most once, however often it is called
+    QAccessible::installFactory(createInterface); // ignored if already installed
     resize(760, 460);
     setMinimumWidth(720);
 
@@ -138,7 +138,7 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
     m_statusLabel = new QLabel(this);
     m_statusLabel->setObjectName(u"muted"_s);
     m_statusLabel->setTextFormat(Qt::PlainText);
-    // A command of any length may be typed; it must not widen the window.
+    // A long command must not widen the window.
     m_statusLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_statusLabel->hide();
     layout->addWidget(m_statusLabel);
@@ -163,7 +163,7 @@ void MainWindow::buildPages(QBoxLayout *layout)
     m_resultList->verticalScrollBar()->setAccessibleName(windowTitle());
     m_stack->addWidget(m_resultList);
     layout->addWidget(m_stack, 1);
-    layout->addStretch(); // what the user's resizing leaves over goes below the rows
+    layout->addStretch(); // takes the space that the rows leave
 
     m_height = new WindowHeight(this, m_stack, m_resultList);
     connect(m_height, &WindowHeight::listHidden, this, [this] { takeFocusFrom(m_resultList); });
@@ -200,9 +200,9 @@ void MainWindow::createShortcuts()
     };
     const auto addListShortcut = [&](const QKeySequence &key, int delta) {
         auto *shortcut = addShortcut(key, [this, delta] { moveSelection(delta); });
-        // A shortcut takes its key away from the page on show, even when it then does nothing.
+        // An enabled shortcut would take its key from the page, even if it did nothing.
         connect(m_stack, &QStackedWidget::currentChanged, shortcut,
-                [this, shortcut] { shortcut->setEnabled(showsList()); });
+                [this, shortcut] { shortcut->setEnabled(isListCurrent()); });
     };
     addListShortcut(Qt::Key_Down, +1);
     addListShortcut(Qt::Key_Up, -1);
@@ -213,12 +213,12 @@ void MainWindow::createShortcuts()
 
 void MainWindow::showAndActivate()
 {
-    setWindowState(windowState() & ~Qt::WindowMinimized); // which show() would leave
+    setWindowState(windowState() & ~Qt::WindowMinimized); // show() would keep it
     show();
     raise();
     activateWindow();
-    // For 100 milliseconds after it was hidden, the window is still QGuiApplication's focus window,
-    // and its activation would pass unnoticed: keys would arrive, but no shortcut would work.
+    // For 100 ms after it is hidden, the window remains QGuiApplication::focusWindow(), so
+    // QApplication does not notice that it becomes active: keys arrive, but shortcuts do not work.
     if (!QApplication::activeWindow() && QGuiApplication::focusWindow() == windowHandle()) {
         qtversion::setActiveWindow(this);
     }
@@ -240,7 +240,7 @@ void MainWindow::activateCommand(const QString &command)
 bool MainWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowDeactivate && m_settings->autoHideOnFocusLoss()) {
-        // The focus may only be passing through another window on its way back to this one.
+        // The focus may return at once, for example after it passed through another window.
         QTimer::singleShot(focusLossDelay, this, [this] {
             if (!isActiveWindow() && m_settings->autoHideOnFocusLoss()) {
                 hide();
@@ -250,8 +250,8 @@ bool MainWindow::event(QEvent *event)
     return QWidget::event(event);
 }
 
-// The list hides for a moment whenever the window is fitted to it. Qt would then give its focus to
-// the next widget, the close button, for good.
+// Fitting the window hides the list for a moment. Qt would then move its focus to the next widget,
+// the close button, and leave it there.
 bool MainWindow::focusNextPrevChild(bool next)
 {
     return (m_resultList->isVisible() || !m_resultList->hasFocus())
@@ -261,7 +261,7 @@ bool MainWindow::focusNextPrevChild(bool next)
 void MainWindow::resizeEvent(QResizeEvent *event)
 {
     QWidget::resizeEvent(event);
-    if (m_height) { // the window is not still being built
+    if (m_height) { // null while the window is built
         m_height->handleResize(*event);
     }
 }
@@ -275,15 +275,15 @@ void MainWindow::closeEvent(QCloseEvent *event)
 void MainWindow::performSearch()
 {
     m_query.setText(m_commandEdit->commandText());
-    if (showsList() && m_query.opensAtOnce()) {
+    if (isListCurrent() && m_query.opensAtOnce()) {
         launchCurrent();
         return;
     }
 
     m_resultList->showResults(m_query.records());
     updateStatus();
-    // A page stays only while the box still names the command that opened it.
-    if (showsList() || !m_query.isCommand() || m_query.command() != m_viewCommand) {
+    // A page stays only while the box contains the command that opened it.
+    if (isListCurrent() || !m_query.isCommand() || m_query.command() != m_viewCommand) {
         closePluginView();
     }
     updatePinnedStripVisibility();
@@ -316,7 +316,7 @@ void MainWindow::launchCurrent()
 
 void MainWindow::moveSelection(int delta)
 {
-    if (showsList()) {
+    if (isListCurrent()) {
         m_resultList->moveSelection(delta);
     }
 }
@@ -360,7 +360,7 @@ bool MainWindow::openPluginView(const QString &command)
 
 void MainWindow::closePluginView()
 {
-    if (!showsList()) {
+    if (!isListCurrent()) {
         takeFocusFrom(m_stack);
     }
     m_stack->setCurrentWidget(m_resultList);
@@ -370,7 +370,7 @@ void MainWindow::closePluginView()
 
 void MainWindow::updatePinnedStrip()
 {
-    // The list is older than the buttons, but below them.
+    // The new buttons are last in the tab order, but they are above the list.
     const auto buttons = m_pinnedStrip->findChildren<QPushButton *>();
     if (!buttons.isEmpty()) {
         setTabOrder(buttons.last(), m_resultList);
@@ -385,13 +385,13 @@ void MainWindow::updatePinnedStripVisibility()
                               && !m_query.isCommand() && m_viewCommand.isEmpty());
 }
 
-bool MainWindow::showsList() const
+bool MainWindow::isListCurrent() const
 {
     return m_stack->currentWidget() == m_resultList;
 }
 
-// What hides with the focus in it would leave it to the next widget, the close button; what is
-// deleted would take it along.
+// Call before the widget hides or is deleted: Qt would move its focus to the close button or clear
+// it.
 void MainWindow::takeFocusFrom(const QWidget *widget)
 {
     if (widget->isAncestorOf(focusWidget())) {

@@ -23,27 +23,28 @@ namespace QWK {
 class WidgetWindowAgent;
 }
 
-/// The launcher's one window: the command box, the pinned applications, and below them the list of
-/// results or a plugin's page. It takes the height of what it shows. Closing it hides it.
+/// The window of the program: the command box, the pinned applications, and below them the list of
+/// results or a plugin's page. Its height follows its content. Closing it hides it.
 class MainWindow : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The services are not owned and must outlive the window; all plugins must be registered. The
-    /// one check for an update follows three seconds later.
+    /// The services are not owned and must outlive the window. All plugins must be registered.
+    /// Three seconds later the window checks for an update, once.
     MainWindow(AppLauncher *launcher, PluginManager *pluginManager, Settings *settings,
                Updater *updater, QWidget *parent = nullptr);
 
 public Q_SLOTS:
-    /// Shows the page of a command's plugin in place of the list and leaves the box as it is.
-    /// False, with nothing changed, when there is no such page.
+    /// Shows the page of a command's plugin instead of the list; the text of the box stays. Returns
+    /// false, and changes nothing, if there is no such page.
     bool openPluginView(const QString &command);
 
-    /// Brings the window up with the command in the box, its rows, and its page if it has one.
+    /// Shows the window with the command in the box and its rows, or its page if the plugin has
+    /// one.
     void activateCommand(const QString &command);
 
-    /// Shows the window where it was last, in front and with the focus in the box.
+    /// Shows the window at its last position, raises it and focuses the box.
     void showAndActivate();
 
 protected:
@@ -78,7 +79,7 @@ private:
     void updatePinnedStrip();
     void updatePinnedStripVisibility();
 
-    bool showsList() const;
+    bool isListCurrent() const;
     void takeFocusFrom(const QWidget *widget);
 
     AppLauncher *m_launcher = nullptr;
@@ -90,6 +91,6 @@ private:
     ResultList *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
     WindowHeight *m_height = nullptr;
-    CommandQuery m_query;  // the text at the last search
-    QString m_viewCommand; // by which the page on show was opened; empty for the list
+    CommandQuery m_query;  // of the last search
+    QString m_viewCommand; // the command that opened the current page; empty for the list
 };

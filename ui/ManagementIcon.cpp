@@ -53,7 +53,7 @@ ManagementIcon::ManagementIcon(QWidget *parent)
     setFixedSize(32, 32);
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::TabFocus);
-    QAccessible::installFactory(createInterface); // at most once, however often it is called
+    QAccessible::installFactory(createInterface); // ignored if already installed
 }
 
 void ManagementIcon::enterEvent(QEnterEvent *event)

@@ -5,7 +5,7 @@
 #include <QWidget>
 
 /// The program's icon as a round button of fixed size at the right end of the command box. A click
-/// leaves the focus where it is; the Tab key reaches the icon, and Space or Enter press it.
+/// does not take the focus; Tab does, and then Space or Enter press the button.
 class ManagementIcon : public QWidget
 {
     Q_OBJECT
@@ -14,8 +14,7 @@ public:
     explicit ManagementIcon(QWidget *parent = nullptr);
 
 Q_SIGNALS:
-    /// The left button was pressed on the icon and released over it, or the icon was pressed by
-    /// keyboard or by a screen reader.
+    /// The icon was clicked with the left button, or pressed by keyboard or by a screen reader.
     void clicked();
 
 protected:

@@ -58,7 +58,7 @@ void PinnedStrip::addButton(const QVariantMap &pin)
 {
     const QString path = recordPath(pin);
     const QString icon = recordIcon(pin);
-    // An ampersand in a name is a letter, not the mark of a shortcut.
+    // Escape ampersands: a name has no mnemonic.
     const QString text = recordTitle(pin).replace(u'&', "&&"_L1);
 
     auto *button = new QPushButton(text, this);
@@ -79,8 +79,8 @@ void PinnedStrip::addButton(const QVariantMap &pin)
     addToLayout(button);
 }
 
-// The layout alone would show a new widget only after the window was fitted to its content, and the
-// fit would not count the widget.
+// The layout would show a new widget only in the next pass of the event loop, after the window has
+// adapted its height without the widget.
 void PinnedStrip::addToLayout(QWidget *widget)
 {
     m_layout->addWidget(widget);

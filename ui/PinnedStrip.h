@@ -7,29 +7,29 @@
 class AppLauncher;
 class QHBoxLayout;
 
-/// The row of pinned applications: a button launches its application, and the button's menu unpins
-/// it. The buttons follow the launcher's pins. When to show the strip is for its owner to say.
+/// The row of pinned applications. A button launches its application, and its menu unpins it. The
+/// strip follows the pins of the launcher. The owner shows and hides the strip.
 class PinnedStrip : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The launcher is not owned and must outlive the strip, which is empty until rebuild().
+    /// The launcher is not owned and must outlive the strip. The strip is empty until rebuild().
     explicit PinnedStrip(AppLauncher *launcher, QWidget *parent = nullptr);
 
     bool isEmpty() const;
 
-    /// Makes the label and the buttons anew.
+    /// Replaces the label and the buttons.
     void rebuild();
 
 Q_SIGNALS:
-    /// The strip is about to be rebuilt: a button with the focus would take it along.
+    /// The strip is about to delete its buttons, and with them the focus of one that has it.
     void aboutToChange();
 
-    /// The strip was rebuilt: its buttons are new ones, at the end of the tab order.
+    /// The strip was rebuilt; its new buttons are at the end of the tab order.
     void changed();
 
-    /// A button was clicked, and its application launched.
+    /// A button launched its application.
     void launched();
 
 private:

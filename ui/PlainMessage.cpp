@@ -11,10 +11,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype measurableLength = 4000; // more does not fit anyway
+constexpr qsizetype measurableLength = 4000; // a longer text never fits
 
-// What a text may take; the icon, the buttons and the frame come on top.
-QSize roomFor(const QMessageBox &box)
+// Without the icon, the buttons and the frame.
+QSize maximumTextSize(const QMessageBox &box)
 {
     return QSize(520, 320).boundedTo(box.screen()->availableSize() * 2 / 3);
 }
@@ -30,13 +30,13 @@ bool fits(const QMessageBox &box)
     if (text.size() > measurableLength) {
         return false;
     }
-    const QSize room = roomFor(box);
-    const QRect page(0, 0, room.width(), QWIDGETSIZE_MAX);
-    const QRect taken = textLabel(box)->fontMetrics().boundingRect(page, Qt::TextWordWrap, text);
-    return taken.width() <= room.width() && taken.height() <= room.height();
+    const QSize maximum = maximumTextSize(box);
+    const QRect page(0, 0, maximum.width(), QWIDGETSIZE_MAX);
+    const QRect needed = textLabel(box)->fontMetrics().boundingRect(page, Qt::TextWordWrap, text);
+    return needed.width() <= maximum.width() && needed.height() <= maximum.height();
 }
 
-// The box sizes itself to its label and lets it be as high as it likes.
+// QMessageBox does not limit the height of its label, so put a scrolling widget in its place.
 void makeScrollable(QMessageBox &box)
 {
     auto *grid = qobject_cast<QGridLayout *>(box.layout());
@@ -51,7 +51,7 @@ void makeScrollable(QMessageBox &box)
     auto *page = new QPlainTextEdit(box.text(), &box);
     page->setReadOnly(true);
     page->setTabChangesFocus(true);
-    page->setFixedSize(roomFor(box));
+    page->setFixedSize(maximumTextSize(box));
     grid->addWidget(page, row, column, rows, columns);
 }
 

@@ -3,9 +3,8 @@
 
 #include <QMessageBox>
 
-/// QMessageBox::question() and its siblings for a text from elsewhere: it is shown as it stands,
-/// never as markup, and one that would fill the screen scrolls above the buttons. Returns the
-/// button that was chosen; none is the default.
+/// Shows a modal message box for a text from elsewhere, such as a server: as plain text, with a
+/// scroll bar if it would fill the screen. Returns the chosen button; there is no default button.
 QMessageBox::StandardButton showPlainMessage(QWidget *parent, QMessageBox::Icon icon,
                                              const QString &title, const QString &text,
                                              QMessageBox::StandardButtons buttons);

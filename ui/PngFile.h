@@ -6,10 +6,10 @@
 
 class QString;
 
-/// The picture in a PNG file or resource; null for any other file. Unlike the constructor of
-/// QPixmap, it does not first load Qt's plug-ins for all other formats, which takes much longer
-/// than reading an icon.
+/// Reads a PNG file or resource; returns null for any other file. The constructor of QPixmap would
+/// first load the plug-ins of all image formats, which takes much longer than reading an icon.
 QPixmap readPng(const QString &filePath);
 
-/// The icon that QIcon makes of the file. A PNG file, as all icon files are, is read at once.
+/// Returns the icon in a file of any format that Qt reads. A PNG file is read at once, by
+/// readPng().
 QIcon iconOfFile(const QString &filePath);

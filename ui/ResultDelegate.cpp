@@ -26,8 +26,8 @@ QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelI
 {
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    // Chinese glyphs may be taller, but the style sheet leaves room for them, and measuring one
-    // would load its font at every start.
+    // Measure Latin letters only. Chinese ones may be taller, but the padding of the style sheet
+    // suffices for them, and measuring one would load its font at every start.
     item.text = u"Åg\u2028Åg"_s;
     item.features |= QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasDecoration;
     const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
@@ -37,10 +37,10 @@ QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelI
 
 void ResultDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
 {
-    // The base class narrows the place to the icon at hand, which would leave the texts ragged.
-    const QSize iconPlace = option->decorationSize;
+    // The base class shrinks this size to that of the icon, so the texts would not line up.
+    const QSize decorationSize = option->decorationSize;
     QStyledItemDelegate::initStyleOption(option, index);
-    option->decorationSize = iconPlace;
+    option->decorationSize = decorationSize;
     if (!recordPath(index.data(Qt::UserRole).toMap()).isEmpty() || nextRowHasIcon(index)) {
         option->features |= QStyleOptionViewItem::HasDecoration;
     }

@@ -3,10 +3,10 @@
 
 #include "widgets/ItemFocusDelegate.h"
 
-/// Gives every row of the result list one height, whatever it holds: that of an icon and of two
-/// lines. Icons of any size take the same room; an application without one leaves it free, and so
-/// does a row above one with an icon. Rows ask for no width, so that a long text is elided at the
-/// edge of the list instead of scrolling it sideways.
+/// Gives every row of the result list the same height: that of an icon and two lines. The space for
+/// an icon has one size for all rows. A row without an icon keeps that space free if it is an
+/// application or if the next row has an icon. The width hint is 0, so that a long text is elided
+/// and does not scroll the list sideways.
 class ResultDelegate : public ItemFocusDelegate
 {
     Q_OBJECT

@@ -5,9 +5,9 @@
 #include <QListWidgetItem>
 #include <QVariantMap>
 
-/// A row of the result list. Its text is title, line feed and subtitle of a result record, its icon
-/// the record's; both are made when they are asked for, so that a row that never comes into sight
-/// costs neither. The record itself stands under Qt::UserRole.
+/// A row of the result list. Its text is the title, a line feed and the subtitle of the record; its
+/// icon is the icon of the record. Both are made on request, so a row that never becomes visible
+/// costs neither. Qt::UserRole returns the record.
 class ResultItem : public QListWidgetItem
 {
 public:

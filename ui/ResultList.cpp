@@ -29,8 +29,8 @@ ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
 void ResultList::showResults(const QVariantList &results)
 {
     clear();
-    for (const QVariant &result : results) {
-        addItem(new ResultItem(result.toMap()));
+    for (const QVariant &record : results) {
+        addItem(new ResultItem(record.toMap()));
     }
     if (count() > 0) {
         setCurrentRow(0);
@@ -56,7 +56,7 @@ void ResultList::openMenu(const QPoint &position)
     if (!item) {
         return;
     }
-    // A copy, since a search may replace the rows while the menu is open.
+    // Copy the record: a search may replace the rows while the menu is open.
     const QVariantMap record = item->data(Qt::UserRole).toMap();
     const QString path = recordPath(record);
     if (path.isEmpty()) {

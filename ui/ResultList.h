@@ -7,8 +7,8 @@
 
 class AppLauncher;
 
-/// The list of result records: a row for each, one of which is selected. The menu of a row with a
-/// path pins the path, or unpins it.
+/// The list of results: one row per record, with one row selected. The context menu of a row with a
+/// path pins or unpins the path.
 class ResultList : public QListWidget
 {
     Q_OBJECT
@@ -17,13 +17,13 @@ public:
     /// The launcher is not owned and must outlive the list.
     explicit ResultList(AppLauncher *launcher, QWidget *parent = nullptr);
 
-    /// Replaces the rows and selects the first.
+    /// Replaces the rows with these records and selects the first.
     void showResults(const QVariantList &results);
 
-    /// Moves the selection by so many rows, to the first or the last at most.
+    /// Moves the selection by this number of rows, and stops at the first and the last row.
     void moveSelection(int delta);
 
-    /// The record of the selected row; empty without one.
+    /// The record of the selected row; empty if there are no rows.
     QVariantMap currentRecord() const;
 
 private:

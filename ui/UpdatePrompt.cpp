@@ -47,8 +47,8 @@ void UpdatePrompt::createProgressDialog()
         new QProgressDialog(tr("Downloading update..."), QString(), 0, 100, m_window);
     m_progressDialog->setWindowModality(Qt::WindowModal);
     m_progressDialog->setCancelButton(nullptr);
-    // With a minimum duration of its own, the dialog runs the event loop from within setValue().
-    // The download could end in there, and the dialog would be shown again after its end.
+    // With the default duration, setValue() would run the event loop. The download could finish
+    // inside it, and the dialog would then be shown again.
     m_progressDialog->setMinimumDuration(std::numeric_limits<int>::max());
 }
 

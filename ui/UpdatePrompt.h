@@ -8,15 +8,15 @@ class QProgressDialog;
 class QWidget;
 class Updater;
 
-/// Shows an update to the user: asks before it is downloaded, shows how far the download is, and
-/// warns if it fails. A check that finds nothing or fails is silent.
+/// The dialogs of an update: asks before the download, shows its progress, and warns if it fails. A
+/// check that fails or finds no update shows nothing.
 class UpdatePrompt : public QObject
 {
-    Q_DECLARE_TR_FUNCTIONS(MainWindow) // the context of its texts in the translation files
+    Q_DECLARE_TR_FUNCTIONS(MainWindow) // its context in the translation files
 
 public:
-    /// The updater is not owned and must outlive the prompt. The window becomes the prompt's owner
-    /// and the parent of its dialogs.
+    /// The updater is not owned and must outlive the prompt. The window becomes the parent of the
+    /// prompt and of its dialogs.
     UpdatePrompt(Updater *updater, QWidget *window);
 
 private:
@@ -28,5 +28,5 @@ private:
 
     Updater *m_updater;
     QWidget *m_window;
-    QProgressDialog *m_progressDialog = nullptr; // made on the first report and kept
+    QProgressDialog *m_progressDialog = nullptr; // created on the first report
 };

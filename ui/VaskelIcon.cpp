@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The icon is made for the windows and once more for the command box.
-QPixmap picture(int size)
+// Cached, since the windows and the command box each create the icon.
+QPixmap pixmapOfSize(int size)
 {
     const QString path = u":/assets/icons/%1.png"_s.arg(size);
     QPixmap pixmap;
@@ -28,7 +28,7 @@ QIcon vaskelIcon()
 {
     QIcon icon;
     for (const int size : {16, 22, 24, 32, 48, 64, 128}) {
-        icon.addPixmap(picture(size));
+        icon.addPixmap(pixmapOfSize(size));
     }
     return icon;
 }

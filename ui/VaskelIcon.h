@@ -3,8 +3,7 @@
 
 #include <QIcon>
 
-/// The program's icon for windows, the tray and the command box, in the sizes that these show, from
-/// ":/assets/icons". The master, ":/assets/icon.png", is not among them: decoding its 1024 by 1024
-/// pixels, and handing them to the window system, would take longer than all else that a start
-/// does.
+/// The program's icon for windows, the tray and the command box, in the sizes that they show. It is
+/// read from ":/assets/icons". ":/assets/icon.png", with 1024 by 1024 pixels, is left out: decoding
+/// it and passing it to the window system takes longer than the rest of the start.
 QIcon vaskelIcon();

@@ -16,10 +16,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int initialHeight = 460;        // the limit at first, and the height for any page
-constexpr int listPadding = 5;            // above the first and below the last row
-constexpr qsizetype maximumRequests = 16; // more than any window system leaves unanswered
-constexpr int maximumRoundingError = 2;   // of a height, between this program and the screen
+constexpr int initialHeight = 460;        // the first limit, and the height of a page
+constexpr int listPadding = 5;            // above the first row and below the last one
+constexpr qsizetype maximumRequests = 16; // more than a window system leaves unanswered
+constexpr int maximumRoundingError = 2;   // of a height, converted to device pixels and back
 
 } // namespace
 
@@ -33,8 +33,8 @@ int listHeight(int rowCount, int rowHeight, int frameWidth, int available)
     return std::min(wanted, std::max(available, row));
 }
 
-// Answers come in the order of the requests, though not to each of them. Where a pixel here is no
-// whole number of the screen's, the heights are rounded there and back.
+// Some requests get no answer, but the answers keep the order of the requests. With a fractional
+// device pixel ratio, heights are rounded when converted to device pixels and back.
 bool takeAnswer(QList<int> &requestedHeights, int height, qreal devicePixelRatio)
 {
     const int tolerance =
@@ -55,8 +55,8 @@ WindowHeight::WindowHeight(QWidget *window, QStackedWidget *stack, QListWidget *
     , m_minimumWidth(window->minimumWidth())
     , m_expandedHeight(initialHeight)
 {
-    // The spacing above the stack stays when the stack is hidden, so that the window without the
-    // list and the list add up to the window with it.
+    // Keep the spacing above a hidden stack, so that the height with the list is the base height
+    // plus the height of the list.
     QSizePolicy policy = m_stack->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     m_stack->setSizePolicy(policy);
@@ -81,7 +81,7 @@ void WindowHeight::showPage()
     m_stack->setVisible(true);
     m_stack->setMinimumHeight(0);
     m_stack->setMaximumHeight(QWIDGETSIZE_MAX);
-    // Unlike setMinimumHeight(), this leaves the minimum height to the layout.
+    // setMinimumHeight() would override the minimum height of the layout; this leaves it in effect.
     m_window->setMinimumSize(m_window->minimumWidth(), 0);
     if (m_window->height() != initialHeight) {
         m_window->resize(m_window->width(), initialHeight);
@@ -94,14 +94,14 @@ void WindowHeight::handleResize(const QResizeEvent &event)
     if (!event.spontaneous()) {
         rememberRequest(height);
     } else if (!takeAnswer(m_requestedHeights, height, m_window->devicePixelRatioF())
-               && height != event.oldSize().height() && isOnList() && m_stack->isVisible()
+               && height != event.oldSize().height() && isListCurrent() && m_stack->isVisible()
                && m_list->count() > 0) {
         m_expandedHeight = height;
         m_stack->setFixedHeight(listHeightFor(height));
     }
 }
 
-bool WindowHeight::isOnList() const
+bool WindowHeight::isListCurrent() const
 {
     return m_stack->currentWidget() == m_list;
 }
@@ -109,7 +109,7 @@ bool WindowHeight::isOnList() const
 void WindowHeight::update()
 {
     m_isUpdatePending = false;
-    if (!isOnList()) {
+    if (!isListCurrent()) {
         return;
     }
 
@@ -138,9 +138,9 @@ void WindowHeight::collapseStack()
     m_stack->updateGeometry();
 }
 
-// The layout's own minimum would not let the user drag the window smaller than its rows, as the
-// list has a fixed height. It is lowered before the resize and raised after it, so that the window
-// takes its height in one step. Many pins make the window wider.
+// The list has a fixed height, so the minimum of the layout would keep the user from making the
+// window smaller than its rows. The minimum is lowered before the resize and raised after it, so
+// that the window is resized only once. Many pins make the window wider.
 void WindowHeight::resizeWindow(int height, int minimum)
 {
     m_window->setMinimumWidth(std::max(m_minimumWidth, m_window->minimumSizeHint().width()));
@@ -157,8 +157,8 @@ int WindowHeight::listHeightFor(int height) const
                       height - m_baseHeight);
 }
 
-// When the program resizes the window several times in quick succession, the window system's answer
-// to an earlier request comes as a spontaneous resize, which must not be taken for the user's.
+// After several quick resizes by the program, the answer of the window system to an earlier request
+// arrives as a spontaneous resize. It must not count as a resize by the user.
 void WindowHeight::rememberRequest(int height)
 {
     if (m_requestedHeights.size() == maximumRequests) {

@@ -3,8 +3,7 @@
 
 #include <QWidget>
 
-/// Whether the window is visible and not minimised; QWidget::isVisible() includes minimised
-/// windows.
+/// Whether the window is visible and not minimised; isVisible() is also true for a minimised one.
 inline bool isShowing(const QWidget &window)
 {
     return window.isVisible() && !window.isMinimized();

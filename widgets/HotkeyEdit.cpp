@@ -13,8 +13,8 @@
 
 namespace {
 
-// A modifier, or a key that Qt has no code for, such as that of a further level of a layout.
-bool isNoHotkey(int key)
+// Modifiers, and keys without a Qt::Key, such as those of further levels of a keyboard layout.
+bool isIgnoredKey(int key)
 {
     switch (key) {
     case 0:
@@ -44,21 +44,21 @@ bool isPlain(const QKeyEvent &event, std::initializer_list<int> keys)
            && std::find(keys.begin(), keys.end(), event.key()) != keys.end();
 }
 
-// Systems differ in what the key is called that Shift is held with.
+// Some systems report Shift+Tab as Backtab, others as Tab with the Shift modifier.
 bool isShiftTab(const QKeyEvent &event)
 {
     return event.key() == Qt::Key_Backtab
            || (event.key() == Qt::Key_Tab && event.modifiers().testFlag(Qt::ShiftModifier));
 }
 
-// Empty for what QKeySequence could not read, too.
+// Returns an empty sequence if the first key is unknown, as after a parse error.
 QKeySequence firstCombination(const QKeySequence &sequence)
 {
     const bool isKnown = !sequence.isEmpty() && sequence[0].key() != Qt::Key_unknown;
     return isKnown ? QKeySequence(sequence[0]) : QKeySequence();
 }
 
-/// One field of text, where the base class would show a frame around a nameless line edit.
+/// Reports a single text field; the base class reports a frame around a line edit without a name.
 class AccessibleHotkeyEdit : public QAccessibleWidget
 {
 public:
@@ -109,7 +109,7 @@ HotkeyEdit::HotkeyEdit(QWidget *parent)
 {
     qtversion::setMaximumSequenceLength(*this, 1);
     setClearButtonEnabled(true);
-    QAccessible::installFactory(createInterface); // at most once, however often it is called
+    QAccessible::installFactory(createInterface); // ignored if already installed
 }
 
 void HotkeyEdit::setHotkey(const QString &hotkey)
@@ -124,13 +124,13 @@ QString HotkeyEdit::hotkey() const
 
 bool HotkeyEdit::event(QEvent *event)
 {
-    // The base class keeps every key from the window's shortcuts.
+    // The base class accepts every key, so the shortcut of the window would not get Escape.
     if (event->type() == QEvent::ShortcutOverride
         && isPlain(*static_cast<QKeyEvent *>(event), {Qt::Key_Escape})) {
         event->ignore();
         return true;
     }
-    // From Qt 6.5 on the base class would take Shift+Tab for a hotkey.
+    // Since Qt 6.5 the base class would record Shift+Tab as a hotkey.
     if (event->type() == QEvent::KeyPress && isShiftTab(*static_cast<QKeyEvent *>(event))) {
         return QWidget::event(event);
     }
@@ -139,9 +139,9 @@ bool HotkeyEdit::event(QEvent *event)
 
 void HotkeyEdit::keyPressEvent(QKeyEvent *event)
 {
-    // The base class empties the field at the first key of a combination, so that Shift+Tab or a
-    // modifier thought better of would lose the hotkey.
-    if (isNoHotkey(event->key())) {
+    // The base class clears the field at the first key of a combination, so a single modifier or
+    // Shift+Tab would lose the hotkey.
+    if (isIgnoredKey(event->key())) {
         return;
     }
     if (isPlain(*event, {Qt::Key_Escape})) {
@@ -153,6 +153,6 @@ void HotkeyEdit::keyPressEvent(QKeyEvent *event)
         return;
     }
     QKeySequenceEdit::keyPressEvent(event);
-    // Ends the recording, which would else wait for further combinations.
+    // Ends the recording; the base class would wait for further combinations.
     setKeySequence(firstCombination(keySequence()));
 }

@@ -3,10 +3,9 @@
 
 #include <QKeySequenceEdit>
 
-/// A field that takes one key combination: the first that is pressed, at once. A modifier on its
-/// own and a key that Qt does not know change nothing, Tab and Escape mean what they mean elsewhere
-/// in the window, and Backspace or Delete empties the field, as its clear button does for the
-/// mouse.
+/// A field for one key combination, which it accepts as soon as it is pressed. It ignores single
+/// modifiers and keys that Qt does not know. Tab and Escape work as elsewhere in the window.
+/// Backspace, Delete or the clear button empty the field.
 class HotkeyEdit : public QKeySequenceEdit
 {
     Q_OBJECT
@@ -14,11 +13,11 @@ class HotkeyEdit : public QKeySequenceEdit
 public:
     explicit HotkeyEdit(QWidget *parent = nullptr);
 
-    /// Shows a hotkey in QKeySequence::PortableText form: its first combination, or nothing if it
-    /// cannot be read.
+    /// Shows the first combination of a hotkey in QKeySequence::PortableText form; nothing if it
+    /// cannot be parsed.
     void setHotkey(const QString &hotkey);
 
-    /// What the field shows, in QKeySequence::PortableText form; empty for no hotkey.
+    /// The shown hotkey as QKeySequence::PortableText; empty for none.
     QString hotkey() const;
 
 protected:

@@ -3,10 +3,9 @@
 
 #include <QStyledItemDelegate>
 
-/// The base of the row delegates: draws rows as QStyledItemDelegate does, and an outline around the
-/// current row while the keyboard has led to its view. The style sheet takes away the outline that
-/// views draw themselves, and hides from the style below it which row has the focus, so each view
-/// needs a delegate for this.
+/// The base of the row delegates. Outlines the current row if the focus came by keyboard. The style
+/// sheet suppresses the focus frame of views, and the style below it cannot tell the current row,
+/// so each view needs this delegate.
 class ItemFocusDelegate : public QStyledItemDelegate
 {
     Q_OBJECT
@@ -14,11 +13,11 @@ class ItemFocusDelegate : public QStyledItemDelegate
 public:
     explicit ItemFocusDelegate(QObject *parent = nullptr);
 
-    /// Whether a current row that is not selected is outlined after a mouse click, too, because
-    /// nothing else would show where the keyboard is. Off at first.
+    /// Whether to outline a current row that is not selected even after a mouse click, since
+    /// nothing else shows it. Off by default.
     void setOutlinesUnselected(bool enabled) { m_outlinesUnselected = enabled; }
 
-    /// The distance in pixels from the edges of the row to the outline; 2 at first.
+    /// Sets the distance in pixels between the edges of the row and the outline; 2 by default.
     void setOutlineMargin(int pixels) { m_outlineMargin = pixels; }
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,

@@ -42,13 +42,13 @@ QString program()
     return QStandardPaths::findExecutable(u"plocate"_s);
 }
 
-// plocate takes brackets for a choice of letters and a backslash for a mark of its own.
+// plocate treats brackets as a set of characters and the backslash as an escape character.
 QString pattern(QString word, bool isPath)
 {
     const bool isWildcard = word.contains(u'*') || word.contains(u'?');
     word.replace(u'\\', "\\\\"_L1).replace(u'[', "\\["_L1).replace(u']', "\\]"_L1);
     if (isPath && isWildcard && !word.startsWith(u'/') && !word.startsWith(u'*')) {
-        word.prepend("*/"_L1); // where the pattern must fit the path from its beginning
+        word.prepend("*/"_L1); // a pattern must match the path from its start
     }
     return word;
 }
@@ -60,7 +60,7 @@ QStringList searchArguments(const QString &text, unsigned limit)
     if (!isPath) {
         arguments.append(u"--basename"_s);
     }
-    arguments.append(u"--"_s); // what follows is no option, whatever it begins with
+    arguments.append(u"--"_s); // a word may begin with "-"
     const QStringList words = text.simplified().split(u' ');
     for (const QString &word : words) {
         arguments.append(pattern(word, isPath));
@@ -73,7 +73,7 @@ QStringList databaseArguments(QString path)
     return {u"--database"_s, path.replace(u'\\', "\\\\"_L1).replace(u':', "\\:"_L1)};
 }
 
-// Empty for a name that is not valid Unicode.
+// Returns an empty path for a name that is not valid Unicode.
 QString decodedPath(const QByteArray &bytes)
 {
     QString path = QFile::decodeName(bytes);
@@ -83,7 +83,7 @@ QString decodedPath(const QByteArray &bytes)
 QStringList decodedPaths(const QByteArray &output)
 {
     QByteArrayList names = output.split('\0');
-    names.removeLast(); // what is behind the last terminator
+    names.removeLast(); // empty: it follows the last terminator
     QStringList paths;
     for (const QByteArray &name : std::as_const(names)) {
         paths.append(decodedPath(name));
@@ -91,24 +91,24 @@ QStringList decodedPaths(const QByteArray &output)
     return paths;
 }
 
-// A process that hangs on a dead disk outlives even its killing, and nobody can wait for that.
-void abandon(std::unique_ptr<QProcess> process)
+// Do not wait for the process: if it hangs on a dead disk, it does not even end when killed.
+void killAndDeleteLater(std::unique_ptr<QProcess> process)
 {
-    QProcess *const left = process.release();
-    QObject::connect(left, &QProcess::finished, left, &QObject::deleteLater);
-    left->kill();
+    QProcess *const killed = process.release();
+    QObject::connect(killed, &QProcess::finished, killed, &QObject::deleteLater);
+    killed->kill();
 }
 
 QProcessEnvironment searchEnvironment()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    // Without a locale for Unicode, letters beyond ASCII are refused.
+    // Without a Unicode locale, plocate refuses letters beyond ASCII.
     environment.insert(u"LC_ALL"_s, u"C.UTF-8"_s);
     return environment;
 }
 
-Answer ask(const QStringList &arguments, const QProcessEnvironment &environment,
-           const QDeadlineTimer &deadline)
+Answer runPlocate(const QStringList &arguments, const QProcessEnvironment &environment,
+                  const QDeadlineTimer &deadline)
 {
     auto process = std::make_unique<QProcess>();
     process->setProcessEnvironment(environment);
@@ -118,11 +118,11 @@ Answer ask(const QStringList &arguments, const QProcessEnvironment &environment,
         if (process->error() == QProcess::FailedToStart) {
             return {CannotStart, {}};
         }
-        abandon(std::move(process));
+        killAndDeleteLater(std::move(process));
         return {TooSlow, {}};
     }
     const QStringList paths = decodedPaths(process->readAllStandardOutput());
-    // The exit status is the same for a failure and for no match.
+    // A failure and a search without a match have the same exit status.
     if (paths.isEmpty()
         && (process->exitStatus() != QProcess::NormalExit || process->exitCode() > 1
             || !process->readAllStandardError().isEmpty())) {
@@ -131,7 +131,7 @@ Answer ask(const QStringList &arguments, const QProcessEnvironment &environment,
     return {{}, paths};
 }
 
-Answer askHomeDatabase(const QStringList &arguments, const QDeadlineTimer &deadline)
+Answer searchHomeDatabase(const QStringList &arguments, const QDeadlineTimer &deadline)
 {
     switch (homeDatabase().prepare(deadline)) {
     case HomeDatabase::State::Building:
@@ -142,11 +142,11 @@ Answer askHomeDatabase(const QStringList &arguments, const QDeadlineTimer &deadl
         break;
     }
     QProcessEnvironment environment = searchEnvironment();
-    environment.remove(u"LOCATE_PATH"_s); // one database that fails makes plocate fail
+    environment.remove(u"LOCATE_PATH"_s); // plocate fails if one of its databases does
     Answer answer =
-        ask(databaseArguments(HomeDatabase::filePath()) + arguments, environment, deadline);
+        runPlocate(databaseArguments(HomeDatabase::filePath()) + arguments, environment, deadline);
     if (answer.error == Failed) {
-        HomeDatabase::discard(); // the next search builds it anew
+        HomeDatabase::discard(); // the next search rebuilds it
     }
     return answer;
 }
@@ -162,8 +162,8 @@ Answer search(const QString &text, unsigned limit)
 {
     const QDeadlineTimer deadline(timeLimit);
     const QStringList arguments = searchArguments(text, limit);
-    const Answer answer = ask(arguments, searchEnvironment(), deadline);
-    return answer.error == Failed ? askHomeDatabase(arguments, deadline) : answer;
+    const Answer answer = runPlocate(arguments, searchEnvironment(), deadline);
+    return answer.error == Failed ? searchHomeDatabase(arguments, deadline) : answer;
 }
 
 } // namespace platform::fileindex

@@ -12,7 +12,7 @@ namespace platform {
 
 namespace {
 
-// An icon is not null just because its file is damaged, or of a format without a plug-in.
+// A QIcon is not null even if its file is damaged or no plug-in reads the format.
 bool canBeDrawn(const QIcon &icon)
 {
     return !icon.pixmap(QSize(32, 32)).isNull();
@@ -38,7 +38,7 @@ QIcon linkIcon(const QString &filePath)
     return canBeDrawn(icon) ? icon : QIcon::fromTheme(u"application-x-executable"_s);
 }
 
-// There is no service here that would know more than QFileIconProvider does.
+// Linux has no service that knows more icons than QFileIconProvider.
 QPixmap shellPixmap(const QString &)
 {
     return {};

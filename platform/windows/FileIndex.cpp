@@ -11,12 +11,12 @@ namespace {
 
 constexpr unsigned requestFullPath = 4;
 
-// In UTF-16 units; a longer path comes back cut short.
+// In UTF-16 units. The library truncates longer paths.
 constexpr unsigned pathBufferSize = 1024;
 
 QString resultPath(unsigned index)
 {
-    // One more than the library is told, so that there is an end whatever it writes.
+    // Larger than the library knows, so that the buffer always ends with a null character.
     std::array<wchar_t, pathBufferSize + 1> buffer{};
     if (Everything_GetResultFullPathNameW(index, buffer.data(), pathBufferSize) == 0) {
         return {};
@@ -52,7 +52,7 @@ Answer search(const QString &text, unsigned limit)
     } else {
         answer.error = Everything_GetLastError();
     }
-    Everything_Reset(); // the library keeps one query for the whole process
+    Everything_Reset(); // the library keeps one query per process
     return answer;
 }
 

@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// Windows itself knows the icons of links, and QFileIconProvider asks it.
+// QFileIconProvider asks Windows, which knows the icons of links.
 QIcon linkIcon(const QString &)
 {
     return {};
@@ -18,7 +18,7 @@ QIcon linkIcon(const QString &)
 
 QPixmap shellPixmap(const QString &path)
 {
-    // The shell does not find a file whose path has forward slashes; addresses keep theirs.
+    // The shell needs backslashes in the path of a file, but not in an address.
     const QString name = QFileInfo::exists(path) ? QDir::toNativeSeparators(path) : path;
     SHFILEINFOW info{};
     if (!SHGetFileInfoW(qUtf16Printable(name), 0, &info, sizeof(info), SHGFI_ICON) || !info.hIcon) {

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// As little as a plugin can be.
+// The minimal plugin.
 class BarePlugin : public IPlugin
 {
     Q_OBJECT
@@ -42,17 +42,17 @@ class tst_IPlugin : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void leavesOnlyWhatEveryPluginNeedsToTheSubclass();
+    void hasDefaultsForOptionalFunctions();
     void hasNoAliasesByDefault();
     void hasNoPageByDefault();
-    void takesTheViewCommandSilentlyByDefault();
+    void ignoresTheViewCommandByDefault();
     void hasNoParentByDefault();
     void diesWithItsParent();
     void hasOneSignalWithoutArguments();
-    void passesOnThePagesWishToBeClosed();
+    void passesOnTheCloseRequestOfThePage();
 };
 
-void tst_IPlugin::leavesOnlyWhatEveryPluginNeedsToTheSubclass()
+void tst_IPlugin::hasDefaultsForOptionalFunctions()
 {
     static_assert(std::is_abstract_v<IPlugin>);
     static_assert(!std::is_abstract_v<BarePlugin>);
@@ -78,7 +78,7 @@ void tst_IPlugin::hasNoPageByDefault()
     QVERIFY(!plugin.createView());
 }
 
-void tst_IPlugin::takesTheViewCommandSilentlyByDefault()
+void tst_IPlugin::ignoresTheViewCommandByDefault()
 {
     BarePlugin plugin;
     const QSignalSpy closeRequests(&plugin, &IPlugin::viewCloseRequested);
@@ -115,7 +115,7 @@ void tst_IPlugin::hasOneSignalWithoutArguments()
     QCOMPARE(meta.propertyCount(), meta.propertyOffset());
 }
 
-void tst_IPlugin::passesOnThePagesWishToBeClosed()
+void tst_IPlugin::passesOnTheCloseRequestOfThePage()
 {
     BarePlugin plugin;
     Page page;

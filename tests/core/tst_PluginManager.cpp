@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Keeps what it was asked, in order, and answers from its fields.
+// Records its calls in order and answers from its fields.
 class RecordingPlugin : public IPlugin
 {
     Q_OBJECT
@@ -72,7 +72,7 @@ private:
     QStringList m_aliases;
 };
 
-// Keeps the messages of the process, in order, while it lives.
+// Records the messages of the process in order during its lifetime.
 class MessageLog
 {
 public:
@@ -99,7 +99,7 @@ private:
     QtMessageHandler m_previous;
 };
 
-// Stands in for the desktop's browser while it lives.
+// Replaces the browser of the desktop during its lifetime.
 class UrlRecorder : public QObject
 {
     Q_OBJECT
@@ -143,13 +143,13 @@ QVariantList rowOf(const QString &command)
     return {QVariantMap{{u"title"_s, u"Row of "_s + command}}};
 }
 
-QVariantList noticeFor(const QString &word)
+QVariantList noticeFor(const QString &command)
 {
     return {QVariantMap{
         {u"title"_s, u"Plugin disabled"_s},
-        {u"subtitle"_s, word + u" plugin has been disabled in settings"_s},
+        {u"subtitle"_s, command + u" plugin has been disabled in settings"_s},
         {u"icon"_s, u""_s},
-        {u"action"_s, QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, word}}},
+        {u"action"_s, QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, command}}},
     }};
 }
 
@@ -164,7 +164,7 @@ QString clipboardText()
     return QGuiApplication::clipboard()->text();
 }
 
-// A program that writes down its number of arguments, its parent process and its folder.
+// A program that writes its number of arguments, its parent process and its folder.
 QString installRecorder(const QString &name)
 {
     QString path = testhome::writeFile(name, "#!/bin/sh\n"
@@ -191,67 +191,67 @@ private Q_SLOTS:
 
     void startsEmpty();
     void registersCommandAndAliases();
-    void registersNullAsNothing();
-    void logsEachWordAtRegistration();
-    void normalisesWordsAtRegistration_data();
-    void normalisesWordsAtRegistration();
-    void skipsBlankWordsWithoutAMessage_data();
-    void skipsBlankWordsWithoutAMessage();
-    void keepsTheFirstRegistrantOfAWord();
-    void comparesConflictsInNormalisedForm();
-    void warnsOfAWordThatAPluginRepeats();
-    void ownsItsChildrenAlone();
+    void ignoresNull();
+    void logsEachCommandAtRegistration();
+    void normalisesCommandsAtRegistration_data();
+    void normalisesCommandsAtRegistration();
+    void skipsBlankCommandsWithoutAMessage_data();
+    void skipsBlankCommandsWithoutAMessage();
+    void keepsTheFirstPluginOfACommand();
+    void detectsConflictsInNormalisedForm();
+    void warnsOfACommandThatAPluginRepeats();
+    void ownsOnlyItsChildren();
 
-    void looksWordsUp_data();
-    void looksWordsUp();
+    void looksUpCommands_data();
+    void looksUpCommands();
 
     void queriesWithTheUntouchedArguments_data();
     void queriesWithTheUntouchedArguments();
-    void logsAnUnknownWordAsItWasPassed();
+    void logsAnUnknownCommandUnchanged();
 
     void executesNothingWithoutAType_data();
     void executesNothingWithoutAType();
     void routesAnActionByItsPlugin_data();
     void routesAnActionByItsPlugin();
-    void givesTheResultOfThePlugin();
+    void returnsTheResultOfThePlugin();
     void launchesADetachedProcess_data();
     void launchesADetachedProcess();
     void doesNotSplitTheProgramToLaunch();
-    void launchesByTheExactTypeAlone();
+    void launchesOnlyByTheExactType();
     void reportsAProgramThatCannotStart();
     void opensUrls_data();
     void opensUrls();
-    void reportsAUrlThatNobodyOpens();
+    void reportsAUrlThatCannotBeOpened();
     void copiesToTheClipboard_data();
     void copiesToTheClipboard();
-    void dropsWhatItDoesNotKnow_data();
-    void dropsWhatItDoesNotKnow();
+    void ignoresUnknownActions_data();
+    void ignoresUnknownActions();
 
-    void tellsTheWordBeforeItAsksForThePage_data();
-    void tellsTheWordBeforeItAsksForThePage();
-    void asksForThePageAnewEachTime();
-    void givesNoPageForAnUnknownWord_data();
-    void givesNoPageForAnUnknownWord();
-    void givesNoPageOfAPluginWithout();
-    void givesThePageOfAPluginThatDeniesIt();
+    void setsTheViewCommandBeforeItAsksForThePage_data();
+    void setsTheViewCommandBeforeItAsksForThePage();
+    void asksForThePageEachTime();
+    void returnsNoPageForAnUnknownCommand_data();
+    void returnsNoPageForAnUnknownCommand();
+    void returnsNoPageOfAPluginWithoutOne();
+    void returnsThePageEvenIfThePluginDeniesIt();
 
-    void answersWithTheNoticeWhenSwitchedOff();
-    void looksTheSwitchUpByTheTypedWord_data();
-    void looksTheSwitchUpByTheTypedWord();
+    void answersWithTheNoticeWhenDisabled();
+    void looksUpTheSwitchByTheTypedCommand_data();
+    void looksUpTheSwitchByTheTypedCommand();
     void enablesEveryPluginWithoutSettings();
     void followsTheSwitchAtEachQuery();
-    void executesForAPluginThatIsSwitchedOff();
-    void givesThePageOfAPluginThatIsSwitchedOff();
-    void logsAnUnknownWordThatIsSwitchedOff();
+    void executesForADisabledPlugin();
+    void returnsThePageOfADisabledPlugin();
+    void logsAnUnknownDisabledCommand();
     void translatesTheNotice();
 
-    void entersAtOnceOnlyWhenAllAgree_data();
-    void entersAtOnceOnlyWhenAllAgree();
-    void entersAtOnceByTheSwitchOfTheTypedWord();
-    void entersAtOnceForNoUnknownWord_data();
-    void entersAtOnceForNoUnknownWord();
+    void autoEntersOnlyIfAllConditionsHold_data();
+    void autoEntersOnlyIfAllConditionsHold();
+    void autoEntersByTheSwitchOfTheTypedCommand();
+    void autoEntersForNoUnknownCommand_data();
+    void autoEntersForNoUnknownCommand();
 
-    void offersItsMethodsInOrder();
+    void declaresItsMethodsInOrder();
     void answersThroughTheMetaObject();
 };
 
@@ -280,13 +280,13 @@ void tst_PluginManager::registersCommandAndAliases()
 
     QCOMPARE(sorted(manager.commands()),
              QStringList({u"calc"_s, u"plugin"_s, u"set"_s, u"user"_s}));
-    for (const QString &word : {u"set"_s, u"user"_s, u"plugin"_s}) {
-        QCOMPARE(manager.pluginForCommand(word), &set);
+    for (const QString &command : {u"set"_s, u"user"_s, u"plugin"_s}) {
+        QCOMPARE(manager.pluginForCommand(command), &set);
     }
     QCOMPARE(manager.pluginForCommand(u"calc"_s), &calc);
 }
 
-void tst_PluginManager::registersNullAsNothing()
+void tst_PluginManager::ignoresNull()
 {
     const MessageLog log;
     PluginManager manager;
@@ -295,7 +295,7 @@ void tst_PluginManager::registersNullAsNothing()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_PluginManager::logsEachWordAtRegistration()
+void tst_PluginManager::logsEachCommandAtRegistration()
 {
     PluginManager manager;
     RecordingPlugin set(u"Set"_s, {u"user "_s, u"plugin"_s});
@@ -308,10 +308,10 @@ void tst_PluginManager::logsEachWordAtRegistration()
                           }));
 }
 
-void tst_PluginManager::normalisesWordsAtRegistration_data()
+void tst_PluginManager::normalisesCommandsAtRegistration_data()
 {
-    QTest::addColumn<QString>("word");
-    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("normalised");
     QTest::newRow("plain stays") << u"calc"_s << u"calc"_s;
     QTest::newRow("upper case is lowered") << u"CaLC"_s << u"calc"_s;
     QTest::newRow("blanks around are removed") << u"  calc "_s << u"calc"_s;
@@ -321,24 +321,24 @@ void tst_PluginManager::normalisesWordsAtRegistration_data()
     QTest::newRow("other scripts are lowered") << u"ÄΩ算"_s << u"äω算"_s;
 }
 
-void tst_PluginManager::normalisesWordsAtRegistration()
+void tst_PluginManager::normalisesCommandsAtRegistration()
 {
-    QFETCH(QString, word);
-    QFETCH(QString, key);
+    QFETCH(QString, command);
+    QFETCH(QString, normalised);
 
     PluginManager byCommand;
-    RecordingPlugin command(word);
-    byCommand.registerPlugin(&command);
-    QCOMPARE(byCommand.commands(), QStringList(key));
-    QCOMPARE(byCommand.pluginForCommand(key), &command);
+    RecordingPlugin plugin(command);
+    byCommand.registerPlugin(&plugin);
+    QCOMPARE(byCommand.commands(), QStringList(normalised));
+    QCOMPARE(byCommand.pluginForCommand(normalised), &plugin);
 
     PluginManager byAlias;
-    RecordingPlugin alias(u"x"_s, {word});
+    RecordingPlugin alias(u"x"_s, {command});
     byAlias.registerPlugin(&alias);
-    QCOMPARE(byAlias.pluginForCommand(key), &alias);
+    QCOMPARE(byAlias.pluginForCommand(normalised), &alias);
 }
 
-void tst_PluginManager::skipsBlankWordsWithoutAMessage_data()
+void tst_PluginManager::skipsBlankCommandsWithoutAMessage_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QStringList>("aliases");
@@ -351,7 +351,7 @@ void tst_PluginManager::skipsBlankWordsWithoutAMessage_data()
         << u"calc"_s << QStringList({u""_s, u"  "_s}) << QStringList(u"calc"_s);
 }
 
-void tst_PluginManager::skipsBlankWordsWithoutAMessage()
+void tst_PluginManager::skipsBlankCommandsWithoutAMessage()
 {
     QFETCH(QString, command);
     QFETCH(QStringList, aliases);
@@ -365,7 +365,7 @@ void tst_PluginManager::skipsBlankWordsWithoutAMessage()
     QCOMPARE(log.lines().count(), keys.count());
 }
 
-void tst_PluginManager::keepsTheFirstRegistrantOfAWord()
+void tst_PluginManager::keepsTheFirstPluginOfACommand()
 {
     PluginManager manager;
     RecordingPlugin first(u"set"_s, {u"user"_s});
@@ -384,7 +384,7 @@ void tst_PluginManager::keepsTheFirstRegistrantOfAWord()
                           }));
 }
 
-void tst_PluginManager::comparesConflictsInNormalisedForm()
+void tst_PluginManager::detectsConflictsInNormalisedForm()
 {
     PluginManager manager;
     RecordingPlugin first(u"calc"_s);
@@ -397,7 +397,7 @@ void tst_PluginManager::comparesConflictsInNormalisedForm()
     QCOMPARE(log.lines(), QStringList(u"warning Plugin command conflict: \"calc\""_s));
 }
 
-void tst_PluginManager::warnsOfAWordThatAPluginRepeats()
+void tst_PluginManager::warnsOfACommandThatAPluginRepeats()
 {
     PluginManager manager;
     RecordingPlugin plugin(u"calc"_s, {u"Calc"_s});
@@ -410,7 +410,7 @@ void tst_PluginManager::warnsOfAWordThatAPluginRepeats()
                           }));
 }
 
-void tst_PluginManager::ownsItsChildrenAlone()
+void tst_PluginManager::ownsOnlyItsChildren()
 {
     RecordingPlugin other(u"other"_s);
     QPointer<RecordingPlugin> child;
@@ -425,10 +425,10 @@ void tst_PluginManager::ownsItsChildrenAlone()
     QCOMPARE(other.command(), u"other"_s);
 }
 
-// What each operation makes of a word: whether it finds the plugin that stands under "calc".
-void tst_PluginManager::looksWordsUp_data()
+// Whether each operation finds the plugin of "calc" by this command.
+void tst_PluginManager::looksUpCommands_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("known");
     QTest::addColumn<bool>("knownToQuery");
     QTest::newRow("as registered") << u"calc"_s << true << true;
@@ -443,9 +443,9 @@ void tst_PluginManager::looksWordsUp_data()
     QTest::newRow("blank") << u" "_s << false << false;
 }
 
-void tst_PluginManager::looksWordsUp()
+void tst_PluginManager::looksUpCommands()
 {
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(bool, known);
     QFETCH(bool, knownToQuery);
 
@@ -459,12 +459,12 @@ void tst_PluginManager::looksWordsUp()
     calc.view = &page;
     manager.registerPlugin(&calc);
 
-    QCOMPARE(manager.pluginForCommand(word), known ? &calc : nullptr);
-    QCOMPARE(manager.viewForCommand(word), known ? &page : nullptr);
-    QCOMPARE(manager.commandDescription(word), known ? u"All about calc"_s : QString());
-    QCOMPARE(manager.autoEnterForCommand(word), known);
-    QCOMPARE(manager.executeAction(actionOf(u"some"_s, {}, word)), known);
-    QCOMPARE(manager.queryCommand(word, QString()),
+    QCOMPARE(manager.pluginForCommand(command), known ? &calc : nullptr);
+    QCOMPARE(manager.viewForCommand(command), known ? &page : nullptr);
+    QCOMPARE(manager.commandDescription(command), known ? u"All about calc"_s : QString());
+    QCOMPARE(manager.autoEnterForCommand(command), known);
+    QCOMPARE(manager.executeAction(actionOf(u"some"_s, {}, command)), known);
+    QCOMPARE(manager.queryCommand(command, QString()),
              knownToQuery ? rowOf(u"calc"_s) : QVariantList());
 }
 
@@ -472,7 +472,7 @@ void tst_PluginManager::queriesWithTheUntouchedArguments_data()
 {
     QTest::addColumn<QString>("args");
     QTest::newRow("empty") << u""_s;
-    QTest::newRow("words") << u"1 + 2"_s;
+    QTest::newRow("expression") << u"1 + 2"_s;
     QTest::newRow("blanks around") << u"  1\t"_s;
     QTest::newRow("upper case") << u"SIN(1)"_s;
 }
@@ -489,7 +489,7 @@ void tst_PluginManager::queriesWithTheUntouchedArguments()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_PluginManager::logsAnUnknownWordAsItWasPassed()
+void tst_PluginManager::logsAnUnknownCommandUnchanged()
 {
     PluginManager manager;
     const MessageLog log;
@@ -553,7 +553,7 @@ void tst_PluginManager::routesAnActionByItsPlugin()
     QCOMPARE(browser.urls, QList<QUrl>());
 }
 
-void tst_PluginManager::givesTheResultOfThePlugin()
+void tst_PluginManager::returnsTheResultOfThePlugin()
 {
     PluginManager manager;
     RecordingPlugin calc(u"calc"_s);
@@ -601,7 +601,7 @@ void tst_PluginManager::doesNotSplitTheProgramToLaunch()
     QVERIFY(!QFile::exists(recorder + ".ran"_L1));
 }
 
-void tst_PluginManager::launchesByTheExactTypeAlone()
+void tst_PluginManager::launchesOnlyByTheExactType()
 {
     PluginManager manager;
     const QString recorder = installRecorder(u"bin/record"_s);
@@ -648,7 +648,7 @@ void tst_PluginManager::opensUrls()
     QCOMPARE(browser.urls.constFirst().toEncoded(), encoded);
 }
 
-void tst_PluginManager::reportsAUrlThatNobodyOpens()
+void tst_PluginManager::reportsAUrlThatCannotBeOpened()
 {
     PluginManager manager;
     QVERIFY(!manager.executeAction(actionOf(u"openUrl"_s, u"vaskel-test://host:no-port/"_s)));
@@ -675,7 +675,7 @@ void tst_PluginManager::copiesToTheClipboard()
     QCOMPARE(clipboardText(), text);
 }
 
-void tst_PluginManager::dropsWhatItDoesNotKnow_data()
+void tst_PluginManager::ignoresUnknownActions_data()
 {
     QTest::addColumn<QVariantMap>("action");
     for (const QString &type : {u"launch"_s, u"openUrl"_s, u"copy"_s}) {
@@ -693,7 +693,7 @@ void tst_PluginManager::dropsWhatItDoesNotKnow_data()
         << actionOf(u"navigate"_s, u"vaskel-test:x"_s, u"nosuch"_s);
 }
 
-void tst_PluginManager::dropsWhatItDoesNotKnow()
+void tst_PluginManager::ignoresUnknownActions()
 {
     QFETCH(QVariantMap, action);
     PluginManager manager;
@@ -708,9 +708,9 @@ void tst_PluginManager::dropsWhatItDoesNotKnow()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_PluginManager::tellsTheWordBeforeItAsksForThePage_data()
+void tst_PluginManager::setsTheViewCommandBeforeItAsksForThePage_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("told");
     QTest::newRow("command") << u"set"_s << u"set"_s;
     QTest::newRow("alias") << u"user"_s << u"user"_s;
@@ -718,9 +718,9 @@ void tst_PluginManager::tellsTheWordBeforeItAsksForThePage_data()
     QTest::newRow("alias in mixed case") << u"Plugin"_s << u"plugin"_s;
 }
 
-void tst_PluginManager::tellsTheWordBeforeItAsksForThePage()
+void tst_PluginManager::setsTheViewCommandBeforeItAsksForThePage()
 {
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(QString, told);
     PluginManager manager;
     QWidget page;
@@ -728,11 +728,11 @@ void tst_PluginManager::tellsTheWordBeforeItAsksForThePage()
     set.view = &page;
     set.withView = true;
     manager.registerPlugin(&set);
-    QCOMPARE(manager.viewForCommand(word), &page);
+    QCOMPARE(manager.viewForCommand(command), &page);
     QCOMPARE(set.viewCalls, QStringList({told, u"createView"_s}));
 }
 
-void tst_PluginManager::asksForThePageAnewEachTime()
+void tst_PluginManager::asksForThePageEachTime()
 {
     PluginManager manager;
     QWidget page;
@@ -744,29 +744,29 @@ void tst_PluginManager::asksForThePageAnewEachTime()
     QCOMPARE(set.viewCalls, QStringList({u"set"_s, u"createView"_s, u"user"_s, u"createView"_s}));
 }
 
-void tst_PluginManager::givesNoPageForAnUnknownWord_data()
+void tst_PluginManager::returnsNoPageForAnUnknownCommand_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::newRow("unknown") << u"nosuch"_s;
     QTest::newRow("empty") << u""_s;
     QTest::newRow("between blanks") << u" set "_s;
 }
 
-void tst_PluginManager::givesNoPageForAnUnknownWord()
+void tst_PluginManager::returnsNoPageForAnUnknownCommand()
 {
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     PluginManager manager;
     QWidget page;
     RecordingPlugin set(u"set"_s);
     set.view = &page;
     manager.registerPlugin(&set);
     const MessageLog log;
-    QVERIFY(!manager.viewForCommand(word));
+    QVERIFY(!manager.viewForCommand(command));
     QCOMPARE(set.viewCalls, QStringList());
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_PluginManager::givesNoPageOfAPluginWithout()
+void tst_PluginManager::returnsNoPageOfAPluginWithoutOne()
 {
     PluginManager manager;
     RecordingPlugin calc(u"calc"_s);
@@ -775,7 +775,7 @@ void tst_PluginManager::givesNoPageOfAPluginWithout()
     QCOMPARE(calc.viewCalls, QStringList({u"calc"_s, u"createView"_s}));
 }
 
-void tst_PluginManager::givesThePageOfAPluginThatDeniesIt()
+void tst_PluginManager::returnsThePageEvenIfThePluginDeniesIt()
 {
     PluginManager manager;
     QWidget page;
@@ -786,7 +786,7 @@ void tst_PluginManager::givesThePageOfAPluginThatDeniesIt()
     QCOMPARE(manager.viewForCommand(u"set"_s), &page);
 }
 
-void tst_PluginManager::answersWithTheNoticeWhenSwitchedOff()
+void tst_PluginManager::answersWithTheNoticeWhenDisabled()
 {
     PluginManager manager;
     Settings settings;
@@ -802,10 +802,10 @@ void tst_PluginManager::answersWithTheNoticeWhenSwitchedOff()
     QCOMPARE(log.lines(), QStringList());
 }
 
-void tst_PluginManager::looksTheSwitchUpByTheTypedWord_data()
+void tst_PluginManager::looksUpTheSwitchByTheTypedCommand_data()
 {
     QTest::addColumn<QString>("switchedOff");
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("notice");
     QTest::newRow("command off, command typed") << u"set"_s << u"set"_s << true;
     QTest::newRow("command off, alias typed") << u"set"_s << u"user"_s << false;
@@ -815,10 +815,10 @@ void tst_PluginManager::looksTheSwitchUpByTheTypedWord_data()
     QTest::newRow("alias off, other alias typed") << u"user"_s << u"plugin"_s << false;
 }
 
-void tst_PluginManager::looksTheSwitchUpByTheTypedWord()
+void tst_PluginManager::looksUpTheSwitchByTheTypedCommand()
 {
     QFETCH(QString, switchedOff);
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(bool, notice);
     PluginManager manager;
     Settings settings;
@@ -826,7 +826,7 @@ void tst_PluginManager::looksTheSwitchUpByTheTypedWord()
     manager.setSettings(&settings);
     RecordingPlugin set(u"set"_s, {u"user"_s, u"plugin"_s});
     manager.registerPlugin(&set);
-    QCOMPARE(manager.queryCommand(word, QString()),
+    QCOMPARE(manager.queryCommand(command, QString()),
              notice ? noticeFor(switchedOff) : rowOf(u"set"_s));
 }
 
@@ -859,7 +859,7 @@ void tst_PluginManager::followsTheSwitchAtEachQuery()
     QCOMPARE(manager.queryCommand(u"calc"_s, QString()), rowOf(u"calc"_s));
 }
 
-void tst_PluginManager::executesForAPluginThatIsSwitchedOff()
+void tst_PluginManager::executesForADisabledPlugin()
 {
     PluginManager manager;
     Settings settings;
@@ -871,7 +871,7 @@ void tst_PluginManager::executesForAPluginThatIsSwitchedOff()
     QCOMPARE(calc.actions.count(), 1);
 }
 
-void tst_PluginManager::givesThePageOfAPluginThatIsSwitchedOff()
+void tst_PluginManager::returnsThePageOfADisabledPlugin()
 {
     PluginManager manager;
     Settings settings;
@@ -884,7 +884,7 @@ void tst_PluginManager::givesThePageOfAPluginThatIsSwitchedOff()
     QCOMPARE(manager.viewForCommand(u"set"_s), &page);
 }
 
-void tst_PluginManager::logsAnUnknownWordThatIsSwitchedOff()
+void tst_PluginManager::logsAnUnknownDisabledCommand()
 {
     PluginManager manager;
     Settings settings;
@@ -912,7 +912,7 @@ void tst_PluginManager::translatesTheNotice()
              u"calc<PluginManager| plugin has been disabled in settings>"_s);
 }
 
-void tst_PluginManager::entersAtOnceOnlyWhenAllAgree_data()
+void tst_PluginManager::autoEntersOnlyIfAllConditionsHold_data()
 {
     QTest::addColumn<bool>("withView");
     QTest::addColumn<bool>("withSettings");
@@ -930,7 +930,7 @@ void tst_PluginManager::entersAtOnceOnlyWhenAllAgree_data()
     }
 }
 
-void tst_PluginManager::entersAtOnceOnlyWhenAllAgree()
+void tst_PluginManager::autoEntersOnlyIfAllConditionsHold()
 {
     QFETCH(bool, withView);
     QFETCH(bool, withSettings);
@@ -951,7 +951,7 @@ void tst_PluginManager::entersAtOnceOnlyWhenAllAgree()
     QCOMPARE(todo.viewCalls, QStringList());
 }
 
-void tst_PluginManager::entersAtOnceByTheSwitchOfTheTypedWord()
+void tst_PluginManager::autoEntersByTheSwitchOfTheTypedCommand()
 {
     PluginManager manager;
     Settings settings;
@@ -969,17 +969,17 @@ void tst_PluginManager::entersAtOnceByTheSwitchOfTheTypedWord()
     QVERIFY(!manager.autoEnterForCommand(u"User"_s));
 }
 
-void tst_PluginManager::entersAtOnceForNoUnknownWord_data()
+void tst_PluginManager::autoEntersForNoUnknownCommand_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::newRow("unknown") << u"nosuch"_s;
     QTest::newRow("empty") << u""_s;
     QTest::newRow("between blanks") << u" todo "_s;
 }
 
-void tst_PluginManager::entersAtOnceForNoUnknownWord()
+void tst_PluginManager::autoEntersForNoUnknownCommand()
 {
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     PluginManager manager;
     Settings settings;
     settings.setPluginAutoEnter(true);
@@ -987,10 +987,10 @@ void tst_PluginManager::entersAtOnceForNoUnknownWord()
     RecordingPlugin todo(u"todo"_s);
     todo.withView = true;
     manager.registerPlugin(&todo);
-    QVERIFY(!manager.autoEnterForCommand(word));
+    QVERIFY(!manager.autoEnterForCommand(command));
 }
 
-void tst_PluginManager::offersItsMethodsInOrder()
+void tst_PluginManager::declaresItsMethodsInOrder()
 {
     const QMetaObject &meta = PluginManager::staticMetaObject;
     QStringList methods;
@@ -1033,9 +1033,9 @@ void tst_PluginManager::answersThroughTheMetaObject()
     QVERIFY(done);
     QCOMPARE(clipboardText(), u"via meta-object"_s);
 
-    QStringList words;
-    QVERIFY(QMetaObject::invokeMethod(&manager, "commands", Q_RETURN_ARG(QStringList, words)));
-    QCOMPARE(words, QStringList(u"todo"_s));
+    QStringList commands;
+    QVERIFY(QMetaObject::invokeMethod(&manager, "commands", Q_RETURN_ARG(QStringList, commands)));
+    QCOMPARE(commands, QStringList(u"todo"_s));
 
     QString description;
     QVERIFY(QMetaObject::invokeMethod(&manager, "commandDescription",

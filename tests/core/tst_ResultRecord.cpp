@@ -12,7 +12,7 @@ class tst_ResultRecord : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void makesARecordOfWhatItIsGiven();
+    void makesARecordOfItsArguments();
     void makesAnInertRecord();
     void makesARecordOfAProgram();
     void makesAnActionWithAndWithoutACommand();
@@ -23,10 +23,10 @@ private Q_SLOTS:
     void actionOfTypeNoneIsNoAction_data();
     void actionOfTypeNoneIsNoAction();
     void pathAndIconAreEmptyWhenMissing();
-    void readsWhatAnActionHolds();
+    void readsTheFieldsOfAnAction();
 };
 
-void tst_ResultRecord::makesARecordOfWhatItIsGiven()
+void tst_ResultRecord::makesARecordOfItsArguments()
 {
     QCOMPARE(makeRecord(u"t"_s, u"s"_s),
              (QVariantMap{{u"title"_s, u"t"_s}, {u"subtitle"_s, u"s"_s}}));
@@ -152,7 +152,7 @@ void tst_ResultRecord::pathAndIconAreEmptyWhenMissing()
     QCOMPARE(recordIcon(record), u"/i.png"_s);
 }
 
-void tst_ResultRecord::readsWhatAnActionHolds()
+void tst_ResultRecord::readsTheFieldsOfAnAction()
 {
     QCOMPARE(actionType({}), QString());
     QCOMPARE(actionData({}), QString());

@@ -10,7 +10,7 @@
 #include <QStringList>
 #include <QVariantList>
 
-/// What the tests of AppLauncher have in common: two start-menu folders in the test's home.
+/// Shared by the tests of AppLauncher: two start-menu folders in the home of the test.
 namespace launchertest {
 
 inline constexpr int builtinCount = 8;
@@ -25,7 +25,7 @@ inline QString commonMenu()
     return testhome::path() + QStringLiteral("/menu/common");
 }
 
-/// An empty home, fakes without a memory, and two start-menu folders without a file.
+/// Empties the home, resets the fakes and creates two empty start-menu folders.
 inline void reset()
 {
     testhome::reset();
@@ -35,14 +35,14 @@ inline void reset()
     QDir().mkpath(commonMenu());
 }
 
-/// Adds a start-menu file and returns its absolute path; the relative one starts with "user/" or
+/// Adds a start-menu file and returns its absolute path. The relative path starts with "user/" or
 /// "common/".
 inline QString addFile(const QString &relativePath)
 {
     return testhome::writeFile(QStringLiteral("menu/") + relativePath, {});
 }
 
-/// One field of each record.
+/// Returns one field of each record.
 inline QStringList column(const QVariantList &records, const QString &key)
 {
     QStringList values;
@@ -52,7 +52,7 @@ inline QStringList column(const QVariantList &records, const QString &key)
     return values;
 }
 
-/// The records behind the built-in ones.
+/// The records after those of the built-in programs.
 inline QVariantList startMenuRecords(const AppLauncher &launcher)
 {
     return launcher.search(QString()).mid(builtinCount);

@@ -12,12 +12,12 @@ class tst_AppEntry : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void keepsWhatItIsGiven();
-    void spellsTheNameAlone();
-    void lowersWhatASearchCompares();
+    void keepsItsArguments();
+    void convertsOnlyTheName();
+    void lowersTheComparedFields();
 };
 
-void tst_AppEntry::keepsWhatItIsGiven()
+void tst_AppEntry::keepsItsArguments()
 {
     const AppEntry app(u"QQ音乐"_s, u"/menu/QQ.lnk"_s, u"Start Menu / 腾讯"_s, u"/icons/1.png"_s);
     QCOMPARE(app.name, u"QQ音乐"_s);
@@ -26,14 +26,14 @@ void tst_AppEntry::keepsWhatItIsGiven()
     QCOMPARE(app.iconPath, u"/icons/1.png"_s);
 }
 
-void tst_AppEntry::spellsTheNameAlone()
+void tst_AppEntry::convertsOnlyTheName()
 {
     const AppEntry app(u"QQ音乐 2"_s, u"微信"_s, u"腾讯"_s, u"图"_s);
     QCOMPARE(app.pinyin, u"qqyinle 2"_s);
     QCOMPARE(app.pinyinInitials, u"qqyl"_s);
 }
 
-void tst_AppEntry::lowersWhatASearchCompares()
+void tst_AppEntry::lowersTheComparedFields()
 {
     const AppEntry app(u"Éclair QQ"_s, u"PATH"_s, u"START Menu / ÄÖ"_s, QString());
     QCOMPARE(app.lowerName, u"éclair qq"_s);

@@ -14,7 +14,7 @@ using namespace launchertest;
 
 namespace {
 
-// Answers a few texts of one context, so that a text asked for in another one stays English.
+// Translates a few texts of one context; a text of another context stays English.
 class LauncherTranslator : public QTranslator
 {
 public:
@@ -52,7 +52,7 @@ private Q_SLOTS:
     void init() { reset(); }
     void cleanupTestCase() { fakePlatform() = FakePlatform(); }
 
-    void holdsTheBuiltinsAloneWhenTheFoldersAreEmpty();
+    void hasOnlyTheBuiltinsWhenTheFoldersAreEmpty();
     void takesTheBuiltinsFromTheSystem();
     void translatesNamesAndFolderLabels();
     void skipsARootThatDoesNotExist();
@@ -62,22 +62,22 @@ private Q_SLOTS:
     void labelsASubfoldersFiles();
     void comparesDisplayedNamesAndNotFileNames();
     void takesTheNameThatTheSystemGives();
-    void cutsTheLastSuffixAlone();
+    void removesOnlyTheLastSuffix();
     void listsALinkWithoutAName();
     void keepsNamesThatDifferInCase();
     void keepsALinkNamedLikeABuiltin();
     void skipsAnUnlistedFileAndKeepsItsNameFree();
     void readsOneLevelOfSubfolders();
-    void listsLinksAlone();
+    void listsOnlyLinks();
     void ordersByNameIgnoringCase();
     void goesThroughRootsThenTheirSubfolders();
-    void survivesLinksThatLeadInACircle();
+    void survivesCyclicSymbolicLinks();
     void asksForTheNameUnderTheRoot();
     void doesNotScanAgain();
     void listsFiveThousandFiles();
 };
 
-void tst_AppLauncherCatalogue::holdsTheBuiltinsAloneWhenTheFoldersAreEmpty()
+void tst_AppLauncherCatalogue::hasOnlyTheBuiltinsWhenTheFoldersAreEmpty()
 {
     const AppLauncher launcher;
     QCOMPARE(column(launcher.search(QString()), u"name"_s), builtinNames());
@@ -188,7 +188,7 @@ void tst_AppLauncherCatalogue::takesTheNameThatTheSystemGives()
     QCOMPARE(column(launcher.search(u"wbbjq"_s), u"path"_s), QStringList(path));
 }
 
-void tst_AppLauncherCatalogue::cutsTheLastSuffixAlone()
+void tst_AppLauncherCatalogue::removesOnlyTheLastSuffix()
 {
     addFile(u"user/Foo.Bar.link"_s);
     QCOMPARE(startMenuNames(AppLauncher()), QStringList(u"Foo.Bar"_s));
@@ -232,7 +232,7 @@ void tst_AppLauncherCatalogue::readsOneLevelOfSubfolders()
     QCOMPARE(startMenuNames(AppLauncher()), QStringList(u"Near"_s));
 }
 
-void tst_AppLauncherCatalogue::listsLinksAlone()
+void tst_AppLauncherCatalogue::listsOnlyLinks()
 {
     addFile(u"user/App.link"_s);
     addFile(u"user/Capitals.LINK"_s);
@@ -265,7 +265,7 @@ void tst_AppLauncherCatalogue::goesThroughRootsThenTheirSubfolders()
              QStringList({u"Four"_s, u"Three"_s, u"Two"_s, u"One"_s}));
 }
 
-void tst_AppLauncherCatalogue::survivesLinksThatLeadInACircle()
+void tst_AppLauncherCatalogue::survivesCyclicSymbolicLinks()
 {
     addFile(u"user/App.link"_s);
     QVERIFY(QFile::link(userMenu(), userMenu() + "/Circle"_L1));

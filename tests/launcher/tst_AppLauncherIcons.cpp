@@ -16,7 +16,7 @@ using namespace launchertest;
 
 namespace {
 
-// An icon that is there and that still cannot be drawn, like one whose file is damaged.
+// An icon that exists but cannot be drawn, as if its file were damaged.
 class DamagedIconEngine : public QIconEngine
 {
 public:
@@ -38,7 +38,7 @@ QString iconFolder()
     return QDir::tempPath() + "/Vaskel/icons"_L1;
 }
 
-/// Where the icons are while the folder proper belongs to somebody else.
+/// The folder of the icons while another user owns the usual one.
 QString cacheFolder()
 {
     return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/icons"_L1;
@@ -60,7 +60,7 @@ QByteArray contentOf(const QString &filePath)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// The "icon" of the one start-menu entry.
+/// The "icon" of the only start-menu entry.
 QString onlyIcon(const AppLauncher &launcher)
 {
     const QStringList icons = column(startMenuRecords(launcher), u"icon"_s);
@@ -95,13 +95,13 @@ private Q_SLOTS:
     void fitsAShellIconIntoTheSquare();
     void usesAStaleFile();
     void doesNotAskForTheIconAgain();
-    void namesTheFileByThePathAsItStands();
-    void leavesNothingBehindButTheIcons();
-    void goesWithoutIconsWhenTheFolderCannotBeMade_data();
-    void goesWithoutIconsWhenTheFolderCannotBeMade();
-    void leavesAForeignFolderAlone_data();
-    void leavesAForeignFolderAlone();
-    void goesWithoutIconsWhenTheCacheIsForeignToo();
+    void namesTheFileByTheUnchangedPath();
+    void writesOnlyTheIcons();
+    void worksWithoutIconsIfTheFolderCannotBeCreated_data();
+    void worksWithoutIconsIfTheFolderCannotBeCreated();
+    void doesNotTouchAForeignFolder_data();
+    void doesNotTouchAForeignFolder();
+    void worksWithoutIconsIfTheCacheIsForeignToo();
     void givesNoIconWhenItCannotBeSaved();
 };
 
@@ -235,7 +235,7 @@ void tst_AppLauncherIcons::doesNotAskForTheIconAgain()
     QVERIFY(!fakePlatform().shellPixmapCalls.contains(path));
 }
 
-void tst_AppLauncherIcons::namesTheFileByThePathAsItStands()
+void tst_AppLauncherIcons::namesTheFileByTheUnchangedPath()
 {
     AppLauncher launcher;
     const QStringList paths = {u"tool"_s, u"Tool"_s, u"./tool"_s, u"tool/"_s, u"工具"_s};
@@ -247,7 +247,7 @@ void tst_AppLauncherIcons::namesTheFileByThePathAsItStands()
     }
 }
 
-void tst_AppLauncherIcons::leavesNothingBehindButTheIcons()
+void tst_AppLauncherIcons::writesOnlyTheIcons()
 {
     const QString path = addFile(u"user/App.link"_s);
     const AppLauncher launcher;
@@ -255,7 +255,7 @@ void tst_AppLauncherIcons::leavesNothingBehindButTheIcons()
              QStringList(QFileInfo(iconFile(path)).fileName()));
 }
 
-void tst_AppLauncherIcons::goesWithoutIconsWhenTheFolderCannotBeMade_data()
+void tst_AppLauncherIcons::worksWithoutIconsIfTheFolderCannotBeCreated_data()
 {
     QTest::addColumn<QString>("fileInTheWay");
 
@@ -263,7 +263,7 @@ void tst_AppLauncherIcons::goesWithoutIconsWhenTheFolderCannotBeMade_data()
     QTest::newRow("instead of its parent") << u"tmp/Vaskel"_s;
 }
 
-void tst_AppLauncherIcons::goesWithoutIconsWhenTheFolderCannotBeMade()
+void tst_AppLauncherIcons::worksWithoutIconsIfTheFolderCannotBeCreated()
 {
     QFETCH(QString, fileInTheWay);
     addFile(u"user/App.link"_s);
@@ -276,7 +276,7 @@ void tst_AppLauncherIcons::goesWithoutIconsWhenTheFolderCannotBeMade()
     QVERIFY(QFile::exists(onlyIcon(AppLauncher())));
 }
 
-void tst_AppLauncherIcons::leavesAForeignFolderAlone_data()
+void tst_AppLauncherIcons::doesNotTouchAForeignFolder_data()
 {
     QTest::addColumn<QString>("folder");
 
@@ -284,7 +284,7 @@ void tst_AppLauncherIcons::leavesAForeignFolderAlone_data()
     QTest::newRow("its parent") << u"/Vaskel"_s;
 }
 
-void tst_AppLauncherIcons::leavesAForeignFolderAlone()
+void tst_AppLauncherIcons::doesNotTouchAForeignFolder()
 {
     QFETCH(QString, folder);
     const QString path = addFile(u"user/App.link"_s);
@@ -302,7 +302,7 @@ void tst_AppLauncherIcons::leavesAForeignFolderAlone()
     QCOMPARE(contentOf(iconFile(path)), QByteArray("planted"));
 }
 
-void tst_AppLauncherIcons::goesWithoutIconsWhenTheCacheIsForeignToo()
+void tst_AppLauncherIcons::worksWithoutIconsIfTheCacheIsForeignToo()
 {
     addFile(u"user/App.link"_s);
     testhome::writeFile(u"tmp/Vaskel/icons/file"_s, {});

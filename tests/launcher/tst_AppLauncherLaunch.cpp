@@ -23,7 +23,7 @@ void recordMessage(QtMsgType type, const QMessageLogContext &, const QString &te
     }
 }
 
-/// The messages of debug level that are written while it lives.
+/// Records the debug messages during its lifetime.
 class MessageRecorder
 {
 public:
@@ -39,7 +39,7 @@ private:
     QtMessageHandler m_previous;
 };
 
-/// What the recorder program below writes: its lines as "key=value".
+/// The output of the program below, as lines of "key=value".
 QHash<QString, QString> recordIn(const QString &filePath)
 {
     QHash<QString, QString> record;
@@ -75,23 +75,23 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase();
 
-    void refusesAnEmptyPathWithoutALine();
-    void writesALineFirst();
+    void rejectsAnEmptyPathWithoutLogging();
+    void logsBeforeItLaunches();
     void opensAddresses_data();
     void opensAddresses();
-    void failsForAnAddressThatIsNone();
+    void failsForAnInvalidAddress();
     void takesOtherSchemesForPrograms_data();
     void takesOtherSchemesForPrograms();
-    void hasTheSystemOpenALink_data();
-    void hasTheSystemOpenALink();
-    void passesTheAnswerOfTheSystemOn();
+    void letsTheSystemOpenALink_data();
+    void letsTheSystemOpenALink();
+    void returnsTheAnswerOfTheSystem();
     void startsAProgramOfTheSearchPath();
     void startsAProgramByItsFullPath();
     void startsAProgramInTheLaunchersFolderAndASessionOfItsOwn();
     void passesOnTheEnvironment();
-    void failsForWhatIsNoProgram_data();
-    void failsForWhatIsNoProgram();
-    void isReachableByName();
+    void failsForAFileThatIsNoProgram_data();
+    void failsForAFileThatIsNoProgram();
+    void isInvokableByName();
 
 private:
     QString recordFile() const { return testhome::path() + "/record"_L1; }
@@ -124,8 +124,8 @@ void tst_AppLauncherLaunch::cleanupTestCase()
     }
 }
 
-/// A program that writes what it was started with and then, as the sign that it is done, renames
-/// its file to recordFile().
+/// A program that writes how it was started, then renames its file to recordFile() to show that it
+/// is complete.
 QString tst_AppLauncherLaunch::writeRecorder(const QString &relativePath)
 {
     const QByteArray record = QFile::encodeName(recordFile());
@@ -143,7 +143,7 @@ QString tst_AppLauncherLaunch::writeRecorder(const QString &relativePath)
     return path;
 }
 
-void tst_AppLauncherLaunch::refusesAnEmptyPathWithoutALine()
+void tst_AppLauncherLaunch::rejectsAnEmptyPathWithoutLogging()
 {
     AppLauncher launcher;
     const MessageRecorder recorder;
@@ -152,7 +152,7 @@ void tst_AppLauncherLaunch::refusesAnEmptyPathWithoutALine()
     QCOMPARE(messages, QStringList());
 }
 
-void tst_AppLauncherLaunch::writesALineFirst()
+void tst_AppLauncherLaunch::logsBeforeItLaunches()
 {
     AppLauncher launcher;
     const MessageRecorder recorder;
@@ -192,9 +192,9 @@ void tst_AppLauncherLaunch::opensAddresses()
     QVERIFY(fakePlatform().openedLinks.isEmpty());
 }
 
-void tst_AppLauncherLaunch::failsForAnAddressThatIsNone()
+void tst_AppLauncherLaunch::failsForAnInvalidAddress()
 {
-    // A handler would be given even such an address.
+    // Even such an address reaches a handler.
     QDesktopServices::unsetUrlHandler(u"https"_s);
     QVERIFY(!AppLauncher().launch(u"https://["_s));
     QDesktopServices::setUrlHandler(u"https"_s, this, "openUrl");
@@ -222,7 +222,7 @@ void tst_AppLauncherLaunch::takesOtherSchemesForPrograms()
     QVERIFY(fakePlatform().openedLinks.isEmpty());
 }
 
-void tst_AppLauncherLaunch::hasTheSystemOpenALink_data()
+void tst_AppLauncherLaunch::letsTheSystemOpenALink_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -232,7 +232,7 @@ void tst_AppLauncherLaunch::hasTheSystemOpenALink_data()
     QTest::newRow("a name alone") << u"App.link"_s;
 }
 
-void tst_AppLauncherLaunch::hasTheSystemOpenALink()
+void tst_AppLauncherLaunch::letsTheSystemOpenALink()
 {
     QFETCH(QString, path);
 
@@ -240,7 +240,7 @@ void tst_AppLauncherLaunch::hasTheSystemOpenALink()
     QCOMPARE(fakePlatform().openedLinks, QStringList(path));
 }
 
-void tst_AppLauncherLaunch::passesTheAnswerOfTheSystemOn()
+void tst_AppLauncherLaunch::returnsTheAnswerOfTheSystem()
 {
     fakePlatform().openLinkResult = false;
     QVERIFY(!AppLauncher().launch(u"/menu/App.link"_s));
@@ -287,7 +287,7 @@ void tst_AppLauncherLaunch::passesOnTheEnvironment()
     QCOMPARE(recordIn(recordFile()).value(u"wanted"_s), u"for programs"_s);
 }
 
-void tst_AppLauncherLaunch::failsForWhatIsNoProgram_data()
+void tst_AppLauncherLaunch::failsForAFileThatIsNoProgram_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -299,7 +299,7 @@ void tst_AppLauncherLaunch::failsForWhatIsNoProgram_data()
     QTest::newRow("file that cannot be executed") << u"text.txt"_s;
 }
 
-void tst_AppLauncherLaunch::failsForWhatIsNoProgram()
+void tst_AppLauncherLaunch::failsForAFileThatIsNoProgram()
 {
     QFETCH(QString, path);
     writeRecorder(u"bin/recorder"_s);
@@ -309,7 +309,7 @@ void tst_AppLauncherLaunch::failsForWhatIsNoProgram()
     QVERIFY(!QFile::exists(recordFile()));
 }
 
-void tst_AppLauncherLaunch::isReachableByName()
+void tst_AppLauncherLaunch::isInvokableByName()
 {
     AppLauncher launcher;
     bool isStarted = false;

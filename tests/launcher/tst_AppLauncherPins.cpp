@@ -15,7 +15,7 @@ using namespace launchertest;
 
 namespace {
 
-/// JSON whose quotation marks are written as apostrophes.
+/// JSON, with apostrophes instead of quotation marks.
 QByteArray json(const char *text)
 {
     return QByteArray(text).replace('\'', '"');
@@ -53,7 +53,7 @@ QByteArray defaultPins()
                 "{'iconPath':'','name':'Task Manager','path':'taskmgr'}]");
 }
 
-/// Bytes without a meaning, the same in every run.
+/// Random bytes, the same in every run.
 QByteArray noise(qsizetype size)
 {
     QByteArray bytes(size, Qt::Uninitialized);
@@ -80,8 +80,8 @@ private Q_SLOTS:
     void replacesAFileThatIsNoArray();
     void replacesAFileThatIsCutShort();
     void keepsAnEmptyArrayAsItIs();
-    void readsWhatTheFileHolds_data();
-    void readsWhatTheFileHolds();
+    void readsThePins_data();
+    void readsThePins();
     void writesOnePinInOneLine();
     void writesTextAsItIs();
     void readsBackWhatItWrote();
@@ -94,12 +94,12 @@ private Q_SLOTS:
     void removesTheFirstOfTwoEqualPins();
     void leavesTheFileAloneForAnUnknownPath();
     void doesNotBringTheDefaultsBack();
-    void writesBeforeItTells();
+    void writesBeforeItEmits();
     void overwritesAnEditByHand();
     void keepsAPinWhoseTargetIsGone();
     void keepsThePinInMemoryWhenItCannotBeSaved();
     void keepsTheRemovalInMemoryWhenItCannotBeSaved();
-    void makesTheFolderEachTime();
+    void createsTheFolderAtEachWrite();
     void publishesThePropertyAndTheMethods();
 };
 
@@ -191,7 +191,7 @@ void tst_AppLauncherPins::keepsAnEmptyArrayAsItIs()
     QCOMPARE(storedPins(), QByteArray("[ ]\n"));
 }
 
-void tst_AppLauncherPins::readsWhatTheFileHolds_data()
+void tst_AppLauncherPins::readsThePins_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("pins");
@@ -216,7 +216,7 @@ void tst_AppLauncherPins::readsWhatTheFileHolds_data()
                              << QStringList(u"\n|/a计|"_s);
 }
 
-void tst_AppLauncherPins::readsWhatTheFileHolds()
+void tst_AppLauncherPins::readsThePins()
 {
     QFETCH(QByteArray, content);
     writePins(content);
@@ -367,7 +367,7 @@ void tst_AppLauncherPins::doesNotBringTheDefaultsBack()
     QVERIFY(AppLauncher().pinnedApps().isEmpty());
 }
 
-void tst_AppLauncherPins::writesBeforeItTells()
+void tst_AppLauncherPins::writesBeforeItEmits()
 {
     AppLauncher launcher;
     QList<QByteArray> stored;
@@ -405,7 +405,7 @@ void tst_AppLauncherPins::keepsAPinWhoseTargetIsGone()
 
 void tst_AppLauncherPins::keepsThePinInMemoryWhenItCannotBeSaved()
 {
-    // A folder in the place of the file stops everybody, the superuser included.
+    // A folder in place of the file prevents writing, even for root.
     QVERIFY(QDir().mkpath(pinsFile() + "/folder"_L1));
     AppLauncher launcher;
     QCOMPARE(pinnedPaths(launcher), QStringList({u"calc"_s, u"taskmgr"_s}));
@@ -429,7 +429,7 @@ void tst_AppLauncherPins::keepsTheRemovalInMemoryWhenItCannotBeSaved()
     QCOMPARE(changes.size(), 1);
 }
 
-void tst_AppLauncherPins::makesTheFolderEachTime()
+void tst_AppLauncherPins::createsTheFolderAtEachWrite()
 {
     AppLauncher launcher;
     QVERIFY(QDir(QFileInfo(pinsFile()).path()).removeRecursively());

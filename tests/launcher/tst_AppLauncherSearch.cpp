@@ -33,16 +33,16 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase() { fakePlatform() = FakePlatform(); }
 
-    void publishesFourFields();
-    void yieldsAllForABlankQuery_data();
-    void yieldsAllForABlankQuery();
+    void returnsFourFields();
+    void returnsAllForABlankQuery_data();
+    void returnsAllForABlankQuery();
     void finds_data();
     void finds();
     void keepsTheOrderOfTheCatalogue();
-    void givesAnEntryOnceHoweverOftenItMatches();
+    void returnsAnEntryWithSeveralMatchesOnce();
     void doesNotCutTheList();
-    void findsATranslatedBuiltinByItsPinyinAlone();
-    void isReachableByName();
+    void findsATranslatedBuiltinByItsPinyin();
+    void isInvokableByName();
 };
 
 void tst_AppLauncherSearch::init()
@@ -51,7 +51,7 @@ void tst_AppLauncherSearch::init()
     for (int program = 0; program < builtinCount; ++program) {
         fakePlatform().builtinPrograms.insert(program, {u"notepad%1"_s.arg(program), {}, {}});
     }
-    // The notes file comes before the folders, so that all of this is one known order.
+    // The notes file comes before the folders, so the order is known.
     for (const auto &file :
          {u"user/7-Zip.link"_s, u"user/Adobe Photoshop.link"_s, u"user/Élan.link"_s,
           u"user/QQ音乐.link"_s, u"user/计算器.link"_s, u"user/记事本.link"_s,
@@ -60,7 +60,7 @@ void tst_AppLauncherSearch::init()
     }
 }
 
-void tst_AppLauncherSearch::publishesFourFields()
+void tst_AppLauncherSearch::returnsFourFields()
 {
     const QString source = userMenu() + "/Adobe Photoshop.link"_L1;
     const QVariantList records = AppLauncher().search(u"photoshop"_s);
@@ -74,7 +74,7 @@ void tst_AppLauncherSearch::publishesFourFields()
     QVERIFY(record.value(u"icon"_s).toString().startsWith(QDir::tempPath() + "/Vaskel/icons/"_L1));
 }
 
-void tst_AppLauncherSearch::yieldsAllForABlankQuery_data()
+void tst_AppLauncherSearch::returnsAllForABlankQuery_data()
 {
     QTest::addColumn<QString>("query");
 
@@ -84,7 +84,7 @@ void tst_AppLauncherSearch::yieldsAllForABlankQuery_data()
     QTest::newRow("blanks of several kinds") << u" \t\n\u3000 "_s;
 }
 
-void tst_AppLauncherSearch::yieldsAllForABlankQuery()
+void tst_AppLauncherSearch::returnsAllForABlankQuery()
 {
     QFETCH(QString, query);
 
@@ -156,7 +156,7 @@ void tst_AppLauncherSearch::keepsTheOrderOfTheCatalogue()
              QStringList({u"Browser"_s, u"7-Zip"_s, u"Zip Vendor"_s}));
 }
 
-void tst_AppLauncherSearch::givesAnEntryOnceHoweverOftenItMatches()
+void tst_AppLauncherSearch::returnsAnEntryWithSeveralMatchesOnce()
 {
     addFile(u"user/Echo/Echo.link"_s);
     QCOMPARE(AppLauncher().search(u"echo"_s).size(), 1);
@@ -170,7 +170,7 @@ void tst_AppLauncherSearch::doesNotCutTheList()
     QCOMPARE(AppLauncher().search(u"many"_s).size(), 300);
 }
 
-void tst_AppLauncherSearch::findsATranslatedBuiltinByItsPinyinAlone()
+void tst_AppLauncherSearch::findsATranslatedBuiltinByItsPinyin()
 {
     fakePlatform().builtinPrograms[0].path = u"notepad"_s;
     NotepadTranslator translator;
@@ -181,7 +181,7 @@ void tst_AppLauncherSearch::findsATranslatedBuiltinByItsPinyinAlone()
     QVERIFY(column(launcher.search(u"jishiben"_s), u"path"_s).contains(u"notepad"_s));
 }
 
-void tst_AppLauncherSearch::isReachableByName()
+void tst_AppLauncherSearch::isInvokableByName()
 {
     AppLauncher launcher;
     QVariantList records;

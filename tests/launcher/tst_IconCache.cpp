@@ -32,7 +32,7 @@ QString keyOf(const QString &path)
     return QString::number(qHash(QStringView(path), 0), 16);
 }
 
-/// A file whose own icon has this size.
+/// Creates a file whose icon has this size.
 QString addFile(const QSize &size)
 {
     QString path = testhome::writeFile(u"menu/App.link"_s, {});
@@ -58,7 +58,7 @@ private Q_SLOTS:
     void drawsAMissingFileUnlessTheShellIsAsked();
     void usesAStaleFile();
     void keepsTheFilesOfPrefixesApart();
-    void givesNothingWithoutAFolder();
+    void returnsNothingWithoutAFolder();
     void savesAPixmapWholeOrNotAtAll();
 };
 
@@ -146,7 +146,7 @@ void tst_IconCache::keepsTheFilesOfPrefixesApart()
     QCOMPARE(QImage(drawn).size(), QSize(16, 16));
 }
 
-void tst_IconCache::givesNothingWithoutAFolder()
+void tst_IconCache::returnsNothingWithoutAFolder()
 {
     const QString path = addFile({32, 32});
     QCOMPARE(IconCache(QString()).iconFile(path), QString());

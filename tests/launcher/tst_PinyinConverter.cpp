@@ -47,7 +47,7 @@ QString toPinyinInitials(const QString &text)
     return PinyinConverter::instance().toPinyinInitials(text);
 }
 
-/// The rows of GB 2312 that hold Chinese characters, in the order of their codes.
+/// The rows of GB 2312 with Chinese characters, in the order of their codes.
 QStringList gb2312Rows()
 {
     QFile file(u":/gb2312.txt"_s);
@@ -246,7 +246,7 @@ void tst_PinyinConverter::transliterates_data()
         << QString(u'a' + QString(QChar(0xDE00)) + u'b') << u"ab"_s << u"ab"_s;
     QTest::newRow("Latin capitals with accents") << u"ÀÉÖŠ"_s << u"àéöš"_s << u"àéöš"_s;
     QTest::newRow("Greek and Cyrillic capitals") << u"ΩЖ"_s << u"ωж"_s << u"ωж"_s;
-    // QString::toLower() makes two characters of it, which QChar cannot.
+    // QString::toLower() returns two characters for it; QChar::toLower() cannot.
     const QString dottedCapital = QChar(u'İ').toLower();
     QTest::newRow("capital I with a dot, as QChar has it")
         << u"İ"_s << dottedCapital << dottedCapital;

@@ -8,7 +8,7 @@
 #include <QIcon>
 #include <QImage>
 
-/// Has every file and folder drawn by an icon of this size and no other.
+/// Makes every file and folder have an icon of only this size.
 inline void useIconsOfSize(int size)
 {
     const QByteArray number = QByteArray::number(size);

@@ -6,7 +6,7 @@
 #include <QStringList>
 #include <QUrl>
 
-/// Takes the place of the desktop for the addresses of files, and keeps what it was to open.
+/// Replaces the desktop as the handler of file URLs and records them.
 class OpenedFiles : public QObject
 {
     Q_OBJECT

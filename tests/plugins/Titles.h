@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <QVariant>
 
-/// The titles of a plugin's rows, in their order.
+/// The titles of the records, in order.
 inline QStringList titles(const QVariantList &records)
 {
     QStringList texts;

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class AppTranslator : public QTranslator
 {
 public:
@@ -34,7 +34,7 @@ QVariantMap launchAction(const QString &path)
     return {{u"type"_s, u"launch"_s}, {u"data"_s, path}, {u"plugin"_s, u"app"_s}};
 }
 
-// What the plugin makes of the launcher's records, written down independently of it.
+// The expected records, made from those of the launcher without the plugin.
 QVariantList withActions(const QVariantList &records)
 {
     QVariantList expected;
@@ -65,7 +65,7 @@ private Q_SLOTS:
     void blanksAroundTheArgumentsDoNotMatter();
     void keepsTheOrderOfTheSearch();
     void findsNothingForAQueryWithoutAMatch();
-    void givesARecordWithoutAPathAnEmptyAction();
+    void makesAnEmptyActionForARecordWithoutAPath();
     void launchesTheData_data();
     void launchesTheData();
     void reportsAFailedLaunch();
@@ -147,7 +147,7 @@ void tst_AppPlugin::findsNothingForAQueryWithoutAMatch()
     QVERIFY(AppPlugin(m_launcher.get()).query(u"no such program"_s).isEmpty());
 }
 
-void tst_AppPlugin::givesARecordWithoutAPathAnEmptyAction()
+void tst_AppPlugin::makesAnEmptyActionForARecordWithoutAPath()
 {
     using platform::BuiltinProgram;
     fakePlatform().builtinPrograms.insert(static_cast<int>(BuiltinProgram::Paint), {});

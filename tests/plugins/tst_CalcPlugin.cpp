@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class CalcTranslator : public QTranslator
 {
 public:

@@ -22,7 +22,7 @@ namespace {
 
 using Plugins = std::vector<std::unique_ptr<IPlugin>>;
 
-// The same as in app/main.cpp, without the services, which a command does not depend on.
+// The plugins of app/main.cpp; their commands do not depend on services.
 Plugins createPlugins()
 {
     Plugins plugins;
@@ -35,14 +35,14 @@ Plugins createPlugins()
     return plugins;
 }
 
-/// Empty if there is no such file.
+/// Returns the text of a file; empty if it is missing.
 QString readFile(const QString &path)
 {
     QFile file(QStringLiteral(SOURCE_FOLDER "/") + path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// What follows the first mark, up to the next end or that of the text.
+/// Returns the text between the first mark and the next end, or the end of the text.
 QString between(const QString &text, const QString &mark, const QString &end)
 {
     const qsizetype at = text.indexOf(mark);
@@ -54,7 +54,7 @@ QString between(const QString &text, const QString &mark, const QString &end)
     return text.mid(from, to < 0 ? -1 : to - from);
 }
 
-/// What the pattern's first group captures, at each match.
+/// Returns the first captured group of each match.
 QStringList captures(const QString &text, const QString &pattern)
 {
     const QRegularExpression expression(pattern, QRegularExpression::MultilineOption);
@@ -81,7 +81,7 @@ QStringList commandsOfManualPage()
     QStringList commands;
     const QStringList tags = captures(section, uR"(^\.TP\n\.B[IR]? (.+)$)"_s);
     for (const QString &tag : tags) {
-        // Bold and another font take turns.
+        // Every second part is bold.
         const QStringList parts = QProcess::splitCommand(tag);
         for (qsizetype i = 0; i < parts.size(); i += 2) {
             commands.append(parts[i]);
@@ -90,7 +90,7 @@ QStringList commandsOfManualPage()
     return commands;
 }
 
-/// The first words of the list items in this language; English has no name there.
+/// The first words of the list items in this language; empty for English.
 QStringList commandsOfMetadata(const QString &language)
 {
     QStringList commands;
@@ -105,7 +105,7 @@ QStringList commandsOfMetadata(const QString &language)
     return xml.hasError() ? QStringList() : commands;
 }
 
-/// The line below the name of the folder in the diagram.
+/// The line below the folder name in the diagram.
 QStringList commandsOfDiagram()
 {
     const QStringList lines = captures(readFile(u"docs/ARCHITECTURE.md"_s),
@@ -113,16 +113,16 @@ QStringList commandsOfDiagram()
     return lines.join(u' ').split(u' ', Qt::SkipEmptyParts);
 }
 
-/// One line that a failing comparison shows whole.
-QString sorted(QStringList words)
+/// One line, which a failing comparison shows completely.
+QString sorted(QStringList names)
 {
-    words.sort();
-    return words.join(u' ');
+    names.sort();
+    return names.join(u' ');
 }
 
 } // namespace
 
-/// Every list of the commands in the documents against what the plugins answer.
+/// Compares every list of commands in the documents with the plugins.
 class tst_CommandList : public QObject
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class DirectoryTranslator : public QTranslator
 {
 public:
@@ -35,7 +35,7 @@ public:
     }
 };
 
-// A Windows has one alone for each user.
+// Windows has a separate one for each user.
 QString homePath()
 {
     return QDir::homePath();
@@ -46,7 +46,7 @@ QString otherPath()
     return testhome::path() + "/other"_L1;
 }
 
-// What the case has put there, by the first part of its path.
+// The entries that the case has created there, by the first part of their path.
 QStringList &added()
 {
     static QStringList names;
@@ -141,7 +141,7 @@ QString listedFolder(const QString &args)
     return records.isEmpty() ? u"none"_s : field(records.first(), u"subtitle"_s);
 }
 
-/// The titles of the rows behind the first.
+/// The titles of all records but the first.
 QStringList entries(const QString &args)
 {
     return column(query(args), u"title"_s).mid(1);
@@ -171,34 +171,34 @@ private Q_SLOTS:
     void answersTheContract();
     void findsTheFolder_data();
     void findsTheFolder();
-    void putsNoSlashBehindTheHomeFolder();
+    void addsNoSlashToTheHomeFolder();
     void prefersTheCurrentFolderToTheHomeFolder();
-    void saysSoOfAFile_data();
-    void saysSoOfAFile();
-    void saysSoOfAMissingHomeFolder();
+    void reportsAFile_data();
+    void reportsAFile();
+    void reportsAMissingHomeFolder();
     void listsFoldersBeforeFilesAndCapitalsBeforeSmallLetters();
-    void namesTheSuffixOfAFile_data();
-    void namesTheSuffixOfAFile();
-    void namesNoSuffixBehindADotAtTheEnd();
-    void listsNothingOfAnEmptyFolder();
+    void showsTheSuffixOfAFile_data();
+    void showsTheSuffixOfAFile();
+    void showsNoSuffixAfterATrailingDot();
+    void listsNothingInAnEmptyFolder();
     void hasNoNameForTheRoot();
     void leavesOutHiddenEntries();
     void leavesOutWhatIsNeitherFileNorFolder();
-    void followsALinkToAFolder();
+    void followsASymbolicLinkToAFolder();
     void listsNamesOfAnyKind_data();
     void listsNamesOfAnyKind();
-    void listsNamesThatAWindowsRefuses_data();
-    void listsNamesThatAWindowsRefuses();
-    void survivesANameThatIsNoUnicode();
+    void listsNamesThatWindowsRefuses_data();
+    void listsNamesThatWindowsRefuses();
+    void survivesANameThatIsNotUnicode();
     void listsTenThousandFiles();
-    void followsTheDiskFromQueryToQuery();
+    void readsTheDiskAtEachQuery();
 
     void drawsAnIconOnceForEachEntry();
-    void takesTheIconThatAProgramsFileNames();
-    void savesASmallIconAsItCame();
+    void usesTheIconThatALinkNames();
+    void savesASmallIconUnscaled();
     void doesNotDrawAnIconAgain();
-    void listsWithoutIconsWhereTheyCannotBeKept_data();
-    void listsWithoutIconsWhereTheyCannotBeKept();
+    void listsWithoutIconsIfTheyCannotBeSaved_data();
+    void listsWithoutIconsIfTheyCannotBeSaved();
 
     void opensAFolder_data();
     void opensAFolder();
@@ -289,7 +289,7 @@ void tst_DirectoryPlugin::findsTheFolder()
     QTEST(listedFolder(args), "folder");
 }
 
-void tst_DirectoryPlugin::putsNoSlashBehindTheHomeFolder()
+void tst_DirectoryPlugin::addsNoSlashToTheHomeFolder()
 {
     QVERIFY(QDir().mkpath(homePath() + "stead"_L1));
     const QString listed = listedFolder(u"~stead"_s);
@@ -304,7 +304,7 @@ void tst_DirectoryPlugin::prefersTheCurrentFolderToTheHomeFolder()
     QCOMPARE(listedFolder(u"docs"_s), otherPath() + "/docs"_L1);
 }
 
-void tst_DirectoryPlugin::saysSoOfAFile_data()
+void tst_DirectoryPlugin::reportsAFile_data()
 {
     QTest::addColumn<QString>("args");
 
@@ -314,7 +314,7 @@ void tst_DirectoryPlugin::saysSoOfAFile_data()
     QTest::newRow("blanks around") << u" file.txt  "_s;
 }
 
-void tst_DirectoryPlugin::saysSoOfAFile()
+void tst_DirectoryPlugin::reportsAFile()
 {
     QFETCH(const QString, args);
     addFile(u"file.txt"_s);
@@ -323,7 +323,7 @@ void tst_DirectoryPlugin::saysSoOfAFile()
     QCOMPARE(query(args), QVariantList{expected});
 }
 
-void tst_DirectoryPlugin::saysSoOfAMissingHomeFolder()
+void tst_DirectoryPlugin::reportsAMissingHomeFolder()
 {
     qputenv("HOME", QFile::encodeName(testhome::path() + "/missing"_L1));
     const QVariantList records = query(u" "_s);
@@ -344,7 +344,7 @@ void tst_DirectoryPlugin::listsFoldersBeforeFilesAndCapitalsBeforeSmallLetters()
                       fileRecord(zebra, u"TXT"_s), fileRecord(apple, u"TXT"_s)}));
 }
 
-void tst_DirectoryPlugin::namesTheSuffixOfAFile_data()
+void tst_DirectoryPlugin::showsTheSuffixOfAFile_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("subtitle");
@@ -355,7 +355,7 @@ void tst_DirectoryPlugin::namesTheSuffixOfAFile_data()
     QTest::newRow("letters beyond ASCII") << u"a.été"_s << u"ÉTÉ"_s;
 }
 
-void tst_DirectoryPlugin::namesTheSuffixOfAFile()
+void tst_DirectoryPlugin::showsTheSuffixOfAFile()
 {
     QFETCH(const QString, name);
     QFETCH(const QString, subtitle);
@@ -363,13 +363,13 @@ void tst_DirectoryPlugin::namesTheSuffixOfAFile()
     QCOMPARE(query(u"docs"_s).mid(1), QVariantList{fileRecord(path, subtitle)});
 }
 
-void tst_DirectoryPlugin::namesNoSuffixBehindADotAtTheEnd()
+void tst_DirectoryPlugin::showsNoSuffixAfterATrailingDot()
 {
     const QString path = addFile(u"docs/a."_s);
     QCOMPARE(query(u"docs"_s).mid(1), QVariantList{fileRecord(path, QString())});
 }
 
-void tst_DirectoryPlugin::listsNothingOfAnEmptyFolder()
+void tst_DirectoryPlugin::listsNothingInAnEmptyFolder()
 {
     const QString path = addFolder(u"empty"_s);
     QCOMPARE(query(u"empty"_s), QVariantList{openRecord(path)});
@@ -402,7 +402,7 @@ void tst_DirectoryPlugin::leavesOutWhatIsNeitherFileNorFolder()
     QCOMPARE(entries(u"docs"_s), QStringList(u"file"_s));
 }
 
-void tst_DirectoryPlugin::followsALinkToAFolder()
+void tst_DirectoryPlugin::followsASymbolicLinkToAFolder()
 {
     const QString folder = addFolder(u"docs"_s);
     QVERIFY(QFile::link(folder, folder + "/circle"_L1));
@@ -434,7 +434,7 @@ void tst_DirectoryPlugin::listsNamesOfAnyKind()
     QCOMPARE(opened.paths, QStringList(path));
 }
 
-void tst_DirectoryPlugin::listsNamesThatAWindowsRefuses_data()
+void tst_DirectoryPlugin::listsNamesThatWindowsRefuses_data()
 {
     QTest::addColumn<QString>("name");
 
@@ -444,18 +444,19 @@ void tst_DirectoryPlugin::listsNamesThatAWindowsRefuses_data()
     QTest::newRow("mark-up") << u"<b>&amp;"_s;
 }
 
-void tst_DirectoryPlugin::listsNamesThatAWindowsRefuses()
+void tst_DirectoryPlugin::listsNamesThatWindowsRefuses()
 {
     listsNamesOfAnyKind();
 }
 
-void tst_DirectoryPlugin::survivesANameThatIsNoUnicode()
+void tst_DirectoryPlugin::survivesANameThatIsNotUnicode()
 {
     const QString folder = addFolder(u"docs"_s);
     makeBytesFile(folder, "bad \xff\xfe.txt");
     addFile(u"docs/good.txt"_s);
     const QStringList names = entries(u"docs"_s);
-    QCOMPARE(std::remove(QFile::encodeName(folder) + "/bad \xff\xfe.txt"), 0); // QFile could not
+    QCOMPARE(std::remove(QFile::encodeName(folder) + "/bad \xff\xfe.txt"),
+             0); // QFile cannot remove it
     QVERIFY(names.contains(u"good.txt"_s));
 }
 
@@ -473,7 +474,7 @@ void tst_DirectoryPlugin::listsTenThousandFiles()
     QCOMPARE(query(u"docs"_s), records);
 }
 
-void tst_DirectoryPlugin::followsTheDiskFromQueryToQuery()
+void tst_DirectoryPlugin::readsTheDiskAtEachQuery()
 {
     DirectoryPlugin plugin;
     const QString path = addFile(u"docs/one"_s);
@@ -498,7 +499,7 @@ void tst_DirectoryPlugin::drawsAnIconOnceForEachEntry()
     QCOMPARE(QDir(iconFolder()).entryList(QDir::Files).size(), 2);
 }
 
-void tst_DirectoryPlugin::takesTheIconThatAProgramsFileNames()
+void tst_DirectoryPlugin::usesTheIconThatALinkNames()
 {
     const QString file = addFile(u"docs/program.link"_s);
     QPixmap own(32, 32);
@@ -508,7 +509,7 @@ void tst_DirectoryPlugin::takesTheIconThatAProgramsFileNames()
     QCOMPARE(QImage(iconFile(file), "PNG").pixel(16, 16), QColor(Qt::green).rgb());
 }
 
-void tst_DirectoryPlugin::savesASmallIconAsItCame()
+void tst_DirectoryPlugin::savesASmallIconUnscaled()
 {
     useIconsOfSize(16);
     const QString file = addFile(u"docs/file.txt"_s);
@@ -528,7 +529,7 @@ void tst_DirectoryPlugin::doesNotDrawAnIconAgain()
     QCOMPARE(icon.readAll(), QByteArray("old icon"));
 }
 
-void tst_DirectoryPlugin::listsWithoutIconsWhereTheyCannotBeKept_data()
+void tst_DirectoryPlugin::listsWithoutIconsIfTheyCannotBeSaved_data()
 {
     QTest::addColumn<QString>("fileInTheWay");
 
@@ -536,7 +537,7 @@ void tst_DirectoryPlugin::listsWithoutIconsWhereTheyCannotBeKept_data()
     QTest::newRow("a file in place of its parent") << u"tmp/Vaskel"_s;
 }
 
-void tst_DirectoryPlugin::listsWithoutIconsWhereTheyCannotBeKept()
+void tst_DirectoryPlugin::listsWithoutIconsIfTheyCannotBeSaved()
 {
     QFETCH(const QString, fileInTheWay);
     const QString file = addFile(u"docs/file.txt"_s);

@@ -24,18 +24,18 @@ void setMode(const QString &path, mode_t mode)
 
 } // namespace
 
-/// What the user may not see.
+/// Folders that the user may not read.
 class tst_DirectoryPluginRights : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void init() { testhome::reset(); }
-    void listsNothingOfAFolderThatIsClosedToTheUser();
+    void listsNothingInAFolderThatTheUserCannotRead();
 };
 
-// Nothing is closed to root, which becomes somebody else for this.
-void tst_DirectoryPluginRights::listsNothingOfAFolderThatIsClosedToTheUser()
+// Root can read everything, so it becomes another user for this case.
+void tst_DirectoryPluginRights::listsNothingInAFolderThatTheUserCannotRead()
 {
     constexpr uid_t nobody = 65534;
     const QString closed = testhome::path() + "/closed"_L1;

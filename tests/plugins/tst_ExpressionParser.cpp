@@ -30,7 +30,7 @@ Answer evaluate(const QString &input)
     return answer;
 }
 
-// Bit for bit, so that the sign of a zero counts.
+// Compares bits, so the sign of a zero matters.
 bool isSame(double left, double right)
 {
     return std::bit_cast<quint64>(left) == std::bit_cast<quint64>(right);
@@ -41,8 +41,8 @@ bool isNear(double value, double expected)
     return std::abs(value - expected) <= 1e-14 * std::abs(expected);
 }
 
-// The megabyte of Windows' main thread. Only half of it where frames are not instrumented, since
-// the event loop needs its share.
+// The stack of the main thread on Windows is 1 MiB. Use half of it, unless frames are instrumented,
+// since the event loop needs some.
 #ifdef __SANITIZE_ADDRESS__
 constexpr int smallStackSize = 1024 * 1024;
 #else
@@ -79,9 +79,9 @@ private Q_SLOTS:
     void takesAnyNumberOfSigns();
     void acceptsOrdinaryDepth_data();
     void acceptsOrdinaryDepth();
-    void refusesWhatIsNestedTooDeeply_data();
-    void refusesWhatIsNestedTooDeeply();
-    void countsDepthAnewBehindEachGroup();
+    void rejectsTooDeepNesting_data();
+    void rejectsTooDeepNesting();
+    void countsTheDepthOfEachGroupSeparately();
     void answersDeepTextOnASmallStack_data();
     void answersDeepTextOnASmallStack();
     void answersTenThousandLevels_data();
@@ -179,7 +179,7 @@ void tst_ExpressionParser::evaluates_data()
     row(u"min ( 1 , 2 )"_s, 1);
     row(u"( 1 ) ^ 2"_s, 1);
     row(u"2 ^ - 2"_s, 0.25);
-    // Infinities and NaNs may pass through the middle
+    // Infinities and NaNs as intermediate values
     row(u"1/(1e308*10)"_s, 0);
     row(u"min(1/sqrt(-1),5)"_s, 5);
     row(u"max(5%sqrt(-1),5)"_s, 5);
@@ -315,7 +315,7 @@ void tst_ExpressionParser::fails_data()
     row(u"平方(1)"_s, u"Unknown function '平方'"_s, 6);
     row(u"foo(1)^2"_s, u"Unknown function 'foo'"_s, 9);
     row(u"log2(1)"_s, u"Unknown function 'log2'"_s, 8);
-    // Lower case and not case folding: the long s does not become an s, nor the dotted I an i.
+    // Lower case, not case folding: a long s does not become an s, nor a dotted I an i.
     row(u"ſin(1)"_s, u"Unknown function 'ſin'"_s, 7);
     row(u"sİn(1)"_s, u"Unknown function 'si\u0307n'"_s, 7);
 
@@ -626,11 +626,11 @@ void tst_ExpressionParser::acceptsOrdinaryDepth()
     QCOMPARE(answer.value, expected);
 }
 
-void tst_ExpressionParser::refusesWhatIsNestedTooDeeply_data()
+void tst_ExpressionParser::rejectsTooDeepNesting_data()
 {
     QTest::addColumn<QString>("input");
     QTest::addColumn<int>("position");
-    // The position is that of the operand that would be the 257th level.
+    // The position is that of the operand on the 257th level.
     QTest::newRow("parentheses") << wrapped(u"("_s, 257, u"1"_s, u")"_s) << 258;
     QTest::newRow("open parentheses") << QString(10'000, u'(') << 258;
     QTest::newRow("calls") << wrapped(u"abs("_s, 257, u"1"_s, u")"_s) << 257 * 4 + 1;
@@ -641,7 +641,7 @@ void tst_ExpressionParser::refusesWhatIsNestedTooDeeply_data()
     QTest::newRow("unknown names") << wrapped(u"f("_s, 257, u"1"_s, u")"_s) << 257 * 2 + 1;
 }
 
-void tst_ExpressionParser::refusesWhatIsNestedTooDeeply()
+void tst_ExpressionParser::rejectsTooDeepNesting()
 {
     QFETCH(const QString, input);
     QFETCH(const int, position);
@@ -651,7 +651,7 @@ void tst_ExpressionParser::refusesWhatIsNestedTooDeeply()
     QCOMPARE(answer.error, u"Expression nested too deeply at position %1"_s.arg(position));
 }
 
-void tst_ExpressionParser::countsDepthAnewBehindEachGroup()
+void tst_ExpressionParser::countsTheDepthOfEachGroupSeparately()
 {
     const QString group = wrapped(u"("_s, 200, u"1^1"_s, u")"_s);
     QCOMPARE(evaluate(group + u'+' + group + u"^1+max("_s + group + u',' + group + u')').value,

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class FileTranslator : public QTranslator
 {
 public:
@@ -67,7 +67,7 @@ QVariantMap hit(const QString &path, const QString &icon)
             {u"action"_s, action(u"openFile"_s, path)}};
 }
 
-/// A file that exists and that the index knows.
+/// Creates a file and adds it to the index.
 QString addIndexed(const QString &relativePath)
 {
     QString path = testhome::writeFile(relativePath, "text");
@@ -87,7 +87,7 @@ QString onlyIcon(const QString &args)
                                : u"not one row"_s;
 }
 
-/// What the index is asked for one query: the text and the limit.
+/// The text and the limit of the search for one query.
 QList<std::pair<QString, unsigned>> searchFor(const QString &text)
 {
     return {{text, 50}};
@@ -117,16 +117,16 @@ private Q_SLOTS:
     void listsAFileThatIsGone();
     void leavesOutAPathThatCannotBeRead();
     void listsNothingWhereNoPathCanBeRead();
-    void listsFiftyHitsAtMost();
+    void listsAtMostFiftyHits();
     void listsNamesOfAnyKind_data();
     void listsNamesOfAnyKind();
 
     void fitsTheIconIntoTheSquare_data();
     void fitsTheIconIntoTheSquare();
-    void takesTheIconThatAProgramsFileNames();
+    void usesTheIconThatALinkNames();
     void doesNotDrawAnIconAgain();
-    void makesTheIconFolderAnew();
-    void listsWithoutIconsWhereTheyCannotBeKept();
+    void recreatesTheIconFolder();
+    void listsWithoutIconsIfTheyCannotBeSaved();
 
     void opensAFile_data();
     void opensAFile();
@@ -293,7 +293,7 @@ void tst_FilePlugin::listsNothingWhereNoPathCanBeRead()
     QCOMPARE(fakePlatform().indexSearches, searchFor(u"note"_s));
 }
 
-void tst_FilePlugin::listsFiftyHitsAtMost()
+void tst_FilePlugin::listsAtMostFiftyHits()
 {
     for (int index = 0; index < 60; ++index) {
         fakePlatform().indexedPaths.append(u"/nowhere/note %1"_s.arg(index));
@@ -349,8 +349,8 @@ void tst_FilePlugin::fitsTheIconIntoTheSquare()
     QCOMPARE(icon.pixel(16, 16), QColor(Qt::red).rgb());
 }
 
-// The catalogue takes the same file for the same path.
-void tst_FilePlugin::takesTheIconThatAProgramsFileNames()
+// The catalogue uses the same icon file for the same path.
+void tst_FilePlugin::usesTheIconThatALinkNames()
 {
     const QString path = addIndexed(u"home/program.link"_s);
     QPixmap own(32, 32);
@@ -372,7 +372,7 @@ void tst_FilePlugin::doesNotDrawAnIconAgain()
     QCOMPARE(icon.readAll(), QByteArray("old icon"));
 }
 
-void tst_FilePlugin::makesTheIconFolderAnew()
+void tst_FilePlugin::recreatesTheIconFolder()
 {
     const QString path = addIndexed(u"home/note.txt"_s);
     FilePlugin plugin;
@@ -381,7 +381,7 @@ void tst_FilePlugin::makesTheIconFolderAnew()
     QVERIFY(QFile::exists(iconFile(path)));
 }
 
-void tst_FilePlugin::listsWithoutIconsWhereTheyCannotBeKept()
+void tst_FilePlugin::listsWithoutIconsIfTheyCannotBeSaved()
 {
     const QString path = addIndexed(u"home/note.txt"_s);
     testhome::writeFile(u"tmp/Vaskel/icons"_s, "in the way");

@@ -26,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class SettingsTranslator : public QTranslator
 {
 public:
@@ -44,7 +44,7 @@ QVariantList settingsRecord(const QString &title, const QString &subtitle)
     return {QVariantMap{{u"title"_s, title}, {u"subtitle"_s, subtitle}, {u"icon"_s, QString()}}};
 }
 
-/// The plugin as the program has it: registered, with its services.
+/// The plugin as in the program: registered, with its services.
 struct World
 {
     World() { plugins.registerPlugin(&plugin); }
@@ -74,20 +74,20 @@ private Q_SLOTS:
     void init();
 
     void answersTheContract();
-    void givesOneRecordForEachWordAndAnyArguments_data();
-    void givesOneRecordForEachWordAndAnyArguments();
+    void returnsOneRecordForEachCommandAndAnyArguments_data();
+    void returnsOneRecordForEachCommandAndAnyArguments();
     void translatesItsTexts();
     void executesNothing();
     void belongsToItsParent();
-    void eachWordOpensItsPlace_data();
-    void eachWordOpensItsPlace();
-    void opensAtTheSettingsUntilItIsToldAWord();
-    void keepsTheLastWord();
-    void turnsAnOpenPageAtOnce();
-    void givesTheSamePageEachTime();
+    void eachCommandOpensItsPlace_data();
+    void eachCommandOpensItsPlace();
+    void opensTheSettingsByDefault();
+    void keepsTheLastCommand();
+    void switchesAnOpenPageAtOnce();
+    void returnsTheSamePageEachTime();
     void eachOpeningShowsTheStoredValues();
-    void makesANewPageAfterTheOldOneIsGone();
-    void passesTheWishToCloseOn();
+    void createsANewPageAfterTheOldOneIsDestroyed();
+    void passesOnTheCloseRequest();
 };
 
 void tst_SettingsPlugin::init()
@@ -105,9 +105,9 @@ void tst_SettingsPlugin::answersTheContract()
     QVERIFY(w.plugin.hasView());
 }
 
-void tst_SettingsPlugin::givesOneRecordForEachWordAndAnyArguments_data()
+void tst_SettingsPlugin::returnsOneRecordForEachCommandAndAnyArguments_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("args");
     QTest::newRow("set") << u"set"_s << QString();
     QTest::newRow("set with blanks") << u"set"_s << u"  "_s;
@@ -115,13 +115,13 @@ void tst_SettingsPlugin::givesOneRecordForEachWordAndAnyArguments_data()
     QTest::newRow("plugin with text") << u"plugin"_s << u"calc"_s;
 }
 
-void tst_SettingsPlugin::givesOneRecordForEachWordAndAnyArguments()
+void tst_SettingsPlugin::returnsOneRecordForEachCommandAndAnyArguments()
 {
-    QFETCH(const QString, word);
+    QFETCH(const QString, command);
     QFETCH(const QString, args);
     World w;
     QCOMPARE(
-        w.plugins.queryCommand(word, args),
+        w.plugins.queryCommand(command, args),
         settingsRecord(u"Settings"_s, u"Modify global hotkey, window style and other settings"_s));
 }
 
@@ -154,9 +154,9 @@ void tst_SettingsPlugin::belongsToItsParent()
     QVERIFY(!plugin);
 }
 
-void tst_SettingsPlugin::eachWordOpensItsPlace_data()
+void tst_SettingsPlugin::eachCommandOpensItsPlace_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<int>("row");
     QTest::newRow("user") << u"user"_s << 0;
     QTest::newRow("set") << u"set"_s << 1;
@@ -164,25 +164,25 @@ void tst_SettingsPlugin::eachWordOpensItsPlace_data()
     QTest::newRow("in capitals") << u"PLUGIN"_s << 2;
 }
 
-void tst_SettingsPlugin::eachWordOpensItsPlace()
+void tst_SettingsPlugin::eachCommandOpensItsPlace()
 {
-    QFETCH(const QString, word);
+    QFETCH(const QString, command);
     QFETCH(const int, row);
     World w;
-    const std::unique_ptr<QWidget> page(w.plugins.viewForCommand(word));
+    const std::unique_ptr<QWidget> page(w.plugins.viewForCommand(command));
     QVERIFY(qobject_cast<SettingsView *>(page.get()));
     QVERIFY(!page->parent());
     QCOMPARE(World::row(page.get()), row);
 }
 
-void tst_SettingsPlugin::opensAtTheSettingsUntilItIsToldAWord()
+void tst_SettingsPlugin::opensTheSettingsByDefault()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
     QCOMPARE(World::row(page.get()), 1);
 }
 
-void tst_SettingsPlugin::keepsTheLastWord()
+void tst_SettingsPlugin::keepsTheLastCommand()
 {
     World w;
     w.plugin.setViewCommand(u"plugin"_s);
@@ -192,7 +192,7 @@ void tst_SettingsPlugin::keepsTheLastWord()
     QCOMPARE(World::row(page.get()), 2);
 }
 
-void tst_SettingsPlugin::turnsAnOpenPageAtOnce()
+void tst_SettingsPlugin::switchesAnOpenPageAtOnce()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
@@ -200,7 +200,7 @@ void tst_SettingsPlugin::turnsAnOpenPageAtOnce()
     QCOMPARE(World::row(page.get()), 0);
 }
 
-void tst_SettingsPlugin::givesTheSamePageEachTime()
+void tst_SettingsPlugin::returnsTheSamePageEachTime()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
@@ -222,7 +222,7 @@ void tst_SettingsPlugin::eachOpeningShowsTheStoredValues()
     QVERIFY(check->isChecked());
 }
 
-void tst_SettingsPlugin::makesANewPageAfterTheOldOneIsGone()
+void tst_SettingsPlugin::createsANewPageAfterTheOldOneIsDestroyed()
 {
     World w;
     delete w.plugin.createView();
@@ -232,7 +232,7 @@ void tst_SettingsPlugin::makesANewPageAfterTheOldOneIsGone()
     QCOMPARE(World::row(page.get()), 0);
 }
 
-void tst_SettingsPlugin::passesTheWishToCloseOn()
+void tst_SettingsPlugin::passesOnTheCloseRequest()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());

@@ -23,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class TodoTranslator : public QTranslator
 {
 public:
@@ -51,16 +51,16 @@ private Q_SLOTS:
     void init();
 
     void answersTheContract();
-    void givesOneRecordForAnyArguments_data();
-    void givesOneRecordForAnyArguments();
+    void returnsOneRecordForAnyArguments_data();
+    void returnsOneRecordForAnyArguments();
     void translatesItsTexts();
     void executesNothing();
-    void readsTheTasksWhenItIsMade();
-    void givesTheSamePageEachTime();
-    void eachOpeningShowsTheTasksAnew();
-    void eachOpeningPutsTheCursorIntoTheEntryLine();
-    void makesANewPageAfterTheOldOneIsGone();
-    void passesTheWishToCloseOn();
+    void readsTheTasksInItsConstructor();
+    void returnsTheSamePageEachTime();
+    void eachOpeningUpdatesTheTasks();
+    void eachOpeningFocusesTheEntryLine();
+    void createsANewPageAfterTheOldOneIsDestroyed();
+    void passesOnTheCloseRequest();
 };
 
 void tst_TodoPlugin::init()
@@ -77,7 +77,7 @@ void tst_TodoPlugin::answersTheContract()
     QVERIFY(plugin.hasView());
 }
 
-void tst_TodoPlugin::givesOneRecordForAnyArguments_data()
+void tst_TodoPlugin::returnsOneRecordForAnyArguments_data()
 {
     QTest::addColumn<QString>("args");
     QTest::newRow("none") << QString();
@@ -85,7 +85,7 @@ void tst_TodoPlugin::givesOneRecordForAnyArguments_data()
     QTest::newRow("text") << u"buy milk"_s;
 }
 
-void tst_TodoPlugin::givesOneRecordForAnyArguments()
+void tst_TodoPlugin::returnsOneRecordForAnyArguments()
 {
     QFETCH(const QString, args);
     TodoPlugin plugin;
@@ -112,7 +112,7 @@ void tst_TodoPlugin::executesNothing()
     QVERIFY(plugin.execute({{u"type"_s, u"launch"_s}, {u"data"_s, u"/nowhere"_s}}));
 }
 
-void tst_TodoPlugin::readsTheTasksWhenItIsMade()
+void tst_TodoPlugin::readsTheTasksInItsConstructor()
 {
     taskfile::write(R"([{"id":"a","title":"task"}])");
     TodoPlugin plugin;
@@ -121,7 +121,7 @@ void tst_TodoPlugin::readsTheTasksWhenItIsMade()
     QCOMPARE(page->findChild<QTreeWidget *>()->topLevelItemCount(), 1);
 }
 
-void tst_TodoPlugin::givesTheSamePageEachTime()
+void tst_TodoPlugin::returnsTheSamePageEachTime()
 {
     TodoPlugin plugin;
     const std::unique_ptr<QWidget> page(plugin.createView());
@@ -130,7 +130,7 @@ void tst_TodoPlugin::givesTheSamePageEachTime()
     QCOMPARE(plugin.createView(), page.get());
 }
 
-void tst_TodoPlugin::eachOpeningShowsTheTasksAnew()
+void tst_TodoPlugin::eachOpeningUpdatesTheTasks()
 {
     taskfile::write(R"([{"id":"a","title":"task"}])");
     TodoPlugin plugin;
@@ -149,7 +149,7 @@ void tst_TodoPlugin::eachOpeningShowsTheTasksAnew()
     QVERIFY(page->findChild<QLineEdit *>(u"todoInput"_s)->hasFocus());
 }
 
-void tst_TodoPlugin::eachOpeningPutsTheCursorIntoTheEntryLine()
+void tst_TodoPlugin::eachOpeningFocusesTheEntryLine()
 {
     TodoPlugin plugin;
     QWidget window;
@@ -172,7 +172,7 @@ void tst_TodoPlugin::eachOpeningPutsTheCursorIntoTheEntryLine()
     }
 }
 
-void tst_TodoPlugin::makesANewPageAfterTheOldOneIsGone()
+void tst_TodoPlugin::createsANewPageAfterTheOldOneIsDestroyed()
 {
     TodoPlugin plugin;
     QWidget *first = plugin.createView();
@@ -185,7 +185,7 @@ void tst_TodoPlugin::makesANewPageAfterTheOldOneIsGone()
     QCOMPARE(second->findChild<QComboBox *>()->currentIndex(), 0);
 }
 
-void tst_TodoPlugin::passesTheWishToCloseOn()
+void tst_TodoPlugin::passesOnTheCloseRequest()
 {
     TodoPlugin plugin;
     const std::unique_ptr<QWidget> page(plugin.createView());

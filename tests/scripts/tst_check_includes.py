@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""scripts/check-includes, on small trees that are made up for each case.
+"""Tests scripts/check-includes with a small tree for each case.
 
 usage: tst_check_includes.py [unittest's own]
 """
@@ -11,7 +11,7 @@ import unittest
 
 SCRIPT = pathlib.Path(__file__).resolve().parents[2] / "scripts/check-includes"
 
-# Another table than that of this project: what is checked comes from the page.
+# The rules come from the page, so this table differs from that of the project.
 TABLE = """
 | Folder | What it holds | What it includes |
 |---|---|---|
@@ -70,14 +70,14 @@ class CheckIncludes(unittest.TestCase):
         self.write("docs/ARCHITECTURE.md", f"# A page\n{table}{rules}")
 
     def faults(self):
-        """What the script prints, which must go with its exit status."""
+        """The output of the script; checks that it matches the exit status."""
         result = subprocess.run([SCRIPT, self.tree], stdout=subprocess.PIPE, text=True)
         lines = result.stdout.splitlines()
         self.assertEqual(result.returncode, 1 if lines else 0, result.stdout)
         return lines
 
     def fails_with(self, *parts):
-        """There is one fault, and it has all these parts."""
+        """Checks that there is one fault with all these parts."""
         faults = self.faults()
         self.assertEqual(len(faults), 1, faults)
         for part in parts:
@@ -86,32 +86,32 @@ class CheckIncludes(unittest.TestCase):
     def test_accepts_what_the_table_allows(self):
         self.assertEqual(self.faults(), [])
 
-    def test_names_a_forbidden_edge_by_file_and_line(self):
+    def test_reports_a_forbidden_edge_by_file_and_line(self):
         self.write("window/Window.h", '#pragma once\n\n# include  "store/Store.h"\n')
         self.fails_with("window/Window.h:3: ", '"store/Store.h"',
                         "window/ include: `model/`, `system/`, Frame")
 
-    def test_names_each_forbidden_edge(self):
+    def test_reports_each_forbidden_edge(self):
         self.write("store/Store.h", '#include "model/Reader.h"\n#include "window/Window.h"\n')
         self.assertEqual([fault.split(" ")[0] for fault in self.faults()[:2]],
                          ["store/Store.h:1:", "store/Store.h:2:"])
 
-    def test_lets_nothing_include_the_start(self):
+    def test_lets_no_folder_include_the_start(self):
         self.write("start/Log.h", "#pragma once\n")
         self.write("window/Window.h", '#include "start/Log.h"\n')
         self.fails_with("window/Window.h:1: ", '"start/Log.h"')
 
-    def test_finds_a_forbidden_edge_however_it_is_written(self):
+    def test_finds_a_forbidden_edge_in_any_form(self):
         for include in ('"../store/Store.h"', "<store/Store.h>"):
             with self.subTest(include):
                 self.write("window/Window.h", f"#include {include}\n")
                 self.fails_with("window/Window.h:1: ", include)
 
-    def test_keeps_the_edge_of_one_class_from_another(self):
+    def test_allows_the_edge_of_a_class_only_to_that_class(self):
         self.write("model/Writer.cpp", '#include "store/Store.h"\n')
         self.fails_with("model/Writer.cpp:1: ", '"store/Store.h"', "(`Reader` alone)")
 
-    def test_reports_an_edge_of_a_class_that_is_gone(self):
+    def test_reports_an_edge_of_a_missing_class(self):
         self.write_page(TABLE.replace("`Reader`", "`Editor`"))
         self.write("model/Reader.cpp", "\n")
         self.fails_with("docs/ARCHITECTURE.md:7: ", "model/Editor.h")
@@ -132,11 +132,11 @@ class CheckIncludes(unittest.TestCase):
         self.write_page(TABLE.replace("`model/`, `system/`", "`model/`, `system/`, `stray/`"))
         self.fails_with("docs/ARCHITECTURE.md:6: ", "no row for stray/")
 
-    def test_reports_a_source_in_a_folder_that_holds_none(self):
+    def test_reports_a_source_in_a_folder_without_sources(self):
         self.write("docs/Example.cpp", "\n")
         self.fails_with("docs/Example.cpp: ")
 
-    def test_keeps_the_systems_headers_in_their_folders(self):
+    def test_allows_system_headers_only_in_their_folders(self):
         headers = ("windows.h", "unistd.h", "xcb/xcb.h", "X11/Xlib.h", "gio/gio.h",
                    "QDBusConnection", "QtDBus/QtDBus", "QtCore/qt_windows.h")
         for path in ("window/Window.h", "system/Version.h", "start/main.cpp"):
@@ -147,7 +147,7 @@ class CheckIncludes(unittest.TestCase):
                                   for line, header in enumerate(headers, 1)])
                 self.write(path, FILES[path])
 
-    def test_keeps_the_systems_names_in_their_folders(self):
+    def test_allows_system_names_only_in_their_folders(self):
         code = ("#ifdef Q_OS_WIN", "#if defined(_WIN32)", "#if __linux__",
                 'QSettings run("HKEY_CURRENT_USER");')
         self.write("window/Window.h", "\n".join(code))
@@ -157,25 +157,25 @@ class CheckIncludes(unittest.TestCase):
         for fault in faults:
             self.assertIn("the operating system appears only in system/one/", fault)
 
-    def test_passes_over_a_comment_that_names_a_system(self):
+    def test_ignores_a_comment_that_names_a_system(self):
         self.write("window/Window.h", "#pragma once // as without Q_OS_WIN\n")
         self.assertEqual(self.faults(), [])
 
-    def test_keeps_a_half_of_the_system_to_itself(self):
+    def test_allows_headers_of_a_system_only_in_its_folder(self):
         self.write("window/Window.h", '#include "system/one/Handle.h"\n')
         self.fails_with("window/Window.h:1: ", "only the files of system/one/")
 
-    def test_lets_any_folder_include_the_header_of_versions_alone(self):
+    def test_lets_any_folder_include_only_the_header_of_versions(self):
         self.write("store/Store.h", '#include "system/Version.h"\n')
         self.assertEqual(self.faults(), [])
         self.write("store/Store.h", '#include "system/Link.h"\n')
         self.fails_with("store/Store.h:1: ", "store/ include: Qt alone")
 
-    def test_takes_the_header_of_versions_from_the_page(self):
+    def test_reads_the_header_of_versions_from_the_page(self):
         self.write_page(TABLE, RULES.replace("Version.h", "Link.h"))
         self.fails_with("colour/Colour.h:2: ", '"system/Version.h"')
 
-    def test_keeps_a_folder_of_qt_alone_from_the_others(self):
+    def test_lets_a_folder_of_qt_alone_include_nothing_else(self):
         for include in ('"store/Store.h"', "<Frame>", "<log/log.h>"):
             with self.subTest(include):
                 self.write("colour/Colour.h", f"#include {include}\n")
@@ -194,7 +194,7 @@ class CheckIncludes(unittest.TestCase):
         self.write("model/Reader.cpp", '#include "store/Other.h"\n')
         self.assertEqual(self.faults(), [])
 
-    def test_reports_what_it_cannot_read(self):
+    def test_reports_an_unreadable_cell(self):
         self.write_page(TABLE.replace("`model/`, `system/`", "`model/`; `system/`"))
         self.assertIn("docs/ARCHITECTURE.md:6: cannot read '`model/`; `system/`'", self.faults())
 

@@ -23,7 +23,7 @@ namespace {
 
 const QString storeFile = u"config/Vaskel/Vaskel.conf"_s;
 
-// A store in which every key has another value than its default.
+// A store in which no key has its default value.
 const QByteArray fullStore = "[General]\n"
                              "appLaunchRequiresDoubleClick=false\n"
                              "autoHideOnFocusLoss=true\n"
@@ -58,7 +58,7 @@ void store(const QString &key, const QVariant &value)
     QSettings(u"Vaskel"_s, u"Vaskel"_s).setValue(key, value);
 }
 
-// All that the store holds, as text: a registry keeps no bool, and a file no number.
+// The contents of the store, as text: a registry has no bool, and a file no number.
 QVariantMap content()
 {
     QVariantMap texts;
@@ -147,7 +147,7 @@ void fillStore()
     }
 }
 
-// Where a key's value begins and ends in the full store.
+// The start and the end of the value of a key in the full store.
 struct ValueRange
 {
     QString key;
@@ -173,7 +173,7 @@ QList<ValueRange> valuesInTheFullStore()
     return ranges;
 }
 
-// The first key that is not read as it should be from a full store that was cut to this size.
+// The first key with a wrong value in a full store that was truncated to this size.
 QString firstWrongKey(const Settings &settings, qsizetype size)
 {
     const QVariantMap values = everyValueOf(settings);
@@ -188,7 +188,7 @@ QString firstWrongKey(const Settings &settings, qsizetype size)
     return {};
 }
 
-// A user's language in which every word differs from the English one.
+// A language in which every text differs from the English one.
 class ForeignTranslator : public QTranslator
 {
 public:
@@ -201,7 +201,7 @@ public:
     }
 };
 
-// Keeps the signals of a Settings, in order, as "signal" or "signal(argument)".
+// Records the signals of a Settings in order, as "signal" or "signal(argument)".
 class SignalLog : public QObject
 {
 public:
@@ -260,9 +260,9 @@ class tst_Settings : public QObject
 private Q_SLOTS:
     void init();
 
-    void offersItsSignalsInOrder();
-    void offersItsPropertiesInOrder();
-    void offersItsInvokableMethods();
+    void declaresItsSignalsInOrder();
+    void declaresItsPropertiesInOrder();
+    void declaresItsInvokableMethods();
     void answersThroughTheMetaObject();
 
     void keepsItsStoreUnderItsOwnName();
@@ -274,8 +274,8 @@ private Q_SLOTS:
 
     void storesAPreference_data();
     void storesAPreference();
-    void emitsBehindTheWrite_data();
-    void emitsBehindTheWrite();
+    void emitsAfterTheWrite_data();
+    void emitsAfterTheWrite();
     void ignoresTheStoredValue_data();
     void ignoresTheStoredValue();
     void ignoresTheDefaultOfAFreshStore_data();
@@ -287,18 +287,18 @@ private Q_SLOTS:
     void comparesTextsExactly_data();
     void comparesTextsExactly();
 
-    void switchesEachPluginUnderItsName_data();
-    void switchesEachPluginUnderItsName();
+    void storesEachPluginUnderItsName_data();
+    void storesEachPluginUnderItsName();
     void ignoresTheStoredSwitch();
     void keepsAHotkeyForEachPlugin_data();
     void keepsAHotkeyForEachPlugin();
     void keepsTheKeyOfAnEmptiedHotkey();
     void ignoresTheStoredPluginHotkey();
-    void emitsPluginSignalsBehindTheWrite();
+    void emitsPluginSignalsAfterTheWrite();
 
-    void readsTheHotkeyOfTheOlderLayout_data();
-    void readsTheHotkeyOfTheOlderLayout();
-    void readsTheHotkeyOfTheOlderLayoutInPortableForm();
+    void readsTheHotkeyFromTheOlderKeys_data();
+    void readsTheHotkeyFromTheOlderKeys();
+    void readsTheOlderKeysInPortableForm();
     void prefersTheHotkeyToTheOlderKeys_data();
     void prefersTheHotkeyToTheOlderKeys();
     void ignoresTheHotkeyThatTheOlderKeysYield();
@@ -315,8 +315,8 @@ private Q_SLOTS:
     void ignoresTheAutoStartThatWasLastAskedFor();
     void comparesAutoStartWithWhatWasAskedFor();
 
-    void convertsWhatHasAnotherType_data();
-    void convertsWhatHasAnotherType();
+    void convertsValuesOfAnotherType_data();
+    void convertsValuesOfAnotherType();
     void survivesADamagedStore_data();
     void survivesADamagedStore();
     void readsATruncatedStoreAsFarAsItGoes();
@@ -334,7 +334,7 @@ void tst_Settings::init()
     fakePlatform() = FakePlatform();
 }
 
-void tst_Settings::offersItsSignalsInOrder()
+void tst_Settings::declaresItsSignalsInOrder()
 {
     QCOMPARE(methodsOf(Settings::staticMetaObject, QMetaMethod::Signal),
              QStringList({
@@ -352,7 +352,7 @@ void tst_Settings::offersItsSignalsInOrder()
              }));
 }
 
-void tst_Settings::offersItsPropertiesInOrder()
+void tst_Settings::declaresItsPropertiesInOrder()
 {
     const QMetaObject &meta = Settings::staticMetaObject;
     QStringList properties;
@@ -377,7 +377,7 @@ void tst_Settings::offersItsPropertiesInOrder()
                          }));
 }
 
-void tst_Settings::offersItsInvokableMethods()
+void tst_Settings::declaresItsInvokableMethods()
 {
     QCOMPARE(methodsOf(Settings::staticMetaObject, QMetaMethod::Method),
              QStringList({
@@ -518,12 +518,12 @@ void tst_Settings::storesAPreference()
     QCOMPARE(log.lines, QStringList(key + "Changed"_L1));
 }
 
-void tst_Settings::emitsBehindTheWrite_data()
+void tst_Settings::emitsAfterTheWrite_data()
 {
     addPreferenceRows();
 }
 
-void tst_Settings::emitsBehindTheWrite()
+void tst_Settings::emitsAfterTheWrite()
 {
     QFETCH(QString, key);
     QFETCH(QVariant, other);
@@ -556,7 +556,7 @@ void tst_Settings::ignoresTheStoredValue()
 {
     QFETCH(QString, key);
     QFETCH(QVariant, other);
-    // Text where the setter would write a bool shows whether it has written.
+    // The setter would write a bool, so a text that stays shows that it has not written.
     fillStore();
     Settings settings;
     const SignalLog log(&settings);
@@ -655,7 +655,7 @@ void tst_Settings::comparesTextsExactly()
     QCOMPARE(settings.property(key.toLatin1()).toString(), value);
 }
 
-void tst_Settings::switchesEachPluginUnderItsName_data()
+void tst_Settings::storesEachPluginUnderItsName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("plugin") << u"calc"_s;
@@ -664,7 +664,7 @@ void tst_Settings::switchesEachPluginUnderItsName_data()
     QTest::newRow("blank inside") << u"my calc"_s;
 }
 
-void tst_Settings::switchesEachPluginUnderItsName()
+void tst_Settings::storesEachPluginUnderItsName()
 {
     QFETCH(QString, name);
     Settings settings;
@@ -697,7 +697,7 @@ void tst_Settings::ignoresTheStoredSwitch()
 
 void tst_Settings::keepsAHotkeyForEachPlugin_data()
 {
-    switchesEachPluginUnderItsName_data();
+    storesEachPluginUnderItsName_data();
 }
 
 void tst_Settings::keepsAHotkeyForEachPlugin()
@@ -743,7 +743,7 @@ void tst_Settings::ignoresTheStoredPluginHotkey()
     QCOMPARE(log.lines, QStringList(u"pluginHotkeyChanged(calc)"_s));
 }
 
-void tst_Settings::emitsPluginSignalsBehindTheWrite()
+void tst_Settings::emitsPluginSignalsAfterTheWrite()
 {
     Settings settings;
     bool enabledAtSignal = true;
@@ -758,7 +758,7 @@ void tst_Settings::emitsPluginSignalsBehindTheWrite()
     QCOMPARE(hotkeyAtSignal, u"Ctrl+F2"_s);
 }
 
-void tst_Settings::readsTheHotkeyOfTheOlderLayout_data()
+void tst_Settings::readsTheHotkeyFromTheOlderKeys_data()
 {
     QTest::addColumn<QVariant>("modifiers");
     QTest::addColumn<QVariant>("key");
@@ -787,7 +787,7 @@ void tst_Settings::readsTheHotkeyOfTheOlderLayout_data()
         << QVariant(u"Ctrl"_s) << QVariant(0x71) << u"F2"_s;
 }
 
-void tst_Settings::readsTheHotkeyOfTheOlderLayout()
+void tst_Settings::readsTheHotkeyFromTheOlderKeys()
 {
     QFETCH(QVariant, modifiers);
     QFETCH(QVariant, key);
@@ -808,7 +808,7 @@ void tst_Settings::readsTheHotkeyOfTheOlderLayout()
     QCOMPARE(content(), before);
 }
 
-void tst_Settings::readsTheHotkeyOfTheOlderLayoutInPortableForm()
+void tst_Settings::readsTheOlderKeysInPortableForm()
 {
     ForeignTranslator translator;
     QVERIFY(QCoreApplication::installTranslator(&translator));
@@ -979,7 +979,7 @@ void tst_Settings::comparesAutoStartWithWhatWasAskedFor()
     QCOMPARE(log.lines, QStringList(u"autoStartChanged"_s));
 }
 
-void tst_Settings::convertsWhatHasAnotherType_data()
+void tst_Settings::convertsValuesOfAnotherType_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("key");
@@ -1024,7 +1024,7 @@ void tst_Settings::convertsWhatHasAnotherType_data()
     }
 }
 
-void tst_Settings::convertsWhatHasAnotherType()
+void tst_Settings::convertsValuesOfAnotherType()
 {
     QFETCH(QByteArray, line);
     QFETCH(QString, key);
@@ -1050,7 +1050,7 @@ void tst_Settings::survivesADamagedStore_data()
     QTest::addColumn<QByteArray>("damage");
     QByteArray allBytes;
     for (int byte = 0; byte < 256; ++byte) {
-        // The value of an open quote goes on to the end of the file.
+        // A value with an open quote extends to the end of the file.
         if (byte != '"') {
             allBytes.append(char(byte));
         }

@@ -46,28 +46,28 @@ enum PageNumber {
 class NamedPlugin : public IPlugin
 {
 public:
-    NamedPlugin(const QString &word, const QString &description, QObject *parent,
+    NamedPlugin(const QString &command, const QString &description, QObject *parent,
                 const QStringList &aliases = {})
         : IPlugin(parent)
-        , m_word(word)
+        , m_command(command)
         , m_description(description)
         , m_aliases(aliases)
     {
     }
 
-    QString command() const override { return m_word; }
+    QString command() const override { return m_command; }
     QStringList aliases() const override { return m_aliases; }
     QString description() const override { return m_description; }
     QVariantList query(const QString &) override { return {}; }
     bool execute(const QVariantMap &) override { return false; }
 
 private:
-    QString m_word;
+    QString m_command;
     QString m_description;
     QStringList m_aliases;
 };
 
-/// Notes each change signal of the settings, with its argument, in the order of their coming.
+/// Records each change signal of the settings in order, with its argument.
 class ChangeRecorder : public QObject
 {
     Q_OBJECT
@@ -119,7 +119,7 @@ void store(const QString &key, const QVariant &value)
     QSettings(u"Vaskel"_s, u"Vaskel"_s).setValue(key, value);
 }
 
-/// The page in a window of its own, over real settings and the six plugins.
+/// The page in its own window, with real settings and the six plugins.
 struct Page
 {
     Page()
@@ -203,7 +203,7 @@ struct Page
                           QPoint(8, control->height() / 2));
     }
 
-    /// Turns to the page that holds the control and clicks it.
+    /// Switches to the page of the control and clicks the control.
     void toggle(QCheckBox *box, int page) const
     {
         navigation()->setCurrentRow(page);
@@ -221,7 +221,7 @@ struct Edit
 {
     std::function<void(const Page &)> make;
     QString key;
-    QVariant before; // the stored default as the getter gives it
+    QVariant before; // the stored default, from the getter
     QVariant after;
     QString change;
 };
@@ -268,7 +268,7 @@ QVariantList itemData(const QComboBox *combo)
     return data;
 }
 
-/// What a box layout holds, from top to bottom: each widget with its object name or its text.
+/// The contents of a box layout, from top to bottom: the object name or the text of each widget.
 QStringList contentOf(const QLayout *layout)
 {
     QStringList content;
@@ -291,7 +291,7 @@ QStringList contentOf(const QLayout *layout)
     return content;
 }
 
-/// The classes of the controls below an interface that a screen reader could not announce.
+/// The classes of the controls of an interface that have no name for a screen reader.
 QStringList namelessControls(QAccessibleInterface *interface)
 {
     QStringList found;
@@ -314,7 +314,7 @@ void sendWheel(QWidget *target, const QPoint &pixels, const QPoint &angle)
     QApplication::sendEvent(target, &event);
 }
 
-// Answers every text of one context, so that a text asked for in another one stays English.
+// Translates every text of one context; a text of another context stays English.
 class ViewTranslator : public QTranslator
 {
 public:
@@ -345,13 +345,13 @@ private Q_SLOTS:
     void eachPluginHasOneCard();
     void cardsBelongToTheirPlugins();
     void aPluginOfAnUpperCaseAliasSortsRegardlessOfCase();
-    void managesWithoutAnyPlugin();
+    void worksWithoutPlugins();
     void translatesItsTextsButNotTheEngines();
 
-    void beginsAtTheSettings();
-    void showsThePageOfAWord_data();
-    void showsThePageOfAWord();
-    void navigationTurnsThePages();
+    void startsAtTheSettings();
+    void showsThePageOfACommand_data();
+    void showsThePageOfACommand();
+    void navigationSwitchesThePages();
 
     void showsTheDefaults();
     void showsWhatIsStored();
@@ -362,10 +362,10 @@ private Q_SLOTS:
     void saveKeepsThePage();
     void saveWithoutEditsWritesNothing();
     void secondSaveWritesOnlyWhatChangedSince();
-    void editsReachNothingBeforeTheyAreSaved_data();
-    void editsReachNothingBeforeTheyAreSaved();
-    void cancelThrowsEditsAway_data();
-    void cancelThrowsEditsAway();
+    void editsHaveNoEffectBeforeTheyAreSaved_data();
+    void editsHaveNoEffectBeforeTheyAreSaved();
+    void cancelDiscardsEdits_data();
+    void cancelDiscardsEdits();
     void cancelWithoutEditsAsksToCloseToo();
     void reloadShowsWhatWasStoredMeanwhile();
 
@@ -385,17 +385,17 @@ private Q_SLOTS:
     void wheelOverAComboScrollsThePage_data();
     void wheelOverAComboScrollsThePage();
     void wheelOverAComboOutsideOfAPageStopsThere();
-    void wheelElsewhereIsLeftAlone();
+    void wheelElsewhereIsNotFiltered();
 
     void isReachedByTheTabKeyInOrder_data();
     void isReachedByTheTabKeyInOrder();
     void tabKeyScrollsToWhatItReaches();
     void isChangedByTheKeyboardAlone();
     void enterPressesTheButtonWithTheFocus();
-    void noButtonLooksFocusedThatIsNot();
+    void onlyTheFocusedButtonLooksFocused();
     void buttonKeepsTheFocusInANewStyle();
     void everyControlHasANameForScreenReaders();
-    void survivesAQuestionForAControlThatIsNotThere();
+    void survivesARequestForAMissingChild();
     void fitsIntoTheNarrowestWindow();
 };
 
@@ -468,11 +468,11 @@ void tst_SettingsView::pluginsPageHoldsItsItems()
 void tst_SettingsView::eachPluginHasOneCard()
 {
     const Page p;
-    QStringList words;
+    QStringList commands;
     for (const QLabel *label : p.view->findChildren<QLabel *>(u"pluginCommand"_s)) {
-        words.append(label->text());
+        commands.append(label->text());
     }
-    QCOMPARE(words, QStringList({u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"todo"_s}));
+    QCOMPARE(commands, QStringList({u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"todo"_s}));
 }
 
 void tst_SettingsView::cardsBelongToTheirPlugins()
@@ -503,19 +503,19 @@ void tst_SettingsView::aPluginOfAnUpperCaseAliasSortsRegardlessOfCase()
 {
     Settings settings;
     PluginManager plugins;
-    // Words are kept in lower case; the card bears the plugin's own spelling.
+    // Commands are stored in lower case; the card shows the spelling of the plugin.
     plugins.registerPlugin(new NamedPlugin(u"beta"_s, QString(), &plugins, {u"zeta"_s}));
     plugins.registerPlugin(new NamedPlugin(u"Alpha"_s, QString(), &plugins));
     plugins.registerPlugin(new NamedPlugin(u"gamma"_s, QString(), &plugins, {u"aa"_s}));
     const SettingsView view(&settings, &plugins);
-    QStringList words;
+    QStringList commands;
     for (const QLabel *label : view.findChildren<QLabel *>(u"pluginCommand"_s)) {
-        words.append(label->text());
+        commands.append(label->text());
     }
-    QCOMPARE(words, QStringList({u"gamma"_s, u"Alpha"_s, u"beta"_s}));
+    QCOMPARE(commands, QStringList({u"gamma"_s, u"Alpha"_s, u"beta"_s}));
 }
 
-void tst_SettingsView::managesWithoutAnyPlugin()
+void tst_SettingsView::worksWithoutPlugins()
 {
     Settings settings;
     PluginManager plugins;
@@ -559,39 +559,39 @@ void tst_SettingsView::translatesItsTextsButNotTheEngines()
     QCoreApplication::removeTranslator(&translator);
 }
 
-void tst_SettingsView::beginsAtTheSettings()
+void tst_SettingsView::startsAtTheSettings()
 {
     const Page p;
     QCOMPARE(p.navigation()->currentRow(), int(SettingsPage));
     QCOMPARE(p.pages()->currentIndex(), int(SettingsPage));
 }
 
-void tst_SettingsView::showsThePageOfAWord_data()
+void tst_SettingsView::showsThePageOfACommand_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<int>("page");
     QTest::newRow("user") << u"user"_s << int(UserPage);
     QTest::newRow("set") << u"set"_s << int(SettingsPage);
     QTest::newRow("plugin") << u"plugin"_s << int(PluginsPage);
-    QTest::newRow("another word") << u"todo"_s << int(SettingsPage);
-    QTest::newRow("no word") << QString() << int(SettingsPage);
-    QTest::newRow("a word in capitals") << u"USER"_s << int(SettingsPage);
+    QTest::newRow("another command") << u"todo"_s << int(SettingsPage);
+    QTest::newRow("no command") << QString() << int(SettingsPage);
+    QTest::newRow("a command in capitals") << u"USER"_s << int(SettingsPage);
 }
 
-void tst_SettingsView::showsThePageOfAWord()
+void tst_SettingsView::showsThePageOfACommand()
 {
-    QFETCH(const QString, word);
+    QFETCH(const QString, command);
     QFETCH(const int, page);
     const Page p;
     for (const int before : {UserPage, SettingsPage, PluginsPage}) {
         p.navigation()->setCurrentRow(before);
-        p.view->showPage(word);
+        p.view->showPage(command);
         QCOMPARE(p.navigation()->currentRow(), page);
         QCOMPARE(p.pages()->currentIndex(), page);
     }
 }
 
-void tst_SettingsView::navigationTurnsThePages()
+void tst_SettingsView::navigationSwitchesThePages()
 {
     const Page p;
     QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
@@ -755,7 +755,7 @@ void tst_SettingsView::saveWithoutEditsWritesNothing()
     p.save();
     QVERIFY(storedKeys().isEmpty());
     QVERIFY(p.changes->takeChanges().isEmpty());
-    QCOMPARE(fakePlatform().autoStartCalls.size(), 1); // that of the start
+    QCOMPARE(fakePlatform().autoStartCalls.size(), 1); // at the start
 }
 
 void tst_SettingsView::secondSaveWritesOnlyWhatChangedSince()
@@ -771,12 +771,12 @@ void tst_SettingsView::secondSaveWritesOnlyWhatChangedSince()
     QVERIFY(p.changes->takeChanges().isEmpty());
 }
 
-void tst_SettingsView::editsReachNothingBeforeTheyAreSaved_data()
+void tst_SettingsView::editsHaveNoEffectBeforeTheyAreSaved_data()
 {
     saveWritesOneEdit_data();
 }
 
-void tst_SettingsView::editsReachNothingBeforeTheyAreSaved()
+void tst_SettingsView::editsHaveNoEffectBeforeTheyAreSaved()
 {
     QFETCH(const Edit, edit);
     const Page p;
@@ -787,12 +787,12 @@ void tst_SettingsView::editsReachNothingBeforeTheyAreSaved()
     QVERIFY(p.changes->takeChanges().isEmpty());
 }
 
-void tst_SettingsView::cancelThrowsEditsAway_data()
+void tst_SettingsView::cancelDiscardsEdits_data()
 {
     saveWritesOneEdit_data();
 }
 
-void tst_SettingsView::cancelThrowsEditsAway()
+void tst_SettingsView::cancelDiscardsEdits()
 {
     QFETCH(const Edit, edit);
     const Page p;
@@ -803,7 +803,7 @@ void tst_SettingsView::cancelThrowsEditsAway()
     QVERIFY(storedKeys().isEmpty());
     QVERIFY(p.changes->takeChanges().isEmpty());
 
-    // The controls show the stored values again, as a Save would else store the edit.
+    // Cancel has reset the controls; Save would otherwise store the edit.
     p.save();
     QVERIFY(storedKeys().isEmpty());
     QCOMPARE(closed.size(), 1);
@@ -950,7 +950,7 @@ void tst_SettingsView::wheelOverAComboKeepsTheSelection()
 {
     QFETCH(const int, angle);
     const Page p;
-    p.view->resize(720, 700); // the page does not scroll
+    p.view->resize(720, 700); // large enough that the page does not scroll
     QTRY_COMPARE(p.area(SettingsPage)->verticalScrollBar()->maximum(), 0);
     for (QComboBox *combo : {p.theme(), p.engine()}) {
         combo->setCurrentIndex(1);
@@ -999,7 +999,7 @@ void tst_SettingsView::wheelOverAComboOutsideOfAPageStopsThere()
     QCOMPARE(other.currentIndex(), 0);
 }
 
-void tst_SettingsView::wheelElsewhereIsLeftAlone()
+void tst_SettingsView::wheelElsewhereIsNotFiltered()
 {
     const Page p;
     p.view->resize(720, 150);
@@ -1058,7 +1058,7 @@ void tst_SettingsView::isReachedByTheTabKeyInOrder()
             || first == p.standardButton(QDialogButtonBox::Cancel));
     QCOMPARE(walk(Qt::Key_Tab, Qt::ShiftModifier), QStringList(names.crbegin(), names.crend()));
 
-    // The walk has changed nothing.
+    // Moving the focus has changed nothing.
     p.save();
     QVERIFY(storedKeys().isEmpty());
 }
@@ -1132,7 +1132,7 @@ void tst_SettingsView::enterPressesTheButtonWithTheFocus()
     QCOMPARE(closed.size(), 1);
 }
 
-void tst_SettingsView::noButtonLooksFocusedThatIsNot()
+void tst_SettingsView::onlyTheFocusedButtonLooksFocused()
 {
     const Page p;
     QVERIFY(QTest::qWaitForWindowActive(p.view->windowHandle()));
@@ -1172,8 +1172,8 @@ void tst_SettingsView::everyControlHasANameForScreenReaders()
     }
 }
 
-// A screen reader may ask for what has just gone.
-void tst_SettingsView::survivesAQuestionForAControlThatIsNotThere()
+// A screen reader may ask for a control that has just disappeared.
+void tst_SettingsView::survivesARequestForAMissingChild()
 {
     const Page p;
     for (int page = UserPage; page <= PluginsPage; ++page) {
@@ -1188,7 +1188,7 @@ void tst_SettingsView::survivesAQuestionForAControlThatIsNotThere()
 void tst_SettingsView::fitsIntoTheNarrowestWindow()
 {
     const Page p;
-    p.view->resize(680, 300); // of a window of 720, its margins taken off
+    p.view->resize(680, 300); // a window of 720 minus its margins
     for (int i = UserPage; i <= PluginsPage; ++i) {
         p.navigation()->setCurrentRow(i);
         QTRY_COMPARE(p.area(i)->viewport()->width(), p.area(i)->widget()->width());

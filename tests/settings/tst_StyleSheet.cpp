@@ -144,7 +144,7 @@ QString fileText(const QString &path)
     return file.open(QFile::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// The declarations of a block, each with one blank behind its colon.
+/// The declarations of a block, with one blank after each colon.
 QString declarations(const QString &block)
 {
     QStringList all = block.simplified().split(u';', Qt::SkipEmptyParts);
@@ -157,21 +157,21 @@ QString declarations(const QString &block)
 
 } // namespace
 
-/// What the program brings along for its look, as it is in the executable.
+/// The style sheet and the images in the executable.
 class tst_StyleSheet : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void holdsTheRulesAndNothingElse();
+    void hasExactlyTheRules();
     void isStoredCompressed();
-    void isUnderstoodByQt();
+    void isParsedByQt();
     void checkMarkIsOneWhiteLine();
     void checkMarkIsPainted();
     void iconHasItsSizeAndTransparency();
 };
 
-void tst_StyleSheet::holdsTheRulesAndNothingElse()
+void tst_StyleSheet::hasExactlyTheRules()
 {
     const QStringList blocks = fileText(u":/assets/style.qss"_s).split(u'}');
     QCOMPARE(blocks.size(), qsizetype(std::size(rules)) + 1);
@@ -192,7 +192,7 @@ void tst_StyleSheet::isStoredCompressed()
     QCOMPARE(sheet.uncompressedSize(), 6176);
 }
 
-void tst_StyleSheet::isUnderstoodByQt()
+void tst_StyleSheet::isParsedByQt()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     QLabel label(u"text"_s);

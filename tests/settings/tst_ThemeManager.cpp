@@ -21,7 +21,7 @@ namespace {
 
 using platform::ColorScheme;
 
-/// The share of a colour in what the eye sees, by the W3C's accessibility guidelines.
+/// The relative luminance of a colour, as in the W3C's accessibility guidelines.
 double luminance(const QColor &color)
 {
     const auto linear = [](double part) {
@@ -37,7 +37,7 @@ double contrast(const QColor &one, const QColor &other)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-/// Notes the signals of a theme in their order, with the palette that a receiver sees.
+/// Records the signals of a ThemeManager in order, with the palette at that time.
 class Journal : public QObject
 {
 public:
@@ -70,7 +70,7 @@ static void removeAssets()
 
 namespace {
 
-/// Takes the program's resources away while it lives, and puts those of a file in their place.
+/// Replaces the resources of the program by those of a file during its lifetime.
 class OtherTemplate
 {
 public:
@@ -111,25 +111,25 @@ private Q_SLOTS:
     void startsWithTheSystemsTheme();
     void decidesByNameAndScheme_data();
     void decidesByNameAndScheme();
-    void presentNameEmitsNothing();
+    void sameNameEmitsNothing();
     void otherNameOfTheSamePaletteEmitsThemeOnly();
     void newPaletteFollowsTheNewName();
     void systemsChangeTakesEffectWhileTheThemeIsTheSystems();
-    void systemsChangeIsNothingToANamedPalette_data();
-    void systemsChangeIsNothingToANamedPalette();
+    void systemsChangeDoesNotAffectANamedPalette_data();
+    void systemsChangeDoesNotAffectANamedPalette();
 
     void metaObjectHoldsSignalsAndPropertiesInOrder();
     void themeIsAWritableProperty();
     void colors_data();
     void colors();
 
-    void textStandsOutFromWhatIsBehindIt_data();
-    void textStandsOutFromWhatIsBehindIt();
+    void textHasContrastToItsBackground_data();
+    void textHasContrastToItsBackground();
 
     void sheetHoldsTheColorsOfThePalette_data();
     void sheetHoldsTheColorsOfThePalette();
     void sheetOfAMissingTemplateIsEmpty();
-    void sheetReplacesEveryTokenWhereverItStands();
+    void sheetReplacesEveryTokenEverywhere();
 };
 
 void tst_ThemeManager::startsWithTheSystemsTheme()
@@ -176,7 +176,7 @@ void tst_ThemeManager::decidesByNameAndScheme()
     QTEST(theme.isDark(), "isDark");
 }
 
-void tst_ThemeManager::presentNameEmitsNothing()
+void tst_ThemeManager::sameNameEmitsNothing()
 {
     ThemeManager theme;
     const Journal journal(theme);
@@ -221,7 +221,7 @@ void tst_ThemeManager::systemsChangeTakesEffectWhileTheThemeIsTheSystems()
     QCOMPARE(journal.entries.size(), 1);
 }
 
-void tst_ThemeManager::systemsChangeIsNothingToANamedPalette_data()
+void tst_ThemeManager::systemsChangeDoesNotAffectANamedPalette_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<ColorScheme>("scheme");
@@ -229,7 +229,7 @@ void tst_ThemeManager::systemsChangeIsNothingToANamedPalette_data()
     QTest::newRow("light desktop, dark theme") << u"dark"_s << ColorScheme::Light;
 }
 
-void tst_ThemeManager::systemsChangeIsNothingToANamedPalette()
+void tst_ThemeManager::systemsChangeDoesNotAffectANamedPalette()
 {
     QFETCH(QString, name);
     QFETCH(ColorScheme, scheme);
@@ -309,11 +309,11 @@ void tst_ThemeManager::colors()
     QTEST(color(), "light");
 }
 
-void tst_ThemeManager::textStandsOutFromWhatIsBehindIt_data()
+void tst_ThemeManager::textHasContrastToItsBackground_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("background");
-    // 0 where it has to be enough; else what the given colours make of it, which is less.
+    // 0 if the contrast must suffice; otherwise the lower one of the given colours.
     QTest::addColumn<double>("darkException");
     QTest::addColumn<double>("lightException");
 
@@ -335,7 +335,7 @@ void tst_ThemeManager::textStandsOutFromWhatIsBehindIt_data()
     row("floating icon", u"bg"_s, u"accent"_s, 0, 3.35);
 }
 
-void tst_ThemeManager::textStandsOutFromWhatIsBehindIt()
+void tst_ThemeManager::textHasContrastToItsBackground()
 {
     QFETCH(QString, text);
     QFETCH(QString, background);
@@ -381,7 +381,7 @@ void tst_ThemeManager::sheetHoldsTheColorsOfThePalette()
         {u"@SELECTION@"_s, theme.selection()},
         {u"@PLACEHOLDER@"_s, theme.placeholder()},
     };
-    // Put together from the pieces between the tokens, so that each place is looked at by itself.
+    // Build the expected sheet from the parts between the tokens, to check each token separately.
     const QString source = QString::fromUtf8(QResource(u":/assets/style.qss"_s).uncompressedData());
     QStringList pieces = source.split(u'@');
     QVERIFY(pieces.size() > 100);
@@ -402,7 +402,7 @@ void tst_ThemeManager::sheetOfAMissingTemplateIsEmpty()
     QCOMPARE(ThemeManager().styleSheet(), QString());
 }
 
-void tst_ThemeManager::sheetReplacesEveryTokenWhereverItStands()
+void tst_ThemeManager::sheetReplacesEveryTokenEverywhere()
 {
     ThemeManager theme;
     const QString before = theme.styleSheet();

@@ -14,7 +14,8 @@ std::map<std::string, testprogram::Run> &tests()
     return runs;
 }
 
-// A class that runs on both halves of platform/ has a second link with this ending.
+// The second symbolic link of a class that runs on the fakes and on the bodies of the system has
+// this ending.
 std::string className(const std::string &programName)
 {
     const std::string ending = "OnFake";
@@ -38,7 +39,7 @@ int main(int argc, char *argv[])
     if (test != tests().end()) {
         return test->second(argc, argv);
     }
-    std::fprintf(stderr, "%s: start it by a link with the name of one of its tests:\n",
+    std::fprintf(stderr, "%s: start it by a symbolic link with the name of one of its tests:\n",
                  name.c_str());
     for (const auto &[known, run] : tests()) {
         std::fprintf(stderr, "    %s\n", known.c_str());

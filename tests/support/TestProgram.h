@@ -4,22 +4,22 @@
 #include <QApplication>
 #include <QTest>
 
-/// The test programs: those of one folder are one executable, since linking and starting the
-/// compiler take most of the time that a build takes. Each test class is run by a process of its
-/// own, through a link to the executable that bears the name of the class.
+/// The test programs. The tests of a folder are one executable, because linking and starting the
+/// compiler take most of the build time. Each test class runs in its own process, started by a
+/// symbolic link with the name of the class.
 namespace testprogram {
 
-/// Runs one test class as main() would and returns the exit status.
+/// Runs a test class like main() and returns the exit status.
 using Run = int (*)(int argc, char *argv[]);
 
-/// Enters a test class under its name before main() runs.
+/// Registers a test class under its name before main() runs.
 class Registration
 {
 public:
     Registration(const char *name, Run run);
 };
 
-/// Runs the test class with QTest's command line, below an application of the given class.
+/// Runs the test class with the command line of QTest and an application of this class.
 template <typename Test, typename Application> int run(int argc, char *argv[])
 {
     const Application application(argc, argv);
@@ -30,11 +30,11 @@ template <typename Test, typename Application> int run(int argc, char *argv[])
 
 } // namespace testprogram
 
-/// In place of QTEST_MAIN: the test class needs the application of the given class.
+/// Use this instead of QTEST_MAIN. Application is the application class that the test needs.
 #define VASKEL_TEST(Test, Application)                                                             \
     static const testprogram::Registration registration##Test(                                     \
         #Test, &testprogram::run<Test, Application>);
 
-/// The same for a test class that prepares something before it makes its application.
+/// The same for a test with its own main(), for preparations before it creates the application.
 #define VASKEL_TEST_WITH_MAIN(Test, main)                                                          \
     static const testprogram::Registration registration##Test(#Test, &(main));

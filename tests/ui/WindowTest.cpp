@@ -23,9 +23,10 @@ using namespace Qt::StringLiterals;
 
 namespace windowtest {
 
-FakePlugin::FakePlugin(const QString &word, View view, QObject *parent, const QStringList &aliases)
+FakePlugin::FakePlugin(const QString &command, View view, QObject *parent,
+                       const QStringList &aliases)
     : IPlugin(parent)
-    , m_word(word)
+    , m_command(command)
     , m_aliases(aliases)
     , m_view(view)
 {
@@ -34,7 +35,7 @@ FakePlugin::FakePlugin(const QString &word, View view, QObject *parent, const QS
 QVariantList FakePlugin::query(const QString &args)
 {
     queries.append(args);
-    return rows;
+    return records;
 }
 
 bool FakePlugin::execute(const QVariantMap &action)
@@ -53,7 +54,7 @@ QWidget *FakePlugin::createView()
 
 int FakePlugin::closeReceivers() const
 {
-    return receivers(SIGNAL(viewCloseRequested())); // takes no member pointer
+    return receivers(SIGNAL(viewCloseRequested())); // has no overload for member pointers
 }
 
 UrlRecorder::UrlRecorder()
@@ -73,10 +74,10 @@ void UrlRecorder::open(const QUrl &url)
 
 namespace {
 
-FakePlugin &addPlugin(PluginManager &plugins, const QString &word, FakePlugin::View view,
+FakePlugin &addPlugin(PluginManager &plugins, const QString &command, FakePlugin::View view,
                       const QStringList &aliases = {})
 {
-    auto *plugin = new FakePlugin(word, view, &plugins, aliases);
+    auto *plugin = new FakePlugin(command, view, &plugins, aliases);
     plugins.registerPlugin(plugin);
     return *plugin;
 }
@@ -93,7 +94,7 @@ Window::Window()
     titleBar = window.findChild<QWidget *>(u"windowTitleBar"_s);
     box = window.findChild<CommandLineEdit *>(u"commandInput"_s);
     edit = box->lineEdit();
-    // The label of the strip has the name too.
+    // The label of the strip has the same name.
     status = window.findChild<QWidget *>(u"windowContent"_s)
                  ->findChild<QLabel *>(u"muted"_s, Qt::FindDirectChildrenOnly);
     strip = window.findChild<QWidget *>(u"pinnedStrip"_s);
@@ -124,7 +125,7 @@ void Window::moveSelection(int delta)
 
 void Window::settle() const
 {
-    // A fit changes the layout, whose requests are posted in their turn.
+    // Fitting the window changes the layout, which posts further events.
     for (int pass = 0; pass < 5; ++pass) {
         QCoreApplication::processEvents();
     }
@@ -160,7 +161,7 @@ QStringList Window::useMenu(QWidget *target, const QPoint &position, const QStri
             return;
         }
         poll.stop();
-        menuPlace = menu->pos();
+        menuPosition = menu->pos();
         QAction *chosen = nullptr;
         for (QAction *candidate : menu->actions()) {
             texts.append(candidate->text());
@@ -245,7 +246,7 @@ QStringList launched()
     return fakePlatform().openedLinks;
 }
 
-QVariantMap row(const QString &title, const QVariantMap &action, const QString &path)
+QVariantMap testRecord(const QString &title, const QVariantMap &action, const QString &path)
 {
     QVariantMap record{{u"title"_s, title}, {u"subtitle"_s, u"about "_s + title}};
     if (!action.isEmpty()) {
@@ -269,13 +270,13 @@ QVariantMap action(const QString &type, const QString &data, const QString &plug
     return map;
 }
 
-QVariantList numberedRows(int count)
+QVariantList numberedRecords(int count)
 {
-    QVariantList rows;
+    QVariantList records;
     for (int number = 1; number <= count; ++number) {
-        rows.append(row(u"row %1"_s.arg(number)));
+        records.append(testRecord(u"row %1"_s.arg(number)));
     }
-    return rows;
+    return records;
 }
 
 } // namespace windowtest

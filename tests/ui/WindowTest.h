@@ -19,12 +19,12 @@ class QLabel;
 class QLineEdit;
 class QTimer;
 
-/// What the tests of MainWindow have in common: the window over the real services, the faked
-/// platform, and plugins that answer what a case tells them.
+/// Shared by the tests of MainWindow: the window with real services, the faked platform, and
+/// plugins with scripted answers.
 namespace windowtest {
 
-/// A plugin that answers every query with the same rows and keeps what it was asked. It has a page
-/// if it was made with one.
+/// Answers every query with the same records and records its calls. Has a page only with
+/// View::Page.
 class FakePlugin : public IPlugin
 {
     Q_OBJECT
@@ -35,11 +35,11 @@ public:
         Page,
     };
 
-    FakePlugin(const QString &word, View view, QObject *parent, const QStringList &aliases = {});
+    FakePlugin(const QString &command, View view, QObject *parent, const QStringList &aliases = {});
 
-    QString command() const override { return m_word; }
+    QString command() const override { return m_command; }
     QStringList aliases() const override { return m_aliases; }
-    QString description() const override { return m_word.toUpper(); }
+    QString description() const override { return m_command.toUpper(); }
     QVariantList query(const QString &args) override;
     bool execute(const QVariantMap &action) override;
     bool hasView() const override { return m_view == View::Page; }
@@ -49,19 +49,19 @@ public:
     /// The number of connections to viewCloseRequested().
     int closeReceivers() const;
 
-    QVariantList rows;
+    QVariantList records;
     QStringList queries;
     QList<QVariantMap> actions;
     QStringList viewCommands;
     QPointer<QWidget> page;
 
 private:
-    QString m_word;
+    QString m_command;
     QStringList m_aliases;
     View m_view;
 };
 
-/// Notes the web addresses that are opened while it lives.
+/// Records the web addresses that are opened during its lifetime.
 class UrlRecorder : public QObject
 {
     Q_OBJECT
@@ -77,28 +77,29 @@ public Q_SLOTS:
     void open(const QUrl &url);
 };
 
-/// The window with its services: the built-in programs, which open as links, two of which are
-/// pinned, and the plugins "calc" without a page, "todo", and "set" alias "user" with one.
+/// The window with its services: the built-in programs, which are opened as links and of which two
+/// are pinned; the plugins "calc" without a page, "todo" with one, and "set", alias "user", with
+/// one.
 class Window
 {
 public:
     Window();
 
-    /// Puts a text into the box and searches at once.
+    /// Sets the text of the box and searches at once.
     void enter(const QString &text);
     void search();
     void launchCurrent();
     void moveSelection(int delta);
-    /// Has all that was put off to the next passes of the event loop done.
+    /// Processes the events of the next passes of the event loop.
     void settle() const;
     bool showActive();
-    /// Resizes the window as its user does.
+    /// Resizes the window as a user does.
     void drag(const QSize &size);
     void dragHeight(int height);
 
-    /// Opens a menu by a right click, chooses its action of that text (or, with an empty text,
-    /// dismisses it) and returns the texts of its actions; empty when there was no menu. menuPlace
-    /// is where on the screen it opened.
+    /// Opens a menu with a right click and triggers the action with this text, or dismisses the
+    /// menu if the text is empty. Returns the texts of the actions; empty if no menu opened. Sets
+    /// menuPosition, in screen coordinates.
     QStringList useMenu(QWidget *target, const QPoint &position, const QString &choice);
 
     QStringList rows() const;
@@ -106,13 +107,13 @@ public:
     QPushButton &closeButton() const;
     QList<QPushButton *> pinButtons() const;
     QTimer &searchTimer() const;
-    /// The height of the window as its rows have it: that of the list and of what is around it.
+    /// The height of the list plus baseHeight().
     int fittedHeight() const;
     /// The height of the list with all of its rows.
     int fullListHeight() const;
-    /// The height of what is around the list.
+    /// The height of the window without the list.
     int baseHeight() const;
-    bool isOnList() const { return stack->currentWidget() == list; }
+    bool isListCurrent() const { return stack->currentWidget() == list; }
 
     AppLauncher launcher;
     Settings settings;
@@ -131,20 +132,21 @@ public:
     QWidget *strip = nullptr;
     QStackedWidget *stack = nullptr;
     QListWidget *list = nullptr;
-    QPoint menuPlace;
+    QPoint menuPosition;
 };
 
-/// An empty home and fakes without a memory. Call it before each case.
+/// Empties the home and resets the fakes. Call this before each case.
 void reset();
 
-/// The path of a built-in program, by its place in the catalogue.
+/// The path of a built-in program, by its index in the catalogue.
 QString programPath(int index);
 
-/// What was launched since reset().
+/// The paths that were launched since reset().
 QStringList launched();
 
-QVariantMap row(const QString &title, const QVariantMap &action = {}, const QString &path = {});
+QVariantMap testRecord(const QString &title, const QVariantMap &action = {},
+                       const QString &path = {});
 QVariantMap action(const QString &type, const QString &data = {}, const QString &plugin = {});
-QVariantList numberedRows(int count);
+QVariantList numberedRecords(int count);
 
 } // namespace windowtest

@@ -25,8 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The share of a colour in what the eye sees, by the formula of the W3C's accessibility
-/// guidelines.
+/// The relative luminance of a colour, as in the W3C's accessibility guidelines.
 double luminance(const QColor &color)
 {
     const auto linear = [](double part) {
@@ -42,7 +41,7 @@ double contrast(const QColor &one, const QColor &other)
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-/// The strongest contrast to a colour that a picture holds.
+/// The strongest contrast between the background and a pixel.
 double strongestContrast(const QImage &image, const QColor &background)
 {
     double strongest = 1;
@@ -63,18 +62,18 @@ class tst_ApplicationStyle : public QObject
 private Q_SLOTS:
     void initTestCase() { QApplication::setStyle(new ApplicationStyle); }
     void init();
-    void focusOfAButtonIsSeen_data();
-    void focusOfAButtonIsSeen();
-    void boxOfARowIsSeen_data() { focusOfAButtonIsSeen_data(); }
-    void boxOfARowIsSeen();
+    void buttonFocusIsVisible_data();
+    void buttonFocusIsVisible();
+    void checkBoxOfARowIsVisible_data() { buttonFocusIsVisible_data(); }
+    void checkBoxOfARowIsVisible();
     void iconOfASelectedRowKeepsItsColors();
-    void arrowOfAComboBoxIsSeen_data() { focusOfAButtonIsSeen_data(); }
-    void arrowOfAComboBoxIsSeen();
-    void listOfAComboBoxShowsAllRows_data() { focusOfAButtonIsSeen_data(); }
+    void arrowOfAComboBoxIsVisible_data() { buttonFocusIsVisible_data(); }
+    void arrowOfAComboBoxIsVisible();
+    void listOfAComboBoxShowsAllRows_data() { buttonFocusIsVisible_data(); }
     void listOfAComboBoxShowsAllRows();
-    void crossOfALineEditIsSeen_data() { focusOfAButtonIsSeen_data(); }
-    void crossOfALineEditIsSeen();
-    void menuHasNothingOutsideOfItsRoundFrame();
+    void clearButtonOfALineEditIsVisible_data() { buttonFocusIsVisible_data(); }
+    void clearButtonOfALineEditIsVisible();
+    void menuIsMaskedToItsRoundFrame();
 
 private:
     void useTheme(const QString &name);
@@ -92,14 +91,14 @@ void tst_ApplicationStyle::useTheme(const QString &name)
     qApp->setStyleSheet(m_theme.styleSheet());
 }
 
-void tst_ApplicationStyle::focusOfAButtonIsSeen_data()
+void tst_ApplicationStyle::buttonFocusIsVisible_data()
 {
     QTest::addColumn<QString>("theme");
     QTest::newRow("dark") << u"dark"_s;
     QTest::newRow("light") << u"light"_s;
 }
 
-void tst_ApplicationStyle::focusOfAButtonIsSeen()
+void tst_ApplicationStyle::buttonFocusIsVisible()
 {
     QFETCH(QString, theme);
     useTheme(theme);
@@ -122,16 +121,16 @@ void tst_ApplicationStyle::focusOfAButtonIsSeen()
         button->setFocus(Qt::TabFocusReason);
         QImage with = button->grab().toImage();
         QVERIFY(with != without);
-        // Around the text, with some room.
+        // The frame leaves a margin around the text.
         const QImage text = with.copy(with.rect().adjusted(6, 6, -6, -6));
         QCOMPARE(text, without.copy(without.rect().adjusted(6, 6, -6, -6)));
-        // Inside of the sheet's border.
+        // Without the border of the sheet.
         with = with.copy(with.rect().adjusted(3, 3, -3, -3));
         QVERIFY(strongestContrast(with, background) >= 3);
     }
 }
 
-void tst_ApplicationStyle::boxOfARowIsSeen()
+void tst_ApplicationStyle::checkBoxOfARowIsVisible()
 {
     QFETCH(QString, theme);
     useTheme(theme);
@@ -168,7 +167,7 @@ void tst_ApplicationStyle::iconOfASelectedRowKeepsItsColors()
     QVERIFY(icon.pixmap(16, QIcon::Disabled).toImage().pixelColor(8, 8) != QColor(Qt::yellow));
 }
 
-void tst_ApplicationStyle::arrowOfAComboBoxIsSeen()
+void tst_ApplicationStyle::arrowOfAComboBoxIsVisible()
 {
     QFETCH(QString, theme);
     useTheme(theme);
@@ -203,7 +202,7 @@ void tst_ApplicationStyle::listOfAComboBoxShowsAllRows()
     box.hidePopup();
 }
 
-void tst_ApplicationStyle::crossOfALineEditIsSeen()
+void tst_ApplicationStyle::clearButtonOfALineEditIsVisible()
 {
     QFETCH(QString, theme);
     useTheme(theme);
@@ -215,9 +214,9 @@ void tst_ApplicationStyle::crossOfALineEditIsSeen()
     const auto right = [&edit] {
         return edit.grab().toImage().copy(edit.width() - 28, 8, 24, edit.height() - 16);
     };
-    // It fades in.
+    // The button fades in.
     QTRY_VERIFY(strongestContrast(right(), m_theme.surface()) >= 3);
-    // Its arms, not only its middle.
+    // Check the arms of the cross, too.
     const QIcon icon = edit.style()->standardIcon(QStyle::SP_LineEditClearButton, nullptr, &edit);
     QCOMPARE(icon.availableSizes().value(0), QSize(16, 16));
     const QImage cross = icon.pixmap(16).toImage();
@@ -227,7 +226,7 @@ void tst_ApplicationStyle::crossOfALineEditIsSeen()
     QCOMPARE(cross.pixelColor(8, 4).alpha(), 0);
 }
 
-void tst_ApplicationStyle::menuHasNothingOutsideOfItsRoundFrame()
+void tst_ApplicationStyle::menuIsMaskedToItsRoundFrame()
 {
     useTheme(u"dark"_s);
     QMenu menu;

@@ -47,10 +47,11 @@ public:
     {
         return badge().isHidden() && edit().text() == text && this->text() == text;
     }
-    bool isBadge(const QString &word, const QString &arguments) const
+    bool isBadge(const QString &command, const QString &arguments) const
     {
-        return !badge().isHidden() && badge().text() == word && edit().text() == arguments
-               && text() == word + u' ' + arguments && edit().placeholderText() == argumentPrompt;
+        return !badge().isHidden() && badge().text() == command && edit().text() == arguments
+               && text() == command + u' ' + arguments
+               && edit().placeholderText() == argumentPrompt;
     }
 };
 
@@ -76,40 +77,40 @@ class tst_CommandLineEdit : public QObject
 private Q_SLOTS:
     void isOneFieldOfThreeWidgets();
     void givesTheFocusToItsEdit();
-    void startsPlainWithoutAPromptOfItsOwn();
-    void knowsNoWordsUntilItIsToldThem();
+    void startsWithoutABadgeAndAPlaceholder();
+    void hasNoCommandsAtFirst();
     void namesItsPartsForAssistiveTechnology();
 
-    void detectsAKnownWord_data();
-    void detectsAKnownWord();
+    void detectsAKnownCommand_data();
+    void detectsAKnownCommand();
     void pastedCommandBecomesTheBadgeInOneStep();
     void typedCommandKeepsItsBlankInTheArguments();
-    void lettersBehindAWordBecomeArguments();
-    void insertionInFrontCompletesAWord();
+    void lettersAfterACommandBecomeArguments();
+    void insertionAtTheStartCompletesACommand();
     void blankTypedWithABadgeStaysInTheArguments();
-    void wordTypedAsArgumentStaysAnArgument();
+    void commandTypedAsArgumentStaysAnArgument();
 
     void backspaceAtTheStartDismissesTheBadge_data();
     void backspaceAtTheStartDismissesTheBadge();
-    void backspaceBehindTheStartDeletesALetter();
+    void backspaceAfterTheStartDeletesALetter();
     void backspaceWithASelectionDeletesItAndKeepsTheBadge();
-    void backspaceInThePlainStateIsTheEdits();
+    void backspaceWithoutABadgeReachesTheEdit();
     void otherKeysAtTheStartKeepTheBadge();
-    void dismissedWordComesBackWithABlank();
-    void dismissedWordGoesOnAsPlainText();
+    void dismissedCommandComesBackWithABlank();
+    void dismissedCommandStaysPlainText();
     void keyReleaseOfBackspaceIsNotConsumed();
 
     void setTextInEitherState_data();
     void setTextInEitherState();
     void setTextMovesTheCursorToTheEnd();
-    void replacedCommandsCountFromTheNextEdit();
-    void tellsEachChangeOfTheEdit();
-    void listenersSeeTheNewState();
+    void newCommandsApplyFromTheNextEdit();
+    void emitsEachChangeOfTheEdit();
+    void slotsSeeTheNewState();
 
-    void iconAsksForTheManagement();
+    void iconRequestsTheManagement();
     void showsTheFocusOfItsEdit_data();
     void showsTheFocusOfItsEdit();
-    void changedFocusRepaints();
+    void focusChangeRepaints();
 };
 
 void tst_CommandLineEdit::isOneFieldOfThreeWidgets()
@@ -138,14 +139,14 @@ void tst_CommandLineEdit::givesTheFocusToItsEdit()
     QCOMPARE(box.focusProxy(), &box.edit());
 }
 
-void tst_CommandLineEdit::startsPlainWithoutAPromptOfItsOwn()
+void tst_CommandLineEdit::startsWithoutABadgeAndAPlaceholder()
 {
     const Box box;
     QVERIFY(box.isPlain(QString()));
     QCOMPARE(box.edit().placeholderText(), QString());
 }
 
-void tst_CommandLineEdit::knowsNoWordsUntilItIsToldThem()
+void tst_CommandLineEdit::hasNoCommandsAtFirst()
 {
     CommandLineEdit box;
     QTest::keyClicks(box.lineEdit(), u"calc 1"_s);
@@ -167,39 +168,39 @@ void tst_CommandLineEdit::namesItsPartsForAssistiveTechnology()
     QCOMPARE(name(box.edit()), argumentPrompt);
 }
 
-void tst_CommandLineEdit::detectsAKnownWord_data()
+void tst_CommandLineEdit::detectsAKnownCommand_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("arguments");
 
-    QTest::newRow("word alone") << u"calc"_s << u"calc"_s << QString();
-    QTest::newRow("word and blank") << u"calc "_s << u"calc"_s << QString();
-    QTest::newRow("word and arguments") << u"calc 1+2"_s << u"calc"_s << u"1+2"_s;
+    QTest::newRow("command alone") << u"calc"_s << u"calc"_s << QString();
+    QTest::newRow("command and blank") << u"calc "_s << u"calc"_s << QString();
+    QTest::newRow("command and arguments") << u"calc 1+2"_s << u"calc"_s << u"1+2"_s;
     QTest::newRow("second blank stays") << u"calc  1"_s << u"calc"_s << u" 1"_s;
     QTest::newRow("capitals stay plain") << u"CALC"_s << QString() << QString();
     QTest::newRow("capitals with arguments stay plain") << u"Calc 1"_s << QString() << QString();
     QTest::newRow("leading blank stays plain") << u" calc"_s << QString() << QString();
     QTest::newRow("leading blank and arguments stay plain")
         << u" calc 1"_s << QString() << QString();
-    QTest::newRow("longer word stays plain") << u"calculator"_s << QString() << QString();
+    QTest::newRow("longer command stays plain") << u"calculator"_s << QString() << QString();
     QTest::newRow("tab is no blank") << u"calc\t1"_s << QString() << QString();
-    QTest::newRow("unknown word stays plain") << u"xyz calc"_s << QString() << QString();
+    QTest::newRow("unknown command stays plain") << u"xyz calc"_s << QString() << QString();
     QTest::newRow("blanks alone stay plain") << u"  "_s << QString() << QString();
 }
 
-void tst_CommandLineEdit::detectsAKnownWord()
+void tst_CommandLineEdit::detectsAKnownCommand()
 {
     QFETCH(QString, text);
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(QString, arguments);
 
     const Box box;
     box.edit().setText(text);
-    if (word.isEmpty()) {
+    if (command.isEmpty()) {
         QVERIFY(box.isPlain(text));
     } else {
-        QVERIFY(box.isBadge(word, arguments));
+        QVERIFY(box.isBadge(command, arguments));
     }
 }
 
@@ -226,14 +227,14 @@ void tst_CommandLineEdit::typedCommandKeepsItsBlankInTheArguments()
     QCOMPARE(box.edit().cursorPosition(), 4);
 }
 
-void tst_CommandLineEdit::lettersBehindAWordBecomeArguments()
+void tst_CommandLineEdit::lettersAfterACommandBecomeArguments()
 {
     const Box box;
     box.type(u"calculator"_s);
     QVERIFY(box.isBadge(u"calc"_s, u"ulator"_s));
 }
 
-void tst_CommandLineEdit::insertionInFrontCompletesAWord()
+void tst_CommandLineEdit::insertionAtTheStartCompletesACommand()
 {
     const Box box;
     box.edit().setText(u"alc 1+2"_s);
@@ -253,7 +254,7 @@ void tst_CommandLineEdit::blankTypedWithABadgeStaysInTheArguments()
     QCOMPARE(box.text(), u"calc  1"_s);
 }
 
-void tst_CommandLineEdit::wordTypedAsArgumentStaysAnArgument()
+void tst_CommandLineEdit::commandTypedAsArgumentStaysAnArgument()
 {
     const Box box;
     box.type(u"appcalc x"_s);
@@ -280,7 +281,7 @@ void tst_CommandLineEdit::backspaceAtTheStartDismissesTheBadge()
     QCOMPARE(box.edit().cursorPosition(), 4);
 }
 
-void tst_CommandLineEdit::backspaceBehindTheStartDeletesALetter()
+void tst_CommandLineEdit::backspaceAfterTheStartDeletesALetter()
 {
     Box box;
     box.setText(u"calc 12"_s);
@@ -294,13 +295,13 @@ void tst_CommandLineEdit::backspaceWithASelectionDeletesItAndKeepsTheBadge()
 {
     Box box;
     box.setText(u"calc 1+2"_s);
-    box.edit().setSelection(2, -2); // backwards, so that the cursor is at 0
+    box.edit().setSelection(2, -2); // backwards: the cursor is at 0
     QCOMPARE(box.edit().cursorPosition(), 0);
     box.press(Qt::Key_Backspace);
     QVERIFY(box.isBadge(u"calc"_s, u"2"_s));
 }
 
-void tst_CommandLineEdit::backspaceInThePlainStateIsTheEdits()
+void tst_CommandLineEdit::backspaceWithoutABadgeReachesTheEdit()
 {
     const Box box;
     box.type(u"xy"_s);
@@ -324,7 +325,7 @@ void tst_CommandLineEdit::otherKeysAtTheStartKeepTheBadge()
     QVERIFY(box.isBadge(u"calc"_s, QString()));
 }
 
-void tst_CommandLineEdit::dismissedWordComesBackWithABlank()
+void tst_CommandLineEdit::dismissedCommandComesBackWithABlank()
 {
     const Box box;
     box.type(u"calc"_s);
@@ -335,7 +336,7 @@ void tst_CommandLineEdit::dismissedWordComesBackWithABlank()
     QCOMPARE(box.text(), u"calc "_s);
 }
 
-void tst_CommandLineEdit::dismissedWordGoesOnAsPlainText()
+void tst_CommandLineEdit::dismissedCommandStaysPlainText()
 {
     const Box box;
     box.type(u"calc"_s);
@@ -356,18 +357,18 @@ void tst_CommandLineEdit::setTextInEitherState_data()
 {
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("arguments");
 
     const QString none;
-    QTest::newRow("plain to known word") << u"x"_s << u"cd"_s << u"cd"_s << none;
-    QTest::newRow("plain to known word and blank") << u"x"_s << u"cd "_s << u"cd"_s << none;
+    QTest::newRow("plain to known command") << u"x"_s << u"cd"_s << u"cd"_s << none;
+    QTest::newRow("plain to known command and blank") << u"x"_s << u"cd "_s << u"cd"_s << none;
     QTest::newRow("plain to command") << none << u"cd /tmp x"_s << u"cd"_s << u"/tmp x"_s;
     QTest::newRow("plain to plain") << u"x"_s << u"xyz abc"_s << none << none;
     QTest::newRow("plain to empty") << u"x"_s << none << none << none;
     QTest::newRow("plain to capitals") << u"x"_s << u"CD /"_s << none << none;
-    QTest::newRow("badge to another word") << u"calc 1"_s << u"cd /"_s << u"cd"_s << u"/"_s;
-    QTest::newRow("badge to the same word") << u"calc 1"_s << u"calc 2"_s << u"calc"_s << u"2"_s;
+    QTest::newRow("badge to another command") << u"calc 1"_s << u"cd /"_s << u"cd"_s << u"/"_s;
+    QTest::newRow("badge to the same command") << u"calc 1"_s << u"calc 2"_s << u"calc"_s << u"2"_s;
     QTest::newRow("badge to plain") << u"calc 1"_s << u"firefox"_s << none << none;
     QTest::newRow("badge to empty") << u"calc 1"_s << none << none << none;
     QTest::newRow("badge to leading blank") << u"calc 1"_s << u" calc 1"_s << none << none;
@@ -377,17 +378,17 @@ void tst_CommandLineEdit::setTextInEitherState()
 {
     QFETCH(QString, before);
     QFETCH(QString, text);
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(QString, arguments);
 
     Box box;
     box.setText(before);
     box.setText(text);
-    if (word.isEmpty()) {
+    if (command.isEmpty()) {
         QVERIFY(box.isPlain(text));
         QCOMPARE(box.edit().placeholderText(), plainPrompt);
     } else {
-        QVERIFY(box.isBadge(word, arguments));
+        QVERIFY(box.isBadge(command, arguments));
     }
 }
 
@@ -403,7 +404,7 @@ void tst_CommandLineEdit::setTextMovesTheCursorToTheEnd()
     QCOMPARE(box.edit().cursorPosition(), 3);
 }
 
-void tst_CommandLineEdit::replacedCommandsCountFromTheNextEdit()
+void tst_CommandLineEdit::newCommandsApplyFromTheNextEdit()
 {
     Box box;
     box.type(u"file"_s);
@@ -416,31 +417,31 @@ void tst_CommandLineEdit::replacedCommandsCountFromTheNextEdit()
     QVERIFY(box.isPlain(u"calc 1"_s));
 }
 
-void tst_CommandLineEdit::tellsEachChangeOfTheEdit()
+void tst_CommandLineEdit::emitsEachChangeOfTheEdit()
 {
     Box box;
     const QSignalSpy changed(&box.edit(), &QLineEdit::textChanged);
     box.paste(u"calc 1+2"_s);
-    QCOMPARE(changed.count(), 2); // the pasted text, then its arguments
+    QCOMPARE(changed.count(), 2); // the pasted text and its arguments
     box.setText(u"cd 1+2"_s);
-    QCOMPARE(changed.count(), 2); // another badge over the same arguments
+    QCOMPARE(changed.count(), 2); // another badge, the same arguments
     box.setText(u"plain"_s);
     QCOMPARE(changed.count(), 3);
 }
 
-void tst_CommandLineEdit::listenersSeeTheNewState()
+void tst_CommandLineEdit::slotsSeeTheNewState()
 {
     Box box;
     QStringList texts;
     connect(&box.edit(), &QLineEdit::textChanged, this, [&] { texts.append(box.text()); });
     box.type(u"cd"_s);
     box.press(Qt::Key_Backspace);
-    // At each change the newest state can be read, also from within the box's own change of the
-    // edit, which is heard before the change that caused it.
+    // A nested textChanged, from the box's own change of the edit, arrives before the outer one.
+    // Both slots see the newest state.
     QCOMPARE(texts, QStringList({u"c"_s, u"cd "_s, u"cd "_s, u"cd"_s}));
 }
 
-void tst_CommandLineEdit::iconAsksForTheManagement()
+void tst_CommandLineEdit::iconRequestsTheManagement()
 {
     const Box box;
     const QSignalSpy requested(&box, &CommandLineEdit::managementRequested);
@@ -487,7 +488,7 @@ void tst_CommandLineEdit::showsTheFocusOfItsEdit()
     QCOMPARE(screen.pixelColor(150, 1), manager.surface());
 }
 
-void tst_CommandLineEdit::changedFocusRepaints()
+void tst_CommandLineEdit::focusChangeRepaints()
 {
     QWidget window;
     Box box;

@@ -15,8 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A plugin that has a page, keeps what it is asked and answers with one record, but not to
-/// "nothing".
+/// Has a page, records its queries and answers each with one record, but "nothing" with none.
 class RecordingPlugin : public IPlugin
 {
     Q_OBJECT
@@ -33,14 +32,14 @@ public:
     QVariantList query(const QString &args) override
     {
         queries.append(args);
-        return args == u"nothing"_s ? QVariantList() : QVariantList{row};
+        return args == u"nothing"_s ? QVariantList() : QVariantList{record};
     }
 
-    const QVariantMap row = {{u"title"_s, u"row"_s}};
+    const QVariantMap record = {{u"title"_s, u"row"_s}};
     QStringList queries;
 };
 
-/// A query over the real services, the plugin and the built-in programs.
+/// A query with the real services, the plugin and the built-in programs.
 struct Query
 {
     Query()
@@ -76,10 +75,10 @@ private Q_SLOTS:
     void initTestCase() { QLoggingCategory::setFilterRules(u"default.debug=false"_s); }
     void init();
 
-    void namesNoCommandAtFirst();
-    void forgetsTheTextBefore();
-    void takesTheTextApart_data();
-    void takesTheTextApart();
+    void hasNoCommandAtFirst();
+    void forgetsTheEarlierText();
+    void splitsTheText_data();
+    void splitsTheText();
     void findsTheRecords_data();
     void findsTheRecords();
     void findsAllApplicationsForBlankText();
@@ -92,7 +91,7 @@ void tst_CommandQuery::init()
     launchertest::reset();
 }
 
-void tst_CommandQuery::namesNoCommandAtFirst()
+void tst_CommandQuery::hasNoCommandAtFirst()
 {
     const Query q;
     QVERIFY(!q.query.isCommand());
@@ -102,7 +101,7 @@ void tst_CommandQuery::namesNoCommandAtFirst()
     QVERIFY(!q.query.opensAtOnce());
 }
 
-void tst_CommandQuery::forgetsTheTextBefore()
+void tst_CommandQuery::forgetsTheEarlierText()
 {
     Query q;
     q.query.setText(splitCommandText(u"todo milk"_s));
@@ -115,7 +114,7 @@ void tst_CommandQuery::forgetsTheTextBefore()
     QCOMPARE(q.query.statusText(), u"xyz | Unknown command"_s);
 }
 
-void tst_CommandQuery::takesTheTextApart_data()
+void tst_CommandQuery::splitsTheText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("isCommand");
@@ -127,35 +126,35 @@ void tst_CommandQuery::takesTheTextApart_data()
     const QString status = u"todo | Tasks"_s;
     QTest::newRow("empty text: none") << none << false << none << none << none;
     QTest::newRow("blanks alone: none") << u"  "_s << false << none << none << none;
-    QTest::newRow("known word: command") << u"todo"_s << true << u"todo"_s << none << status;
-    QTest::newRow("known word behind a blank: command")
+    QTest::newRow("known, alone: command") << u"todo"_s << true << u"todo"_s << none << status;
+    QTest::newRow("known, after a blank: command")
         << u" todo"_s << true << u"todo"_s << none << status;
-    QTest::newRow("known word between blanks: command")
+    QTest::newRow("known, between blanks: command")
         << u"  todo  "_s << true << u"todo"_s << none << status;
-    QTest::newRow("known word and text behind a blank: none")
+    QTest::newRow("known with text, after a blank: none")
         << u" todo milk"_s << false << none << none << none;
     QTest::newRow("alias: command")
         << u"tasks"_s << true << u"tasks"_s << none << u"tasks | Tasks"_s;
     QTest::newRow("capitals alone: none") << u"TODO"_s << false << none << none << none;
-    QTest::newRow("capitals behind a blank: none") << u" ToDo"_s << false << none << none << none;
+    QTest::newRow("capitals after a blank: none") << u" ToDo"_s << false << none << none << none;
     QTest::newRow("capitals and a blank: command as typed")
         << u"ToDo "_s << true << u"ToDo"_s << none << u"ToDo | Tasks"_s;
-    QTest::newRow("known word and a blank: no arguments")
+    QTest::newRow("known, and a blank: no arguments")
         << u"todo "_s << true << u"todo"_s << none << status;
     QTest::newRow("arguments: untrimmed")
         << u"todo  buy milk "_s << true << u"todo"_s << u" buy milk "_s << status;
     QTest::newRow("tab in front: trimmed off the command")
         << u"\ttodo milk"_s << true << u"todo"_s << u"milk"_s << status;
-    QTest::newRow("unknown word alone: none") << u"xyz"_s << false << none << none << none;
-    QTest::newRow("unknown word and a blank: unknown command")
+    QTest::newRow("unknown, alone: none") << u"xyz"_s << false << none << none << none;
+    QTest::newRow("unknown, and a blank: unknown command")
         << u"xyz "_s << true << u"xyz"_s << none << u"xyz | Unknown command"_s;
     QTest::newRow("place markers: stay")
         << u"%2 %1"_s << true << u"%2"_s << u"%1"_s << u"%2 | Unknown command"_s;
-    QTest::newRow("tab as the word: empty command")
+    QTest::newRow("tab alone before a blank: empty command")
         << u"\t x"_s << true << none << u"x"_s << u" | Unknown command"_s;
 }
 
-void tst_CommandQuery::takesTheTextApart()
+void tst_CommandQuery::splitsTheText()
 {
     QFETCH(const QString, text);
     Query q;
@@ -174,15 +173,15 @@ void tst_CommandQuery::findsTheRecords_data()
     QTest::addColumn<QStringList>("records");
 
     const QStringList none;
-    const QStringList row(u"row"_s);
+    const QStringList todoRow(u"row"_s);
     const auto web = [](const QString &text) {
         return QStringList(u"Search \"%1\""_s.arg(text));
     };
-    QTest::newRow("command: plugin") << u"todo"_s << true << QStringList(QString()) << row;
+    QTest::newRow("command: plugin") << u"todo"_s << true << QStringList(QString()) << todoRow;
     QTest::newRow("command and arguments: plugin")
-        << u"tasks  milk"_s << true << QStringList(u" milk"_s) << row;
+        << u"tasks  milk"_s << true << QStringList(u" milk"_s) << todoRow;
     QTest::newRow("command in capitals: plugin")
-        << u"TODO milk"_s << true << QStringList(u"milk"_s) << row;
+        << u"TODO milk"_s << true << QStringList(u"milk"_s) << todoRow;
     QTest::newRow("command without records: web")
         << u"todo nothing"_s << true << QStringList(u"nothing"_s) << web(u"todo nothing"_s);
     QTest::newRow("unknown command: web") << u"xyz  milk "_s << true << none << web(u"xyz  milk"_s);
@@ -201,7 +200,7 @@ void tst_CommandQuery::findsTheRecords()
     Query q;
     q.settings.setShowAllAppsWhenSearchEmpty(showsAll);
     q.query.setText(splitCommandText(text));
-    QCOMPARE(q.plugin->queries, QStringList()); // not before the records are wanted
+    QCOMPARE(q.plugin->queries, QStringList()); // asked only by records()
     QTEST(titles(q.query.records()), "records");
     QTEST(q.plugin->queries, "queries");
 }
@@ -222,13 +221,13 @@ void tst_CommandQuery::opensAtOnce_data()
     QTest::addColumn<bool>("preference");
     QTest::addColumn<bool>("opens");
 
-    QTest::newRow("word and a blank: opens") << u"todo "_s << true << true;
-    QTest::newRow("word and blanks: opens") << u"todo   "_s << true << true;
+    QTest::newRow("command and a blank: opens") << u"todo "_s << true << true;
+    QTest::newRow("command and blanks: opens") << u"todo   "_s << true << true;
     QTest::newRow("capitals and a blank: opens") << u"TODO "_s << true << true;
     QTest::newRow("preference off: waits") << u"todo "_s << false << false;
     QTest::newRow("arguments: wait") << u"todo milk"_s << true << false;
-    QTest::newRow("word alone: waits") << u"todo"_s << true << false;
-    QTest::newRow("word between blanks: waits") << u" todo "_s << true << false;
+    QTest::newRow("command alone: waits") << u"todo"_s << true << false;
+    QTest::newRow("command between blanks: waits") << u" todo "_s << true << false;
     QTest::newRow("unknown command: waits") << u"xyz "_s << true << false;
 }
 

@@ -19,18 +19,18 @@ private Q_SLOTS:
 void tst_CommandText::splitsAtTheFirstBlank_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("hasArguments");
     QTest::addColumn<QString>("arguments");
 
     QTest::newRow("empty text has no arguments") << QString() << QString() << false << QString();
-    QTest::newRow("word alone has no arguments") << u"calc"_s << u"calc"_s << false << QString();
+    QTest::newRow("command alone has no arguments") << u"calc"_s << u"calc"_s << false << QString();
     QTest::newRow("trailing blank gives empty arguments")
         << u"calc "_s << u"calc"_s << true << QString();
-    QTest::newRow("word and arguments") << u"calc 1+2"_s << u"calc"_s << true << u"1+2"_s;
+    QTest::newRow("command and arguments") << u"calc 1+2"_s << u"calc"_s << true << u"1+2"_s;
     QTest::newRow("further blanks belong to the arguments")
         << u"calc  1 + 2 "_s << u"calc"_s << true << u" 1 + 2 "_s;
-    QTest::newRow("leading blank gives an empty word")
+    QTest::newRow("leading blank gives an empty command")
         << u" calc"_s << QString() << true << u"calc"_s;
     QTest::newRow("tab is no blank") << u"calc\t1+2"_s << u"calc\t1+2"_s << false << QString();
     QTest::newRow("no-break space is no blank")
@@ -41,12 +41,12 @@ void tst_CommandText::splitsAtTheFirstBlank_data()
 void tst_CommandText::splitsAtTheFirstBlank()
 {
     QFETCH(QString, text);
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(bool, hasArguments);
     QFETCH(QString, arguments);
 
     const CommandText parts = splitCommandText(text);
-    QCOMPARE(parts.command, word);
+    QCOMPARE(parts.command, command);
     QCOMPARE(parts.arguments.has_value(), hasArguments);
     QCOMPARE(parts.arguments.value_or(QString()), arguments);
     QCOMPARE(parts.joined(), text);

@@ -22,11 +22,11 @@ using namespace windowtest;
 
 namespace {
 
-/// The icon at a place of its own, over a real window.
-class Desk
+/// The icon at a known position, with a real main window.
+class Fixture
 {
 public:
-    Desk() { icon.move(300, 200); }
+    Fixture() { icon.move(300, 200); }
 
     void send(QEvent::Type type, const QPointF &global, Qt::MouseButton button,
               Qt::MouseButtons buttons)
@@ -54,8 +54,8 @@ public:
     }
     QPointF centre() const { return icon.mapToGlobal(QPointF(24, 24)); }
 
-    /// Opens the menu by a right click at a place, chooses the action of that index, or with -1
-    /// dismisses it, and gives the texts, with an empty one for a separator.
+    /// Opens the menu with a right click and triggers the action with this index, or dismisses the
+    /// menu if it is -1. Returns the texts; a separator has an empty one.
     QStringList useMenu(const QPointF &global, int choice)
     {
         QStringList texts;
@@ -66,7 +66,7 @@ public:
                 return;
             }
             poll.stop();
-            menuPlace = menu->pos();
+            menuPosition = menu->pos();
             menuParent = menu->parentWidget();
             const QList<QAction *> actions = menu->actions();
             for (const QAction *action : actions) {
@@ -93,13 +93,13 @@ public:
         return image;
     }
 
-    QPoint storedPlace() const { return desk.settings.floatIconPos(); }
-    MainWindow &window() { return desk.window; }
+    QPoint storedPosition() const { return host.settings.floatIconPos(); }
+    MainWindow &window() { return host.window; }
 
-    Window desk;
+    Window host;
     ThemeManager theme;
-    FloatIcon icon{&desk.settings, &theme, &desk.window};
-    QPoint menuPlace;
+    FloatIcon icon{&host.settings, &theme, &host.window};
+    QPoint menuPosition;
     QPointer<QWidget> menuParent;
 };
 
@@ -131,38 +131,38 @@ private Q_SLOTS:
     void init() { reset(); }
 
     void isASmallToolWindowAboveAllOthers();
-    void bearsTheProgramsName();
+    void hasTheProgramsName();
 
     void clickHidesAVisibleWindow();
     void clickShowsAHiddenWindowWithTheFocusInTheBox();
-    void clickThatHidByFocusLossDoesNotShowAgain();
-    void clickBringsAMinimisedWindowBack();
+    void clickDoesNotShowAWindowThatItHidByFocusLoss();
+    void clickRestoresAMinimisedWindow();
     void doubleClickTogglesTwice();
-    void clickStoresTheUnchangedPlace();
-    void clickStoresThePlaceEachTime();
-    void clickWithoutAWindowOnlyStoresThePlace();
-    void clickOverAnotherWidgetCannotShowIt();
+    void clickStoresTheUnchangedPosition();
+    void eachClickStoresThePosition();
+    void clickWithoutAWindowOnlyStoresThePosition();
+    void clickCannotShowAnotherWidget();
 
-    void dragMovesTheIconAndStoresItsPlaceAtTheEnd();
+    void dragMovesTheIconAndStoresItsPositionAtTheEnd();
     void onePixelIsADrag();
     void dragDoesNotToggle();
     void clickAfterADragTogglesAgain();
-    void dragIsNotHeldAtTheScreensEdge();
+    void dragMayLeaveTheScreen();
     void dragRoundsToWholePixels();
     void moveWithoutTheLeftButtonMovesNothing_data();
     void moveWithoutTheLeftButtonMovesNothing();
     void otherButtonsDoNothing_data();
     void otherButtonsDoNothing();
 
-    void menuOffersWhatTheWindowIsNot();
+    void menuOffersTheOppositeState();
     void menuOpensAtThePointer();
-    void menuOpensOnTheReleaseAlone();
+    void menuOpensOnlyOnTheRelease();
     void menuTogglesTheWindow();
-    void menuBringsAMinimisedWindowBack();
-    void menuSwitchesTheIconOff();
+    void menuRestoresAMinimisedWindow();
+    void menuHidesTheIcon();
     void dismissedMenuDoesNothing();
     void menuWithoutAWindowOffersToShowIt();
-    void rightClickStoresNoPlace();
+    void rightClickStoresNoPosition();
 
     void paintsADiscWithALetter_data();
     void paintsADiscWithALetter();
@@ -171,41 +171,41 @@ private Q_SLOTS:
 
 void tst_FloatIcon::isASmallToolWindowAboveAllOthers()
 {
-    const Desk d;
+    const Fixture d;
     QCOMPARE(d.icon.windowFlags(), Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     QVERIFY(d.icon.testAttribute(Qt::WA_TranslucentBackground));
     QCOMPARE(d.icon.size(), QSize(48, 48));
     QVERIFY(d.icon.isHidden());
 }
 
-void tst_FloatIcon::bearsTheProgramsName()
+void tst_FloatIcon::hasTheProgramsName()
 {
-    const Desk d;
+    const Fixture d;
     QCOMPARE(d.icon.accessibleName(), u"Vaskel"_s);
 }
 
 void tst_FloatIcon::clickHidesAVisibleWindow()
 {
-    Desk d;
-    QVERIFY(d.desk.showActive());
+    Fixture d;
+    QVERIFY(d.host.showActive());
     d.click();
     QVERIFY(!d.window().isVisible());
 }
 
 void tst_FloatIcon::clickShowsAHiddenWindowWithTheFocusInTheBox()
 {
-    Desk d;
+    Fixture d;
     d.click();
     QVERIFY(d.window().isVisible());
     QTRY_VERIFY(d.window().isActiveWindow());
-    QTRY_VERIFY(d.desk.edit->hasFocus());
+    QTRY_VERIFY(d.host.edit->hasFocus());
 }
 
-void tst_FloatIcon::clickThatHidByFocusLossDoesNotShowAgain()
+void tst_FloatIcon::clickDoesNotShowAWindowThatItHidByFocusLoss()
 {
-    Desk d;
-    d.desk.settings.setAutoHideOnFocusLoss(true);
-    QVERIFY(d.desk.showActive());
+    Fixture d;
+    d.host.settings.setAutoHideOnFocusLoss(true);
+    QVERIFY(d.host.showActive());
     d.icon.show();
     d.press(d.centre());
     d.icon.activateWindow();
@@ -217,10 +217,10 @@ void tst_FloatIcon::clickThatHidByFocusLossDoesNotShowAgain()
     QVERIFY(d.window().isVisible());
 }
 
-void tst_FloatIcon::clickBringsAMinimisedWindowBack()
+void tst_FloatIcon::clickRestoresAMinimisedWindow()
 {
-    Desk d;
-    QVERIFY(d.desk.showActive());
+    Fixture d;
+    QVERIFY(d.host.showActive());
     d.window().showMinimized();
     d.click();
     QVERIFY(d.window().isVisible());
@@ -229,7 +229,7 @@ void tst_FloatIcon::clickBringsAMinimisedWindowBack()
 
 void tst_FloatIcon::doubleClickTogglesTwice()
 {
-    Desk d;
+    Fixture d;
     d.press(d.centre());
     d.release(d.centre());
     QVERIFY(d.window().isVisible());
@@ -239,41 +239,41 @@ void tst_FloatIcon::doubleClickTogglesTwice()
     QCOMPARE(d.icon.pos(), QPoint(300, 200));
 }
 
-void tst_FloatIcon::clickStoresTheUnchangedPlace()
+void tst_FloatIcon::clickStoresTheUnchangedPosition()
 {
-    Desk d;
-    QCOMPARE(d.storedPlace(), QPoint(-1, -1));
+    Fixture d;
+    QCOMPARE(d.storedPosition(), QPoint(-1, -1));
     d.press(d.centre());
-    QCOMPARE(d.storedPlace(), QPoint(-1, -1));
+    QCOMPARE(d.storedPosition(), QPoint(-1, -1));
     d.release(d.centre());
-    QCOMPARE(d.storedPlace(), QPoint(300, 200));
+    QCOMPARE(d.storedPosition(), QPoint(300, 200));
     QCOMPARE(d.icon.pos(), QPoint(300, 200));
 }
 
-void tst_FloatIcon::clickStoresThePlaceEachTime()
+void tst_FloatIcon::eachClickStoresThePosition()
 {
-    Desk d;
+    Fixture d;
     d.click();
-    d.desk.settings.setFloatIconPos(QPoint(1, 2));
+    d.host.settings.setFloatIconPos(QPoint(1, 2));
     d.click();
-    QCOMPARE(d.storedPlace(), QPoint(300, 200));
+    QCOMPARE(d.storedPosition(), QPoint(300, 200));
 }
 
-void tst_FloatIcon::clickWithoutAWindowOnlyStoresThePlace()
+void tst_FloatIcon::clickWithoutAWindowOnlyStoresThePosition()
 {
-    Desk d;
-    FloatIcon icon(&d.desk.settings, &d.theme, nullptr);
+    Fixture d;
+    FloatIcon icon(&d.host.settings, &d.theme, nullptr);
     icon.move(40, 50);
     QTest::mouseClick(&icon, Qt::LeftButton);
-    QCOMPARE(d.storedPlace(), QPoint(40, 50));
+    QCOMPARE(d.storedPosition(), QPoint(40, 50));
     QVERIFY(!d.window().isVisible());
 }
 
-void tst_FloatIcon::clickOverAnotherWidgetCannotShowIt()
+void tst_FloatIcon::clickCannotShowAnotherWidget()
 {
-    Desk d;
+    Fixture d;
     QWidget other;
-    FloatIcon icon(&d.desk.settings, &d.theme, &other);
+    FloatIcon icon(&d.host.settings, &d.theme, &other);
     QTest::mouseClick(&icon, Qt::LeftButton);
     QVERIFY(!other.isVisible());
 
@@ -282,45 +282,45 @@ void tst_FloatIcon::clickOverAnotherWidgetCannotShowIt()
     QVERIFY(!other.isVisible());
 }
 
-void tst_FloatIcon::dragMovesTheIconAndStoresItsPlaceAtTheEnd()
+void tst_FloatIcon::dragMovesTheIconAndStoresItsPositionAtTheEnd()
 {
-    Desk d;
+    Fixture d;
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(330, 216));
     QCOMPARE(d.icon.pos(), QPoint(320, 201));
     d.moveTo(QPointF(410, 115));
     QCOMPARE(d.icon.pos(), QPoint(400, 100));
-    QCOMPARE(d.storedPlace(), QPoint(-1, -1));
+    QCOMPARE(d.storedPosition(), QPoint(-1, -1));
     d.release(QPointF(410, 115));
     QCOMPARE(d.icon.pos(), QPoint(400, 100));
-    QCOMPARE(d.storedPlace(), QPoint(400, 100));
+    QCOMPARE(d.storedPosition(), QPoint(400, 100));
 }
 
 void tst_FloatIcon::onePixelIsADrag()
 {
-    Desk d;
+    Fixture d;
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(310, 216));
     d.release(QPointF(310, 216));
     QCOMPARE(d.icon.pos(), QPoint(300, 201));
-    QCOMPARE(d.storedPlace(), QPoint(300, 201));
+    QCOMPARE(d.storedPosition(), QPoint(300, 201));
     QVERIFY(!d.window().isVisible());
 }
 
 void tst_FloatIcon::dragDoesNotToggle()
 {
-    Desk d;
-    QVERIFY(d.desk.showActive());
+    Fixture d;
+    QVERIFY(d.host.showActive());
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(330, 216));
-    d.moveTo(QPointF(310, 215)); // back at the start it is still a drag
+    d.moveTo(QPointF(310, 215)); // back at the start, but still a drag
     d.release(QPointF(310, 215));
     QVERIFY(d.window().isVisible());
 }
 
 void tst_FloatIcon::clickAfterADragTogglesAgain()
 {
-    Desk d;
+    Fixture d;
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(330, 216));
     d.release(QPointF(330, 216));
@@ -329,21 +329,21 @@ void tst_FloatIcon::clickAfterADragTogglesAgain()
     QVERIFY(d.window().isVisible());
 }
 
-void tst_FloatIcon::dragIsNotHeldAtTheScreensEdge()
+void tst_FloatIcon::dragMayLeaveTheScreen()
 {
-    Desk d;
+    Fixture d;
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(-25, -15));
     QCOMPARE(d.icon.pos(), QPoint(-35, -30));
     d.moveTo(QPointF(5010, 4015));
     d.release(QPointF(5010, 4015));
     QCOMPARE(d.icon.pos(), QPoint(5000, 4000));
-    QCOMPARE(d.storedPlace(), QPoint(5000, 4000));
+    QCOMPARE(d.storedPosition(), QPoint(5000, 4000));
 }
 
 void tst_FloatIcon::dragRoundsToWholePixels()
 {
-    Desk d;
+    Fixture d;
     d.press(QPointF(309.6, 215.4));  // 310, 215
     d.moveTo(QPointF(320.5, 220.4)); // 321, 220
     QCOMPARE(d.icon.pos(), QPoint(311, 205));
@@ -360,12 +360,12 @@ void tst_FloatIcon::moveWithoutTheLeftButtonMovesNothing_data()
 void tst_FloatIcon::moveWithoutTheLeftButtonMovesNothing()
 {
     QFETCH(Qt::MouseButtons, buttons);
-    Desk d;
+    Fixture d;
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(330, 216), buttons);
     QCOMPARE(d.icon.pos(), QPoint(300, 200));
     d.release(QPointF(330, 216));
-    QVERIFY(d.window().isVisible()); // it was no drag
+    QVERIFY(d.window().isVisible()); // a click, not a drag
 }
 
 void tst_FloatIcon::otherButtonsDoNothing_data()
@@ -378,13 +378,13 @@ void tst_FloatIcon::otherButtonsDoNothing_data()
 void tst_FloatIcon::otherButtonsDoNothing()
 {
     QFETCH(Qt::MouseButton, button);
-    Desk d;
+    Fixture d;
     d.click(button);
     QVERIFY(!d.window().isVisible());
-    QCOMPARE(d.storedPlace(), QPoint(-1, -1));
+    QCOMPARE(d.storedPosition(), QPoint(-1, -1));
     QVERIFY(!QApplication::activePopupWidget());
 
-    // Nor does such a press change what the left one has begun.
+    // Such a press does not disturb a drag with the left button.
     d.press(QPointF(310, 215));
     d.moveTo(QPointF(320, 215));
     d.press(QPointF(321, 216), button);
@@ -392,28 +392,28 @@ void tst_FloatIcon::otherButtonsDoNothing()
     QCOMPARE(d.icon.pos(), QPoint(320, 200));
 }
 
-void tst_FloatIcon::menuOffersWhatTheWindowIsNot()
+void tst_FloatIcon::menuOffersTheOppositeState()
 {
-    Desk d;
+    Fixture d;
     QCOMPARE(d.useMenu(d.centre(), -1),
              (QStringList{u"Show main window"_s, QString(), u"Hide float icon"_s}));
     QCOMPARE(d.menuParent, &d.icon);
 
-    QVERIFY(d.desk.showActive());
+    QVERIFY(d.host.showActive());
     QCOMPARE(d.useMenu(d.centre(), -1),
              (QStringList{u"Hide main window"_s, QString(), u"Hide float icon"_s}));
 }
 
 void tst_FloatIcon::menuOpensAtThePointer()
 {
-    Desk d;
+    Fixture d;
     d.useMenu(QPointF(311.6, 215.4), -1);
-    QCOMPARE(d.menuPlace, QPoint(312, 215));
+    QCOMPARE(d.menuPosition, QPoint(312, 215));
 }
 
-void tst_FloatIcon::menuOpensOnTheReleaseAlone()
+void tst_FloatIcon::menuOpensOnlyOnTheRelease()
 {
-    Desk d;
+    Fixture d;
     d.press(d.centre(), Qt::RightButton);
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(24, 24), d.centre().toPoint());
     QCoreApplication::sendEvent(&d.icon, &event);
@@ -423,48 +423,48 @@ void tst_FloatIcon::menuOpensOnTheReleaseAlone()
 
 void tst_FloatIcon::menuTogglesTheWindow()
 {
-    Desk d;
+    Fixture d;
     d.useMenu(d.centre(), toggleEntry);
     QVERIFY(d.window().isVisible());
-    QTRY_VERIFY(d.desk.edit->hasFocus());
+    QTRY_VERIFY(d.host.edit->hasFocus());
     d.useMenu(d.centre(), toggleEntry);
     QVERIFY(!d.window().isVisible());
 }
 
-void tst_FloatIcon::menuBringsAMinimisedWindowBack()
+void tst_FloatIcon::menuRestoresAMinimisedWindow()
 {
-    Desk d;
-    QVERIFY(d.desk.showActive());
+    Fixture d;
+    QVERIFY(d.host.showActive());
     d.window().showMinimized();
     QCOMPARE(d.useMenu(d.centre(), toggleEntry).constFirst(), u"Show main window"_s);
     QVERIFY(d.window().isVisible());
     QVERIFY(!d.window().isMinimized());
 }
 
-void tst_FloatIcon::menuSwitchesTheIconOff()
+void tst_FloatIcon::menuHidesTheIcon()
 {
-    Desk d;
-    const QSignalSpy changes(&d.desk.settings, &Settings::showFloatIconChanged);
+    Fixture d;
+    const QSignalSpy changes(&d.host.settings, &Settings::showFloatIconChanged);
     d.icon.show();
     d.useMenu(d.centre(), hideIconEntry);
     QCOMPARE(changes.count(), 1);
-    QVERIFY(!d.desk.settings.showFloatIcon());
-    QVERIFY(d.icon.isVisible()); // its owner hears of the change and hides it
+    QVERIFY(!d.host.settings.showFloatIcon());
+    QVERIFY(d.icon.isVisible()); // the owner hides it when the setting changes
     QVERIFY(!d.window().isVisible());
 }
 
 void tst_FloatIcon::dismissedMenuDoesNothing()
 {
-    Desk d;
+    Fixture d;
     QVERIFY(!d.useMenu(d.centre(), -1).isEmpty());
     QVERIFY(!d.window().isVisible());
-    QVERIFY(d.desk.settings.showFloatIcon());
+    QVERIFY(d.host.settings.showFloatIcon());
 }
 
 void tst_FloatIcon::menuWithoutAWindowOffersToShowIt()
 {
-    Desk d;
-    FloatIcon icon(&d.desk.settings, &d.theme, nullptr);
+    Fixture d;
+    FloatIcon icon(&d.host.settings, &d.theme, nullptr);
     QStringList texts;
     QTimer poll;
     connect(&poll, &QTimer::timeout, &poll, [&] {
@@ -481,11 +481,11 @@ void tst_FloatIcon::menuWithoutAWindowOffersToShowIt()
     QVERIFY(!d.window().isVisible());
 }
 
-void tst_FloatIcon::rightClickStoresNoPlace()
+void tst_FloatIcon::rightClickStoresNoPosition()
 {
-    Desk d;
+    Fixture d;
     d.useMenu(d.centre(), -1);
-    QCOMPARE(d.storedPlace(), QPoint(-1, -1));
+    QCOMPARE(d.storedPosition(), QPoint(-1, -1));
 }
 
 void tst_FloatIcon::paintsADiscWithALetter_data()
@@ -498,7 +498,7 @@ void tst_FloatIcon::paintsADiscWithALetter_data()
 void tst_FloatIcon::paintsADiscWithALetter()
 {
     QFETCH(QString, theme);
-    Desk d;
+    Fixture d;
     d.theme.setTheme(theme);
     for (const bool isStyled : {false, true}) {
         if (isStyled) {
@@ -507,7 +507,7 @@ void tst_FloatIcon::paintsADiscWithALetter()
         const QImage image = d.painted();
         qApp->setStyleSheet(QString());
 
-        // From the first to the last pixel of the disc, and nothing in the corners.
+        // The disc fills the icon, and the corners are transparent.
         QCOMPARE(image.pixelColor(24, 3), d.theme.accent());
         QCOMPARE(image.pixelColor(24, 44), d.theme.accent());
         QCOMPARE(image.pixelColor(3, 24), d.theme.accent());
@@ -534,7 +534,7 @@ void tst_FloatIcon::paintsADiscWithALetter()
 
 void tst_FloatIcon::newPaletteRepaints()
 {
-    Desk d;
+    Fixture d;
     d.theme.setTheme(u"dark"_s);
     d.icon.show();
     QVERIFY(QTest::qWaitForWindowExposed(&d.icon));

@@ -14,7 +14,7 @@
 using namespace Qt::StringLiterals;
 using namespace windowtest;
 
-/// How the window is put together.
+/// The structure of the window.
 class tst_MainWindow : public QObject
 {
     Q_OBJECT
@@ -24,10 +24,10 @@ private Q_SLOTS:
 
     void hasItsTitleAndFirstSize();
     void titleBarHoldsTitleAndCloseButton();
-    void contentStandsInItsOrder();
+    void contentIsInOrder();
     void listIsTheFirstPage();
-    void boxKnowsAllWordsAndItsPrompt();
-    void destroyingItLeavesTheServices();
+    void boxKnowsAllCommandsAndItsPlaceholder();
+    void destructionKeepsTheServices();
     void namesItsPartsForAssistiveTechnology();
 };
 
@@ -61,7 +61,7 @@ void tst_MainWindow::titleBarHoldsTitleAndCloseButton()
     QCOMPARE(w.closeButton().maximumSize(), QSize(32, 28));
 }
 
-void tst_MainWindow::contentStandsInItsOrder()
+void tst_MainWindow::contentIsInOrder()
 {
     const Window w;
     const auto *root = qobject_cast<QVBoxLayout *>(w.window.layout());
@@ -89,27 +89,27 @@ void tst_MainWindow::listIsTheFirstPage()
     const Window w;
     QCOMPARE(w.stack->indexOf(w.list), 0);
     QCOMPARE(w.stack->count(), 1);
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
     QCOMPARE(w.list->iconSize(), QSize(40, 40));
     QCOMPARE(w.list->verticalScrollMode(), QAbstractItemView::ScrollPerPixel);
     QVERIFY(w.list->uniformItemSizes());
     QCOMPARE(w.list->contextMenuPolicy(), Qt::CustomContextMenu);
 }
 
-void tst_MainWindow::boxKnowsAllWordsAndItsPrompt()
+void tst_MainWindow::boxKnowsAllCommandsAndItsPlaceholder()
 {
     Window w;
     QCOMPARE(w.edit->placeholderText(), u"Search apps or type cmd space args..."_s);
-    for (const QString &word : {u"calc"_s, u"todo"_s, u"set"_s, u"user"_s}) {
-        w.box->setText(word);
-        QCOMPARE(w.box->text(), word + u' '); // as only a badge has it
+    for (const QString &command : {u"calc"_s, u"todo"_s, u"set"_s, u"user"_s}) {
+        w.box->setText(command);
+        QCOMPARE(w.box->text(), command + u' '); // the blank shows that there is a badge
     }
     w.settings.setPluginEnabled(u"calc"_s, false);
     w.box->setText(u"calc"_s);
     QCOMPARE(w.box->text(), u"calc "_s);
 }
 
-void tst_MainWindow::destroyingItLeavesTheServices()
+void tst_MainWindow::destructionKeepsTheServices()
 {
     AppLauncher launcher;
     Settings settings;

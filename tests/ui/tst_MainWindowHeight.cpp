@@ -31,14 +31,14 @@ protected:
 
 void showRows(Window &w, int count)
 {
-    w.calc.rows = numberedRows(count);
+    w.calc.records = numberedRecords(count);
     w.enter(u"calc "_s);
     w.settle();
 }
 
 } // namespace
 
-/// How the window's height follows the list, and how its user changes what it may grow to.
+/// The height of the window follows the list; dragging an edge sets its limit.
 class tst_MainWindowHeight : public QObject
 {
     Q_OBJECT
@@ -49,11 +49,11 @@ private Q_SLOTS:
     void withoutRowsItIsTheBaseHeight();
     void withRowsItIsTheBaseHeightAndTheList_data();
     void withRowsItIsTheBaseHeightAndTheList();
-    void rowsBeyondTheLimitScrollByThePixel();
+    void rowsBeyondTheLimitScrollByPixel();
     void allRowsOfALongListAreEquallyTall();
-    void statusLineAndStripBelongToTheBase();
+    void baseHeightIncludesStatusLineAndStrip();
     void emptiedListShrinksTheWindow();
-    void searchItselfDoesNotResize();
+    void searchAloneDoesNotResize();
     void burstOfChangesResizesOnce();
     void hiddenWindowIsFittedWhenItShows();
 
@@ -62,7 +62,7 @@ private Q_SLOTS:
     void dragBelowOneRowStillShowsOne();
     void dragWithoutRowsChangesNoLimit();
     void dragOnAPageChangesNoLimit();
-    void dragOfAShortListIsALimitForTheNext();
+    void dragOfAShortListLimitsTheNextList();
     void dragOfTheWidthChangesNoLimit();
     void programsOwnResizeChangesNoLimit();
     void lateAnswersToRequestsChangeNoLimit();
@@ -72,9 +72,9 @@ private Q_SLOTS:
     void pageTakesTheInitialHeight_data();
     void pageTakesTheInitialHeight();
     void pageFillsTheWindow();
-    void pageLiftsTheLimitsOfTheList();
-    void pageDragIsKeptUntilThePageGoes();
-    void fitLeavesAPageAlone();
+    void pageRemovesTheLimitsOfTheList();
+    void dragOfAPageLastsUntilThePageCloses();
+    void fitDoesNotResizeAPage();
 };
 
 void tst_MainWindowHeight::withoutRowsItIsTheBaseHeight()
@@ -112,7 +112,7 @@ void tst_MainWindowHeight::withRowsItIsTheBaseHeightAndTheList()
     QCOMPARE(w.list->verticalScrollBar()->maximum(), 0);
 }
 
-void tst_MainWindowHeight::rowsBeyondTheLimitScrollByThePixel()
+void tst_MainWindowHeight::rowsBeyondTheLimitScrollByPixel()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -129,8 +129,8 @@ void tst_MainWindowHeight::allRowsOfALongListAreEquallyTall()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = numberedRows(50);
-    w.calc.rows.insert(3, row(u"记事本"_s));
+    w.calc.records = numberedRecords(50);
+    w.calc.records.insert(3, testRecord(u"记事本"_s));
     w.enter(u"calc "_s);
     w.settle();
     QVERIFY(w.list->uniformItemSizes());
@@ -139,7 +139,7 @@ void tst_MainWindowHeight::allRowsOfALongListAreEquallyTall()
     }
 }
 
-void tst_MainWindowHeight::statusLineAndStripBelongToTheBase()
+void tst_MainWindowHeight::baseHeightIncludesStatusLineAndStrip()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -170,12 +170,12 @@ void tst_MainWindowHeight::emptiedListShrinksTheWindow()
     QVERIFY(w.stack->isHidden());
 }
 
-void tst_MainWindowHeight::searchItselfDoesNotResize()
+void tst_MainWindowHeight::searchAloneDoesNotResize()
 {
     Window w;
     QVERIFY(w.showActive());
     const int before = w.window.height();
-    w.calc.rows = numberedRows(1);
+    w.calc.records = numberedRecords(1);
     w.enter(u"calc "_s);
     QCOMPARE(w.window.height(), before);
     QVERIFY(w.stack->isHidden());
@@ -191,7 +191,7 @@ void tst_MainWindowHeight::burstOfChangesResizesOnce()
     QVERIFY(w.showActive());
     ResizeCounter resizes(&w.window);
     for (const int count : {1, 5, 3, 2, 4}) {
-        w.calc.rows = numberedRows(count);
+        w.calc.records = numberedRecords(count);
         w.enter(u"calc "_s);
     }
     w.launcher.unpinApp(programPath(1));
@@ -277,7 +277,7 @@ void tst_MainWindowHeight::dragOnAPageChangesNoLimit()
     QCOMPARE(w.window.height(), 460);
 }
 
-void tst_MainWindowHeight::dragOfAShortListIsALimitForTheNext()
+void tst_MainWindowHeight::dragOfAShortListLimitsTheNextList()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -285,7 +285,7 @@ void tst_MainWindowHeight::dragOfAShortListIsALimitForTheNext()
     w.dragHeight(550);
     QCOMPARE(w.window.height(), 550);
     QCOMPARE(w.stack->height(), w.fullListHeight());
-    // What is left over goes below the rows.
+    // The remaining space is below the rows.
     QCOMPARE(w.stack->mapTo(&w.window, QPoint()).y(), w.baseHeight() - 20);
     showRows(w, 100);
     QCOMPARE(w.window.height(), 550);
@@ -296,7 +296,7 @@ void tst_MainWindowHeight::dragOfTheWidthChangesNoLimit()
     Window w;
     QVERIFY(w.showActive());
     showRows(w, 1);
-    for (const int width : {800, 850}) { // the first might be taken for an answer to the fit
+    for (const int width : {800, 850}) { // the first might count as an answer to the fit
         w.drag(QSize(width, w.window.height()));
         QCOMPARE(w.window.width(), width);
     }
@@ -325,7 +325,7 @@ void tst_MainWindowHeight::lateAnswersToRequestsChangeNoLimit()
         showRows(w, count);
         heights.append(w.window.height());
     }
-    // The window system carries each of them out only now.
+    // The window system answers all requests only now.
     for (const int height : heights) {
         w.dragHeight(height);
     }
@@ -403,7 +403,7 @@ void tst_MainWindowHeight::pageFillsTheWindow()
     QCOMPARE(w.todo.page->width(), 720);
 }
 
-void tst_MainWindowHeight::pageLiftsTheLimitsOfTheList()
+void tst_MainWindowHeight::pageRemovesTheLimitsOfTheList()
 {
     Window w;
     w.settings.setShowAllAppsWhenSearchEmpty(false);
@@ -413,13 +413,13 @@ void tst_MainWindowHeight::pageLiftsTheLimitsOfTheList()
     QCOMPARE(w.stack->minimumHeight(), 0);
     QCOMPARE(w.stack->maximumHeight(), QWIDGETSIZE_MAX);
 
-    // The window cannot become too small for its page.
+    // The page limits the minimum height of the window.
     w.todo.page->setMinimumHeight(200);
     w.settle();
     QVERIFY(w.window.minimumHeight() > 200);
 }
 
-void tst_MainWindowHeight::pageDragIsKeptUntilThePageGoes()
+void tst_MainWindowHeight::dragOfAPageLastsUntilThePageCloses()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -432,12 +432,12 @@ void tst_MainWindowHeight::pageDragIsKeptUntilThePageGoes()
     QCOMPARE(w.window.height(), 600);
 }
 
-void tst_MainWindowHeight::fitLeavesAPageAlone()
+void tst_MainWindowHeight::fitDoesNotResizeAPage()
 {
     Window w;
     QVERIFY(w.showActive());
     QVERIFY(w.window.openPluginView(u"todo"_s));
-    w.launcher.unpinApp(programPath(1)); // asks for a fit
+    w.launcher.unpinApp(programPath(1)); // schedules a fit
     w.settle();
     QVERIFY(w.todo.page->isVisible());
     QCOMPARE(w.window.height(), 460);

@@ -27,13 +27,13 @@ private Q_SLOTS:
     void init();
     void cleanup() { qApp->setStyleSheet(QString()); }
 
-    void nothingIsCut_data();
-    void nothingIsCut();
-    void rowsFillTheListWithoutScrolling_data() { nothingIsCut_data(); }
+    void nothingIsClipped_data();
+    void nothingIsClipped();
+    void rowsFillTheListWithoutScrolling_data() { nothingIsClipped_data(); }
     void rowsFillTheListWithoutScrolling();
-    void rowsBearTheColorsOfThePalette_data() { nothingIsCut_data(); }
-    void rowsBearTheColorsOfThePalette();
-    void newPaletteReachesAWindowThatShows();
+    void rowsHaveTheColorsOfThePalette_data() { nothingIsClipped_data(); }
+    void rowsHaveTheColorsOfThePalette();
+    void newPaletteReachesAVisibleWindow();
 
 private:
     void useTheme(const QString &name);
@@ -51,14 +51,14 @@ void tst_MainWindowLook::useTheme(const QString &name)
     qApp->setStyleSheet(m_theme.styleSheet());
 }
 
-void tst_MainWindowLook::nothingIsCut_data()
+void tst_MainWindowLook::nothingIsClipped_data()
 {
     QTest::addColumn<QString>("theme");
     QTest::newRow("dark") << u"dark"_s;
     QTest::newRow("light") << u"light"_s;
 }
 
-void tst_MainWindowLook::nothingIsCut()
+void tst_MainWindowLook::nothingIsClipped()
 {
     QFETCH(QString, theme);
     useTheme(theme);
@@ -96,10 +96,10 @@ void tst_MainWindowLook::rowsFillTheListWithoutScrolling()
     useTheme(theme);
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = numberedRows(3);
+    w.calc.records = numberedRecords(3);
     w.enter(u"calc "_s);
     w.settle();
-    QCOMPARE(w.list->sizeHintForRow(0), 62); // the sheet's 46, and 8 above and below
+    QCOMPARE(w.list->sizeHintForRow(0), 62); // 46 of the sheet, with 8 above and below
     QCOMPARE(w.list->verticalScrollBar()->maximum(), 0);
     for (int row = 0; row < 3; ++row) {
         const QRect place = w.list->visualItemRect(w.list->item(row));
@@ -108,13 +108,13 @@ void tst_MainWindowLook::rowsFillTheListWithoutScrolling()
     }
 }
 
-void tst_MainWindowLook::rowsBearTheColorsOfThePalette()
+void tst_MainWindowLook::rowsHaveTheColorsOfThePalette()
 {
     QFETCH(QString, theme);
     useTheme(theme);
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = numberedRows(3);
+    w.calc.records = numberedRecords(3);
     w.enter(u"calc "_s);
     w.settle();
     const auto image = [&](int row) {
@@ -139,7 +139,7 @@ void tst_MainWindowLook::rowsBearTheColorsOfThePalette()
     QVERIFY(holds(other, m_theme.text()));
 }
 
-void tst_MainWindowLook::newPaletteReachesAWindowThatShows()
+void tst_MainWindowLook::newPaletteReachesAVisibleWindow()
 {
     useTheme(u"dark"_s);
     Window w;

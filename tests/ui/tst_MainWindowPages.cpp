@@ -19,7 +19,7 @@ using namespace windowtest;
 
 namespace {
 
-/// Notes the keys that reach a widget.
+/// Records the keys that a widget gets.
 class KeyRecorder : public QObject
 {
 public:
@@ -38,7 +38,7 @@ public:
 
 } // namespace
 
-/// The plugins' pages: how they come and when they go.
+/// Opening and closing the pages of plugins.
 class tst_MainWindowPages : public QObject
 {
     Q_OBJECT
@@ -46,39 +46,39 @@ class tst_MainWindowPages : public QObject
 private Q_SLOTS:
     void init() { reset(); }
 
-    void opensThePageInPlaceOfTheList();
-    void refusesAWordWithoutAPage_data();
-    void refusesAWordWithoutAPage();
-    void tellsThePluginTheWord();
-    void opensThePageOfAPluginThatIsSwitchedOff();
-    void openingLeavesTheBoxAlone();
+    void showsThePageInsteadOfTheList();
+    void refusesACommandWithoutAPage_data();
+    void refusesACommandWithoutAPage();
+    void tellsThePluginTheCommand();
+    void opensThePageOfADisabledPlugin();
+    void openingKeepsTheTextOfTheBox();
     void openingTwiceKeepsOnePageAndOneConnection();
     void pageStaysInTheStack();
-    void pageThatDiedIsMadeAnew();
+    void destroyedPageIsCreatedAgain();
 
-    void closeSignalGoesBackToTheList();
-    void closeSignalLeavesEverythingElseAlone();
-    void closeSignalTakesTheFocusFromThePageToTheBox();
+    void closeSignalShowsTheList();
+    void closeSignalChangesNothingElse();
+    void closeSignalMovesTheFocusFromThePageToTheBox();
 
     void searchKeepsThePage_data();
     void searchKeepsThePage();
-    void pageOfAnotherWordStaysUntilTheNextEdit();
-    void editOfTheArgumentsAsksAndKeepsThePage();
-    void editOfTheWordClosesThePage();
+    void pageOfAnotherCommandStaysUntilTheNextEdit();
+    void editOfTheArgumentsQueriesAndKeepsThePage();
+    void editOfTheCommandClosesThePage();
 
-    void pageHasTheKeysOfTheList_data();
-    void pageHasTheKeysOfTheList();
-    void escapeAndCloseLeaveThePage();
-    void managementIconOpensTheUsersPage();
+    void pageGetsTheKeysOfTheList_data();
+    void pageGetsTheKeysOfTheList();
+    void escapeAndCloseKeepThePage();
+    void managementIconOpensTheUserPage();
 
     void activateCommandOpensThePage();
     void activateCommandOfAPluginWithoutAPageShowsItsRows();
-    void activateCommandOfAnUnknownWord();
-    void activateCommandSearchesAtOnceAndOnceMore();
+    void activateCommandOfAnUnknownCommand();
+    void activateCommandSearchesAtOnceAndAfterTheDelay();
     void activateCommandReplacesTheText();
 };
 
-void tst_MainWindowPages::opensThePageInPlaceOfTheList()
+void tst_MainWindowPages::showsThePageInsteadOfTheList()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -88,28 +88,28 @@ void tst_MainWindowPages::opensThePageInPlaceOfTheList()
     QVERIFY(!w.list->isVisible());
 }
 
-void tst_MainWindowPages::refusesAWordWithoutAPage_data()
+void tst_MainWindowPages::refusesACommandWithoutAPage_data()
 {
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::newRow("plugin without a page") << u"calc"_s;
-    QTest::newRow("unknown word") << u"xyz"_s;
-    QTest::newRow("no word") << QString();
-    QTest::newRow("word with a blank") << u"todo "_s;
+    QTest::newRow("unknown command") << u"xyz"_s;
+    QTest::newRow("no command") << QString();
+    QTest::newRow("command with a blank") << u"todo "_s;
 }
 
-void tst_MainWindowPages::refusesAWordWithoutAPage()
+void tst_MainWindowPages::refusesACommandWithoutAPage()
 {
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     Window w;
     QVERIFY(w.showActive());
     const int height = w.window.height();
-    QVERIFY(!w.window.openPluginView(word));
-    QVERIFY(w.isOnList());
+    QVERIFY(!w.window.openPluginView(command));
+    QVERIFY(w.isListCurrent());
     QVERIFY(w.list->isVisible());
     QCOMPARE(w.window.height(), height);
 }
 
-void tst_MainWindowPages::tellsThePluginTheWord()
+void tst_MainWindowPages::tellsThePluginTheCommand()
 {
     Window w;
     QVERIFY(w.window.openPluginView(u"User"_s));
@@ -117,14 +117,14 @@ void tst_MainWindowPages::tellsThePluginTheWord()
     QCOMPARE(w.set.viewCommands, QStringList({u"user"_s, u"set"_s}));
 }
 
-void tst_MainWindowPages::opensThePageOfAPluginThatIsSwitchedOff()
+void tst_MainWindowPages::opensThePageOfADisabledPlugin()
 {
     Window w;
     w.settings.setPluginEnabled(u"todo"_s, false);
     QVERIFY(w.window.openPluginView(u"todo"_s));
 }
 
-void tst_MainWindowPages::openingLeavesTheBoxAlone()
+void tst_MainWindowPages::openingKeepsTheTextOfTheBox()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -159,7 +159,7 @@ void tst_MainWindowPages::pageStaysInTheStack()
     QCOMPARE(w.stack->count(), 2);
 }
 
-void tst_MainWindowPages::pageThatDiedIsMadeAnew()
+void tst_MainWindowPages::destroyedPageIsCreatedAgain()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -170,25 +170,25 @@ void tst_MainWindowPages::pageThatDiedIsMadeAnew()
     QCOMPARE(w.stack->count(), 2);
 }
 
-void tst_MainWindowPages::closeSignalGoesBackToTheList()
+void tst_MainWindowPages::closeSignalShowsTheList()
 {
     Window w;
     QVERIFY(w.showActive());
     QVERIFY(w.window.openPluginView(u"todo"_s));
     w.settle();
     Q_EMIT w.todo.viewCloseRequested();
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
     QVERIFY(w.stack->isHidden());
     QCOMPARE(w.stack->maximumHeight(), 0);
     QTRY_VERIFY(w.list->isVisible());
     QCOMPARE(w.window.height(), w.fittedHeight());
 }
 
-void tst_MainWindowPages::closeSignalLeavesEverythingElseAlone()
+void tst_MainWindowPages::closeSignalChangesNothingElse()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = numberedRows(3);
+    w.calc.records = numberedRecords(3);
     w.enter(u"calc 1"_s);
     w.moveSelection(2);
     QVERIFY(w.window.openPluginView(u"todo"_s));
@@ -201,7 +201,7 @@ void tst_MainWindowPages::closeSignalLeavesEverythingElseAlone()
     QVERIFY(w.edit->hasFocus());
 }
 
-void tst_MainWindowPages::closeSignalTakesTheFocusFromThePageToTheBox()
+void tst_MainWindowPages::closeSignalMovesTheFocusFromThePageToTheBox()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -221,14 +221,14 @@ void tst_MainWindowPages::searchKeepsThePage_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("keeps");
 
-    QTest::newRow("same word with arguments") << u"todo"_s << u"todo x"_s << true;
-    QTest::newRow("same word without arguments") << u"todo"_s << u"todo "_s << true;
-    QTest::newRow("same word behind a blank") << u"todo"_s << u" todo"_s << true;
-    QTest::newRow("another word") << u"todo"_s << u"calc 1"_s << false;
-    QTest::newRow("another word of the same plugin") << u"user"_s << u"set "_s << false;
-    QTest::newRow("same word in another case") << u"todo"_s << u"TODO x"_s << false;
+    QTest::newRow("same command with arguments") << u"todo"_s << u"todo x"_s << true;
+    QTest::newRow("same command without arguments") << u"todo"_s << u"todo "_s << true;
+    QTest::newRow("same command after a blank") << u"todo"_s << u" todo"_s << true;
+    QTest::newRow("another command") << u"todo"_s << u"calc 1"_s << false;
+    QTest::newRow("another command of the same plugin") << u"user"_s << u"set "_s << false;
+    QTest::newRow("same command in another case") << u"todo"_s << u"TODO x"_s << false;
     QTest::newRow("page opened in another case") << u"TODO"_s << u"TODO x"_s << true;
-    QTest::newRow("unknown word") << u"todo"_s << u"xyz x"_s << false;
+    QTest::newRow("unknown command") << u"todo"_s << u"xyz x"_s << false;
     QTest::newRow("no command") << u"todo"_s << u"note"_s << false;
     QTest::newRow("empty box") << u"todo"_s << QString() << false;
 }
@@ -255,7 +255,7 @@ void tst_MainWindowPages::searchKeepsThePage()
     }
 }
 
-void tst_MainWindowPages::pageOfAnotherWordStaysUntilTheNextEdit()
+void tst_MainWindowPages::pageOfAnotherCommandStaysUntilTheNextEdit()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -266,14 +266,14 @@ void tst_MainWindowPages::pageOfAnotherWordStaysUntilTheNextEdit()
     QCOMPARE(w.stack->currentWidget(), w.set.page);
     QTest::keyClicks(w.edit, u"2"_s);
     QCOMPARE(w.stack->currentWidget(), w.set.page);
-    QTRY_VERIFY(w.isOnList());
+    QTRY_VERIFY(w.isListCurrent());
 }
 
-void tst_MainWindowPages::editOfTheArgumentsAsksAndKeepsThePage()
+void tst_MainWindowPages::editOfTheArgumentsQueriesAndKeepsThePage()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.todo.rows = numberedRows(2);
+    w.todo.records = numberedRecords(2);
     w.enter(u"todo "_s);
     QVERIFY(w.window.openPluginView(u"todo"_s));
     w.todo.queries.clear();
@@ -285,23 +285,24 @@ void tst_MainWindowPages::editOfTheArgumentsAsksAndKeepsThePage()
     QVERIFY(w.strip->isHidden());
 }
 
-void tst_MainWindowPages::editOfTheWordClosesThePage()
+void tst_MainWindowPages::editOfTheCommandClosesThePage()
 {
     Window w;
     QVERIFY(w.showActive());
     w.enter(u"todo "_s);
     QVERIFY(w.window.openPluginView(u"todo"_s));
-    QTest::keyClick(w.edit, Qt::Key_Backspace); // the word alone is still the command
+    QTest::keyClick(w.edit, Qt::Key_Backspace); // without the blank it is still the command
     w.search();
     QCOMPARE(w.stack->currentWidget(), w.todo.page);
     QTest::keyClick(w.edit, Qt::Key_Backspace);
-    QTRY_VERIFY(w.isOnList());
+    QTRY_VERIFY(w.isListCurrent());
 }
 
-void tst_MainWindowPages::pageHasTheKeysOfTheList_data()
+void tst_MainWindowPages::pageGetsTheKeysOfTheList_data()
 {
     QTest::addColumn<QKeyCombination>("key");
-    QTest::addColumn<int>("row"); // of three, from the middle, once the list has it again
+    QTest::addColumn<int>(
+        "row"); // the current one of three, from the middle, when the list gets the key
 
     QTest::newRow("down") << QKeyCombination(Qt::Key_Down) << 2;
     QTest::newRow("up") << QKeyCombination(Qt::Key_Up) << 0;
@@ -309,13 +310,13 @@ void tst_MainWindowPages::pageHasTheKeysOfTheList_data()
     QTest::newRow("Ctrl+P") << (Qt::CTRL | Qt::Key_P) << 0;
 }
 
-void tst_MainWindowPages::pageHasTheKeysOfTheList()
+void tst_MainWindowPages::pageGetsTheKeysOfTheList()
 {
     QFETCH(const QKeyCombination, key);
     QFETCH(const int, row);
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = numberedRows(3);
+    w.calc.records = numberedRecords(3);
     w.enter(u"calc 1"_s);
     w.moveSelection(1);
     QVERIFY(w.window.openPluginView(u"todo"_s));
@@ -323,7 +324,7 @@ void tst_MainWindowPages::pageHasTheKeysOfTheList()
     w.todo.page->setFocus();
     KeyRecorder keys(w.todo.page);
     QTest::keyClick(w.todo.page, key.key(), key.keyboardModifiers());
-    QVERIFY(keys.pressed.contains(key)); // perhaps behind its modifier
+    QVERIFY(keys.pressed.contains(key)); // its modifier may come first
 
     Q_EMIT w.todo.viewCloseRequested();
     w.edit->setFocus();
@@ -331,7 +332,7 @@ void tst_MainWindowPages::pageHasTheKeysOfTheList()
     QCOMPARE(w.list->currentRow(), row);
 }
 
-void tst_MainWindowPages::escapeAndCloseLeaveThePage()
+void tst_MainWindowPages::escapeAndCloseKeepThePage()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -348,7 +349,7 @@ void tst_MainWindowPages::escapeAndCloseLeaveThePage()
     QCOMPARE(w.window.height(), 460);
 }
 
-void tst_MainWindowPages::managementIconOpensTheUsersPage()
+void tst_MainWindowPages::managementIconOpensTheUserPage()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -373,15 +374,15 @@ void tst_MainWindowPages::activateCommandOpensThePage()
 void tst_MainWindowPages::activateCommandOfAPluginWithoutAPageShowsItsRows()
 {
     Window w;
-    w.calc.rows = numberedRows(2);
+    w.calc.records = numberedRecords(2);
     w.window.activateCommand(u"calc"_s);
     QCOMPARE(w.box->text(), u"calc "_s);
     QCOMPARE(w.list->count(), 2);
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
     QCOMPARE(w.status->text(), u"calc | CALC"_s);
 }
 
-void tst_MainWindowPages::activateCommandOfAnUnknownWord()
+void tst_MainWindowPages::activateCommandOfAnUnknownCommand()
 {
     Window w;
     w.window.activateCommand(u"xyz"_s);
@@ -389,13 +390,13 @@ void tst_MainWindowPages::activateCommandOfAnUnknownWord()
     QCOMPARE(w.box->text(), u"xyz "_s);
     QCOMPARE(w.edit->text(), u"xyz "_s);
     QCOMPARE(w.status->text(), u"xyz | Unknown command"_s);
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
 }
 
-void tst_MainWindowPages::activateCommandSearchesAtOnceAndOnceMore()
+void tst_MainWindowPages::activateCommandSearchesAtOnceAndAfterTheDelay()
 {
     Window w;
-    w.todo.rows = numberedRows(2);
+    w.todo.records = numberedRecords(2);
     w.enter(u"note"_s);
     w.window.activateCommand(u"todo"_s);
     QCOMPARE(w.todo.queries, QStringList(QString()));
@@ -413,11 +414,11 @@ void tst_MainWindowPages::activateCommandReplacesTheText()
     w.enter(u"todo milk"_s);
     w.window.activateCommand(u"calc"_s);
     QCOMPARE(w.box->text(), u"calc "_s);
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
     w.window.activateCommand(u"todo"_s);
     QCOMPARE(w.stack->currentWidget(), w.todo.page);
     w.window.activateCommand(u"calc"_s);
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
 }
 
 VASKEL_TEST(tst_MainWindowPages, QApplication)

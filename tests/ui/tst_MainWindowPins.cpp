@@ -47,11 +47,11 @@ class tst_MainWindowPins : public QObject
 private Q_SLOTS:
     void init() { reset(); }
 
-    void stripIsALabelAndAButtonForEachPin();
+    void stripHasALabelAndAButtonPerPin();
     void buttonShowsTheIconOfItsPin();
-    void ampersandIsALetter();
+    void ampersandIsNoMnemonic();
     void stripFollowsThePins();
-    void rebuildingLeavesNoWidgetBehind();
+    void rebuildingDeletesTheOldWidgets();
 
     void stripShowsWithPinsAndAnEmptyBox_data();
     void stripShowsWithPinsAndAnEmptyBox();
@@ -62,20 +62,20 @@ private Q_SLOTS:
     void pinChangedWhileTypingLeavesTheStripHidden();
 
     void buttonLaunchesItsPinAndHides();
-    void tabKeyComesFromTheBoxToThePins();
-    void tabKeyComesToThePinsBeforeTheList();
+    void tabKeyReachesThePinsFromTheBox();
+    void tabKeyReachesThePinsBeforeTheList();
     void menuUnpins();
     void menuOpensAtThePointer();
-    void menuThatIsDismissedChangesNothing();
+    void dismissedMenuChangesNothing();
     void menuOfTheLastPinHidesTheStrip();
-    void rebuildingTakesTheFocusFromThePinsToTheBox_data();
-    void rebuildingTakesTheFocusFromThePinsToTheBox();
-    void rebuildingLeavesTheFocusElsewhere();
+    void rebuildingMovesTheFocusFromThePinsToTheBox_data();
+    void rebuildingMovesTheFocusFromThePinsToTheBox();
+    void rebuildingKeepsTheFocusElsewhere();
     void pinsChangeTheHeight();
     void manyPinsWidenTheWindow();
 };
 
-void tst_MainWindowPins::stripIsALabelAndAButtonForEachPin()
+void tst_MainWindowPins::stripHasALabelAndAButtonPerPin()
 {
     const Window w;
     QCOMPARE(w.strip->layout()->contentsMargins(), QMargins());
@@ -112,7 +112,7 @@ void tst_MainWindowPins::buttonShowsTheIconOfItsPin()
     QCOMPARE(w.pinButtons().at(1)->icon().isNull(), noIcon.isEmpty());
 }
 
-void tst_MainWindowPins::ampersandIsALetter()
+void tst_MainWindowPins::ampersandIsNoMnemonic()
 {
     Window w;
     unpinAll(w);
@@ -135,7 +135,7 @@ void tst_MainWindowPins::stripFollowsThePins()
     QVERIFY(w.strip->isHidden());
 }
 
-void tst_MainWindowPins::rebuildingLeavesNoWidgetBehind()
+void tst_MainWindowPins::rebuildingDeletesTheOldWidgets()
 {
     Window w;
     const QPointer<QPushButton> button = w.pinButtons().at(0);
@@ -160,7 +160,7 @@ void tst_MainWindowPins::stripShowsWithPinsAndAnEmptyBox_data()
         row("blanks", u"  "_s, false);
         row("command without arguments", u"calc "_s, false);
         row("command with arguments", u"calc 1"_s, false);
-        row("unknown word", u"xyz abc"_s, false);
+        row("unknown command", u"xyz abc"_s, false);
     }
 }
 
@@ -177,7 +177,7 @@ void tst_MainWindowPins::stripShowsWithPinsAndAnEmptyBox()
     w.enter(text);
     QCOMPARE(!w.strip->isHidden(), shows);
 
-    // A rebuilt strip follows the same rule.
+    // Rebuilding the strip applies the same rule.
     w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
     QCOMPARE(!w.strip->isHidden(), text.isEmpty());
     w.enter(u"note"_s);
@@ -228,7 +228,7 @@ void tst_MainWindowPins::pinChangedWhileTypingLeavesTheStripHidden()
     w.launcher.unpinApp(programPath(1));
     QVERIFY(w.strip->isHidden());
 
-    // The search of a text that was emptied since is still to come; the box's text counts.
+    // The text of the box decides, although its search is still pending.
     w.box->setText(QString());
     w.launcher.unpinApp(programPath(5));
     w.launcher.pinApp(u"/new.link"_s, u"new"_s, QString());
@@ -244,7 +244,7 @@ void tst_MainWindowPins::buttonLaunchesItsPinAndHides()
     QVERIFY(!w.window.isVisible());
 }
 
-void tst_MainWindowPins::tabKeyComesFromTheBoxToThePins()
+void tst_MainWindowPins::tabKeyReachesThePinsFromTheBox()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -257,7 +257,7 @@ void tst_MainWindowPins::tabKeyComesFromTheBoxToThePins()
     QCOMPARE(QApplication::focusWidget(), w.pinButtons().first());
 }
 
-void tst_MainWindowPins::tabKeyComesToThePinsBeforeTheList()
+void tst_MainWindowPins::tabKeyReachesThePinsBeforeTheList()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -291,11 +291,11 @@ void tst_MainWindowPins::menuOpensAtThePointer()
     const QList<QPushButton *> buttons = w.pinButtons();
     for (QPushButton *button : buttons) {
         w.useMenu(button, QPoint(5, 7), {});
-        QCOMPARE(w.menuPlace, button->mapToGlobal(QPoint(5, 7)));
+        QCOMPARE(w.menuPosition, button->mapToGlobal(QPoint(5, 7)));
     }
 }
 
-void tst_MainWindowPins::menuThatIsDismissedChangesNothing()
+void tst_MainWindowPins::dismissedMenuChangesNothing()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -313,14 +313,14 @@ void tst_MainWindowPins::menuOfTheLastPinHidesTheStrip()
     QVERIFY(w.launcher.pinnedApps().isEmpty());
 }
 
-void tst_MainWindowPins::rebuildingTakesTheFocusFromThePinsToTheBox_data()
+void tst_MainWindowPins::rebuildingMovesTheFocusFromThePinsToTheBox_data()
 {
     QTest::addColumn<int>("focused");
     QTest::newRow("from the pin that goes") << 0;
     QTest::newRow("from another pin") << 1;
 }
 
-void tst_MainWindowPins::rebuildingTakesTheFocusFromThePinsToTheBox()
+void tst_MainWindowPins::rebuildingMovesTheFocusFromThePinsToTheBox()
 {
     QFETCH(int, focused);
     Window w;
@@ -331,7 +331,7 @@ void tst_MainWindowPins::rebuildingTakesTheFocusFromThePinsToTheBox()
     QCOMPARE(w.window.focusWidget(), w.edit);
 }
 
-void tst_MainWindowPins::rebuildingLeavesTheFocusElsewhere()
+void tst_MainWindowPins::rebuildingKeepsTheFocusElsewhere()
 {
     Window w;
     QVERIFY(w.showActive());

@@ -16,7 +16,7 @@
 using namespace Qt::StringLiterals;
 using namespace windowtest;
 
-/// What the user does to the rows, and what comes of it.
+/// User actions on the rows and their effects.
 class tst_MainWindowRows : public QObject
 {
     Q_OBJECT
@@ -27,21 +27,21 @@ private Q_SLOTS:
     void enterOpensThePageOfACommand_data();
     void enterOpensThePageOfACommand();
     void enterRunsTheActionOfACommandsRow();
-    void enterLeavesAnInertRowAlone();
+    void enterIgnoresAnInertRow();
     void enterLaunchesThePathOfAnInertRow();
     void enterOnAnActionWithoutATypeHidesTheWindow();
     void enterOnAnEmptyRecordDoesNothing();
     void enterPrefersTheActionToThePath();
-    void enterOnAnUnknownWordSearchesTheWeb();
+    void enterOnAnUnknownCommandSearchesTheWeb();
     void enterLaunchesTheApplication();
     void enterWithoutAMatchSearchesTheWeb();
     void enterOnTheEmptyBoxLaunchesFromTheFullList();
     void enterOnTheEmptyBoxDoesNothingWithoutRows();
-    void enterHidesTheWindowWhateverComesBack();
+    void enterHidesTheWindowEvenOnFailure();
     void enterClearsNothing();
-    void enterWithinTheDelayActsOnTheRowsBefore();
+    void enterWithinTheDelayUsesTheEarlierRows();
     void enterInTheListDoesNothing();
-    void currentRowDecides();
+    void enterUsesTheCurrentRow();
 
     void clicks_data();
     void clicks();
@@ -55,18 +55,18 @@ private Q_SLOTS:
     void shortcutsMoveTheRow_data();
     void shortcutsMoveTheRow();
     void shortcutsMoveTheRowWithTheFocusInTheList();
-    void shortcutsStandInTheirOrder();
+    void shortcutsAreInOrder();
 
     void menuPinsAndUnpins();
     void menuOpensAtThePointer();
-    void menuThatIsDismissedChangesNothing();
+    void dismissedMenuChangesNothing();
     void menuNeedsARowWithAPath();
     void menuPinsARowOfACommand();
     void menuPinsTheTitleBeforeTheName();
-    void menuAsksAnewWhetherThePathIsPinned();
+    void menuChecksAgainWhetherThePathIsPinned();
     void menuOutlivesItsRow();
 
-    void listKeepsTheFocusWhenItsRowsAreSearchedAnew();
+    void listKeepsTheFocusAfterANewSearch();
     void listKeepsTheFocusWhenAPinChanges();
     void listWithoutRowsGivesTheFocusToTheBox();
 
@@ -76,10 +76,10 @@ private Q_SLOTS:
 void tst_MainWindowRows::enterOpensThePageOfACommand_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("word");
+    QTest::addColumn<QString>("command");
     QTest::addColumn<bool>("enabled");
-    QTest::newRow("word") << u"todo "_s << u"todo"_s << true;
-    QTest::newRow("word with arguments") << u"todo buy milk"_s << u"todo"_s << true;
+    QTest::newRow("command") << u"todo "_s << u"todo"_s << true;
+    QTest::newRow("command with arguments") << u"todo buy milk"_s << u"todo"_s << true;
     QTest::newRow("alias") << u"user "_s << u"user"_s << true;
     QTest::newRow("capitals") << u"TODO x"_s << u"todo"_s << true;
     QTest::newRow("plugin that is switched off") << u"todo "_s << u"todo"_s << false;
@@ -88,19 +88,19 @@ void tst_MainWindowRows::enterOpensThePageOfACommand_data()
 void tst_MainWindowRows::enterOpensThePageOfACommand()
 {
     QFETCH(QString, text);
-    QFETCH(QString, word);
+    QFETCH(QString, command);
     QFETCH(bool, enabled);
 
     Window w;
     QVERIFY(w.showActive());
     w.settings.setPluginEnabled(u"todo"_s, enabled);
-    FakePlugin &plugin = word == "todo"_L1 ? w.todo : w.set;
-    plugin.rows = {row(u"r"_s, action(u"copy"_s, u"3"_s, u"calc"_s))};
+    FakePlugin &plugin = command == "todo"_L1 ? w.todo : w.set;
+    plugin.records = {testRecord(u"r"_s, action(u"copy"_s, u"3"_s, u"calc"_s))};
     w.enter(text);
-    QVERIFY(w.isOnList());
+    QVERIFY(w.isListCurrent());
     QTest::keyClick(w.edit, Qt::Key_Return);
     QCOMPARE(w.stack->currentWidget(), plugin.page);
-    QCOMPARE(plugin.viewCommands, QStringList(word));
+    QCOMPARE(plugin.viewCommands, QStringList(command));
     QVERIFY(w.calc.actions.isEmpty());
     QVERIFY(w.window.isVisible());
 }
@@ -110,18 +110,19 @@ void tst_MainWindowRows::enterRunsTheActionOfACommandsRow()
     Window w;
     QVERIFY(w.showActive());
     const QVariantMap copy = action(u"copy"_s, u"3"_s, u"calc"_s);
-    w.calc.rows = {row(u"3"_s, copy)};
+    w.calc.records = {testRecord(u"3"_s, copy)};
     w.enter(u"calc 1+2"_s);
     QTest::keyClick(w.edit, Qt::Key_Return);
     QCOMPARE(w.calc.actions, QList<QVariantMap>{copy});
     QVERIFY(!w.window.isVisible());
 }
 
-void tst_MainWindowRows::enterLeavesAnInertRowAlone()
+void tst_MainWindowRows::enterIgnoresAnInertRow()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = {row(u"hint"_s, action(u"none"_s, u"3"_s, u"calc"_s)), row(u"bare"_s)};
+    w.calc.records = {testRecord(u"hint"_s, action(u"none"_s, u"3"_s, u"calc"_s)),
+                      testRecord(u"bare"_s)};
     w.enter(u"calc "_s);
     QTest::keyClick(w.edit, Qt::Key_Return);
     w.moveSelection(1);
@@ -135,7 +136,7 @@ void tst_MainWindowRows::enterLaunchesThePathOfAnInertRow()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = {row(u"r"_s, action(u"none"_s, {}, u"calc"_s), u"/a.link"_s)};
+    w.calc.records = {testRecord(u"r"_s, action(u"none"_s, {}, u"calc"_s), u"/a.link"_s)};
     w.enter(u"calc "_s);
     QTest::keyClick(w.edit, Qt::Key_Return);
     QVERIFY(w.calc.actions.isEmpty());
@@ -147,7 +148,7 @@ void tst_MainWindowRows::enterOnAnActionWithoutATypeHidesTheWindow()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = {row(u"r"_s, QVariantMap{{u"plugin"_s, u"calc"_s}}, u"/a.link"_s)};
+    w.calc.records = {testRecord(u"r"_s, QVariantMap{{u"plugin"_s, u"calc"_s}}, u"/a.link"_s)};
     w.enter(u"calc "_s);
     QTest::keyClick(w.edit, Qt::Key_Return);
     QVERIFY(w.calc.actions.isEmpty());
@@ -159,7 +160,7 @@ void tst_MainWindowRows::enterOnAnEmptyRecordDoesNothing()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = {QVariantMap()};
+    w.calc.records = {QVariantMap()};
     w.enter(u"calc "_s);
     QTest::keyClick(w.edit, Qt::Key_Return);
     QVERIFY(w.window.isVisible());
@@ -170,14 +171,14 @@ void tst_MainWindowRows::enterPrefersTheActionToThePath()
     Window w;
     QVERIFY(w.showActive());
     const QVariantMap launch = action(u"launch"_s, u"/a.link"_s, u"calc"_s);
-    w.calc.rows = {row(u"r"_s, launch, u"/a.link"_s)};
+    w.calc.records = {testRecord(u"r"_s, launch, u"/a.link"_s)};
     w.enter(u"calc "_s);
     QTest::keyClick(w.edit, Qt::Key_Return);
     QCOMPARE(w.calc.actions, QList<QVariantMap>{launch});
     QCOMPARE(launched(), QStringList());
 }
 
-void tst_MainWindowRows::enterOnAnUnknownWordSearchesTheWeb()
+void tst_MainWindowRows::enterOnAnUnknownCommandSearchesTheWeb()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -226,17 +227,17 @@ void tst_MainWindowRows::enterOnTheEmptyBoxDoesNothingWithoutRows()
     QVERIFY(w.window.isVisible());
 }
 
-void tst_MainWindowRows::enterHidesTheWindowWhateverComesBack()
+void tst_MainWindowRows::enterHidesTheWindowEvenOnFailure()
 {
     Window w;
     QVERIFY(w.showActive());
-    w.calc.rows = {row(u"r"_s, action(u"no such thing"_s, u"x"_s, u"no such plugin"_s))};
+    w.calc.records = {testRecord(u"r"_s, action(u"no such thing"_s, u"x"_s, u"no such plugin"_s))};
     w.enter(u"calc "_s);
     w.launchCurrent();
     QVERIFY(!w.window.isVisible());
 
     QVERIFY(w.showActive());
-    w.calc.rows = {row(u"r"_s, {}, u"/no/such/program"_s)};
+    w.calc.records = {testRecord(u"r"_s, {}, u"/no/such/program"_s)};
     w.search();
     w.launchCurrent();
     QVERIFY(!w.window.isVisible());
@@ -255,7 +256,7 @@ void tst_MainWindowRows::enterClearsNothing()
     QCOMPARE(w.rows(), rows);
 }
 
-void tst_MainWindowRows::enterWithinTheDelayActsOnTheRowsBefore()
+void tst_MainWindowRows::enterWithinTheDelayUsesTheEarlierRows()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -266,7 +267,7 @@ void tst_MainWindowRows::enterWithinTheDelayActsOnTheRowsBefore()
     QCOMPARE(launched(), QStringList(programPath(2)));
     QVERIFY(!w.window.isVisible());
 
-    // The search that was due still comes, behind the hidden window.
+    // The pending search still runs while the window is hidden.
     QVERIFY(w.searchTimer().isActive());
     QCOMPARE(w.currentTitle(), u"Paint"_s);
     QTRY_COMPARE(w.currentTitle(), u"Notepad"_s);
@@ -283,7 +284,7 @@ void tst_MainWindowRows::enterInTheListDoesNothing()
     QVERIFY(w.window.isVisible());
 }
 
-void tst_MainWindowRows::currentRowDecides()
+void tst_MainWindowRows::enterUsesTheCurrentRow()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -316,7 +317,7 @@ void tst_MainWindowRows::clicks()
     QFETCH(bool, afterTwo);
 
     Window w;
-    w.calc.rows = {row(u"r"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/a.link"_s)};
+    w.calc.records = {testRecord(u"r"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/a.link"_s)};
     w.settings.setAppLaunchRequiresDoubleClick(requiresDoubleClick);
     QVERIFY(w.showActive());
     w.enter(text);
@@ -334,7 +335,7 @@ void tst_MainWindowRows::clicks()
         QCOMPARE(effects(), afterTwo ? 1 : 0);
         QCOMPARE(w.window.isVisible(), !afterTwo);
     } else {
-        // The second click of a pair has nothing left to do.
+        // The second click of a double click has no effect.
         Q_EMIT w.list->itemDoubleClicked(w.list->item(0));
         QCOMPARE(effects(), 1);
     }
@@ -433,7 +434,7 @@ void tst_MainWindowRows::shortcutsMoveTheRowWithTheFocusInTheList()
     QCOMPARE(w.list->currentRow(), 1);
 }
 
-void tst_MainWindowRows::shortcutsStandInTheirOrder()
+void tst_MainWindowRows::shortcutsAreInOrder()
 {
     const Window w;
     QStringList keys;
@@ -470,13 +471,13 @@ void tst_MainWindowRows::menuOpensAtThePointer()
 {
     Window w;
     QVERIFY(w.showActive());
-    QVERIFY(w.list->viewport()->pos() != QPoint()); // the list's place would be another one
+    QVERIFY(w.list->viewport()->pos() != QPoint()); // so the list would give another position
     const QPoint position = w.list->visualItemRect(w.list->item(1)).center();
     w.useMenu(w.list->viewport(), position, {});
-    QCOMPARE(w.menuPlace, w.list->viewport()->mapToGlobal(position));
+    QCOMPARE(w.menuPosition, w.list->viewport()->mapToGlobal(position));
 }
 
-void tst_MainWindowRows::menuThatIsDismissedChangesNothing()
+void tst_MainWindowRows::dismissedMenuChangesNothing()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -503,7 +504,7 @@ void tst_MainWindowRows::menuNeedsARowWithAPath()
 void tst_MainWindowRows::menuPinsARowOfACommand()
 {
     Window w;
-    w.calc.rows = {row(u"r"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/a.link"_s)};
+    w.calc.records = {testRecord(u"r"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/a.link"_s)};
     QVERIFY(w.showActive());
     w.enter(u"calc "_s);
     w.settle();
@@ -516,10 +517,10 @@ void tst_MainWindowRows::menuPinsARowOfACommand()
 void tst_MainWindowRows::menuPinsTheTitleBeforeTheName()
 {
     Window w;
-    w.calc.rows = {QVariantMap{{u"title"_s, u"title"_s},
-                               {u"name"_s, u"name"_s},
-                               {u"icon"_s, u"/i.png"_s},
-                               {u"path"_s, u"/a.link"_s}}};
+    w.calc.records = {QVariantMap{{u"title"_s, u"title"_s},
+                                  {u"name"_s, u"name"_s},
+                                  {u"icon"_s, u"/i.png"_s},
+                                  {u"path"_s, u"/a.link"_s}}};
     QVERIFY(w.showActive());
     w.enter(u"calc "_s);
     w.settle();
@@ -530,13 +531,13 @@ void tst_MainWindowRows::menuPinsTheTitleBeforeTheName()
     QCOMPARE(pin.value(u"icon"_s).toString(), u"/i.png"_s);
 }
 
-void tst_MainWindowRows::menuAsksAnewWhetherThePathIsPinned()
+void tst_MainWindowRows::menuChecksAgainWhetherThePathIsPinned()
 {
     Window w;
     QVERIFY(w.showActive());
     w.enter(u"paint"_s);
     w.settle();
-    // While the menu that offers to pin is open, the path is pinned by other means.
+    // The path is pinned by other means while the menu is open.
     QTimer::singleShot(0, &w.window,
                        [&w] { w.launcher.pinApp(programPath(2), u"Paint"_s, u"/i.png"_s); });
     const QPoint position = w.list->visualItemRect(w.list->item(0)).center();
@@ -558,7 +559,7 @@ void tst_MainWindowRows::menuOutlivesItsRow()
     QVERIFY(w.launcher.isPinned(programPath(2)));
 }
 
-void tst_MainWindowRows::listKeepsTheFocusWhenItsRowsAreSearchedAnew()
+void tst_MainWindowRows::listKeepsTheFocusAfterANewSearch()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -567,7 +568,7 @@ void tst_MainWindowRows::listKeepsTheFocusWhenItsRowsAreSearchedAnew()
     w.search();
     w.settle();
     QVERIFY(w.list->hasFocus());
-    QCOMPARE(focusChanged.count(), 0); // nor did any other widget have it between
+    QCOMPARE(focusChanged.count(), 0); // no other widget had it in between
     QTest::keyClick(w.list, Qt::Key_Down);
     QCOMPARE(w.list->currentRow(), 1);
 }
@@ -598,7 +599,7 @@ void tst_MainWindowRows::listWithoutRowsGivesTheFocusToTheBox()
 void tst_MainWindowRows::rowsReadTitleAndSubtitleAloud()
 {
     Window w;
-    w.calc.rows = {row(u"3"_s)};
+    w.calc.records = {testRecord(u"3"_s)};
     w.enter(u"calc "_s);
     QAccessibleInterface *list = QAccessible::queryAccessibleInterface(w.list);
     QCOMPARE(list->childCount(), 1);

@@ -28,7 +28,7 @@ void paste(QLineEdit &edit, const QString &text)
 
 } // namespace
 
-/// From the text of the box to the rows, the status line and the page.
+/// The text of the box determines the rows, the status line and the page.
 class tst_MainWindowSearch : public QObject
 {
     Q_OBJECT
@@ -37,40 +37,40 @@ private Q_SLOTS:
     void init() { reset(); }
 
     void searchesOnceAtTheStart();
-    void takesTheText_data();
-    void takesTheText();
+    void answersTheText_data();
+    void answersTheText();
     void emptyBoxFollowsThePreferenceAtOnce();
-    void blanksAloneSearchTheCatalogueAsTheyAre();
-    void blanksAloneShowNothingWithThePreferenceOff();
+    void blankTextListsAllApplications();
+    void blankTextShowsNothingWithThePreferenceOff();
 
-    void rowsKeepTheOrderAndTheNumberOfTheResults();
+    void rowsKeepTheOrderAndTheNumberOfTheRecords();
     void rowCarriesItsRecord();
     void recordWithoutTextsIsALineFeed();
     void newSearchReplacesTheRowsAndStartsAtTheFirst();
 
-    void statusLineTellsTheCommand_data();
-    void statusLineTellsTheCommand();
-    void statusLineShowsMarkupAsItStands();
-    void longWordDoesNotWidenTheWindow();
+    void statusLineShowsTheCommand_data();
+    void statusLineShowsTheCommand();
+    void statusLineShowsMarkupAsPlainText();
+    void longCommandDoesNotWidenTheWindow();
 
-    void webRowHoldsTheAddress();
+    void webRowHasTheAddress();
     void webRowFollowsTheEngine();
-    void webRowStandsInForACommandWithoutResults();
-    void switchedOffPluginShowsItsNotice();
+    void webRowReplacesAnEmptyAnswer();
+    void disabledPluginShowsItsNotice();
 
-    void typedCommandLeavesItsBlankToTheArguments();
-    void pastedCommandDoesNot();
+    void typedCommandKeepsItsBlankInTheArguments();
+    void pastedCommandHasNoBlank();
 
     void waitsForAPauseInTheTyping();
-    void everyChangeStartsTheDelayAnew();
+    void everyChangeRestartsTheDelay();
     void badgeSearchesOnceForBothOfItsChanges();
 
     void autoEnterOpensThePageAtOnce();
-    void autoEnterLeavesTheStripOnShow();
+    void autoEnterKeepsTheStripVisible();
     void autoEnterNeedsEmptyArguments_data();
     void autoEnterNeedsEmptyArguments();
     void autoEnterNeedsTheBlank();
-    void autoEnterLeavesAPageAlone();
+    void autoEnterKeepsAnOpenPage();
 };
 
 void tst_MainWindowSearch::searchesOnceAtTheStart()
@@ -83,7 +83,7 @@ void tst_MainWindowSearch::searchesOnceAtTheStart()
     QVERIFY(!w.searchTimer().isActive());
 }
 
-void tst_MainWindowSearch::takesTheText_data()
+void tst_MainWindowSearch::answersTheText_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QStringList>("queries");
@@ -94,39 +94,39 @@ void tst_MainWindowSearch::takesTheText_data()
     const QString noStatus;
     const QString calcRow = u"row 1\nabout row 1"_s;
     const QString calcStatus = u"calc | CALC"_s;
-    QTest::newRow("word and blank is a command without arguments")
+    QTest::newRow("command and blank has no arguments")
         << u"calc "_s << QStringList{QString()} << calcStatus << calcRow;
-    QTest::newRow("word alone is a command without arguments")
+    QTest::newRow("command alone has no arguments")
         << u"calc"_s << QStringList{QString()} << calcStatus << calcRow;
     QTest::newRow("arguments arrive untrimmed")
         << u"calc  1 + 2 "_s << QStringList{u" 1 + 2 "_s} << calcStatus << calcRow;
-    QTest::newRow("blank in front of a word runs it without arguments")
+    QTest::newRow("blank before a command runs it without arguments")
         << u" calc"_s << QStringList{QString()} << calcStatus << calcRow;
-    QTest::newRow("blanks around a word run it without arguments")
+    QTest::newRow("blanks around a command run it without arguments")
         << u"  calc  "_s << QStringList{QString()} << calcStatus << calcRow;
-    QTest::newRow("blank in front of word and arguments searches the web")
+    QTest::newRow("blank before command and arguments searches the web")
         << u" calc 1"_s << none << noStatus << u"Search \"calc 1\""_s + bingRow;
-    QTest::newRow("word in capitals alone is no command")
+    QTest::newRow("capitals alone are no command")
         << u"CALC"_s << none << noStatus << u"Calculator\n"_s;
-    QTest::newRow("word in capitals with a blank is a command")
+    QTest::newRow("capitals with a blank are a command")
         << u"CALC 1"_s << QStringList{u"1"_s} << u"CALC | CALC"_s << calcRow;
-    QTest::newRow("tab in front of the word goes with the trimming")
+    QTest::newRow("tab before the command is trimmed")
         << u"\tcalc 1"_s << QStringList{u"1"_s} << calcStatus << calcRow;
-    QTest::newRow("two unknown words never reach the applications")
+    QTest::newRow("unknown command never reaches the applications")
         << u"task manager"_s << none << u"task | Unknown command"_s
         << u"Search \"task manager\""_s + bingRow;
-    QTest::newRow("unknown word with an argument")
+    QTest::newRow("unknown command with an argument")
         << u"xyz abc"_s << none << u"xyz | Unknown command"_s << u"Search \"xyz abc\""_s + bingRow;
-    QTest::newRow("unknown word with a blank")
+    QTest::newRow("unknown command with a blank")
         << u"xyz "_s << none << u"xyz | Unknown command"_s << u"Search \"xyz\""_s + bingRow;
-    QTest::newRow("unknown word alone")
+    QTest::newRow("unknown command alone")
         << u"xyz"_s << none << noStatus << u"Search \"xyz\""_s + bingRow;
     QTest::newRow("part of a name") << u"notep"_s << none << noStatus << u"Notepad\n"_s;
-    QTest::newRow("part of a name behind a blank")
+    QTest::newRow("part of a name after a blank")
         << u" notep "_s << none << noStatus << u"Notepad\n"_s;
 }
 
-void tst_MainWindowSearch::takesTheText()
+void tst_MainWindowSearch::answersTheText()
 {
     QFETCH(QString, text);
     QFETCH(QStringList, queries);
@@ -134,7 +134,7 @@ void tst_MainWindowSearch::takesTheText()
     QFETCH(QString, firstRow);
 
     Window w;
-    w.calc.rows = numberedRows(1);
+    w.calc.records = numberedRecords(1);
     w.enter(text);
     QCOMPARE(w.calc.queries, queries);
     QCOMPARE(w.status->isHidden(), status.isEmpty());
@@ -155,7 +155,7 @@ void tst_MainWindowSearch::emptyBoxFollowsThePreferenceAtOnce()
     QCOMPARE(w.list->count(), 8);
 }
 
-void tst_MainWindowSearch::blanksAloneSearchTheCatalogueAsTheyAre()
+void tst_MainWindowSearch::blankTextListsAllApplications()
 {
     Window w;
     w.enter(u"   "_s);
@@ -164,7 +164,7 @@ void tst_MainWindowSearch::blanksAloneSearchTheCatalogueAsTheyAre()
     QVERIFY(w.strip->isHidden());
 }
 
-void tst_MainWindowSearch::blanksAloneShowNothingWithThePreferenceOff()
+void tst_MainWindowSearch::blankTextShowsNothingWithThePreferenceOff()
 {
     Window w;
     w.settings.setShowAllAppsWhenSearchEmpty(false);
@@ -173,10 +173,10 @@ void tst_MainWindowSearch::blanksAloneShowNothingWithThePreferenceOff()
     QVERIFY(w.strip->isHidden());
 }
 
-void tst_MainWindowSearch::rowsKeepTheOrderAndTheNumberOfTheResults()
+void tst_MainWindowSearch::rowsKeepTheOrderAndTheNumberOfTheRecords()
 {
     Window w;
-    w.calc.rows = numberedRows(500);
+    w.calc.records = numberedRecords(500);
     w.enter(u"calc "_s);
     QCOMPARE(w.list->count(), 500);
     QCOMPARE(w.list->item(0)->text(), u"row 1\nabout row 1"_s);
@@ -186,8 +186,8 @@ void tst_MainWindowSearch::rowsKeepTheOrderAndTheNumberOfTheResults()
 void tst_MainWindowSearch::rowCarriesItsRecord()
 {
     Window w;
-    const QVariantMap record = row(u"t"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/p"_s);
-    w.calc.rows = {record};
+    const QVariantMap record = testRecord(u"t"_s, action(u"copy"_s, u"3"_s, u"calc"_s), u"/p"_s);
+    w.calc.records = {record};
     w.enter(u"calc "_s);
     QCOMPARE(w.list->item(0)->data(Qt::UserRole).toMap(), record);
     QVERIFY(w.list->item(0)->icon().isNull());
@@ -196,7 +196,7 @@ void tst_MainWindowSearch::rowCarriesItsRecord()
 void tst_MainWindowSearch::recordWithoutTextsIsALineFeed()
 {
     Window w;
-    w.calc.rows = {QVariantMap(), QVariant(5)};
+    w.calc.records = {QVariantMap(), QVariant(5)};
     w.enter(u"calc "_s);
     QCOMPARE(w.rows(), QStringList({u"\n"_s, u"\n"_s}));
 }
@@ -206,25 +206,25 @@ void tst_MainWindowSearch::newSearchReplacesTheRowsAndStartsAtTheFirst()
     Window w;
     w.moveSelection(3);
     QCOMPARE(w.list->currentRow(), 3);
-    w.calc.rows = numberedRows(2);
+    w.calc.records = numberedRecords(2);
     w.enter(u"calc "_s);
     QCOMPARE(w.rows(), QStringList({u"row 1\nabout row 1"_s, u"row 2\nabout row 2"_s}));
     QCOMPARE(w.list->currentRow(), 0);
     QVERIFY(w.list->item(0)->isSelected());
 }
 
-void tst_MainWindowSearch::statusLineTellsTheCommand_data()
+void tst_MainWindowSearch::statusLineShowsTheCommand_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("status");
-    QTest::newRow("known word") << u"todo x"_s << u"todo | TODO"_s;
+    QTest::newRow("known command") << u"todo x"_s << u"todo | TODO"_s;
     QTest::newRow("alias") << u"user x"_s << u"user | SET"_s;
-    QTest::newRow("word as it was typed") << u"ToDo x"_s << u"ToDo | TODO"_s;
-    QTest::newRow("unknown word") << u"Xyz x"_s << u"Xyz | Unknown command"_s;
+    QTest::newRow("command as it was typed") << u"ToDo x"_s << u"ToDo | TODO"_s;
+    QTest::newRow("unknown command") << u"Xyz x"_s << u"Xyz | Unknown command"_s;
     QTest::newRow("place markers stay") << u"%2 x"_s << u"%2 | Unknown command"_s;
 }
 
-void tst_MainWindowSearch::statusLineTellsTheCommand()
+void tst_MainWindowSearch::statusLineShowsTheCommand()
 {
     QFETCH(QString, text);
     Window w;
@@ -235,13 +235,13 @@ void tst_MainWindowSearch::statusLineTellsTheCommand()
     QVERIFY(w.status->isHidden());
 }
 
-void tst_MainWindowSearch::statusLineShowsMarkupAsItStands()
+void tst_MainWindowSearch::statusLineShowsMarkupAsPlainText()
 {
     const Window w;
     QCOMPARE(w.status->textFormat(), Qt::PlainText);
 }
 
-void tst_MainWindowSearch::longWordDoesNotWidenTheWindow()
+void tst_MainWindowSearch::longCommandDoesNotWidenTheWindow()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -250,7 +250,7 @@ void tst_MainWindowSearch::longWordDoesNotWidenTheWindow()
     QCOMPARE(w.window.width(), 760);
 }
 
-void tst_MainWindowSearch::webRowHoldsTheAddress()
+void tst_MainWindowSearch::webRowHasTheAddress()
 {
     Window w;
     w.enter(u" xyz 天 "_s);
@@ -275,7 +275,7 @@ void tst_MainWindowSearch::webRowFollowsTheEngine()
              u"https://duckduckgo.com/?q=xyz"_s);
 }
 
-void tst_MainWindowSearch::webRowStandsInForACommandWithoutResults()
+void tst_MainWindowSearch::webRowReplacesAnEmptyAnswer()
 {
     Window w;
     w.enter(u"calc 1"_s);
@@ -283,18 +283,18 @@ void tst_MainWindowSearch::webRowStandsInForACommandWithoutResults()
     QCOMPARE(w.status->text(), u"calc | CALC"_s);
 }
 
-void tst_MainWindowSearch::switchedOffPluginShowsItsNotice()
+void tst_MainWindowSearch::disabledPluginShowsItsNotice()
 {
     Window w;
     w.settings.setPluginEnabled(u"calc"_s, false);
-    w.calc.rows = numberedRows(3);
+    w.calc.records = numberedRecords(3);
     w.enter(u"calc 1"_s);
     QCOMPARE(w.rows(),
              QStringList(u"Plugin disabled\ncalc plugin has been disabled in settings"_s));
     QCOMPARE(w.status->text(), u"calc | CALC"_s);
 }
 
-void tst_MainWindowSearch::typedCommandLeavesItsBlankToTheArguments()
+void tst_MainWindowSearch::typedCommandKeepsItsBlankInTheArguments()
 {
     Window w;
     QTest::keyClicks(w.edit, u"calc 1+2"_s);
@@ -303,7 +303,7 @@ void tst_MainWindowSearch::typedCommandLeavesItsBlankToTheArguments()
     QCOMPARE(w.calc.queries, QStringList(u" 1+2"_s));
 }
 
-void tst_MainWindowSearch::pastedCommandDoesNot()
+void tst_MainWindowSearch::pastedCommandHasNoBlank()
 {
     Window w;
     paste(*w.edit, u"calc 1+2"_s);
@@ -315,7 +315,7 @@ void tst_MainWindowSearch::pastedCommandDoesNot()
 void tst_MainWindowSearch::waitsForAPauseInTheTyping()
 {
     Window w;
-    w.calc.rows = numberedRows(1);
+    w.calc.records = numberedRecords(1);
     QVERIFY(w.searchTimer().isSingleShot());
     QCOMPARE(w.searchTimer().interval(), 120);
     w.box->setText(u"calc 1"_s);
@@ -324,12 +324,12 @@ void tst_MainWindowSearch::waitsForAPauseInTheTyping()
     QCOMPARE(w.calc.queries, QStringList(u"1"_s));
 }
 
-void tst_MainWindowSearch::everyChangeStartsTheDelayAnew()
+void tst_MainWindowSearch::everyChangeRestartsTheDelay()
 {
     Window w;
     QTimer &timer = w.searchTimer();
     timer.setTimerType(Qt::PreciseTimer);
-    timer.setInterval(60000); // no slow machine searches in the midst of the typing
+    timer.setInterval(60000); // long enough for typing on a slow machine
     QTest::keyClicks(w.edit, u"calc 1"_s);
     QVERIFY(timer.isActive());
     QTRY_VERIFY(timer.remainingTime() < 59800);
@@ -369,7 +369,7 @@ void tst_MainWindowSearch::autoEnterOpensThePageAtOnce()
     QVERIFY(w.status->isHidden());
 }
 
-void tst_MainWindowSearch::autoEnterLeavesTheStripOnShow()
+void tst_MainWindowSearch::autoEnterKeepsTheStripVisible()
 {
     Window w;
     w.settings.setPluginAutoEnter(true);
@@ -391,7 +391,7 @@ void tst_MainWindowSearch::autoEnterNeedsEmptyArguments_data()
     QTest::newRow("preference off does not") << u"todo "_s << false << true << false;
     QTest::newRow("plugin switched off does not") << u"todo "_s << true << false << false;
     QTest::newRow("plugin without a page does not") << u"calc "_s << true << true << false;
-    QTest::newRow("unknown word does not") << u"xyz "_s << true << true << false;
+    QTest::newRow("unknown command does not") << u"xyz "_s << true << true << false;
 }
 
 void tst_MainWindowSearch::autoEnterNeedsEmptyArguments()
@@ -405,7 +405,7 @@ void tst_MainWindowSearch::autoEnterNeedsEmptyArguments()
     w.settings.setPluginAutoEnter(preference);
     w.settings.setPluginEnabled(u"todo"_s, enabled);
     w.enter(text);
-    QCOMPARE(!w.isOnList(), opens);
+    QCOMPARE(!w.isListCurrent(), opens);
     QCOMPARE(w.status->isHidden(), opens);
 }
 
@@ -413,18 +413,18 @@ void tst_MainWindowSearch::autoEnterNeedsTheBlank()
 {
     Window w;
     w.settings.setPluginAutoEnter(true);
-    w.enter(u" todo"_s); // a command by its trimmed text, without a blank behind it
-    QVERIFY(w.isOnList());
+    w.enter(u" todo"_s); // a command without a blank after it
+    QVERIFY(w.isListCurrent());
     QCOMPARE(w.todo.queries, QStringList(QString()));
 }
 
-void tst_MainWindowSearch::autoEnterLeavesAPageAlone()
+void tst_MainWindowSearch::autoEnterKeepsAnOpenPage()
 {
     Window w;
     w.settings.setPluginAutoEnter(true);
     w.enter(u"todo "_s);
     QCOMPARE(w.todo.viewCommands, QStringList(u"todo"_s));
-    w.search(); // on the page, the same text is queried like any other
+    w.search(); // with an open page, the text is queried
     QCOMPARE(w.todo.viewCommands, QStringList(u"todo"_s));
     QCOMPARE(w.todo.queries, QStringList(QString()));
     QCOMPARE(w.stack->currentWidget(), w.todo.page);

@@ -27,14 +27,13 @@ using namespace windowtest;
 
 namespace {
 
-/// Calls a function on the message box that the statement in between opens, and then leaves the box
-/// if the function has not.
-class AtMessageBox : public QTimer
+/// Calls a function on the next message box, then dismisses the box if it is still open.
+class MessageBoxHandler : public QTimer
 {
     Q_OBJECT
 
 public:
-    explicit AtMessageBox(const std::function<void(QMessageBox &)> &use)
+    explicit MessageBoxHandler(const std::function<void(QMessageBox &)> &use)
     {
         callOnTimeout(this, [this, use] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
@@ -71,7 +70,7 @@ QString longText()
 
 } // namespace
 
-/// The dialogs by which an update shows itself.
+/// The dialogs of an update.
 class tst_MainWindowUpdate : public QObject
 {
     Q_OBJECT
@@ -82,22 +81,22 @@ private Q_SLOTS:
 
     void checksOnceThreeSecondsAfterItWasBuilt();
     void asksBeforeItDownloads();
-    void downloadsOnYesAlone_data();
-    void downloadsOnYesAlone();
+    void downloadsOnlyOnYes_data();
+    void downloadsOnlyOnYes();
     void asksForAMandatoryUpdateTheSameWay();
-    void showsTheChangeLogAsItStands_data();
-    void showsTheChangeLogAsItStands();
+    void showsTheChangeLogAsPlainText_data();
+    void showsTheChangeLogAsPlainText();
     void keepsTheButtonsOnTheScreen_data();
     void keepsTheButtonsOnTheScreen();
     void staysSilentWithoutAnUpdate();
-    void showsHowFarTheDownloadIs();
+    void showsTheProgressOfTheDownload();
     void showsTheDialogWithoutASize();
     void closesTheDialogAtTheEnd();
     void usesTheSameDialogForTheNextDownload();
     void staysClosedWhenTheDownloadEndsDuringAReport();
     void warnsAboutAFailedDownload();
     void warnsWithoutADialogToClose();
-    void showsTheErrorAsItStands();
+    void showsTheErrorAsPlainText();
     void leadsFromTheOfferToTheWarning();
 };
 
@@ -110,7 +109,7 @@ void tst_MainWindowUpdate::checksOnceThreeSecondsAfterItWasBuilt()
     const Window w;
     QSignalSpy errors(&w.updater, &Updater::checkError);
     QVERIFY(errors.wait(20000));
-    QVERIFY(timer.elapsed() >= 2850); // the timer is a coarse one
+    QVERIFY(timer.elapsed() >= 2850); // a coarse timer may be early
     QTest::qWait(300);
     QCOMPARE(server.requests.size(), 1);
     QVERIFY(!QApplication::activeModalWidget());
@@ -119,7 +118,7 @@ void tst_MainWindowUpdate::checksOnceThreeSecondsAfterItWasBuilt()
 void tst_MainWindowUpdate::asksBeforeItDownloads()
 {
     Window w;
-    AtMessageBox atBox([&w](const QMessageBox &box) {
+    MessageBoxHandler handler([&w](const QMessageBox &box) {
         QCOMPARE(box.parentWidget(), &w.window);
         QCOMPARE(box.icon(), QMessageBox::Question);
         QCOMPARE(box.windowTitle(), u"Update available"_s);
@@ -129,10 +128,10 @@ void tst_MainWindowUpdate::asksBeforeItDownloads()
         QVERIFY(!box.defaultButton());
     });
     Q_EMIT w.updater.updateAvailable(u"2.0 %2"_s, u"- one %1\n- two"_s, u"gopher://x"_s, false);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
 }
 
-void tst_MainWindowUpdate::downloadsOnYesAlone_data()
+void tst_MainWindowUpdate::downloadsOnlyOnYes_data()
 {
     QTest::addColumn<QMessageBox::StandardButton>("button");
     QTest::addColumn<int>("requests");
@@ -141,7 +140,7 @@ void tst_MainWindowUpdate::downloadsOnYesAlone_data()
     QTest::newRow("escape") << QMessageBox::NoButton << 0;
 }
 
-void tst_MainWindowUpdate::downloadsOnYesAlone()
+void tst_MainWindowUpdate::downloadsOnlyOnYes()
 {
     QFETCH(QMessageBox::StandardButton, button);
     QFETCH(int, requests);
@@ -149,7 +148,7 @@ void tst_MainWindowUpdate::downloadsOnYesAlone()
     server.answerBody(u"/new"_s, "new");
     Window w;
     const QSignalSpy finished(&w.updater, &Updater::downloadFinished);
-    AtMessageBox atBox([button](QMessageBox &box) {
+    MessageBoxHandler handler([button](QMessageBox &box) {
         if (button != QMessageBox::NoButton) {
             box.button(button)->click();
         } else {
@@ -157,7 +156,7 @@ void tst_MainWindowUpdate::downloadsOnYesAlone()
         }
     });
     Q_EMIT w.updater.updateAvailable(u"2"_s, u"text"_s, server.url(u"/new"_s), true);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
     QTRY_COMPARE(finished.size(), requests);
     w.settle();
     QCOMPARE(server.requests.size(), requests);
@@ -168,9 +167,9 @@ void tst_MainWindowUpdate::asksForAMandatoryUpdateTheSameWay()
 {
     Window w;
     QStringList texts;
-    AtMessageBox atFirst([&texts](const QMessageBox &box) { texts.append(box.text()); });
+    MessageBoxHandler atFirst([&texts](const QMessageBox &box) { texts.append(box.text()); });
     Q_EMIT w.updater.updateAvailable(u"2"_s, u"text"_s, QString(), false);
-    AtMessageBox atSecond([&texts](const QMessageBox &box) {
+    MessageBoxHandler atSecond([&texts](const QMessageBox &box) {
         texts.append(box.text());
         QCOMPARE(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
     });
@@ -179,7 +178,7 @@ void tst_MainWindowUpdate::asksForAMandatoryUpdateTheSameWay()
     QCOMPARE(texts.at(0), texts.at(1));
 }
 
-void tst_MainWindowUpdate::showsTheChangeLogAsItStands_data()
+void tst_MainWindowUpdate::showsTheChangeLogAsPlainText_data()
 {
     QTest::addColumn<QString>("version");
     QTest::addColumn<QString>("changelog");
@@ -189,12 +188,12 @@ void tst_MainWindowUpdate::showsTheChangeLogAsItStands_data()
     QTest::newRow("references") << u"2"_s << u"&lt;a&gt; &amp; &file"_s;
 }
 
-void tst_MainWindowUpdate::showsTheChangeLogAsItStands()
+void tst_MainWindowUpdate::showsTheChangeLogAsPlainText()
 {
     QFETCH(QString, version);
     QFETCH(QString, changelog);
     Window w;
-    AtMessageBox atBox([&](const QMessageBox &box) {
+    MessageBoxHandler handler([&](const QMessageBox &box) {
         QCOMPARE(box.text(),
                  u"New version %1 is available.\n\n%2\n\nUpdate now?"_s.arg(version, changelog));
         QCOMPARE(box.textFormat(), Qt::PlainText);
@@ -204,7 +203,7 @@ void tst_MainWindowUpdate::showsTheChangeLogAsItStands()
         QCOMPARE(label->textFormat(), Qt::PlainText);
     });
     Q_EMIT w.updater.updateAvailable(version, changelog, QString(), false);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
 }
 
 void tst_MainWindowUpdate::keepsTheButtonsOnTheScreen_data()
@@ -226,7 +225,7 @@ void tst_MainWindowUpdate::keepsTheButtonsOnTheScreen()
     QFETCH(bool, isScrolled);
     Window w;
     QVERIFY(w.showActive());
-    AtMessageBox atBox([&](QMessageBox &box) {
+    MessageBoxHandler handler([&](QMessageBox &box) {
         QVERIFY(box.text().contains(changelog));
         QVERIFY(isOnScreen(*box.button(QMessageBox::Yes)));
         QVERIFY(isOnScreen(*box.button(QMessageBox::No)));
@@ -242,7 +241,7 @@ void tst_MainWindowUpdate::keepsTheButtonsOnTheScreen()
         box.button(QMessageBox::No)->click();
     });
     Q_EMIT w.updater.updateAvailable(u"2"_s, changelog, QString(), false);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
 }
 
 void tst_MainWindowUpdate::staysSilentWithoutAnUpdate()
@@ -255,7 +254,7 @@ void tst_MainWindowUpdate::staysSilentWithoutAnUpdate()
     QVERIFY(!w.window.findChild<QProgressDialog *>());
 }
 
-void tst_MainWindowUpdate::showsHowFarTheDownloadIs()
+void tst_MainWindowUpdate::showsTheProgressOfTheDownload()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -311,9 +310,9 @@ void tst_MainWindowUpdate::usesTheSameDialogForTheNextDownload()
     QVERIFY(w.showActive());
     Q_EMIT w.updater.downloadProgress(1, 2);
     const auto *dialog = w.window.findChild<QProgressDialog *>();
-    AtMessageBox atBox([](QMessageBox &box) { box.button(QMessageBox::Ok)->click(); });
+    MessageBoxHandler handler([](QMessageBox &box) { box.button(QMessageBox::Ok)->click(); });
     Q_EMIT w.updater.downloadError(u"error"_s);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
     QVERIFY(!dialog->isVisible());
 
     Q_EMIT w.updater.downloadProgress(1, 4);
@@ -323,7 +322,7 @@ void tst_MainWindowUpdate::usesTheSameDialogForTheNextDownload()
     QCOMPARE(dialog->value(), 25);
 }
 
-// A modal progress dialog that has been up for a while runs the event loop when it takes a value.
+// A modal progress dialog that was visible for a while runs the event loop in setValue().
 void tst_MainWindowUpdate::staysClosedWhenTheDownloadEndsDuringAReport()
 {
     Window w;
@@ -343,7 +342,7 @@ void tst_MainWindowUpdate::warnsAboutAFailedDownload()
     Window w;
     QVERIFY(w.showActive());
     Q_EMIT w.updater.downloadProgress(1, 2);
-    AtMessageBox atBox([&w](const QMessageBox &box) {
+    MessageBoxHandler handler([&w](const QMessageBox &box) {
         QCOMPARE(box.parentWidget(), &w.window);
         QCOMPARE(box.icon(), QMessageBox::Warning);
         QCOMPARE(box.windowTitle(), u"Update failed"_s);
@@ -352,28 +351,28 @@ void tst_MainWindowUpdate::warnsAboutAFailedDownload()
         QVERIFY(!w.window.findChild<QProgressDialog *>()->isVisible());
     });
     Q_EMIT w.updater.downloadError(u"Failed to create download file"_s);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
 }
 
 void tst_MainWindowUpdate::warnsWithoutADialogToClose()
 {
     Window w;
-    AtMessageBox atBox([](QMessageBox &) {});
+    MessageBoxHandler handler([](QMessageBox &) {});
     Q_EMIT w.updater.downloadError(u"error"_s);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
     QVERIFY(!w.window.findChild<QProgressDialog *>());
 }
 
-void tst_MainWindowUpdate::showsTheErrorAsItStands()
+void tst_MainWindowUpdate::showsTheErrorAsPlainText()
 {
     Window w;
     const QString message = u"<b>server</b> replied: &amp;"_s;
-    AtMessageBox atBox([&message](const QMessageBox &box) {
+    MessageBoxHandler handler([&message](const QMessageBox &box) {
         QCOMPARE(box.text(), message);
         QCOMPARE(box.textFormat(), Qt::PlainText);
     });
     Q_EMIT w.updater.downloadError(message);
-    QCOMPARE(atBox.count, 1);
+    QCOMPARE(handler.count, 1);
 }
 
 void tst_MainWindowUpdate::leadsFromTheOfferToTheWarning()
@@ -381,11 +380,11 @@ void tst_MainWindowUpdate::leadsFromTheOfferToTheWarning()
     HttpServer server;
     Window w;
     QVERIFY(w.showActive());
-    AtMessageBox atQuestion([](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); });
+    MessageBoxHandler atQuestion([](QMessageBox &box) { box.button(QMessageBox::Yes)->click(); });
     Q_EMIT w.updater.updateAvailable(u"2"_s, u"text"_s, server.url(u"/missing"_s), false);
     QCOMPARE(atQuestion.count, 1);
     QString text;
-    AtMessageBox atWarning([&text](const QMessageBox &box) { text = box.text(); });
+    MessageBoxHandler atWarning([&text](const QMessageBox &box) { text = box.text(); });
     QTRY_COMPARE(atWarning.count, 1);
     QCOMPARE(text,
              u"Error transferring %1 - server replied: Not Found"_s.arg(server.url(u"/missing"_s)));

@@ -16,7 +16,7 @@ using namespace windowtest;
 
 namespace {
 
-/// Takes the activation away from the window.
+/// Activates the other window.
 bool activateOther(QWidget &other)
 {
     other.show();
@@ -24,8 +24,8 @@ bool activateOther(QWidget &other)
     return QTest::qWaitForWindowActive(&other);
 }
 
-/// Waits longer than the window does before it looks at the focus again.
-void waitForTheSecondLook()
+/// Waits longer than the delay after which the window checks the focus again.
+void waitForFocusCheck()
 {
     QTimer timer;
     timer.setSingleShot(true);
@@ -36,7 +36,7 @@ void waitForTheSecondLook()
 
 } // namespace
 
-/// How the window shows and hides.
+/// Showing and hiding the window.
 class tst_MainWindowVisibility : public QObject
 {
     Q_OBJECT
@@ -46,21 +46,21 @@ private Q_SLOTS:
 
     void startsHidden();
     void showsWithTheFocusInTheBox();
-    void showingKeepsTextCursorAndPlace();
-    void showingComesToTheFront();
-    void showingBringsAMinimisedWindowBack_data();
-    void showingBringsAMinimisedWindowBack();
+    void showingKeepsTextCursorAndPosition();
+    void showingRaisesTheWindow();
+    void showingRestoresAMinimisedWindow_data();
+    void showingRestoresAMinimisedWindow();
 
     void escapeHides_data();
     void escapeHides();
     void closeHides();
     void closeButtonHides();
-    void closeEventIsRefused();
-    void quitIsNotHeldUp();
+    void closeEventIsIgnored();
+    void quitIsNotBlocked();
 
     void focusLossHidesIfPreferred_data();
     void focusLossHidesIfPreferred();
-    void focusThatComesBackKeepsTheWindow();
+    void returningFocusKeepsTheWindow();
     void preferenceTurnedOffInTimeKeepsTheWindow();
     void focusLossDoesNotHideAtOnce();
 };
@@ -83,7 +83,7 @@ void tst_MainWindowVisibility::showsWithTheFocusInTheBox()
     QVERIFY(w.edit->hasFocus());
 }
 
-void tst_MainWindowVisibility::showingKeepsTextCursorAndPlace()
+void tst_MainWindowVisibility::showingKeepsTextCursorAndPosition()
 {
     Window w;
     w.window.move(30, 40);
@@ -99,7 +99,7 @@ void tst_MainWindowVisibility::showingKeepsTextCursorAndPlace()
     QCOMPARE(w.window.pos(), place);
 }
 
-void tst_MainWindowVisibility::showingComesToTheFront()
+void tst_MainWindowVisibility::showingRaisesTheWindow()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -110,14 +110,14 @@ void tst_MainWindowVisibility::showingComesToTheFront()
     QVERIFY(w.window.isActiveWindow());
 }
 
-void tst_MainWindowVisibility::showingBringsAMinimisedWindowBack_data()
+void tst_MainWindowVisibility::showingRestoresAMinimisedWindow_data()
 {
     QTest::addColumn<bool>("isHiddenToo");
     QTest::newRow("minimised") << false;
     QTest::newRow("minimised and hidden") << true;
 }
 
-void tst_MainWindowVisibility::showingBringsAMinimisedWindowBack()
+void tst_MainWindowVisibility::showingRestoresAMinimisedWindow()
 {
     QFETCH(bool, isHiddenToo);
     Window w;
@@ -170,7 +170,7 @@ void tst_MainWindowVisibility::closeButtonHides()
     QVERIFY(!w.window.isVisible());
 }
 
-void tst_MainWindowVisibility::closeEventIsRefused()
+void tst_MainWindowVisibility::closeEventIsIgnored()
 {
     Window w;
     QCloseEvent event;
@@ -178,7 +178,7 @@ void tst_MainWindowVisibility::closeEventIsRefused()
     QVERIFY(!event.isAccepted());
 }
 
-void tst_MainWindowVisibility::quitIsNotHeldUp()
+void tst_MainWindowVisibility::quitIsNotBlocked()
 {
     Window w;
     QVERIFY(w.showActive());
@@ -207,20 +207,20 @@ void tst_MainWindowVisibility::focusLossHidesIfPreferred()
     if (preference) {
         QTRY_VERIFY(!w.window.isVisible());
     } else {
-        waitForTheSecondLook();
+        waitForFocusCheck();
         QVERIFY(w.window.isVisible());
     }
 }
 
-void tst_MainWindowVisibility::focusThatComesBackKeepsTheWindow()
+void tst_MainWindowVisibility::returningFocusKeepsTheWindow()
 {
     Window w;
     w.settings.setAutoHideOnFocusLoss(true);
     QVERIFY(w.showActive());
     QEvent deactivate(QEvent::WindowDeactivate);
     QCoreApplication::sendEvent(&w.window, &deactivate);
-    QVERIFY(w.window.isActiveWindow()); // by now it is back
-    waitForTheSecondLook();
+    QVERIFY(w.window.isActiveWindow()); // as if the focus had returned
+    waitForFocusCheck();
     QVERIFY(w.window.isVisible());
 }
 
@@ -234,7 +234,7 @@ void tst_MainWindowVisibility::preferenceTurnedOffInTimeKeepsTheWindow()
     QEvent deactivate(QEvent::WindowDeactivate);
     QCoreApplication::sendEvent(&w.window, &deactivate);
     w.settings.setAutoHideOnFocusLoss(false);
-    waitForTheSecondLook();
+    waitForFocusCheck();
     QVERIFY(!w.window.isActiveWindow());
     QVERIFY(w.window.isVisible());
 }

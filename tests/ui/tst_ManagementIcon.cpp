@@ -41,7 +41,7 @@ int rimAlpha(QWidget &widget)
     return painted(widget).pixelColor(rimPoint).alpha();
 }
 
-/// Counts the paint events that update() brings.
+/// Counts the paint events after update().
 class PaintCounter : public QObject
 {
 public:
@@ -69,16 +69,16 @@ private Q_SLOTS:
     void rightReleaseEndsTheLeftPress();
     void releaseOutsideEmitsNothing_data();
     void releaseOutsideEmitsNothing();
-    void leavingWhilePressedForgetsThePress();
+    void leavingCancelsThePress();
     void releaseWithoutPressEmitsNothing();
-    void mouseButtonsGoOnToTheBaseClass();
+    void mouseEventsReachTheBaseClass();
     void showsItsStateBehindTheIcon();
     void hoverIsAGreyEllipse();
     void eachChangeOfStateRepaints();
     void paintsTheIconInItsSquare();
     void isPressedByKeyboard_data();
     void isPressedByKeyboard();
-    void clickLeavesTheFocusWhereItIs();
+    void clickDoesNotTakeTheFocus();
     void showsThatItHasTheFocus();
     void isAButtonToScreenReaders();
 };
@@ -147,7 +147,7 @@ void tst_ManagementIcon::releaseOutsideEmitsNothing()
     QCOMPARE(rimAlpha(icon), 0);
 }
 
-void tst_ManagementIcon::leavingWhilePressedForgetsThePress()
+void tst_ManagementIcon::leavingCancelsThePress()
 {
     ManagementIcon icon;
     const QSignalSpy clicked(&icon, &ManagementIcon::clicked);
@@ -167,9 +167,9 @@ void tst_ManagementIcon::releaseWithoutPressEmitsNothing()
     QCOMPARE(clicked.count(), 0);
 }
 
-void tst_ManagementIcon::mouseButtonsGoOnToTheBaseClass()
+void tst_ManagementIcon::mouseEventsReachTheBaseClass()
 {
-    // QWidget refuses mouse buttons, which hands them on to the parent.
+    // QWidget ignores mouse buttons, so the parent gets them.
     ManagementIcon icon;
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
         QMouseEvent event(type, QPointF(16, 16), QPointF(16, 16), Qt::LeftButton, Qt::LeftButton,
@@ -205,7 +205,7 @@ void tst_ManagementIcon::hoverIsAGreyEllipse()
     QVERIFY2(qAbs(grey.red() - 128) <= 3 && grey.red() == grey.green() && grey.red() == grey.blue(),
              qPrintable(grey.name()));
 
-    QCOMPARE(image.pixelColor(16, 0).alpha(), 0); // the outermost pixel stays free
+    QCOMPARE(image.pixelColor(16, 0).alpha(), 0); // the outermost pixel is transparent
     QVERIFY(image.pixelColor(16, 1).alpha() > 0);
     QVERIFY(image.pixelColor(30, 16).alpha() > 0);
     QCOMPARE(image.pixelColor(31, 16).alpha(), 0);
@@ -265,7 +265,7 @@ void tst_ManagementIcon::isPressedByKeyboard()
     QCOMPARE(clicked.size(), clicks);
 }
 
-void tst_ManagementIcon::clickLeavesTheFocusWhereItIs()
+void tst_ManagementIcon::clickDoesNotTakeTheFocus()
 {
     const ManagementIcon icon;
     QCOMPARE(icon.focusPolicy(), Qt::TabFocus);

@@ -40,8 +40,8 @@ private Q_SLOTS:
     void readsNoOtherFile_data();
     void readsNoOtherFile();
     void iconOfAPngFileIsReadAtOnce();
-    void iconOfAnyOtherPictureIsThatOfQIcon_data();
-    void iconOfAnyOtherPictureIsThatOfQIcon();
+    void iconOfAnotherFormatIsThatOfQIcon_data();
+    void iconOfAnotherFormatIsThatOfQIcon();
     void iconOfAMissingFileDrawsNothing();
 };
 
@@ -84,14 +84,14 @@ void tst_PngFile::iconOfAPngFileIsReadAtOnce()
     QCOMPARE(colorOf(icon), QColor(Qt::red));
 }
 
-void tst_PngFile::iconOfAnyOtherPictureIsThatOfQIcon_data()
+void tst_PngFile::iconOfAnotherFormatIsThatOfQIcon_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("another format") << u"a.bmp"_s;
     QTest::newRow("another format under its name") << u"a.png"_s;
 }
 
-void tst_PngFile::iconOfAnyOtherPictureIsThatOfQIcon()
+void tst_PngFile::iconOfAnotherFormatIsThatOfQIcon()
 {
     QFETCH(QString, name);
     QCOMPARE(colorOf(iconOfFile(writePicture(name, "BMP"))), QColor(Qt::red));

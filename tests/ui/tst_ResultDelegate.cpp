@@ -44,7 +44,7 @@ public:
                                 {u"path"_s, path}}));
     }
 
-    /// The column of the first dark pixel in a row that is not selected, or -1.
+    /// The x of the first dark pixel in an unselected row, or -1.
     int textColumn(int row)
     {
         const QImage image = viewport()->grab(visualItemRect(item(row))).toImage();
@@ -59,7 +59,7 @@ public:
         return -1;
     }
 
-    /// The column of the first red pixel in a row, or -1.
+    /// The x of the first red pixel in a row, or -1.
     int firstRed(int row)
     {
         const QRect rect = visualItemRect(item(row));
@@ -83,10 +83,10 @@ private Q_SLOTS:
     void everyRowHasOneHeight_data();
     void everyRowHasOneHeight();
     void rowHasRoomForIconAndBothLines();
-    void textsStartInOneColumnWhateverTheIconsSize();
+    void textsAlignForAllIconSizes();
     void rowWithoutIconAndPathStartsAtTheEdge();
-    void headingOfRowsWithIconsIsInLineWithThem();
-    void smallIconStandsInTheMiddleOfItsPlace();
+    void headingAlignsWithRowsThatHaveIcons();
+    void smallIconIsCentred();
     void longTextDoesNotScrollSideways();
 };
 
@@ -127,7 +127,7 @@ void tst_ResultDelegate::rowHasRoomForIconAndBothLines()
     QVERIFY(list.sizeHintForRow(0) >= 2 * list.fontMetrics().height());
 }
 
-void tst_ResultDelegate::textsStartInOneColumnWhateverTheIconsSize()
+void tst_ResultDelegate::textsAlignForAllIconSizes()
 {
     List list;
     list.add(u"█"_s, icon(40));
@@ -151,7 +151,7 @@ void tst_ResultDelegate::rowWithoutIconAndPathStartsAtTheEdge()
     QVERIFY(list.textColumn(0) < 10);
 }
 
-void tst_ResultDelegate::headingOfRowsWithIconsIsInLineWithThem()
+void tst_ResultDelegate::headingAlignsWithRowsThatHaveIcons()
 {
     List list;
     list.add(u"█"_s);
@@ -162,7 +162,7 @@ void tst_ResultDelegate::headingOfRowsWithIconsIsInLineWithThem()
     QCOMPARE(list.textColumn(0), list.textColumn(1));
 }
 
-void tst_ResultDelegate::smallIconStandsInTheMiddleOfItsPlace()
+void tst_ResultDelegate::smallIconIsCentred()
 {
     List list;
     list.add(u"x"_s, icon(40));

@@ -32,9 +32,9 @@ private Q_SLOTS:
     void textIsTitleLineFeedSubtitle();
     void keepsTheWholeRecord();
     void iconComesFromTheRecordsFile();
-    void emptyIconLeavesTheRowWithout();
+    void emptyIconGivesNoDecoration();
     void iconFileIsReadOnlyOnceAndOnlyWhenNeeded();
-    void otherRolesAreThoseOfAnyRow();
+    void otherRolesAreThoseOfTheBaseClass();
 };
 
 void tst_ResultItem::textIsTitleLineFeedSubtitle_data()
@@ -88,7 +88,7 @@ void tst_ResultItem::iconComesFromTheRecordsFile()
     QCOMPARE(item.icon().pixmap(16, 16).toImage().pixelColor(8, 8), QColor(Qt::red));
 }
 
-void tst_ResultItem::emptyIconLeavesTheRowWithout()
+void tst_ResultItem::emptyIconGivesNoDecoration()
 {
     QVERIFY(ResultItem(QVariantMap{{u"icon"_s, QString()}}).icon().isNull());
     QVERIFY(!ResultItem(QVariantMap{{u"title"_s, u"t"_s}}).data(Qt::DecorationRole).isValid());
@@ -105,7 +105,7 @@ void tst_ResultItem::iconFileIsReadOnlyOnceAndOnlyWhenNeeded()
     QCOMPARE(item.icon().cacheKey(), key);
 }
 
-void tst_ResultItem::otherRolesAreThoseOfAnyRow()
+void tst_ResultItem::otherRolesAreThoseOfTheBaseClass()
 {
     ResultItem item({{u"title"_s, u"t"_s}});
     QVERIFY(!item.data(Qt::ToolTipRole).isValid());

@@ -24,7 +24,7 @@ private Q_SLOTS:
 
 namespace {
 
-// Premultiplied, so that the colours of transparent pixels do not count.
+// Premultiplied: the colours of transparent pixels do not matter.
 QImage comparable(const QImage &image)
 {
     return image.convertToFormat(QImage::Format_ARGB32_Premultiplied);

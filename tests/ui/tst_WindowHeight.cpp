@@ -5,19 +5,19 @@
 
 #include <QTest>
 
-/// The parts that need no window; tst_MainWindowHeight has those that do.
+/// The functions that need no window; tst_MainWindowHeight tests the rest.
 class tst_WindowHeight : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void fitsTheRows_data();
-    void fitsTheRows();
-    void tellsAnAnswerFromTheUser_data();
-    void tellsAnAnswerFromTheUser();
+    void listHeightFitsTheRows_data();
+    void listHeightFitsTheRows();
+    void distinguishesAnAnswerFromTheUser_data();
+    void distinguishesAnAnswerFromTheUser();
 };
 
-void tst_WindowHeight::fitsTheRows_data()
+void tst_WindowHeight::listHeightFitsTheRows_data()
 {
     QTest::addColumn<int>("rowCount");
     QTest::addColumn<int>("rowHeight");
@@ -41,7 +41,7 @@ void tst_WindowHeight::fitsTheRows_data()
     QTest::newRow("row without a height keeps its pixel") << 3 << 0 << 0 << -5 << 1;
 }
 
-void tst_WindowHeight::fitsTheRows()
+void tst_WindowHeight::listHeightFitsTheRows()
 {
     QFETCH(int, rowCount);
     QFETCH(int, rowHeight);
@@ -50,7 +50,7 @@ void tst_WindowHeight::fitsTheRows()
     QTEST(listHeight(rowCount, rowHeight, frameWidth, available), "height");
 }
 
-void tst_WindowHeight::tellsAnAnswerFromTheUser_data()
+void tst_WindowHeight::distinguishesAnAnswerFromTheUser_data()
 {
     QTest::addColumn<QList<int>>("requests");
     QTest::addColumn<int>("height");
@@ -79,7 +79,7 @@ void tst_WindowHeight::tellsAnAnswerFromTheUser_data()
         << requests << 303 << 1.25 << false << QList<int>();
 }
 
-void tst_WindowHeight::tellsAnAnswerFromTheUser()
+void tst_WindowHeight::distinguishesAnAnswerFromTheUser()
 {
     QFETCH(QList<int>, requests);
     QFETCH(const int, height);

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The field between two others, in a window that hides at Escape.
+/// The field between two others, in a window that Escape hides.
 struct Field
 {
     Field()
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void backspaceAndDeleteEmptyIt_data();
     void backspaceAndDeleteEmptyIt();
     void clearButtonEmptiesIt();
-    void escapeIsTheWindows();
+    void escapeReachesTheWindow();
     void otherShortcutsAreRecorded();
     void readsAndWritesThePortableForm_data();
     void readsAndWritesThePortableForm();
@@ -199,7 +199,7 @@ void tst_HotkeyEdit::clearButtonEmptiesIt()
     QCOMPARE(f.edit.hotkey(), QString());
 }
 
-void tst_HotkeyEdit::escapeIsTheWindows()
+void tst_HotkeyEdit::escapeReachesTheWindow()
 {
     Field f;
     QVERIFY(QTest::qWaitForWindowActive(f.window.windowHandle()));

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a delegate makes of the one row of a list, white on black where it draws an outline.
+/// Draws the only row of a list, with a white outline on black.
 QImage paintedRow(const ItemFocusDelegate &delegate, QStyle::State state)
 {
     QStyleOptionViewItem option;
@@ -23,7 +23,7 @@ QImage paintedRow(const ItemFocusDelegate &delegate, QStyle::State state)
     option.palette.setColor(QPalette::Text, Qt::white);
     QListWidget list;
     list.addItem(QString());
-    // Without an outline of the view's own, as the program's style sheet has it.
+    // Suppress the outline of the view, as the style sheet does.
     list.setStyleSheet(u"QListWidget { outline: none; }"_s);
     option.widget = &list;
 
@@ -44,8 +44,8 @@ class tst_ItemFocusDelegate : public QObject
 private Q_SLOTS:
     void outlinesTheCurrentRowOfAViewWithTheFocus_data();
     void outlinesTheCurrentRowOfAViewWithTheFocus();
-    void outlinesAnUnselectedRowWhereItIsAskedTo_data();
-    void outlinesAnUnselectedRowWhereItIsAskedTo();
+    void outlinesAnUnselectedRowIfEnabled_data();
+    void outlinesAnUnselectedRowIfEnabled();
     void keepsTheMarginOfTheOutline();
 };
 
@@ -73,7 +73,7 @@ void tst_ItemFocusDelegate::outlinesTheCurrentRowOfAViewWithTheFocus()
     QCOMPARE(image.pixelColor(2, 12) == QColor(Qt::white), isOutlined);
 }
 
-void tst_ItemFocusDelegate::outlinesAnUnselectedRowWhereItIsAskedTo_data()
+void tst_ItemFocusDelegate::outlinesAnUnselectedRowIfEnabled_data()
 {
     QTest::addColumn<bool>("isAsked");
     QTest::addColumn<bool>("hasFocus");
@@ -85,7 +85,7 @@ void tst_ItemFocusDelegate::outlinesAnUnselectedRowWhereItIsAskedTo_data()
     QTest::newRow("without the focus") << true << false << true << false;
 }
 
-void tst_ItemFocusDelegate::outlinesAnUnselectedRowWhereItIsAskedTo()
+void tst_ItemFocusDelegate::outlinesAnUnselectedRowIfEnabled()
 {
     QFETCH(const bool, isAsked);
     QFETCH(const bool, hasFocus);
