@@ -6,10 +6,10 @@
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
+#include "widgets/AccessibleName.h"
 #include "widgets/HotkeyEdit.h"
 #include "widgets/ItemFocusDelegate.h"
 
-#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -298,9 +298,7 @@ QComboBox *SettingsView::addCombo(QBoxLayout *layout, const QString &label)
 {
     QLabel *section = addSection(layout, label);
     auto *combo = new QComboBox(layout->parentWidget());
-    combo->setAccessibleName(label);
-    combo->view()->setAccessibleName(label);
-    combo->view()->verticalScrollBar()->setAccessibleName(label);
+    setAccessibleNames(combo, label);
     section->setBuddy(combo);
     layout->addWidget(combo);
     return combo;
