@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/FloatIconPosition.h"
 #include "app/FontFallback.h"
 #include "app/Logger.h"
 #include "app/PluginHotkeys.h"
@@ -24,7 +23,6 @@
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 #include "ui/VaskelIcon.h"
-#include "ui/WindowVisibility.h"
 #include "update/Updater.h"
 
 #include <QIcon>

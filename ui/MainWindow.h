@@ -93,3 +93,10 @@ private:
     CommandQuery m_query;  // the text at the last search
     QString m_viewCommand; // by which the page on show was opened; empty for the list
 };
+
+/// Whether the window is visible and not minimised; QWidget::isVisible() includes minimised
+/// windows.
+inline bool isShowing(const QWidget &window)
+{
+    return window.isVisible() && !window.isMinimized();
+}
