@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
@@ -31,6 +32,10 @@ public:
 
     /// The plugin of a word, or null.
     IPlugin *pluginForCommand(const QString &cmd) const;
+
+    /// The plugins that the user can switch off and give a hotkey: all but that of "set", each
+    /// once, in the alphabetical order of their command words.
+    QList<IPlugin *> configurablePlugins() const;
 
     /// The page of a word's plugin, told the word first; null for an unknown word or no page. A
     /// plugin that is switched off still gives its page.

@@ -21,7 +21,6 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSet>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -320,16 +319,9 @@ void SettingsView::addSwitchButtons(QBoxLayout *layout)
 
 void SettingsView::addPluginCards(QBoxLayout *layout)
 {
-    QStringList words = m_pluginManager->commands();
-    words.sort(Qt::CaseInsensitive);
-    // The plugin of this very page must not be switched off on it.
-    QSet<const IPlugin *> seen{nullptr, m_pluginManager->pluginForCommand(u"set"_s)};
-    for (const QString &word : std::as_const(words)) {
-        const IPlugin *plugin = m_pluginManager->pluginForCommand(word);
-        if (!seen.contains(plugin)) {
-            seen.insert(plugin);
-            layout->addWidget(buildPluginCard(plugin->command()));
-        }
+    const QList<IPlugin *> plugins = m_pluginManager->configurablePlugins();
+    for (const IPlugin *plugin : plugins) {
+        layout->addWidget(buildPluginCard(plugin->command()));
     }
 }
 

@@ -202,6 +202,7 @@ private Q_SLOTS:
     void warnsOfAWordThatAPluginRepeats();
     void ownsItsChildrenAlone();
 
+    void configurablePluginsAreEachOnceByCommandWord();
     void looksWordsUp_data();
     void looksWordsUp();
 
@@ -426,6 +427,19 @@ void tst_PluginManager::ownsItsChildrenAlone()
 }
 
 // What each operation makes of a word: whether it finds the plugin that stands under "calc".
+void tst_PluginManager::configurablePluginsAreEachOnceByCommandWord()
+{
+    PluginManager manager;
+    RecordingPlugin todo(u"todo"_s, {u"a"_s});
+    RecordingPlugin set(u"set"_s, {u"user"_s, u"plugin"_s});
+    RecordingPlugin file(u"File"_s, {u"open"_s});
+    RecordingPlugin calc(u"calc"_s);
+    for (IPlugin *plugin : {&todo, &set, &file, &calc}) {
+        manager.registerPlugin(plugin);
+    }
+    QCOMPARE(manager.configurablePlugins(), (QList<IPlugin *>{&todo, &calc, &file}));
+}
+
 void tst_PluginManager::looksWordsUp_data()
 {
     QTest::addColumn<QString>("word");
