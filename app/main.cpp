@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/FloatIconPosition.h"
 #include "app/FontFallback.h"
 #include "app/Logger.h"
 #include "app/PluginHotkeys.h"
@@ -24,7 +23,6 @@
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
 #include "ui/VaskelIcon.h"
-#include "ui/WindowVisibility.h"
 #include "update/Updater.h"
 
 #include <QIcon>
@@ -49,6 +47,14 @@ void toggle(MainWindow &window)
         window.hide();
     } else {
         window.showAndActivate();
+    }
+}
+
+void installTranslation(QTranslator &translator)
+{
+    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
+                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
+        QCoreApplication::installTranslator(&translator);
     }
 }
 
@@ -90,22 +96,25 @@ SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, S
     return settingsPlugin;
 }
 
-void placeFloatIcon(FloatIcon &icon, const Settings &settings)
+void showFloatIcon(FloatIcon &icon, const Settings &settings)
 {
     std::optional<QRect> available;
     if (const QScreen *screen = QGuiApplication::primaryScreen()) {
         available = screen->availableGeometry();
     }
     icon.move(floatIconPosition(settings.floatIconPos(), available));
-}
 
-void connectFloatIcon(FloatIcon &icon, const Settings &settings)
-{
     const auto updateVisibility = [&] {
         icon.setVisible(settings.showFloatIcon());
     };
     QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, updateVisibility);
     updateVisibility();
+}
+
+void connectSecondStart(const SingleApplication &app, MainWindow &window)
+{
+    QObject::connect(&app, &SingleApplication::instanceStarted, &window,
+                     &MainWindow::showAndActivate);
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -155,14 +164,19 @@ void fillTrayMenu(QMenu &menu, MainWindow &window, const SettingsPlugin &setting
     QObject::connect(quit, &QAction::triggered, &window, &QCoreApplication::quit);
 }
 
-void connectTray(QSystemTrayIcon &tray, MainWindow &window)
+void showTray(QSystemTrayIcon &tray, QMenu &menu, MainWindow &window,
+              const SettingsPlugin &settingsPlugin)
 {
+    tray.setToolTip(u"Vaskel"_s);
+    fillTrayMenu(menu, window, settingsPlugin);
+    tray.setContextMenu(&menu);
     QObject::connect(&tray, &QSystemTrayIcon::activated, &window,
                      [&window](QSystemTrayIcon::ActivationReason reason) {
                          if (reason == QSystemTrayIcon::Trigger) {
                              toggle(window);
                          }
                      });
+    tray.setVisible(true);
 }
 
 } // namespace
@@ -171,7 +185,6 @@ int main(int argc, char *argv[])
 {
     Logger::instance().init({});
     qInstallMessageHandler(qtMessageHandler);
-
     platform::chooseWindowSystem();
     // A second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
@@ -182,12 +195,8 @@ int main(int argc, char *argv[])
 
     const QIcon appIcon = vaskelIcon();
     QGuiApplication::setWindowIcon(appIcon);
-
     QTranslator translator;
-    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
-                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
-        QCoreApplication::installTranslator(&translator);
-    }
+    installTranslation(translator);
 
     platform::ensureIconTheme(); // the launcher draws icons
     AppLauncher launcher;
@@ -199,26 +208,16 @@ int main(int argc, char *argv[])
 
     PluginManager plugins;
     const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
-
     MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
-
     FloatIcon floatIcon(&settings, &theme, &window);
-    placeFloatIcon(floatIcon, settings);
-    connectFloatIcon(floatIcon, settings);
+    showFloatIcon(floatIcon, settings);
 
-    QObject::connect(&app, &SingleApplication::instanceStarted, &window,
-                     &MainWindow::showAndActivate);
+    connectSecondStart(app, window);
     window.showAndActivate();
     connectHotkeys(hotkey, plugins, settings, window);
-
     QSystemTrayIcon tray(appIcon);
-    tray.setToolTip(u"Vaskel"_s);
     QMenu trayMenu;
-    fillTrayMenu(trayMenu, window, *settingsPlugin);
-    tray.setContextMenu(&trayMenu);
-    connectTray(tray, window);
-    tray.setVisible(true);
-
+    showTray(tray, trayMenu, window, *settingsPlugin);
     return SingleApplication::exec();
 }

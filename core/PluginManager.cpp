@@ -12,6 +12,10 @@
 #include <QProcess>
 #include <QUrl>
 
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
 PluginManager::PluginManager(QObject *parent)
     : QObject(parent)
 {
@@ -48,6 +52,22 @@ void PluginManager::registerPlugin(IPlugin *plugin)
 IPlugin *PluginManager::pluginForCommand(const QString &cmd) const
 {
     return m_plugins.value(cmd.toLower());
+}
+
+QList<IPlugin *> PluginManager::configurablePlugins() const
+{
+    QStringList words = commands();
+    words.sort(Qt::CaseInsensitive);
+    QList<IPlugin *> plugins;
+    // The settings page must stay in reach of its command.
+    const IPlugin *settingsPlugin = pluginForCommand(u"set"_s);
+    for (const QString &word : std::as_const(words)) {
+        IPlugin *plugin = pluginForCommand(word);
+        if (plugin && plugin != settingsPlugin && !plugins.contains(plugin)) {
+            plugins.append(plugin);
+        }
+    }
+    return plugins;
 }
 
 QWidget *PluginManager::viewForCommand(const QString &cmd)

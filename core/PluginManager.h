@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QHash>
+#include <QList>
 #include <QObject>
 #include <QStringList>
 #include <QVariantList>
@@ -12,7 +13,8 @@ class QWidget;
 class Settings;
 
 /// Maps commands to plugins; the window reaches the plugins through it. Commands are looked up in
-/// lower case; registerPlugin() and queryCommand() also trim them.
+/// lower case; registerPlugin() and queryCommand() also trim them. Nothing in the program calls the
+/// invokable functions by name.
 class PluginManager : public QObject
 {
     Q_OBJECT
@@ -31,6 +33,10 @@ public:
 
     /// The plugin of a command; null for an unknown one.
     IPlugin *pluginForCommand(const QString &cmd) const;
+
+    /// The plugins that the user can disable and give a hotkey: all but that of "set", each once, in
+    /// the alphabetical order of their commands.
+    QList<IPlugin *> configurablePlugins() const;
 
     /// Calls IPlugin::setViewCommand() and returns the page of the plugin, even if the plugin is
     /// disabled. Null for an unknown command and for a plugin without a page.

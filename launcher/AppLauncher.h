@@ -14,7 +14,8 @@ class QDir;
 
 /// Finds and launches programs. The catalogue has the built-in entries and those of the start menu;
 /// the constructor builds it, and a program that is installed later appears at the next start. Also
-/// keeps the pins of the user.
+/// keeps the pins of the user. Nothing in the program reads the property or calls the invokable
+/// functions by name.
 class AppLauncher : public QObject
 {
     Q_OBJECT

@@ -6,10 +6,10 @@
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
+#include "widgets/AccessibleName.h"
 #include "widgets/HotkeyEdit.h"
 #include "widgets/ItemFocusDelegate.h"
 
-#include <QAbstractItemView>
 #include <QAccessible>
 #include <QAccessibleWidget>
 #include <QApplication>
@@ -21,7 +21,6 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QSet>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -280,6 +279,7 @@ void SettingsView::addHotkeyEdit(QBoxLayout *layout)
 void SettingsView::addThemeCombo(QBoxLayout *layout)
 {
     QComboBox *combo = addCombo(layout, tr("Theme"));
+    combo->setObjectName(u"themeCombo"_s);
     combo->addItem(tr("System"), ThemeManager::systemTheme);
     combo->addItem(tr("Light"), ThemeManager::lightTheme);
     combo->addItem(tr("Dark"), ThemeManager::darkTheme);
@@ -289,6 +289,7 @@ void SettingsView::addThemeCombo(QBoxLayout *layout)
 void SettingsView::addSearchEngineCombo(QBoxLayout *layout)
 {
     QComboBox *combo = addCombo(layout, tr("Search Engine"));
+    combo->setObjectName(u"searchEngineCombo"_s);
     for (const SearchEngine &engine : searchEngines) {
         combo->addItem(engine.name);
     }
@@ -299,9 +300,7 @@ QComboBox *SettingsView::addCombo(QBoxLayout *layout, const QString &label)
 {
     QLabel *section = addSection(layout, label);
     auto *combo = new QComboBox(layout->parentWidget());
-    combo->setAccessibleName(label);
-    combo->view()->setAccessibleName(label);
-    combo->view()->verticalScrollBar()->setAccessibleName(label);
+    setAccessibleNames(combo, label);
     section->setBuddy(combo);
     layout->addWidget(combo);
     return combo;
@@ -323,16 +322,9 @@ void SettingsView::addSwitchButtons(QBoxLayout *layout)
 
 void SettingsView::addPluginCards(QBoxLayout *layout)
 {
-    QStringList commands = m_pluginManager->commands();
-    commands.sort(Qt::CaseInsensitive);
-    // The plugin of this page has no card: the user must not disable it.
-    QSet<const IPlugin *> seen{nullptr, m_pluginManager->pluginForCommand(u"set"_s)};
-    for (const QString &command : std::as_const(commands)) {
-        const IPlugin *plugin = m_pluginManager->pluginForCommand(command);
-        if (!seen.contains(plugin)) {
-            seen.insert(plugin);
-            layout->addWidget(buildPluginCard(plugin->command()));
-        }
+    const QList<IPlugin *> plugins = m_pluginManager->configurablePlugins();
+    for (const IPlugin *plugin : plugins) {
+        layout->addWidget(buildPluginCard(plugin->command()));
     }
 }
 

@@ -6,7 +6,8 @@
 #include <QString>
 
 /// Chooses the dark or the light palette; provides its colours and a style sheet made of them. Does
-/// not apply the style sheet.
+/// not apply the style sheet. Nothing in the program reads the properties, nor any colour but
+/// accent() and bg().
 class ThemeManager : public QObject
 {
     Q_OBJECT

@@ -2,10 +2,11 @@
 #include "tasks/TodoView.h"
 
 #include "tasks/TaskService.h"
+#include "widgets/AccessibleName.h"
 #include "widgets/ItemFocusDelegate.h"
+#include "widgets/PaletteWatcher.h"
 
 #include <QAbstractItemDelegate>
-#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
@@ -13,15 +14,12 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <functional>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -58,29 +56,6 @@ public:
 
 private:
     QList<QTreeWidgetItem *> m_rows;
-};
-
-/// Calls back after each change of a widget's palette.
-class PaletteWatcher : public QObject
-{
-public:
-    PaletteWatcher(QWidget *widget, std::function<void()> changed)
-        : QObject(widget)
-        , m_changed(std::move(changed))
-    {
-        widget->installEventFilter(this);
-    }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::PaletteChange) {
-            m_changed();
-        }
-        return false;
-    }
-
-private:
-    std::function<void()> m_changed;
 };
 
 bool matchesFilter(int filter, bool completed)
@@ -192,10 +167,8 @@ QBoxLayout *TodoView::buildFilter()
     m_filter->addItem(tr("Active"), int(TaskStatusFilter::Active));
     m_filter->addItem(tr("All"), int(TaskStatusFilter::All));
     m_filter->addItem(tr("Completed"), int(TaskStatusFilter::Completed));
-    m_filter->setAccessibleName(
-        QStringList{tr("Active"), tr("All"), tr("Completed")}.join(u" / "_s));
-    m_filter->view()->setAccessibleName(m_filter->accessibleName());
-    m_filter->view()->verticalScrollBar()->setAccessibleName(m_filter->accessibleName());
+    setAccessibleNames(m_filter,
+                       QStringList{tr("Active"), tr("All"), tr("Completed")}.join(u" / "_s));
     m_summary = new QLabel(this);
     m_summary->setObjectName(u"muted"_s);
 
@@ -210,8 +183,7 @@ void TodoView::buildTree()
 {
     m_tree = new QTreeWidget(this);
     m_tree->setObjectName(u"todoTree"_s);
-    m_tree->setAccessibleName(tr("Todo"));
-    m_tree->verticalScrollBar()->setAccessibleName(tr("Todo"));
+    setAccessibleNames(m_tree, tr("Todo"));
     auto *delegate = new ItemFocusDelegate(m_tree);
     delegate->setOutlinesUnselected(true);
     delegate->setOutlineMargin(1);
@@ -235,7 +207,8 @@ void TodoView::connectWidgets()
     connect(m_tree, &QTreeWidget::itemChanged, this, &TodoView::onItemChanged);
     connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &TodoView::showContextMenu);
     // The style sheet sets the palette when the page is shown, and may change at any time.
-    new PaletteWatcher(this, [this] { recolorRows(); });
+    connect(new PaletteWatcher(this), &PaletteWatcher::paletteChanged, this,
+            &TodoView::recolorRows);
 }
 
 void TodoView::refresh()

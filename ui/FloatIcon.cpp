@@ -4,7 +4,6 @@
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
 #include "ui/MainWindow.h"
-#include "ui/WindowVisibility.h"
 
 #include <QMenu>
 #include <QMouseEvent>
@@ -101,4 +100,12 @@ void FloatIcon::paintEvent(QPaintEvent *)
     font.setPointSize(16);
     painter.setFont(font);
     painter.drawText(rect(), Qt::AlignCenter, u"V"_s);
+}
+
+QPoint floatIconPosition(const QPoint &stored, const std::optional<QRect> &available)
+{
+    if (!available || (stored.x() >= 0 && stored.y() >= 0)) {
+        return stored;
+    }
+    return available->bottomRight() - QPoint(60, 60);
 }

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <QPoint>
+#include <QRect>
 #include <QWidget>
+
+#include <optional>
 
 class Settings;
 class ThemeManager;
@@ -38,3 +41,8 @@ private:
     bool m_dragged = false;
     bool m_wasMainWindowShowing = false; // when the button was pressed
 };
+
+/// The start position of the icon's top left corner. Returns the stored position even if no screen
+/// shows it. If a stored coordinate is negative, returns a position in the lower right corner of
+/// the primary screen's available geometry, if there is a screen.
+QPoint floatIconPosition(const QPoint &stored, const std::optional<QRect> &available);

@@ -13,6 +13,7 @@
 #include "ui/UpdatePrompt.h"
 #include "ui/WindowHeight.h"
 #include "update/Updater.h"
+#include "widgets/AccessibleName.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -23,7 +24,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QResizeEvent>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
@@ -159,8 +159,7 @@ void MainWindow::buildPages(QBoxLayout *layout)
     m_stack = new QStackedWidget(this);
     m_stack->setObjectName(u"windowPages"_s);
     m_resultList = new ResultList(m_launcher, m_stack);
-    m_resultList->setAccessibleName(windowTitle());
-    m_resultList->verticalScrollBar()->setAccessibleName(windowTitle());
+    setAccessibleNames(m_resultList, windowTitle());
     m_stack->addWidget(m_resultList);
     layout->addWidget(m_stack, 1);
     layout->addStretch(); // takes the space that the rows leave

@@ -94,3 +94,10 @@ private:
     CommandQuery m_query;  // of the last search
     QString m_viewCommand; // the command that opened the current page; empty for the list
 };
+
+/// Whether the window is visible and not minimised; QWidget::isVisible() includes minimised
+/// windows.
+inline bool isShowing(const QWidget &window)
+{
+    return window.isVisible() && !window.isMinimized();
+}

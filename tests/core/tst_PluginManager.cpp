@@ -202,6 +202,7 @@ private Q_SLOTS:
     void warnsOfACommandThatAPluginRepeats();
     void ownsOnlyItsChildren();
 
+    void configurablePluginsAreEachOnceByCommand();
     void looksUpCommands_data();
     void looksUpCommands();
 
@@ -423,6 +424,19 @@ void tst_PluginManager::ownsOnlyItsChildren()
     }
     QVERIFY(!child);
     QCOMPARE(other.command(), u"other"_s);
+}
+
+void tst_PluginManager::configurablePluginsAreEachOnceByCommand()
+{
+    PluginManager manager;
+    RecordingPlugin todo(u"todo"_s, {u"a"_s});
+    RecordingPlugin set(u"set"_s, {u"user"_s, u"plugin"_s});
+    RecordingPlugin file(u"File"_s, {u"open"_s});
+    RecordingPlugin calc(u"calc"_s);
+    for (IPlugin *plugin : {&todo, &set, &file, &calc}) {
+        manager.registerPlugin(plugin);
+    }
+    QCOMPARE(manager.configurablePlugins(), (QList<IPlugin *>{&todo, &calc, &file}));
 }
 
 // Whether each operation finds the plugin of "calc" by this command.

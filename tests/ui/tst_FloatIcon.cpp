@@ -167,6 +167,10 @@ private Q_SLOTS:
     void paintsADiscWithALetter_data();
     void paintsADiscWithALetter();
     void newPaletteRepaints();
+
+    void placesTheIcon_data();
+    void placesTheIcon();
+    void withoutAScreenItIsTheStoredPlace();
 };
 
 void tst_FloatIcon::isASmallToolWindowAboveAllOthers()
@@ -543,6 +547,31 @@ void tst_FloatIcon::newPaletteRepaints()
     const int before = paints.count;
     d.theme.setTheme(u"light"_s);
     QTRY_VERIFY(paints.count > before);
+}
+
+void tst_FloatIcon::placesTheIcon_data()
+{
+    QTest::addColumn<QPoint>("stored");
+    QTest::addColumn<QPoint>("expected");
+
+    const QPoint corner(1939, 979);
+    QTest::newRow("never placed: the corner") << QPoint(-1, -1) << corner;
+    QTest::newRow("negative x: the corner") << QPoint(-1, 300) << corner;
+    QTest::newRow("negative y: the corner") << QPoint(300, -1) << corner;
+    QTest::newRow("the origin: there") << QPoint(0, 0) << QPoint(0, 0);
+    QTest::newRow("a place: there") << QPoint(120, 300) << QPoint(120, 300);
+    QTest::newRow("off every screen: there") << QPoint(9000, 9000) << QPoint(9000, 9000);
+}
+
+void tst_FloatIcon::placesTheIcon()
+{
+    QFETCH(QPoint, stored);
+    QTEST(floatIconPosition(stored, QRect(80, 40, 1920, 1000)), "expected");
+}
+
+void tst_FloatIcon::withoutAScreenItIsTheStoredPlace()
+{
+    QCOMPARE(floatIconPosition(QPoint(-1, -1), std::nullopt), QPoint(-1, -1));
 }
 
 VASKEL_TEST(tst_FloatIcon, QApplication)
