@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The cost of the whole program compared with a bare window of the same size, measured from
-// outside: the time from its start to its first painted window, its memory two seconds later, the
-// time from the hotkey to the window, and the processor time while it is hidden.
+// The cost of the whole program compared with a bare window of the same size and with a bare list
+// that has the same style sheet, measured from outside: the time and the instructions from its
+// start to its first painted window, its memory two seconds later, the time from the hotkey to the
+// window, and the processor time while it is hidden.
 #include "Hotkey.h"
 #include "ScreenWatcher.h"
 
@@ -46,6 +47,7 @@ public:
 
     std::vector<std::string> environment() const;
     long cachedIcons() const;
+    std::filesystem::path emptyFolder(const char *name) const;
 
 private:
     void addEntry(int number) const;
@@ -110,11 +112,19 @@ long Home::cachedIcons() const
     return std::distance(begin(icons), end(icons));
 }
 
+std::filesystem::path Home::emptyFolder(const char *name) const
+{
+    const std::filesystem::path folder = m_folder / name;
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    return folder;
+}
+
 /// A running program; the destructor ends it.
 class Process
 {
 public:
-    Process(std::string program, std::vector<std::string> environment);
+    Process(std::vector<std::string> command, std::vector<std::string> environment);
     ~Process();
     Process(const Process &) = delete;
     Process &operator=(const Process &) = delete;
@@ -131,16 +141,22 @@ private:
     pid_t m_pid = 0;
 };
 
-Process::Process(std::string program, std::vector<std::string> environment)
+std::vector<char *> pointersTo(std::vector<std::string> &strings)
 {
-    std::vector<char *> variables;
-    variables.reserve(environment.size() + 1);
-    for (std::string &variable : environment) {
-        variables.push_back(variable.data());
+    std::vector<char *> pointers;
+    pointers.reserve(strings.size() + 1);
+    for (std::string &string : strings) {
+        pointers.push_back(string.data());
     }
-    variables.push_back(nullptr);
-    char *arguments[] = {program.data(), nullptr};
-    posix_spawn(&m_pid, program.c_str(), nullptr, nullptr, arguments, variables.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+Process::Process(std::vector<std::string> command, std::vector<std::string> environment)
+{
+    const std::vector<char *> arguments = pointersTo(command);
+    const std::vector<char *> variables = pointersTo(environment);
+    posix_spawnp(&m_pid, arguments.front(), nullptr, nullptr, arguments.data(), variables.data());
 }
 
 Process::~Process()
@@ -182,8 +198,8 @@ std::string Process::file(const std::string &name) const
 /// One start of a program, from the new process to the painted window.
 struct Start
 {
-    Start(const Home &home, ScreenWatcher &screen, const char *program)
-        : process(program, home.environment())
+    Start(const Home &home, ScreenWatcher &screen, std::vector<std::string> command)
+        : process(std::move(command), home.environment())
         , window(screen.waitForPaintedWindow())
     {
     }
@@ -213,7 +229,7 @@ bool warmUp(const char *program)
 {
     static std::vector<std::string> warm;
     if (std::find(warm.begin(), warm.end(), program) == warm.end()) {
-        const Start start(fixture().home, fixture().screen, program);
+        const Start start(fixture().home, fixture().screen, {program});
         if (!start.window) {
             return false;
         }
@@ -230,7 +246,7 @@ void startToShownWindow(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, program);
+        const Start start(fixture().home, fixture().screen, {program});
         state.SetIterationTime(start.duration.count());
     }
 }
@@ -242,12 +258,72 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, program);
+        const Start start(fixture().home, fixture().screen, {program});
         std::this_thread::sleep_for(2s);
         state.SetIterationTime(start.duration.count());
         state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
     }
     state.SetLabel("MiB");
+}
+
+/// What callgrind has written about one part of a run, in the first thread.
+struct Part
+{
+    explicit Part(const std::filesystem::path &file);
+
+    double instructions = 0; // remains 0 without the file
+    bool paintsList = false;
+};
+
+Part::Part(const std::filesystem::path &file)
+{
+    std::ifstream lines(file);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.starts_with("totals:")) {
+            instructions = std::stod(line.substr(7));
+        }
+        paintsList = paintsList || line.find("QListView::paintEvent(") != std::string::npos;
+    }
+}
+
+/// The instructions until the list is flushed to the screen; nothing if no part paints it.
+std::optional<double> instructionsToList(const std::filesystem::path &folder)
+{
+    double count = 0;
+    for (int number = 1;; ++number) {
+        const Part part(folder / ("part." + std::to_string(number) + "-01"));
+        if (part.instructions == 0) {
+            return {};
+        }
+        count += part.instructions;
+        if (part.paintsList) {
+            return count;
+        }
+    }
+}
+
+// Valgrind's count does not depend on the load of the machine. It writes a part at each flush.
+void instructionsToShownList(benchmark::State &state, const char *program)
+{
+    if (!warmUp(program)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    while (state.KeepRunning()) {
+        const std::filesystem::path folder = fixture().home.emptyFolder("callgrind");
+        const Start start(fixture().home, fixture().screen,
+                          {"valgrind", "--quiet", "--tool=callgrind", "--separate-threads=yes",
+                           "--dump-before=QBackingStore::flush*",
+                           "--callgrind-out-file=" + (folder / "part").string(), program});
+        const std::optional<double> count = instructionsToList(folder);
+        if (!start.window || !count) {
+            state.SkipWithError("Valgrind sees no list on the screen.");
+            return;
+        }
+        state.counters["value"] = *count / 1e6;
+        state.SetIterationTime(start.duration.count());
+    }
+    state.SetLabel("M");
 }
 
 enum class Until {
@@ -284,7 +360,7 @@ void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, program);
+        const Start start(fixture().home, fixture().screen, {program});
         // The program registers the hotkey after it has shown the window.
         std::this_thread::sleep_for(1s);
         std::vector<double> times;
@@ -308,7 +384,7 @@ void processorTimeWhileHidden(benchmark::State &state)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, VASKEL_PROGRAM);
+        const Start start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
         std::this_thread::sleep_for(1s);
         fixture().screen.requestClose(*start.window);
         if (!fixture().screen.waitForHiddenWindow(*start.window)) {
@@ -335,9 +411,21 @@ int main(int argc, char *argv[])
     };
     repeat(benchmark::RegisterBenchmark("start/measured", startToShownWindow, VASKEL_PROGRAM), 31);
     repeat(benchmark::RegisterBenchmark("start/floor", startToShownWindow, BARE_WINDOW), 31);
+    repeat(benchmark::RegisterBenchmark("start_list/measured", startToShownWindow, VASKEL_PROGRAM),
+           31);
+    repeat(benchmark::RegisterBenchmark("start_list/floor", startToShownWindow, BARE_LIST), 31);
     repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
            5);
     repeat(benchmark::RegisterBenchmark("memory/floor", memoryAfterTwoSeconds, BARE_WINDOW), 5);
+    repeat(
+        benchmark::RegisterBenchmark("memory_list/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
+        5);
+    repeat(benchmark::RegisterBenchmark("memory_list/floor", memoryAfterTwoSeconds, BARE_LIST), 5);
+    repeat(benchmark::RegisterBenchmark("instructions/measured", instructionsToShownList,
+                                        VASKEL_PROGRAM),
+           3);
+    repeat(benchmark::RegisterBenchmark("instructions/floor", instructionsToShownList, BARE_LIST),
+           3);
     for (const auto &[side, program] :
          {std::pair("measured", VASKEL_PROGRAM), {"floor", BARE_HOTKEY}}) {
         repeat(benchmark::RegisterBenchmark((std::string("hotkey/") + side).c_str(), hotkeyToWindow,

@@ -34,8 +34,8 @@ public:
     /// The plugin of a command; null for an unknown one.
     IPlugin *pluginForCommand(const QString &cmd) const;
 
-    /// The plugins that the user can disable and give a hotkey: all but that of "set", each once, in
-    /// the alphabetical order of their commands.
+    /// The plugins that the user can disable and give a hotkey: all but that of "set", each once,
+    /// in the alphabetical order of their commands.
     QList<IPlugin *> configurablePlugins() const;
 
     /// Calls IPlugin::setViewCommand() and returns the page of the plugin, even if the plugin is

@@ -8,8 +8,8 @@
 
 /// The preferences of the program. Getters read the store, whose organisation and application are
 /// both named "Vaskel". Setters write and emit only if the value changes. Errors of the store are
-/// silent. Nothing in the program reads the properties or calls the invokable functions by name, and
-/// it connects the signals of only six preferences, which docs/ARCHITECTURE.md lists.
+/// silent. Nothing in the program reads the properties or calls the invokable functions by name,
+/// and it connects the signals of only six preferences, which docs/ARCHITECTURE.md lists.
 class Settings : public QObject
 {
     Q_OBJECT
