@@ -279,7 +279,6 @@ void SettingsView::addHotkeyEdit(QBoxLayout *layout)
 void SettingsView::addThemeCombo(QBoxLayout *layout)
 {
     QComboBox *combo = addCombo(layout, tr("Theme"));
-    combo->setObjectName(u"themeCombo"_s);
     combo->addItem(tr("System"), ThemeManager::systemTheme);
     combo->addItem(tr("Light"), ThemeManager::lightTheme);
     combo->addItem(tr("Dark"), ThemeManager::darkTheme);
@@ -289,7 +288,6 @@ void SettingsView::addThemeCombo(QBoxLayout *layout)
 void SettingsView::addSearchEngineCombo(QBoxLayout *layout)
 {
     QComboBox *combo = addCombo(layout, tr("Search Engine"));
-    combo->setObjectName(u"searchEngineCombo"_s);
     for (const SearchEngine &engine : searchEngines) {
         combo->addItem(engine.name);
     }

@@ -93,7 +93,8 @@ void HomeDatabase::startBuilding()
     build->setStandardErrorFile(QProcess::nullDevice());
     build->setChildProcessModifier(
         [] { [[maybe_unused]] const int priority = ::nice(lowestPriority); });
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, build, [build] {
+    // Not qApp, which is a QApplication wherever the header of that class is known.
+    QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, build, [build] {
         build->kill();
         build->waitForFinished();
     });

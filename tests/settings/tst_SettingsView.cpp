@@ -166,8 +166,8 @@ struct Page
     }
 
     QKeySequenceEdit *hotkey() const { return area(SettingsPage)->findChild<QKeySequenceEdit *>(); }
-    QComboBox *theme() const { return view->findChild<QComboBox *>(u"themeCombo"_s); }
-    QComboBox *engine() const { return view->findChild<QComboBox *>(u"searchEngineCombo"_s); }
+    QComboBox *theme() const { return area(SettingsPage)->findChildren<QComboBox *>().value(0); }
+    QComboBox *engine() const { return area(SettingsPage)->findChildren<QComboBox *>().value(1); }
 
     template <typename Control> Control *pluginControl(const QString &command) const
     {

@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 /// The functions that need no window; tst_MainWindowHeight tests the rest.
 class tst_WindowHeight : public QObject
 {
@@ -85,7 +87,9 @@ void tst_WindowHeight::distinguishesAnAnswerFromTheUser()
     QFETCH(const int, height);
     QFETCH(const qreal, ratio);
     QTEST(takeAnswer(requests, height, ratio), "isAnswer");
-    QTEST(requests, "unanswered");
+    // Not QCOMPARE(): Qt passes null to memcmp() for two empty lists, and the sanitizer ends the test.
+    QFETCH(const QList<int>, unanswered);
+    QVERIFY(std::equal(requests.cbegin(), requests.cend(), unanswered.cbegin(), unanswered.cend()));
 }
 
 VASKEL_TEST(tst_WindowHeight, QCoreApplication)
