@@ -16,7 +16,6 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QStackedWidget>
 #include <QTest>
 #include <QTranslator>
 
@@ -49,9 +48,14 @@ struct World
 {
     World() { plugins.registerPlugin(&plugin); }
 
-    static QCheckBox *firstCheck(const QWidget *page)
+    static QCheckBox *startOnBootCheck(const QWidget *page)
     {
-        return page->findChild<QStackedWidget *>()->widget(0)->findChild<QCheckBox *>();
+        for (QCheckBox *check : page->findChildren<QCheckBox *>()) {
+            if (check->text() == u"Start on boot"_s) {
+                return check;
+            }
+        }
+        return nullptr;
     }
 
     static int row(const QWidget *page)
@@ -211,7 +215,7 @@ void tst_SettingsPlugin::eachOpeningShowsTheStoredValues()
 {
     World w;
     const std::unique_ptr<QWidget> page(w.plugin.createView());
-    QCheckBox *check = World::firstCheck(page.get());
+    QCheckBox *check = World::startOnBootCheck(page.get());
     QVERIFY(!check->isChecked());
     check->click();
     w.plugin.createView();
