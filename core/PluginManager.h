@@ -13,7 +13,8 @@ class QWidget;
 class Settings;
 
 /// The table of command words, and the one way from the window to the plugins. A word is looked up
-/// in lower case; only registerPlugin() and queryCommand() also trim it.
+/// in lower case; only registerPlugin() and queryCommand() also trim it. Nothing in the program
+/// calls the invokable functions by name.
 class PluginManager : public QObject
 {
     Q_OBJECT

@@ -14,7 +14,8 @@ class QDir;
 
 /// Knows what can be launched: the built-in entries, what the start menu holds, and the user's
 /// pins. The catalogue is built by the constructor and stays as it is; a program that is installed
-/// later is found at the next start.
+/// later is found at the next start. Nothing in the program reads the property or calls the
+/// invokable functions by name.
 class AppLauncher : public QObject
 {
     Q_OBJECT

@@ -8,7 +8,9 @@
 
 /// Every persistent preference of the program. Getters read the store, where "Vaskel" is both the
 /// organisation and the application; setters compare, write, then emit, and do nothing at all when
-/// the value is the stored one. Failures of the store are silent.
+/// the value is the stored one. Failures of the store are silent. Nothing in the program reads the
+/// properties or calls the invokable functions by name, and it connects the signals of only six
+/// preferences, which docs/ARCHITECTURE.md lists.
 class Settings : public QObject
 {
     Q_OBJECT

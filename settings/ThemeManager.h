@@ -6,7 +6,8 @@
 #include <QString>
 
 /// The look of the program: whether its palette is the dark or the light one, the colours of that
-/// palette, and the style sheet made of them. It applies nothing itself.
+/// palette, and the style sheet made of them. It applies nothing itself. Nothing in the program
+/// reads the properties, nor any colour but accent() and bg().
 class ThemeManager : public QObject
 {
     Q_OBJECT

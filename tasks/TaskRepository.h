@@ -15,7 +15,7 @@ using TaskGroups = QHash<QString, QList<const Task *>>;
 
 /// All tasks of the user in a flat table by id. The tree follows from each task's parentId. Only
 /// TaskService writes. Tasks whose parents form a cycle or do not exist are kept, but no top-level
-/// task leads to them.
+/// task leads to them. Nothing in the program connects the signals.
 class TaskRepository : public QObject
 {
     Q_OBJECT

@@ -11,7 +11,8 @@ class TaskStorage;
 
 /// The rules of the task list. Each call writes its change to the disk before it returns. If that
 /// fails, the change stays in memory until the next write. Invalid input is ignored. There are no
-/// signals: views read the tasks again after each call.
+/// signals: views read the tasks again after each call. Nothing in the program calls the invokable
+/// functions by name, nor updateNote() at all.
 class TaskService : public QObject
 {
     Q_OBJECT

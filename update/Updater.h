@@ -11,6 +11,8 @@ class QNetworkReply;
 /// Asks the update server for a newer build, downloads it, and starts a script that replaces the
 /// running executable. Has no user interface; the messages of its signals are English or Qt's own.
 /// All signals come from the event loop, except downloadError() for a file that cannot be created.
+/// Nothing in the program calls the invokable functions by name, nor currentVersion() at all, or
+/// connects noUpdateAvailable() and checkError().
 class Updater : public QObject
 {
     Q_OBJECT

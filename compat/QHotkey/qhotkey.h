@@ -4,7 +4,8 @@
 #include <QKeySequence>
 #include <QObject>
 
-/// A system-wide hotkey. Use on the GUI thread only.
+/// A system-wide hotkey. Use on the GUI thread only. The properties and registeredChanged() are
+/// there because the library has them; the program does not use them.
 class QHotkey : public QObject
 {
     Q_OBJECT

@@ -19,6 +19,8 @@ class SystemFrame;
 ///
 /// The outermost pixels resize the window, even over a child widget, unless it is maximised or of
 /// fixed size. Widgets get all events except the presses that start a move or resize.
+///
+/// The signals are there because the library has them; the program does not connect them.
 class WidgetWindowAgent : public WindowAgentBase
 {
     Q_OBJECT
