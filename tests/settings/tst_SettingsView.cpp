@@ -166,8 +166,19 @@ struct Page
     }
 
     QKeySequenceEdit *hotkey() const { return area(SettingsPage)->findChild<QKeySequenceEdit *>(); }
-    QComboBox *theme() const { return area(SettingsPage)->findChildren<QComboBox *>().value(0); }
-    QComboBox *engine() const { return area(SettingsPage)->findChildren<QComboBox *>().value(1); }
+    QComboBox *theme() const { return comboWith(u"dark"_s, Qt::UserRole); }
+    QComboBox *engine() const { return comboWith(u"DuckDuckGo"_s, Qt::DisplayRole); }
+
+    /// The combo box that has such an item, in whatever language its texts are.
+    QComboBox *comboWith(const QString &value, Qt::ItemDataRole role) const
+    {
+        for (QComboBox *box : view->findChildren<QComboBox *>()) {
+            if (box->findData(value, role) >= 0) {
+                return box;
+            }
+        }
+        return nullptr;
+    }
 
     template <typename Control> Control *pluginControl(const QString &command) const
     {
