@@ -21,10 +21,10 @@ bool matches(const AppEntry &app, const QString &query)
 
 QVariantList searchApps(const QList<AppEntry> &apps, const QString &query)
 {
-    const QString q = query.trimmed().toLower();
+    const QString lowerQuery = query.trimmed().toLower();
     QVariantList records;
     for (const AppEntry &app : apps) {
-        if (q.isEmpty() || matches(app, q)) {
+        if (lowerQuery.isEmpty() || matches(app, lowerQuery)) {
             records.append(makeProgramRecord(app.name, app.path, app.iconPath, app.description));
         }
     }

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize iconSquare(32, 32);
+constexpr QSize iconSize(32, 32);
 
 QString folderInCache()
 {
@@ -100,14 +100,13 @@ QPixmap IconCache::pixmapOf(const QFileInfo &source)
         }
         icon = m_provider->icon(source);
     }
-    return icon.pixmap(iconSquare, QIcon::Normal, QIcon::Off);
+    return icon.pixmap(iconSize, QIcon::Normal, QIcon::Off);
 }
 
 bool IconCache::save(const QPixmap &pixmap, const QString &target) const
 {
-    if (pixmap.isNull() || !m_rules.isScaled || pixmap.size() == iconSquare) {
+    if (pixmap.isNull() || !m_rules.isScaled || pixmap.size() == iconSize) {
         return saveIcon(pixmap, target);
     }
-    return saveIcon(pixmap.scaled(iconSquare, Qt::KeepAspectRatio, Qt::SmoothTransformation),
-                    target);
+    return saveIcon(pixmap.scaled(iconSize, Qt::KeepAspectRatio, Qt::SmoothTransformation), target);
 }

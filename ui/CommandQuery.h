@@ -12,8 +12,8 @@ class PluginManager;
 class Settings;
 
 /// Decides whether the text of the command box is a command, an application search or a web search.
-/// A text with a blank after its first word is a command, known or unknown. A text without a blank
-/// is a command if it equals a known one, in lower case and trimmed.
+/// A text is a command, known or unknown, if a blank follows its first word and none precedes it.
+/// Otherwise it is a command if the trimmed text equals a known one, in lower case.
 class CommandQuery
 {
     Q_DECLARE_TR_FUNCTIONS(MainWindow) // its context in the translation files
