@@ -11,6 +11,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import time
 
 from gi.repository import Atspi, GLib
 
@@ -85,6 +86,36 @@ class FocusLog:
         name = event.source.get_name()
         if event.source.get_role() == self._role and name not in self._names[-1:]:
             self._names.append(name)
+
+
+def walk_through_menu(launcher, open_menu, count):
+    """Opens a menu, moves down to the entry of this number and returns the names on the way."""
+    # The log is entered first: the program learns of it only after a moment.
+    with FocusLog(Atspi.Role.MENU_ITEM) as log:
+        open_menu()
+        press_until(lambda: launcher.press("Down"), lambda: len(log.names()) == 1,
+                    "the first entry is current")
+        for number in range(2, count + 1):
+            launcher.press("Down")
+            wait_until(lambda: len(log.names()) == number, f"entry {number} is current")
+        return log.names()
+
+
+def press_until(press, is_done, what, interval=5):
+    """Presses a key until it has its effect. A menu grabs the keyboard after its window shows, so
+    the first key may go to another window."""
+    pressed = None
+
+    def presses_or_is_done():
+        nonlocal pressed
+        if is_done():
+            return True
+        if pressed is None or time.monotonic() - pressed > interval:
+            press()
+            pressed = time.monotonic()
+        return False
+
+    wait_until(presses_or_is_done, what)
 
 
 class Home:

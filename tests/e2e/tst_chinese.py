@@ -3,11 +3,9 @@ import os
 import shutil
 import subprocess
 
-from gi.repository import Atspi
-
 from case import EndToEndCase, main
 from desktop import stop, wait_until
-from launcher import BUILTINS, FocusLog
+from launcher import BUILTINS, walk_through_menu
 
 CHINESE_BUILTINS = ("记事本", "计算器", "画图", "命令提示符", "文件资源管理器", "任务管理器", "设置",
                     "浏览器")
@@ -27,13 +25,13 @@ class LanguageCase(EndToEndCase):
 
     def opens_menu(self, click, *entries):
         before = len(self.launcher.windows())
-        click()
-        wait_until(lambda: len(self.launcher.windows()) > before, "the menu opens")
-        with FocusLog(Atspi.Role.MENU_ITEM) as log:
-            for count in range(1, len(entries) + 1):
-                self.launcher.press("Down")
-                wait_until(lambda: len(log.names()) == count, "the next entry is current")
-            self.assertEqual(log.names(), list(entries))
+
+        def open_menu():
+            click()
+            wait_until(lambda: len(self.launcher.windows()) > before, "the menu opens")
+
+        names = walk_through_menu(self.launcher, open_menu, len(entries))
+        self.assertEqual(names, list(entries))
 
 
 class Chinese(LanguageCase):

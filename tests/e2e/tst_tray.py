@@ -1,9 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 from case import EndToEndCase, main
 from desktop import PATIENCE, stop, wait_until
-from launcher import FocusLog
-
-from gi.repository import Atspi
+from launcher import walk_through_menu
 
 ENTRIES = ["Show", "Settings", "Restart", "Quit"]
 FOCUS_LOSS_TIME = 0.5  # seconds; longer than the toolkit's delay
@@ -53,19 +51,14 @@ class Tray(TrayCase):
         wait_until(self.menu, "the menu opens")
 
     def walk_to(self, entry):
-        """Moves down in the menu to an entry and returns the names of all entries on the way."""
-        with FocusLog(Atspi.Role.MENU_ITEM) as log:
-            for count in range(1, ENTRIES.index(entry) + 2):
-                self.launcher.press("Down")
-                wait_until(lambda: len(log.names()) == count, "the next entry is current")
-            return log.names()
+        """Opens the menu, moves down to an entry and returns the names of all on the way."""
+        return walk_through_menu(self.launcher, self.open_menu, ENTRIES.index(entry) + 1)
 
     def close_menu(self):
         self.launcher.press("Escape")
         wait_until(lambda: not self.menu(), "the menu closes")
 
     def choose(self, entry):
-        self.open_menu()
         self.assertEqual(self.walk_to(entry)[-1], entry)
         self.launcher.press("Return")
 
@@ -89,7 +82,6 @@ class Tray(TrayCase):
 
     def test_other_clicks_leave_the_window_alone(self):
         self.click_icon(button=2)
-        self.open_menu()
         self.assertEqual(self.walk_to("Quit"), ENTRIES)
         self.picture("menu")
         self.assertTrue(self.launcher.is_visible())
