@@ -67,11 +67,11 @@ bool ScreenWatcher::isConnected() const
     return xcb_connection_has_error(m_connection) == 0;
 }
 
-std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow()
+std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow(std::chrono::minutes patience)
 {
     std::set<xcb_window_t> large;
     std::optional<xcb_window_t> mapped;
-    const auto deadline = Clock::now() + kPatience;
+    const auto deadline = Clock::now() + patience;
     while (const Event event{nextEvent(deadline)}) {
         if (typeOf(*event) == XCB_CREATE_NOTIFY) {
             const auto &created = as<xcb_create_notify_event_t>(event);

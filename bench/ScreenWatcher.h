@@ -19,8 +19,9 @@ public:
 
     bool isConnected() const;
 
-    /// Waits until a large window is shown and painted, and returns it; nothing after a minute.
-    std::optional<xcb_window_t> waitForPaintedWindow();
+    /// Waits until a large window is shown and painted, and returns it; nothing after that time.
+    std::optional<xcb_window_t>
+    waitForPaintedWindow(std::chrono::minutes patience = std::chrono::minutes(1));
 
     /// Waits until a hidden window is shown again; false after a minute.
     bool waitForShownWindow(xcb_window_t window);

@@ -198,9 +198,10 @@ std::string Process::file(const std::string &name) const
 /// One start of a program, from the new process to the painted window.
 struct Start
 {
-    Start(const Home &home, ScreenWatcher &screen, std::vector<std::string> command)
+    Start(const Home &home, ScreenWatcher &screen, std::vector<std::string> command,
+          std::chrono::minutes patience = 1min)
         : process(std::move(command), home.environment())
-        , window(screen.waitForPaintedWindow())
+        , window(screen.waitForPaintedWindow(patience))
     {
     }
 
@@ -314,9 +315,14 @@ void instructionsToShownList(benchmark::State &state, const char *program)
         const Start start(fixture().home, fixture().screen,
                           {"valgrind", "--quiet", "--tool=callgrind", "--separate-threads=yes",
                            "--dump-before=QBackingStore::flush*",
-                           "--callgrind-out-file=" + (folder / "part").string(), program});
+                           "--callgrind-out-file=" + (folder / "part").string(), program},
+                          10min); // valgrind runs a program a hundred times as long
+        if (!start.window) {
+            state.SkipWithError("The program does not start under valgrind.");
+            return;
+        }
         const std::optional<double> count = instructionsToList(folder);
-        if (!start.window || !count) {
+        if (!count) {
             state.SkipWithError("Valgrind sees no list on the screen.");
             return;
         }
