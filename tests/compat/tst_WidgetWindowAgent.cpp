@@ -14,12 +14,10 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include <chrono>
 #include <cmath>
 #include <optional>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using QWK::WidgetWindowAgent;
 using QWK::WindowAgentBase;
 
@@ -71,6 +69,8 @@ public:
     int spontaneousMoves = 0;
 };
 
+constexpr int patience = 20000; // in milliseconds, with a whole machine at work
+
 /// Asks the X server from outside, as a user does it. Positions are global ones.
 QByteArray xdotool(const QStringList &arguments)
 {
@@ -78,8 +78,10 @@ QByteArray xdotool(const QStringList &arguments)
     QSignalSpy finished(&process, &QProcess::finished);
     process.start(u"xdotool"_s, arguments);
     // The window system may be waiting for this process meanwhile.
-    if (!finished.wait()) {
-        qFatal("xdotool does not end: %s", qUtf8Printable(arguments.join(u' ')));
+    if (!finished.wait(patience)) {
+        const QString message = u"xdotool does not end: "_s + arguments.join(u' ');
+        QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+        return {};
     }
     if (process.exitCode() != 0) {
         qWarning() << "xdotool failed:" << arguments << process.readAllStandardError();
@@ -125,7 +127,8 @@ void release()
     static int desktops = 4;
     desktops = 9 - desktops;
     xdotool({u"mouseup"_s, u"1"_s, u"set_num_desktops"_s, QString::number(desktops)});
-    QTRY_COMPARE(xdotool({u"get_num_desktops"_s}).trimmed().toInt(), desktops);
+    QTRY_COMPARE_WITH_TIMEOUT(xdotool({u"get_num_desktops"_s}).trimmed().toInt(), desktops,
+                              patience);
 }
 
 void clickAt(const QPoint &position)
@@ -144,8 +147,8 @@ bool dragUntil(const QPoint &from, const QPoint &to, Condition reached)
         release();
         return false;
     }
-    const QDeadlineTimer deadline(20s);
-    while (!reached() && !deadline.hasExpired()) {
+    const QDeadlineTimer deadline(patience);
+    while (!reached() && !deadline.hasExpired() && !QTest::currentTestFailed()) {
         moveTo((from + to) / 2);
         moveTo(to);
         QTest::qWait(10);
@@ -185,7 +188,8 @@ QPoint positionOnScreen(const QWidget &window)
 bool isClickable(QPushButton &button)
 {
     QSignalSpy clicked(&button, &QPushButton::clicked);
-    for (int attempt = 0; attempt < 50 && clicked.isEmpty(); ++attempt) {
+    for (int attempt = 0; attempt < 50 && clicked.isEmpty() && !QTest::currentTestFailed();
+         ++attempt) {
         clickAt(button.mapToGlobal(button.rect().center()));
         clicked.wait(50);
     }
