@@ -96,4 +96,5 @@ anywhere. A few letters of a program's name find it, Chinese names by their
 pinyin too, and Enter starts it.
 .
 Its commands evaluate an expression, show a folder, search all files by name
-and keep a list of tasks. What is found nowhere else is offered as a web search.")
+and keep a list of tasks. For what they do not find, Vaskel offers a search of
+the web.")

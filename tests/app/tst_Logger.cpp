@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
+#include <QSaveFile>
 #include <QTest>
 
 #include <algorithm>
@@ -467,10 +468,20 @@ void tst_Logger::beginsAFileAtMidnight()
     environment.insert(u"TZ"_s, u"UTC"_s);
     // The address sanitizer reports preloaded libraries as an error otherwise.
     environment.insert(u"ASAN_OPTIONS"_s, u"verify_asan_link_order=0"_s);
+    // The clock stands still until it is set, so that midnight does not come before the first line.
+    environment.insert(u"FAKETIME_TIMESTAMP_FILE"_s,
+                       testhome::writeFile(u"clock"_s, "2024-02-28 23:59:57\n"));
+    environment.insert(u"FAKETIME_NO_CACHE"_s, u"1"_s);
     QProcess process;
     process.setProcessEnvironment(environment);
-    process.start(u"faketime"_s, {u"-f"_s, u"@2024-02-28 23:59:57"_s, QStringLiteral(LOG_WRITER),
-                                  m_folder, u"info"_s, u"midnight"_s, u"warning"_s});
+    process.start(u"faketime"_s,
+                  {u"-f"_s, u"+0"_s, u"env"_s, u"-u"_s, u"FAKETIME"_s, QStringLiteral(LOG_WRITER),
+                   m_folder, u"info"_s, u"midnight"_s, u"warning"_s});
+    QTRY_VERIFY_WITH_TIMEOUT(linesIn(m_folder).join(u' ').contains(u"an info text"_s), 60'000);
+    QSaveFile clock(testhome::path() + "/clock"_L1); // never seen half written
+    QVERIFY(clock.open(QIODevice::WriteOnly));
+    clock.write("2024-02-29 00:00:01\n");
+    QVERIFY(clock.commit());
     QVERIFY(process.waitForFinished(60'000));
     QCOMPARE(process.exitCode(), 0);
 

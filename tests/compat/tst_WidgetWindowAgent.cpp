@@ -16,12 +16,10 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-#include <chrono>
 #include <cmath>
 #include <optional>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 using QWK::WidgetWindowAgent;
 using QWK::WindowAgentBase;
 
@@ -73,6 +71,8 @@ public:
     int spontaneousMoves = 0;
 };
 
+constexpr int patience = 20000; // in milliseconds; a busy machine needs many seconds
+
 /// Sends input through the X server, like a user. Positions are global.
 QByteArray xdotool(const QStringList &arguments)
 {
@@ -80,8 +80,10 @@ QByteArray xdotool(const QStringList &arguments)
     QSignalSpy finished(&process, &QProcess::finished);
     process.start(u"xdotool"_s, arguments);
     // The window manager may be waiting for this process, so run the event loop.
-    if (!finished.wait()) {
-        qFatal("xdotool does not end: %s", qUtf8Printable(arguments.join(u' ')));
+    if (!finished.wait(patience)) {
+        const QString message = u"xdotool does not end: "_s + arguments.join(u' ');
+        QTest::qFail(qPrintable(message), __FILE__, __LINE__);
+        return {};
     }
     if (process.exitCode() != 0) {
         qWarning() << "xdotool failed:" << arguments << process.readAllStandardError();
@@ -120,9 +122,15 @@ void press()
     QTRY_VERIFY(note.taken);
 }
 
+// The window manager merges the motions in its queue, also with one after the release. So the
+// pointer stays until the manager has answered a request that follows the release.
 void release()
 {
-    xdotool({u"mouseup"_s, u"1"_s});
+    static int desktops = 4;
+    desktops = 9 - desktops;
+    xdotool({u"mouseup"_s, u"1"_s, u"set_num_desktops"_s, QString::number(desktops)});
+    QTRY_COMPARE_WITH_TIMEOUT(xdotool({u"get_num_desktops"_s}).trimmed().toInt(), desktops,
+                              patience);
 }
 
 void clickAt(const QPoint &position)
@@ -141,8 +149,8 @@ bool dragUntil(const QPoint &from, const QPoint &to, Condition reached)
         release();
         return false;
     }
-    const QDeadlineTimer deadline(20s);
-    while (!reached() && !deadline.hasExpired()) {
+    const QDeadlineTimer deadline(patience);
+    while (!reached() && !deadline.hasExpired() && !QTest::currentTestFailed()) {
         moveTo((from + to) / 2);
         moveTo(to);
         QTest::qWait(10);
@@ -182,7 +190,8 @@ QPoint positionOnScreen(const QWidget &window)
 bool isClickable(QPushButton &button)
 {
     QSignalSpy clicked(&button, &QPushButton::clicked);
-    for (int attempt = 0; attempt < 50 && clicked.isEmpty(); ++attempt) {
+    for (int attempt = 0; attempt < 50 && clicked.isEmpty() && !QTest::currentTestFailed();
+         ++attempt) {
         clickAt(button.mapToGlobal(button.rect().center()));
         clicked.wait(50);
     }
