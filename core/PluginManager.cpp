@@ -56,13 +56,13 @@ IPlugin *PluginManager::pluginForCommand(const QString &cmd) const
 
 QList<IPlugin *> PluginManager::configurablePlugins() const
 {
-    QStringList words = commands();
-    words.sort(Qt::CaseInsensitive);
+    QStringList sortedCommands = commands();
+    sortedCommands.sort(Qt::CaseInsensitive);
     QList<IPlugin *> plugins;
-    // The settings page must stay in reach of its command.
+    // The user must not disable the settings page.
     const IPlugin *settingsPlugin = pluginForCommand(u"set"_s);
-    for (const QString &word : std::as_const(words)) {
-        IPlugin *plugin = pluginForCommand(word);
+    for (const QString &command : std::as_const(sortedCommands)) {
+        IPlugin *plugin = pluginForCommand(command);
         if (plugin && plugin != settingsPlugin && !plugins.contains(plugin)) {
             plugins.append(plugin);
         }
