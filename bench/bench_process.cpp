@@ -114,7 +114,7 @@ long Home::cachedIcons() const
 
 std::filesystem::path Home::emptyFolder(const char *name) const
 {
-    const std::filesystem::path folder = m_folder / name;
+    std::filesystem::path folder = m_folder / name;
     std::filesystem::remove_all(folder);
     std::filesystem::create_directory(folder);
     return folder;
