@@ -31,6 +31,12 @@ if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(VASKEL_CCACHE ccache)
     mark_as_advanced(VASKEL_CCACHE)
     if(VASKEL_CCACHE)
-        set(CMAKE_CXX_COMPILER_LAUNCHER "${VASKEL_CCACHE}")
+        # All clones of this project share the cache, including precompiled headers.
+        set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env
+            "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}"
+            CCACHE_NOHASHDIR=true
+            CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+            "${VASKEL_CCACHE}"
+        )
     endif()
 endif()
