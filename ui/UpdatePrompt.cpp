@@ -8,6 +8,21 @@
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The server chooses these texts. Laying out 200,000 characters without a blank takes seconds.
+constexpr qsizetype longestText = 30000;
+constexpr qsizetype longestVersion = 100;
+
+QString shortened(const QString &text, qsizetype limit)
+{
+    return text.size() > limit ? text.left(limit) + u"…"_s : text;
+}
+
+} // namespace
+
 UpdatePrompt::UpdatePrompt(Updater *updater, QWidget *window)
     : QObject(window)
     , m_updater(updater)
@@ -22,7 +37,8 @@ UpdatePrompt::UpdatePrompt(Updater *updater, QWidget *window)
 void UpdatePrompt::offer(const QString &version, const QString &changelog, const QString &url)
 {
     const QString text =
-        tr("New version %1 is available.\n\n%2\n\nUpdate now?").arg(version, changelog);
+        tr("New version %1 is available.\n\n%2\n\nUpdate now?")
+            .arg(shortened(version, longestVersion), shortened(changelog, longestText));
     if (showPlainMessage(m_window, QMessageBox::Question, tr("Update available"), text,
                          QMessageBox::Yes | QMessageBox::No)
         == QMessageBox::Yes) {
@@ -62,5 +78,6 @@ void UpdatePrompt::closeProgressDialog()
 void UpdatePrompt::showError(const QString &message)
 {
     closeProgressDialog();
-    showPlainMessage(m_window, QMessageBox::Warning, tr("Update failed"), message, QMessageBox::Ok);
+    showPlainMessage(m_window, QMessageBox::Warning, tr("Update failed"),
+                     shortened(message, longestText), QMessageBox::Ok);
 }

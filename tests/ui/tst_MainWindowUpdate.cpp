@@ -88,6 +88,9 @@ private Q_SLOTS:
     void showsTheChangeLogAsPlainText();
     void keepsTheButtonsOnTheScreen_data();
     void keepsTheButtonsOnTheScreen();
+    void shortensWhatTakesTooLong_data();
+    void shortensWhatTakesTooLong();
+    void shortensALongError();
     void staysSilentWithoutAnUpdate();
     void showsTheProgressOfTheDownload();
     void showsTheDialogWithoutASize();
@@ -215,7 +218,7 @@ void tst_MainWindowUpdate::keepsTheButtonsOnTheScreen_data()
     QTest::newRow("few lines too many") << u"line\n"_s.repeated(60) << true;
     QTest::newRow("one long line") << u"word "_s.repeated(3000) << true;
     QTest::newRow("one long word") << QString(3000, u'x') << true;
-    QTest::newRow("a megabyte") << u"some text, "_s.repeated(100000) << true;
+    QTest::newRow("as long as is shown") << QString(30000, u'x') << true;
     QTest::newRow("markup") << u"<p>x</p>"_s.repeated(1000) << true;
 }
 
@@ -242,6 +245,49 @@ void tst_MainWindowUpdate::keepsTheButtonsOnTheScreen()
     });
     Q_EMIT w.updater.updateAvailable(u"2"_s, changelog, QString(), false);
     QCOMPARE(handler.count, 1);
+}
+
+void tst_MainWindowUpdate::shortensWhatTakesTooLong_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<QString>("changelog");
+    QTest::addColumn<QString>("text");
+    const QString line = u"New version %1 is available.\n\n%2\n\nUpdate now?"_s;
+    QTest::newRow("a megabyte with blanks")
+        << u"2"_s << u"some text, "_s.repeated(100000)
+        << line.arg(u"2"_s, u"some text, "_s.repeated(3000).left(30000) + u"…"_s);
+    QTest::newRow("200,000 characters without a blank")
+        << u"2"_s << QString(200000, u'x') << line.arg(u"2"_s, QString(30000, u'x') + u"…"_s);
+    QTest::newRow("a long version")
+        << QString(1000000, u'2') << u"text"_s << line.arg(QString(100, u'2') + u"…"_s, u"text"_s);
+}
+
+void tst_MainWindowUpdate::shortensWhatTakesTooLong()
+{
+    QFETCH(QString, version);
+    QFETCH(QString, changelog);
+    QFETCH(QString, text);
+    Window w;
+    QVERIFY(w.showActive());
+    AtMessageBox atBox([&](QMessageBox &box) {
+        QCOMPARE(box.text(), text);
+        QVERIFY(isOnScreen(*box.button(QMessageBox::Yes)));
+    });
+    QElapsedTimer timer;
+    timer.start();
+    Q_EMIT w.updater.updateAvailable(version, changelog, QString(), false);
+    QCOMPARE(atBox.count, 1);
+    // Far from what the whole text takes, also on a busy machine.
+    QVERIFY2(timer.elapsed() < 3000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void tst_MainWindowUpdate::shortensALongError()
+{
+    Window w;
+    AtMessageBox atBox(
+        [](const QMessageBox &box) { QCOMPARE(box.text(), QString(30000, u'x') + u"…"_s); });
+    Q_EMIT w.updater.downloadError(QString(200000, u'x'));
+    QCOMPARE(atBox.count, 1);
 }
 
 void tst_MainWindowUpdate::staysSilentWithoutAnUpdate()
