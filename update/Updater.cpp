@@ -16,6 +16,7 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <memory>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,10 +25,53 @@ namespace {
 
 // Limits the data that waits for the disk; a fast network could fill the memory.
 constexpr qint64 downloadBufferSize = 256 * 1024;
+constexpr qint64 answerLimit = 1024 * 1024;
+constexpr int maximumRedirects = 50; // as many as Qt follows
 
 QString temporaryPath(const QString &fileName)
 {
     return QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation)).filePath(fileName);
+}
+
+bool isWebAddress(const QUrl &url)
+{
+    return url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
+}
+
+bool isRedirect(const QNetworkReply &reply)
+{
+    return QList<int>{301, 302, 303, 305, 307, 308}.contains(
+        reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt());
+}
+
+// Empty for a redirect without an address.
+QUrl redirectTarget(const QNetworkReply &reply)
+{
+    const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
+    return target.isEmpty() ? target : reply.url().resolved(target);
+}
+
+QString refusal(const QUrl &url)
+{
+    return u"Refused to connect to \"%1\""_s.arg(url.toDisplayString());
+}
+
+// Empty if the redirect may be followed.
+QString redirectError(const QUrl &from, const QUrl &to, int redirectsLeft)
+{
+    if (redirectsLeft == 0) {
+        return u"Too many redirects"_s;
+    }
+    const bool leavesHttps = from.scheme() == "https"_L1 && to.scheme() != "https"_L1;
+    return leavesHttps || !isWebAddress(to) ? refusal(to) : QString();
+}
+
+QString errorText(const QNetworkReply &reply)
+{
+    // Whoever aborts a reply on purpose stops listening to it first.
+    const bool isTimeout = reply.error() == QNetworkReply::OperationCanceledError
+                           || reply.error() == QNetworkReply::TimeoutError;
+    return isTimeout ? u"The server stopped responding"_s : reply.errorString();
 }
 
 QUrl checkUrl()
@@ -49,9 +93,64 @@ QString Updater::currentVersion() const
     return u"1.0.0"_s;
 }
 
+void Updater::setTransferTimeout(std::chrono::milliseconds timeout)
+{
+    m_transferTimeout = timeout;
+}
+
+QNetworkReply *Updater::get(const QUrl &url)
+{
+    QNetworkRequest request(url);
+    request.setTransferTimeout(int(m_transferTimeout.count()));
+    // Also keeps Qt from answering a 401 or 407 by itself. On Windows it would prove the user's
+    // identity to the server.
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    // followRedirect() does it: Qt's own way may lead to other schemes.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::ManualRedirectPolicy);
+    return m_manager->get(request);
+}
+
+template <typename Next, typename Fail>
+void Updater::followRedirect(QNetworkReply *reply, int redirectsLeft, Next next, Fail fail)
+{
+    // Not at the end of the reply: the body of a redirect may be endless.
+    connect(reply, &QNetworkReply::metaDataChanged, this, [=, this] {
+        if (!isRedirect(*reply)) {
+            return;
+        }
+        reply->disconnect(this);
+        reply->deleteLater();
+        const QUrl target = redirectTarget(*reply);
+        const QString error = redirectError(reply->url(), target, redirectsLeft);
+        if (error.isEmpty()) {
+            next(target);
+        } else {
+            fail(error);
+        }
+    });
+}
+
 void Updater::checkForUpdate()
 {
-    QNetworkReply *reply = m_manager->get(QNetworkRequest(checkUrl()));
+    check(checkUrl(), maximumRedirects);
+}
+
+void Updater::check(const QUrl &url, int redirectsLeft)
+{
+    QNetworkReply *reply = get(url);
+    reply->setReadBufferSize(answerLimit + 1);
+    followRedirect(
+        reply, redirectsLeft,
+        [this, redirectsLeft](const QUrl &target) { check(target, redirectsLeft - 1); },
+        [this](const QString &error) { Q_EMIT checkError(error); });
+    connect(reply, &QNetworkReply::readyRead, this, [this, reply] {
+        if (reply->bytesAvailable() > answerLimit) {
+            reply->disconnect(this);
+            reply->deleteLater();
+            Q_EMIT checkError(u"Invalid response"_s);
+        }
+    });
     connect(reply, &QNetworkReply::finished, this, [this, reply] { readAnswer(reply); });
 }
 
@@ -59,7 +158,7 @@ void Updater::readAnswer(QNetworkReply *reply)
 {
     reply->deleteLater();
     if (reply->error() != QNetworkReply::NoError) {
-        Q_EMIT checkError(reply->errorString());
+        Q_EMIT checkError(errorText(*reply));
         return;
     }
     const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
@@ -80,41 +179,67 @@ void Updater::readAnswer(QNetworkReply *reply)
 void Updater::downloadAndInstall(const QString &url)
 {
     abortDownload();
+    const QUrl address(url);
+    if (!isWebAddress(address)) {
+        Q_EMIT downloadError(refusal(address));
+        return;
+    }
     m_downloadFile = new QFile(temporaryPath(u"Vaskel_update.exe"_s), this);
     if (!platform::openPrivateFile(*m_downloadFile, QIODevice::WriteOnly)) {
         Q_EMIT downloadError(u"Failed to create download file"_s);
         return;
     }
 
-    QNetworkReply *reply = m_manager->get(QNetworkRequest(QUrl(url)));
-    reply->setReadBufferSize(downloadBufferSize);
-    connect(reply, &QNetworkReply::downloadProgress, this, &Updater::downloadProgress);
-    connect(reply, &QNetworkReply::readyRead, this, &Updater::onDownloadReadyRead);
-    // Ignore the end of an earlier, aborted download.
-    connect(reply, &QNetworkReply::finished, this, [this, reply] {
-        if (reply == m_downloadReply) {
-            onDownloadFinished();
-        } else {
-            reply->deleteLater();
-        }
-    });
-    m_downloadReply = reply;
+    download(address, maximumRedirects);
+}
+
+void Updater::download(const QUrl &url, int redirectsLeft)
+{
+    m_downloadReply = get(url);
+    m_downloadReply->setReadBufferSize(downloadBufferSize);
+    followRedirect(
+        m_downloadReply, redirectsLeft,
+        [this, redirectsLeft](const QUrl &target) { download(target, redirectsLeft - 1); },
+        [this](const QString &error) { failDownload(error); });
+    connect(m_downloadReply, &QNetworkReply::downloadProgress, this, &Updater::downloadProgress);
+    connect(m_downloadReply, &QNetworkReply::readyRead, this, &Updater::onDownloadReadyRead);
+    connect(m_downloadReply, &QNetworkReply::finished, this, &Updater::onDownloadFinished);
 }
 
 void Updater::abortDownload()
 {
-    // abort() emits finished(), so clear the member first. Close the file so that the next download
-    // can replace it on every system.
     if (QNetworkReply *reply = std::exchange(m_downloadReply, nullptr)) {
+        reply->disconnect(this);
         reply->abort();
+        reply->deleteLater();
     }
+    // Close the file so that the next download can replace it on every system.
     delete std::exchange(m_downloadFile, nullptr);
+}
+
+void Updater::failDownload(const QString &message)
+{
+    const QString path = m_downloadFile->fileName();
+    abortDownload();
+    QFile::remove(path);
+    Q_EMIT downloadError(message);
+}
+
+bool Updater::writeDownload()
+{
+    const QByteArray data = m_downloadReply->readAll();
+    // QFile holds data back; flush() is what tells of a full disk.
+    if (m_downloadFile->write(data) == data.size() && m_downloadFile->flush()) {
+        return true;
+    }
+    failDownload(u"Failed to write download file"_s);
+    return false;
 }
 
 void Updater::onDownloadReadyRead()
 {
     if (m_downloadReply && m_downloadFile) {
-        m_downloadFile->write(m_downloadReply->readAll());
+        writeDownload();
     }
 }
 
@@ -123,20 +248,26 @@ void Updater::onDownloadFinished()
     if (!m_downloadReply || !m_downloadFile) {
         return;
     }
-    // Reset before emitting: a slot may start the next download at once.
-    QNetworkReply *reply = std::exchange(m_downloadReply, nullptr);
-    QFile *file = std::exchange(m_downloadFile, nullptr);
-    reply->deleteLater();
-    file->deleteLater();
-
-    if (reply->error() != QNetworkReply::NoError) {
-        file->close();
-        QFile::remove(file->fileName());
-        Q_EMIT downloadError(reply->errorString());
+    if (m_downloadReply->error() != QNetworkReply::NoError) {
+        failDownload(errorText(*m_downloadReply));
         return;
     }
-    file->write(reply->readAll());
-    file->close();
+    if (!writeDownload()) {
+        return;
+    }
+    m_downloadFile->close();
+    if (m_downloadFile->error() != QFileDevice::NoError) {
+        failDownload(u"Failed to write download file"_s);
+        return;
+    }
+    if (m_downloadFile->size() == 0) {
+        failDownload(u"The server sent an empty file"_s);
+        return;
+    }
+
+    // Reset before emitting: a slot may start the next download at once.
+    std::exchange(m_downloadReply, nullptr)->deleteLater();
+    const std::unique_ptr<QFile> file(std::exchange(m_downloadFile, nullptr));
     Q_EMIT downloadFinished();
     install(file->fileName());
 }
@@ -144,12 +275,19 @@ void Updater::onDownloadFinished()
 void Updater::install(const QString &downloadPath)
 {
     QFile script(temporaryPath(u"Vaskel_updater.bat"_s));
+    const QByteArray text =
+        platform::updateScript(downloadPath, QCoreApplication::applicationFilePath()).toUtf8();
     if (!platform::openPrivateFile(script, QIODevice::WriteOnly | QIODevice::Text)) {
         Q_EMIT downloadError(u"Failed to create updater script"_s);
         return;
     }
-    script.write(
-        platform::updateScript(downloadPath, QCoreApplication::applicationFilePath()).toUtf8());
+    // The beginning of a script could do harm.
+    if (script.write(text) == -1 || !script.flush()) {
+        script.close();
+        QFile::remove(script.fileName());
+        Q_EMIT downloadError(u"Failed to create updater script"_s);
+        return;
+    }
     script.close();
     platform::startUpdateScript(script.fileName());
     QCoreApplication::quit();

@@ -4,13 +4,21 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
+
 class QFile;
 class QNetworkAccessManager;
 class QNetworkReply;
+class QUrl;
 
 /// Asks the update server for a newer build, downloads it, and starts a script that replaces the
 /// running executable. Has no user interface; the messages of its signals are English or Qt's own.
-/// All signals come from the event loop, except downloadError() for a file that cannot be created.
+/// All signals come from the event loop, except downloadError() for an address that is refused or a
+/// file that cannot be created.
+///
+/// Only http and https addresses are contacted, no server is told who the user is, and a server
+/// that is silent for 30 seconds counts as failed.
+///
 /// Nothing in the program calls the invokable functions by name, nor currentVersion() at all, or
 /// connects noUpdateAvailable() and checkError().
 class Updater : public QObject
@@ -20,8 +28,11 @@ class Updater : public QObject
 public:
     explicit Updater(QObject *parent = nullptr);
 
+    /// How long a server may be silent, for requests from now on.
+    void setTransferTimeout(std::chrono::milliseconds timeout);
+
     /// Asks the server once. Emits updateAvailable(), noUpdateAvailable() or checkError(), but
-    /// nothing as long as the server does not finish its answer.
+    /// nothing as long as the server goes on with its answer. An answer may have up to 1 MiB.
     Q_INVOKABLE void checkForUpdate();
 
     /// Downloads the new executable into the folder for temporary files, installs it and quits.
@@ -44,7 +55,7 @@ Q_SIGNALS:
     void downloadProgress(qint64 bytesReceived, qint64 bytesTotal);
     /// The file is complete and closed. The update script and the end of the process follow.
     void downloadFinished();
-    /// The download failed, or the script could not be created; the program runs on.
+    /// The download failed or is empty, or a file could not be written; the program runs on.
     void downloadError(const QString &message);
 
 private Q_SLOTS:
@@ -52,11 +63,19 @@ private Q_SLOTS:
     void onDownloadReadyRead();
 
 private:
+    QNetworkReply *get(const QUrl &url);
+    template <typename Next, typename Fail>
+    void followRedirect(QNetworkReply *reply, int redirectsLeft, Next next, Fail fail);
+    void check(const QUrl &url, int redirectsLeft);
     void readAnswer(QNetworkReply *reply);
+    void download(const QUrl &url, int redirectsLeft);
     void abortDownload();
+    void failDownload(const QString &message);
+    bool writeDownload(); // false if it failed and reported that
     void install(const QString &downloadPath);
 
     QNetworkAccessManager *m_manager = nullptr;
+    std::chrono::milliseconds m_transferTimeout = std::chrono::seconds(30);
     QNetworkReply *m_downloadReply = nullptr; // null while no download runs
     QFile *m_downloadFile = nullptr;
     QString m_downloadUrl; // from the server's last offer

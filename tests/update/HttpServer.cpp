@@ -2,6 +2,7 @@
 #include "update/HttpServer.h"
 
 #include <QTcpSocket>
+#include <QTimer>
 
 #include <algorithm>
 #include <memory>
@@ -47,7 +48,18 @@ void HttpServer::answerBody(const QString &path, const QByteArray &body)
 void HttpServer::answerZeros(const QString &path, qint64 count)
 {
     const QByteArray length = "Content-Length: " + QByteArray::number(count) + "\r\n";
-    m_answers.insert(path.toUtf8(), {httpAnswer("200 OK", length, {}), count, End::Close});
+    answerZeros(path, httpAnswer("200 OK", length, {}), count);
+}
+
+void HttpServer::answerZeros(const QString &path, const QByteArray &bytes, qint64 count)
+{
+    m_answers.insert(path.toUtf8(), {bytes, count});
+}
+
+void HttpServer::answerSlowly(const QString &path, const QByteArray &head, const QByteArray &body,
+                              std::chrono::milliseconds pause)
+{
+    m_answers.insert(path.toUtf8(), {head, 0, End::Hang, body, pause});
 }
 
 void HttpServer::serve(QTcpSocket *socket)
@@ -76,14 +88,18 @@ void HttpServer::readRequest(QTcpSocket *socket, QByteArray &request)
 void HttpServer::send(QTcpSocket *socket, const Answer &answer)
 {
     socket->write(answer.bytes);
-    if (answer.end == End::Hang) {
-        return;
-    }
-    if (answer.zeros == 0) {
+    if (!answer.slowBody.isEmpty()) {
+        sendSlowly(socket, answer.slowBody, answer.pause);
+    } else if (answer.zeros > 0) {
+        sendZeros(socket, answer.zeros);
+    } else if (answer.end == End::Close) {
         socket->disconnectFromHost();
-        return;
     }
-    const auto sendPiece = [socket, rest = answer.zeros]() mutable {
+}
+
+void HttpServer::sendZeros(QTcpSocket *socket, qint64 count)
+{
+    const auto sendPiece = [socket, rest = count]() mutable {
         if (socket->bytesToWrite() < pieceSize) {
             rest -= socket->write(QByteArray(std::min(rest, pieceSize), '\0'));
         }
@@ -92,6 +108,21 @@ void HttpServer::send(QTcpSocket *socket, const Answer &answer)
         }
     };
     connect(socket, &QTcpSocket::bytesWritten, this, sendPiece);
+}
+
+void HttpServer::sendSlowly(QTcpSocket *socket, const QByteArray &body,
+                            std::chrono::milliseconds pause)
+{
+    auto *timer = new QTimer(socket);
+    timer->callOnTimeout(socket, [socket, timer, rest = body]() mutable {
+        if (rest.isEmpty()) {
+            timer->stop();
+            return;
+        }
+        socket->write(rest.left(1));
+        rest.remove(0, 1);
+    });
+    timer->start(pause);
 }
 
 QByteArray httpAnswer(const QByteArray &status, const QByteArray &headers, const QByteArray &body)

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QTcpServer>
 
+#include <chrono>
+
 class QTcpSocket;
 
 /// A server on the loopback interface that sends the given bytes.
@@ -35,6 +37,11 @@ public:
     void answerBody(const QString &path, const QByteArray &body);
     /// Sets an answer of this many zeros, generated as fast as the client receives them.
     void answerZeros(const QString &path, qint64 count);
+    /// Sets an answer that begins with these bytes and goes on with zeros.
+    void answerZeros(const QString &path, const QByteArray &bytes, qint64 count);
+    /// Sets an answer whose body comes byte by byte, with a pause before each.
+    void answerSlowly(const QString &path, const QByteArray &head, const QByteArray &body,
+                      std::chrono::milliseconds pause);
 
     /// All requests so far, with their headers.
     QByteArrayList requests;
@@ -45,11 +52,15 @@ private:
         QByteArray bytes;
         qint64 zeros = 0;
         End end = End::Close;
+        QByteArray slowBody = {};
+        std::chrono::milliseconds pause = std::chrono::milliseconds(0);
     };
 
     void serve(QTcpSocket *socket);
     void readRequest(QTcpSocket *socket, QByteArray &request);
     void send(QTcpSocket *socket, const Answer &answer);
+    void sendZeros(QTcpSocket *socket, qint64 count);
+    void sendSlowly(QTcpSocket *socket, const QByteArray &body, std::chrono::milliseconds pause);
 
     QTcpServer m_server;
     QHash<QByteArray, Answer> m_answers; // by path and query

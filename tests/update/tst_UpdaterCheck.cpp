@@ -5,14 +5,18 @@
 #include "support/TestProgram.h"
 #include "update/HttpServer.h"
 
+#include <QElapsedTimer>
 #include <QMetaMethod>
 #include <QSignalSpy>
 #include <QSysInfo>
 #include <QTest>
 
+#include <chrono>
+#include <limits>
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -58,6 +62,14 @@ private Q_SLOTS:
     void reportsARedirectLoop();
     void waitsForAnAnswerThatDoesNotEnd_data();
     void waitsForAnAnswerThatDoesNotEnd();
+    void endsAfterSilence_data();
+    void endsAfterSilence();
+    void waitsWhileTheAnswerDrips();
+    void readsNoMoreThanAMegabyte_data();
+    void readsNoMoreThanAMegabyte();
+    void readsAMegabyte();
+    void neverLogsIn_data();
+    void neverLogsIn();
     void sendsARequestForEachCheck();
     void canBeDestroyedDuringACheck();
     void knowsItsVersion();
@@ -65,7 +77,7 @@ private Q_SLOTS:
 
 private:
     /// The emitted signals, as "name(argument, argument)".
-    QStringList check(int count = 1);
+    QStringList check(int count = 1, std::chrono::milliseconds timeout = 30s);
 
     std::unique_ptr<HttpServer> m_server;
 };
@@ -82,10 +94,11 @@ void tst_UpdaterCheck::cleanup()
     qunsetenv("VASKEL_TEST_UPDATE_SERVER");
 }
 
-QStringList tst_UpdaterCheck::check(int count)
+QStringList tst_UpdaterCheck::check(int count, std::chrono::milliseconds timeout)
 {
     QStringList heard;
     Updater updater;
+    updater.setTransferTimeout(timeout);
     connect(&updater, &Updater::updateAvailable, this,
             [&heard](const QString &version, const QString &changelog, const QString &url,
                      bool isMandatory) {
@@ -192,7 +205,16 @@ void tst_UpdaterCheck::reportsNetworkErrors_data()
         << QByteArray("HTTP/1.1 200 OK\r\nContent-Le") << u"Connection closed"_s;
     QTest::newRow("closed at once") << QByteArray() << u"Connection closed"_s;
     QTest::newRow("redirect to nothing that is known")
-        << redirectTo("gopher://127.0.0.1/") << QString();
+        << redirectTo("gopher://127.0.0.1/") << u"Refused to connect to \"gopher://127.0.0.1/\""_s;
+    QTest::newRow("redirect to a file") << redirectTo("file:///etc/hostname")
+                                        << u"Refused to connect to \"file:///etc/hostname\""_s;
+    QTest::newRow("redirect to data")
+        << redirectTo("data:,x") << u"Refused to connect to \"data:,x\""_s;
+    QTest::newRow("redirect to a local socket")
+        << redirectTo("unix+http:/tmp") << u"Refused to connect to \"unix+http:/tmp\""_s;
+    QTest::newRow("redirect without an address")
+        << httpAnswer("302 Found", "Content-Length: 2\r\n", "{}")
+        << u"Refused to connect to \"\""_s;
     QTest::newRow("not HTTP at all") << QByteArray("220 mail.example ESMTP\r\n") << QString();
 }
 
@@ -259,6 +281,89 @@ void tst_UpdaterCheck::waitsForAnAnswerThatDoesNotEnd()
     QCOMPARE(available.size() + errors.size(), 0);
     updater.reset();
     QCOMPARE(none.size() + errors.size(), 1);
+}
+
+void tst_UpdaterCheck::endsAfterSilence_data()
+{
+    waitsForAnAnswerThatDoesNotEnd_data();
+}
+
+void tst_UpdaterCheck::endsAfterSilence()
+{
+    QFETCH(QByteArray, beginning);
+    m_server->answer(path(), beginning, HttpServer::End::Hang);
+    QCOMPARE(check(1, 300ms), QStringList{u"error: The server stopped responding"_s});
+    QCOMPARE(m_server->requests.size(), 1);
+}
+
+void tst_UpdaterCheck::waitsWhileTheAnswerDrips()
+{
+    const QByteArray body = R"({"has_update": false})";
+    m_server->answerSlowly(path(), httpAnswer("200 OK", "Content-Length: 21\r\n", {}), body, 200ms);
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(check(1, 3s), QStringList{u"none"_s});
+    QVERIFY(timer.elapsed() > 3500);
+}
+
+void tst_UpdaterCheck::readsNoMoreThanAMegabyte_data()
+{
+    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<qint64>("zeros");
+    const QByteArray offer = R"({"has_update": true, "version": "2"})";
+    QTest::newRow("one byte too many")
+        << httpAnswer("200 OK", {}, offer + QByteArray(1024 * 1024 + 1 - offer.size(), ' '))
+        << qint64(0);
+    QTest::newRow("endless") << httpAnswer("200 OK", {}, offer)
+                             << std::numeric_limits<qint64>::max();
+    QTest::newRow("endless redirect") << httpAnswer("302 Found", "Location: file:///\r\n", "x")
+                                      << std::numeric_limits<qint64>::max();
+}
+
+void tst_UpdaterCheck::readsNoMoreThanAMegabyte()
+{
+    QFETCH(QByteArray, answer);
+    QFETCH(qint64, zeros);
+    m_server->answerZeros(path(), answer, zeros);
+    const QStringList heard = check();
+    QCOMPARE(heard.size(), 1);
+    QVERIFY2(heard.constFirst() == "error: Invalid response"_L1
+                 || heard.constFirst().startsWith("error: Refused"_L1),
+             qPrintable(heard.constFirst()));
+}
+
+void tst_UpdaterCheck::readsAMegabyte()
+{
+    const QByteArray offer = R"({"has_update": true, "version": "2"})";
+    m_server->answerBody(path(), offer + QByteArray(1024 * 1024 - offer.size(), ' '));
+    QCOMPARE(check(), QStringList{u"available(2, , , optional)"_s});
+}
+
+void tst_UpdaterCheck::neverLogsIn_data()
+{
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<QByteArray>("challenge");
+    for (const char *scheme :
+         {"Basic realm=\"x\"", "Digest realm=\"x\", nonce=\"1\"", "NTLM", "Negotiate"}) {
+        QTest::newRow(scheme) << QByteArray("401 Unauthorized")
+                              << QByteArray("WWW-Authenticate: ") + scheme + "\r\n";
+        QTest::addRow("%s to a proxy", scheme)
+            << QByteArray("407 Proxy Authentication Required")
+            << QByteArray("Proxy-Authenticate: ") + scheme + "\r\n";
+    }
+}
+
+// Qt answers an NTLM challenge without asking anybody; a second request would be that.
+void tst_UpdaterCheck::neverLogsIn()
+{
+    QFETCH(QByteArray, status);
+    QFETCH(QByteArray, challenge);
+    m_server->answer(path(), httpAnswer(status, challenge + "Content-Length: 2\r\n", "{}"));
+    const QStringList heard = check();
+    QCOMPARE(heard.size(), 1);
+    QVERIFY2(heard.constFirst().startsWith("error: "_L1), qPrintable(heard.constFirst()));
+    QCOMPARE(m_server->requests.size(), 1);
+    QVERIFY(!m_server->requests.constFirst().toLower().contains("authorization"));
 }
 
 void tst_UpdaterCheck::sendsARequestForEachCheck()

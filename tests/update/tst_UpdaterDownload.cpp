@@ -4,6 +4,7 @@
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
+#include "update/FileSizeLimit.h"
 #include "update/HttpServer.h"
 
 #include <QCoreApplication>
@@ -15,9 +16,11 @@
 #include <QTest>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -85,7 +88,8 @@ private Q_SLOTS:
     void reportsTheProgress();
     void acceptsAnAnswerWithoutAValidLength_data();
     void acceptsAnAnswerWithoutAValidLength();
-    void acceptsAnEmptyFile();
+    void refusesAnEmptyFile_data();
+    void refusesAnEmptyFile();
     void readsNoMoreThanTheLength();
     void replacesTheFileOfAnEarlierAttempt();
     void followsRedirects();
@@ -94,6 +98,11 @@ private Q_SLOTS:
     void failsWithoutAServer();
     void failsWithoutAUsableAddress_data();
     void failsWithoutAUsableAddress();
+    void failsOnAFullDisk_data();
+    void failsOnAFullDisk();
+    void startsNoScriptThatIsCutShort();
+    void endsAfterSilence_data();
+    void endsAfterSilence();
     void failsIfTheFileCannotBeCreated();
     void runsOnIfTheScriptCannotBeCreated();
     void canBeRetried();
@@ -193,12 +202,24 @@ void tst_UpdaterDownload::acceptsAnAnswerWithoutAValidLength()
     QCOMPARE(contentOf(downloadPath()), body);
 }
 
-void tst_UpdaterDownload::acceptsAnEmptyFile()
+void tst_UpdaterDownload::refusesAnEmptyFile_data()
 {
-    m_server->answerBody(u"/new"_s, {});
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("length 0") << httpAnswer("200 OK", "Content-Length: 0\r\n", {});
+    QTest::newRow("no length") << httpAnswer("200 OK", {}, {});
+    QTest::newRow("no content") << httpAnswer("204 No Content", {}, {});
+}
+
+void tst_UpdaterDownload::refusesAnEmptyFile()
+{
+    QFETCH(QByteArray, answer);
+    m_server->answer(u"/new"_s, answer);
     Updater updater;
-    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
-    QCOMPARE(contentOf(downloadPath()), "");
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    QCOMPARE(listener.heard, QStringList{u"error: The server sent an empty file"_s});
+    QVERIFY(!listener.hasFileAtError);
+    QVERIFY(!exists(scriptPath()));
 }
 
 void tst_UpdaterDownload::readsNoMoreThanTheLength()
@@ -244,6 +265,18 @@ void tst_UpdaterDownload::removesTheFileAfterAnError_data()
     QTest::newRow("closed at once") << QByteArray() << u"Connection closed"_s;
     QTest::newRow("redirect to a file that is missing")
         << httpAnswer("302 Found", "Location: /missing\r\nContent-Length: 0\r\n", {}) << QString();
+    QTest::newRow("redirect to a file that exists")
+        << httpAnswer("302 Found", "Location: file:///etc/hostname\r\nContent-Length: 0\r\n", {})
+        << u"Refused to connect to \"file:///etc/hostname\""_s;
+    QTest::newRow("redirect to data")
+        << httpAnswer("302 Found", "Location: data:,program\r\nContent-Length: 0\r\n", {})
+        << u"Refused to connect to \"data:,program\""_s;
+    QTest::newRow("redirect to itself")
+        << httpAnswer("302 Found", "Location: /new\r\nContent-Length: 0\r\n", {})
+        << u"Too many redirects"_s;
+    QTest::newRow("log-in") << httpAnswer("401 Unauthorized",
+                                          "WWW-Authenticate: NTLM\r\nContent-Length: 2\r\n", "{}")
+                            << QString();
 }
 
 void tst_UpdaterDownload::removesTheFileAfterAnError()
@@ -286,6 +319,11 @@ void tst_UpdaterDownload::failsWithoutAUsableAddress_data()
     QTest::newRow("without a scheme") << u"/new"_s;
     QTest::newRow("of an unknown kind") << u"gopher://127.0.0.1/new"_s;
     QTest::newRow("invalid") << u"http://[/new"_s;
+    QTest::newRow("of a file")
+        << QUrl::fromLocalFile(QCoreApplication::applicationFilePath()).toString();
+    QTest::newRow("of data") << u"data:,program"_s;
+    QTest::newRow("of a resource") << u"qrc:/icons/vaskel.svg"_s;
+    QTest::newRow("of a local socket") << u"unix+http:/tmp/socket"_s;
 }
 
 void tst_UpdaterDownload::failsWithoutAUsableAddress()
@@ -296,6 +334,70 @@ void tst_UpdaterDownload::failsWithoutAUsableAddress()
     QCOMPARE(download(updater, url), 1);
     QCOMPARE(listener.heard.size(), 1);
     QVERIFY(listener.heard.constFirst().size() > 7);
+    QVERIFY(!exists(downloadPath()));
+}
+
+// Limits the size of files in place of a full disk.
+void tst_UpdaterDownload::failsOnAFullDisk_data()
+{
+    QTest::addColumn<qint64>("room");
+    QTest::addColumn<qint64>("size");
+    QTest::newRow("none") << qint64(0) << qint64(1);
+    QTest::newRow("one byte too little") << qint64(99) << qint64(100);
+    QTest::newRow("half") << qint64(1000000) << qint64(2000000);
+}
+
+void tst_UpdaterDownload::failsOnAFullDisk()
+{
+    QFETCH(qint64, room);
+    QFETCH(qint64, size);
+    m_server->answerZeros(u"/new"_s, size);
+    Updater updater;
+    const Listener listener(updater);
+    {
+        const FileSizeLimit limit(room);
+        QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    }
+    QCOMPARE(listener.heard, QStringList{u"error: Failed to write download file"_s});
+    QVERIFY(!listener.hasFileAtError);
+    QVERIFY(!exists(downloadPath()));
+    QVERIFY(!exists(scriptPath()));
+    QVERIFY(updater.findChildren<QFile *>().isEmpty());
+
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(QFileInfo(downloadPath()).size(), size);
+}
+
+void tst_UpdaterDownload::startsNoScriptThatIsCutShort()
+{
+    m_server->answerBody(u"/new"_s, "new");
+    fakePlatform().updateScript = u"#"_s.repeated(100);
+    Updater updater;
+    const Listener listener(updater);
+    {
+        const FileSizeLimit limit(50);
+        QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    }
+    QCOMPARE(listener.heard,
+             QStringList({u"finished"_s, u"error: Failed to create updater script"_s}));
+    QVERIFY(!exists(scriptPath()));
+    QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
+}
+
+void tst_UpdaterDownload::endsAfterSilence_data()
+{
+    neverEndsBeforeItsAnswer_data();
+}
+
+void tst_UpdaterDownload::endsAfterSilence()
+{
+    QFETCH(QByteArray, beginning);
+    m_server->answer(u"/new"_s, beginning, HttpServer::End::Hang);
+    Updater updater;
+    updater.setTransferTimeout(500ms);
+    const Listener listener(updater);
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 1);
+    QCOMPARE(listener.heard, QStringList{u"error: The server stopped responding"_s});
     QVERIFY(!exists(downloadPath()));
 }
 

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+/// While it lives, this process can make no file larger than so many bytes: a write fails as on a
+/// full disk. Does nothing on Windows.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(qint64 bytes);
+    ~FileSizeLimit();
+
+private:
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
+};
