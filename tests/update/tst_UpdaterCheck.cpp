@@ -292,8 +292,7 @@ void tst_UpdaterCheck::endsAfterSilence()
 {
     QFETCH(QByteArray, beginning);
     m_server->answer(path(), beginning, HttpServer::End::Hang);
-    QCOMPARE(check(1, 300ms), QStringList{u"error: The server stopped responding"_s});
-    QCOMPARE(m_server->requests.size(), 1);
+    QCOMPARE(check(1, 2s), QStringList{u"error: The server stopped responding"_s});
 }
 
 void tst_UpdaterCheck::waitsWhileTheAnswerDrips()
