@@ -74,6 +74,14 @@ QString errorText(const QNetworkReply &reply)
     return isTimeout ? u"The server stopped responding"_s : reply.errorString();
 }
 
+// On a busy machine Qt now and then reports no error for a connection that ends early. A compressed
+// file has another length than the header says.
+bool isCutShort(const QNetworkReply &reply, qint64 received)
+{
+    return !reply.hasRawHeader("Content-Encoding")
+           && received < reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
+}
+
 QUrl checkUrl()
 {
     return QUrl(u"%1/api/v1/update/latest?platform=%2&arch=%3"_s.arg(
@@ -258,6 +266,10 @@ void Updater::onDownloadFinished()
     m_downloadFile->close();
     if (m_downloadFile->error() != QFileDevice::NoError) {
         failDownload(u"Failed to write download file"_s);
+        return;
+    }
+    if (isCutShort(*m_downloadReply, m_downloadFile->size())) {
+        failDownload(u"Connection closed"_s);
         return;
     }
     if (m_downloadFile->size() == 0) {
