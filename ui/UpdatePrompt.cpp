@@ -23,9 +23,7 @@ void UpdatePrompt::offer(const QString &version, const QString &changelog, const
 {
     const QString text =
         tr("New version %1 is available.\n\n%2\n\nUpdate now?").arg(version, changelog);
-    if (showPlainMessage(m_window, QMessageBox::Question, tr("Update available"), text,
-                         QMessageBox::Yes | QMessageBox::No)
-        == QMessageBox::Yes) {
+    if (askPlainQuestion(m_window, tr("Update available"), text)) {
         m_updater->downloadAndInstall(url);
     }
 }
