@@ -1,6 +1,9 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
+<dependencies>
+    <dependency catalog=":/translations/Additions_zh_CN"/>
+</dependencies>
 <context>
     <name>AppLauncher</name>
     <message>

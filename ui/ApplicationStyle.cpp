@@ -76,8 +76,13 @@ void drawArrow(QComboBox &box)
     painter.drawPolyline(arrow, 3);
 }
 
-// A grey cross, visible on every background that the sheet gives to a line edit.
-QIcon clearIcon()
+// Colours of marks, visible on every background that the sheet gives to a control.
+constexpr QRgb grey = 0xff8e8e93;
+constexpr QRgb green = 0xff2f9e44;
+constexpr QRgb red = 0xffe5484d;
+
+// Draws a mark of 16 x 16 pixels with a pen of this colour.
+QIcon markIcon(QRgb color, qreal penWidth, const QList<QPolygonF> &lines)
 {
     constexpr int size = 16;
     QIcon icon;
@@ -87,12 +92,24 @@ QIcon clearIcon()
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
         painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(QPen(QColor(0x8e, 0x8e, 0x93), 1.5, Qt::SolidLine, Qt::RoundCap));
-        painter.drawLine(QPointF(4, 4), QPointF(12, 12));
-        painter.drawLine(QPointF(12, 4), QPointF(4, 12));
+        painter.setPen(QPen(QColor(color), penWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        for (const QPolygonF &line : lines) {
+            painter.drawPolyline(line);
+        }
         icon.addPixmap(pixmap);
     }
     return icon;
+}
+
+QIcon crossIcon(QRgb color, qreal penWidth)
+{
+    return markIcon(color, penWidth,
+                    {{{QPointF(4, 4), QPointF(12, 12)}}, {{QPointF(12, 4), QPointF(4, 12)}}});
+}
+
+QIcon tickIcon(QRgb color, qreal penWidth)
+{
+    return markIcon(color, penWidth, {{{QPointF(3, 8.5), QPointF(6.5, 12), QPointF(13, 4.5)}}});
 }
 
 // Adds the space between the rows of a combo box, because the sheet cannot.
@@ -175,8 +192,19 @@ int ApplicationStyle::styleHint(StyleHint hint, const QStyleOption *option, cons
 QIcon ApplicationStyle::standardIcon(StandardPixmap icon, const QStyleOption *option,
                                      const QWidget *widget) const
 {
-    return icon == SP_LineEditClearButton ? clearIcon()
-                                          : QProxyStyle::standardIcon(icon, option, widget);
+    switch (icon) {
+    case SP_LineEditClearButton:
+        return crossIcon(grey, 1.5);
+    case SP_DialogOkButton:
+    case SP_DialogYesButton:
+        // The marks of the icon theme may be made for a background of the other brightness.
+        return tickIcon(green, 2);
+    case SP_DialogCancelButton:
+    case SP_DialogNoButton:
+        return crossIcon(red, 2);
+    default:
+        return QProxyStyle::standardIcon(icon, option, widget);
+    }
 }
 
 QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/PlainMessage.h"
 
+#include "ui/AnswerGuard.h"
+
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
@@ -55,6 +57,14 @@ void makeScrollable(QMessageBox &box)
     grid->addWidget(page, row, column, rows, columns);
 }
 
+void showAsPlainText(QMessageBox &box)
+{
+    box.setTextFormat(Qt::PlainText);
+    if (!fits(box)) {
+        makeScrollable(box);
+    }
+}
+
 } // namespace
 
 QMessageBox::StandardButton showPlainMessage(QWidget *parent, QMessageBox::Icon icon,
@@ -62,9 +72,14 @@ QMessageBox::StandardButton showPlainMessage(QWidget *parent, QMessageBox::Icon 
                                              QMessageBox::StandardButtons buttons)
 {
     QMessageBox box(icon, title, text, buttons, parent);
-    box.setTextFormat(Qt::PlainText);
-    if (!fits(box)) {
-        makeScrollable(box);
-    }
+    showAsPlainText(box);
     return QMessageBox::StandardButton(box.exec());
+}
+
+bool askPlainQuestion(QWidget *parent, const QString &title, const QString &text)
+{
+    QMessageBox box(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No, parent);
+    showAsPlainText(box);
+    new AnswerGuard(&box, parent);
+    return box.exec() == QMessageBox::Yes;
 }

@@ -8,3 +8,8 @@
 QMessageBox::StandardButton showPlainMessage(QWidget *parent, QMessageBox::Icon icon,
                                              const QString &title, const QString &text,
                                              QMessageBox::StandardButtons buttons);
+
+/// Asks in the same way, with Yes and No; returns whether the answer is Yes. An AnswerGuard keeps
+/// what the user is typing from answering: a question about a text from elsewhere appears by
+/// itself.
+bool askPlainQuestion(QWidget *parent, const QString &title, const QString &text);

@@ -39,9 +39,7 @@ void UpdatePrompt::offer(const QString &version, const QString &changelog, const
     const QString text =
         tr("New version %1 is available.\n\n%2\n\nUpdate now?")
             .arg(shortened(version, longestVersion), shortened(changelog, longestText));
-    if (showPlainMessage(m_window, QMessageBox::Question, tr("Update available"), text,
-                         QMessageBox::Yes | QMessageBox::No)
-        == QMessageBox::Yes) {
+    if (askPlainQuestion(m_window, tr("Update available"), text)) {
         m_updater->downloadAndInstall(url);
     }
 }

@@ -16,6 +16,7 @@ from gi.repository import Atspi  # after desktop, which selects the version
 ARCHITECTURE = {"x86_64": "amd64", "aarch64": "arm64"}.get(platform.machine(), platform.machine())
 QUESTION = WARNING = Atspi.Role.ALERT  # the role of all Qt message boxes
 SIZE = 100_000_000
+FIRST_MOMENT = 1.5  # seconds; longer than the question drops clicks
 
 
 class Server:
@@ -105,7 +106,7 @@ class Update(EndToEndCase):
                       self.launcher.dialog_texts(QUESTION))
         self.picture("question")
         mode = stat.S_IMODE(self.copy.stat().st_mode)
-        self.launcher.click_button(QUESTION, "Yes")
+        self.answer("Yes")
 
         self.assertEqual(self.launcher.process.wait(60), 0)
         mark = self.home.folder / "new-runs"
@@ -124,7 +125,7 @@ class Update(EndToEndCase):
         old = self.launcher.process.pid
         self.wait_for_the_question()
         del self.server.answers[Server.CHECK]
-        self.launcher.click_button(QUESTION, "Yes")
+        self.answer("Yes")
         self.assertEqual(self.launcher.process.wait(60), 0)
 
         self.addCleanup(self.kill_all)
@@ -142,7 +143,7 @@ class Update(EndToEndCase):
         self.server.offer()
         self.start()
         self.wait_for_the_question()
-        self.launcher.click_button(QUESTION, "No")
+        self.answer("No")
         wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
         self.launcher.type("note")
         self.shows_titles("Notepad")
@@ -159,7 +160,7 @@ class Update(EndToEndCase):
         self.start()
         self.wait_for_the_question()
         before = self.memory()
-        self.launcher.click_button(QUESTION, "Yes")
+        self.answer("Yes")
         self.becomes(self.launcher.progress, 50)
         self.picture("progress")
         may_go_on.set()
@@ -176,7 +177,7 @@ class Update(EndToEndCase):
         self.server.offer(path="/missing")
         self.start()
         self.wait_for_the_question()
-        self.launcher.click_button(QUESTION, "Yes")
+        self.answer("Yes")
         self.becomes(lambda: self.warning_text(), f"Error transferring {self.server.address}/missing"
                                                   " - server replied: Not Found")
         self.picture("warning")
@@ -194,7 +195,7 @@ class Update(EndToEndCase):
         text = self.launcher.dialog_texts(QUESTION)[-1]
         self.assertTrue(text.startswith("New version 2.0 is available.\n\n<h1>Changes</h1>\n* a"))
         self.picture("long")
-        self.launcher.click_button(QUESTION, "No")
+        self.answer("No")
         wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
 
     def test_asks_even_if_the_window_is_hidden(self):
@@ -204,7 +205,7 @@ class Update(EndToEndCase):
         self.hides()
         self.wait_for_the_question()
         self.picture("hidden")
-        self.launcher.click_button(QUESTION, "No")
+        self.answer("No")
         wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
         self.assertIsNone(self.launcher.process.poll())
         self.start_again()
@@ -216,9 +217,33 @@ class Update(EndToEndCase):
         self.wait_for_the_question()
         self.hides()
         self.picture("unfocused")
-        self.launcher.click_button(QUESTION, "No")
+        self.answer("No")
         wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
         self.start_again()
+
+    def test_leaves_what_is_being_typed_to_the_box(self):
+        self.server.offer()
+        self.start()
+        # A user who types on while the question comes, with letters that would answer it.
+        typed = ""
+        while self.launcher.dialog(QUESTION) is None:
+            self.desktop.run("xdotool", "key", "y")
+            typed += "y"
+        self.desktop.run("xdotool", "key", "n", "space", "y")
+        wait_until(lambda: self.launcher.text().endswith("n y"), "the box has the keys")
+        self.picture("typed")
+        self.assertIsNotNone(self.launcher.dialog(QUESTION))
+        self.assertEqual(self.server.requests, [Server.CHECK])
+        self.assertLessEqual(len(self.launcher.text()), len(typed) + 3)
+
+        # Later, a letter answers with Alt alone, and Space only on a button.
+        self.stays(lambda: self.launcher.dialog(QUESTION), "the question is open", FIRST_MOMENT)
+        for key in ("y", "Return", "space"):
+            self.launcher.press(key)
+        self.stays(lambda: self.launcher.dialog(QUESTION), "the question is open", 0.5)
+        self.launcher.press("alt+n")
+        wait_until(lambda: self.launcher.dialog(QUESTION) is None, "the question is gone")
+        self.assertTrue(self.launcher.text().endswith("n y"))
 
     def test_stays_silent_without_an_answer(self):
         is_over = threading.Event()
@@ -232,6 +257,10 @@ class Update(EndToEndCase):
 
     def wait_for_the_question(self):
         wait_until(lambda: self.launcher.dialog(QUESTION) is not None, "the question is asked")
+
+    def answer(self, button):
+        self.stays(lambda: self.launcher.dialog(QUESTION), "the question is open", FIRST_MOMENT)
+        self.launcher.click_button(QUESTION, button)
 
     def warning_text(self):
         return self.launcher.dialog_texts(WARNING)[0]

@@ -195,9 +195,10 @@ QList<Text> textsOf(const QList<SourceMessage> &sourceMessages)
     return texts;
 }
 
-QList<Text> expectedTexts()
+/// The texts of the 92 messages.
+QList<Text> firstTexts()
 {
-    QList<Text> texts = untranslated + ofOneSystem;
+    QList<Text> texts;
     for (const Message &message : messages) {
         texts.append({QString::fromUtf8(message.context), QString::fromUtf8(message.source)});
     }
@@ -211,6 +212,26 @@ bool run(const QString &program, const QStringList &arguments)
     process.start(program, arguments, QIODevice::ReadOnly);
     return process.waitForFinished(120'000) && process.exitStatus() == QProcess::NormalExit
            && process.exitCode() == 0;
+}
+
+/// The messages of the second translation file: newer texts of the program, and those of Qt.
+QList<SourceMessage> additions()
+{
+    return readMessages(QStringLiteral(ADDITIONS_SOURCE));
+}
+
+/// Whether the context is a class of Qt, whose texts are not in the program's sources.
+bool isContextOfQt(const QString &context)
+{
+    return context.size() > 1 && context.at(0) == u'Q' && context.at(1).isUpper();
+}
+
+/// The texts of the additions that are the program's own.
+QList<Text> addedTexts()
+{
+    QList<Text> texts = textsOf(additions());
+    texts.removeIf([](const Text &text) { return isContextOfQt(text.first); });
+    return texts;
 }
 
 /// The texts that lupdate finds in the program's sources.
@@ -247,10 +268,15 @@ private Q_SLOTS:
     void leavesTextsInEnglish_data();
     void leavesTextsInEnglish();
     void holdsTheseMessagesAndNoOthers();
+    void additionsAreOtherTexts();
+    void translatesTheAdditions_data();
+    void translatesTheAdditions();
     void isFoundForItsLanguages_data();
     void isFoundForItsLanguages();
     void goesBeforeAFileInTheFolder();
     void isStoredAsItIs();
+    void additionsAreStoredAsTheyAre();
+    void isTheSameEachTimeItIsCompiled_data();
     void isTheSameEachTimeItIsCompiled();
     void agreesWithTheSources();
 };
@@ -321,6 +347,45 @@ void tst_ChineseTranslation::holdsTheseMessagesAndNoOthers()
     }
 }
 
+void tst_ChineseTranslation::additionsAreOtherTexts()
+{
+    const QList<SourceMessage> found = additions();
+    QVERIFY(!found.isEmpty());
+    const QList<Text> first = firstTexts();
+    for (qsizetype i = 0; i < found.size(); ++i) {
+        const auto &[context, source] = found.at(i).text;
+        const QByteArray name = (context + ": "_L1 + source).toUtf8();
+        QVERIFY2(found.at(i).isPlain && !found.at(i).translation.isEmpty(), name.constData());
+        QVERIFY2(!first.contains(found.at(i).text), name.constData());
+        // Sorted, so no text is there twice.
+        QVERIFY2(i == 0 || found.at(i - 1).text < found.at(i).text, name.constData());
+    }
+}
+
+void tst_ChineseTranslation::translatesTheAdditions_data()
+{
+    QTest::addColumn<QString>("context");
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("translation");
+
+    const QList<SourceMessage> found = additions();
+    for (const auto &[text, translation, isPlain] : found) {
+        QTest::addRow("%s: %s", qUtf8Printable(text.first), qUtf8Printable(text.second))
+            << text.first << text.second << translation;
+    }
+}
+
+void tst_ChineseTranslation::translatesTheAdditions()
+{
+    QFETCH(const QString, context);
+    QFETCH(const QString, source);
+    QFETCH(const QString, translation);
+
+    QTranslator translator;
+    QVERIFY(loadTranslation(translator, {u"zh-CN"_s}, u"/nonexistent"_s));
+    QCOMPARE(translator.translate(qUtf8Printable(context), qUtf8Printable(source)), translation);
+}
+
 void tst_ChineseTranslation::isFoundForItsLanguages_data()
 {
     QTest::addColumn<QStringList>("languages");
@@ -374,13 +439,32 @@ void tst_ChineseTranslation::isStoredAsItIs()
     QCOMPARE(QDir(u":/i18n"_s).entryList(), QStringList{u"Vaskel_zh_CN.qm"_s});
 }
 
+void tst_ChineseTranslation::additionsAreStoredAsTheyAre()
+{
+    const QResource compiled(u":/translations/Additions_zh_CN.qm"_s);
+    QVERIFY(compiled.isValid());
+    QCOMPARE(compiled.compressionAlgorithm(), QResource::NoCompression);
+    QVERIFY(!compiled.lastModified().isValid());
+}
+
+void tst_ChineseTranslation::isTheSameEachTimeItIsCompiled_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("resource");
+    QTest::newRow("first file") << QStringLiteral(TRANSLATION_SOURCE)
+                                << u":/i18n/Vaskel_zh_CN.qm"_s;
+    QTest::newRow("additions") << QStringLiteral(ADDITIONS_SOURCE)
+                               << u":/translations/Additions_zh_CN.qm"_s;
+}
+
 void tst_ChineseTranslation::isTheSameEachTimeItIsCompiled()
 {
-    QFile stored(u":/i18n/Vaskel_zh_CN.qm"_s);
+    QFETCH(const QString, source);
+    QFETCH(const QString, resource);
+    QFile stored(resource);
     QVERIFY(stored.open(QIODevice::ReadOnly));
     const QString path = testhome::path() + "/again.qm"_L1;
-    QVERIFY(run(QStringLiteral(LRELEASE),
-                {u"-silent"_s, QStringLiteral(TRANSLATION_SOURCE), u"-qm"_s, path}));
+    QVERIFY(run(QStringLiteral(LRELEASE), {u"-silent"_s, source, u"-qm"_s, path}));
     QFile again(path);
     QVERIFY(again.open(QIODevice::ReadOnly));
     QCOMPARE(again.readAll(), stored.readAll());
@@ -390,7 +474,7 @@ void tst_ChineseTranslation::agreesWithTheSources()
 {
     const QList<Text> inSources = textsOfSources();
     QVERIFY(!inSources.isEmpty());
-    const QList<Text> expected = expectedTexts();
+    const QList<Text> expected = firstTexts() + addedTexts() + untranslated + ofOneSystem;
     for (const auto &[context, source] : inSources) {
         QVERIFY2(expected.contains(Text(context, source)),
                  qUtf8Printable("not in the translation: "_L1 + context + ": "_L1 + source));

@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QStyle>
@@ -73,6 +74,8 @@ private Q_SLOTS:
     void listOfAComboBoxShowsAllRows();
     void clearButtonOfALineEditIsVisible_data() { buttonFocusIsVisible_data(); }
     void clearButtonOfALineEditIsVisible();
+    void marksOfAMessageAreVisible_data() { buttonFocusIsVisible_data(); }
+    void marksOfAMessageAreVisible();
     void menuIsMaskedToItsRoundFrame();
 
 private:
@@ -224,6 +227,28 @@ void tst_ApplicationStyle::clearButtonOfALineEditIsVisible()
         QVERIFY(cross.pixelColor(arm).alphaF() > 0.5F);
     }
     QCOMPARE(cross.pixelColor(8, 4).alpha(), 0);
+}
+
+void tst_ApplicationStyle::marksOfAMessageAreVisible()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    for (const QStyle::StandardPixmap which :
+         {QStyle::SP_DialogYesButton, QStyle::SP_DialogNoButton, QStyle::SP_DialogOkButton,
+          QStyle::SP_DialogCancelButton}) {
+        const QImage mark = QApplication::style()->standardIcon(which).pixmap(16).toImage();
+        QImage picture(mark.size(), QImage::Format_RGB32);
+        picture.fill(m_theme.surface());
+        QPainter(&picture).drawImage(QPoint(), mark);
+        // At least the length of an arm, since a single pixel is no mark.
+        int visible = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                visible += contrast(picture.pixelColor(x, y), m_theme.surface()) >= 3;
+            }
+        }
+        QVERIFY2(visible >= 12, qPrintable(QString::number(visible)));
+    }
 }
 
 void tst_ApplicationStyle::menuIsMaskedToItsRoundFrame()

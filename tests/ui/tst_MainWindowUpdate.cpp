@@ -19,6 +19,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <functional>
 
@@ -83,6 +84,7 @@ private Q_SLOTS:
     void asksBeforeItDownloads();
     void downloadsOnlyOnYes_data();
     void downloadsOnlyOnYes();
+    void leavesTypedKeysToTheBox();
     void asksForAMandatoryUpdateTheSameWay();
     void showsTheChangeLogAsPlainText_data();
     void showsTheChangeLogAsPlainText();
@@ -164,6 +166,24 @@ void tst_MainWindowUpdate::downloadsOnlyOnYes()
     w.settle();
     QCOMPARE(server.requests.size(), requests);
     QCOMPARE(fakePlatform().startedUpdateScripts.size(), requests);
+}
+
+void tst_MainWindowUpdate::leavesTypedKeysToTheBox()
+{
+    HttpServer server;
+    server.answerBody(u"/new"_s, "new");
+    Window w;
+    QVERIFY(w.showActive());
+    MessageBoxHandler handler([&w](const QMessageBox &box) {
+        for (const Qt::Key key : {Qt::Key_N, Qt::Key_Space, Qt::Key_Y}) {
+            QTest::keyClick(box.windowHandle(), key);
+            QVERIFY(box.isVisible());
+        }
+        QCOMPARE(w.edit->text(), u"n y"_s);
+    });
+    Q_EMIT w.updater.updateAvailable(u"2"_s, u"text"_s, server.url(u"/new"_s), false);
+    QCOMPARE(handler.count, 1);
+    QCOMPARE(server.requests.size(), 0);
 }
 
 void tst_MainWindowUpdate::asksForAMandatoryUpdateTheSameWay()
