@@ -66,6 +66,7 @@ constexpr Switch pluginEnabled{"plugins/"_L1, true};
 constexpr Text pluginHotkey{"pluginHotkeys/"_L1, ""_L1};
 constexpr Number floatIconX{"floatIconX"_L1, -1};
 constexpr Number floatIconY{"floatIconY"_L1, -1};
+constexpr Preference<QPoint> windowPosition{"windowPosition"_L1, {}}; // the default is not used
 
 // The older keys of the main hotkey.
 constexpr Number hotkeyModifiers{"hotkeyModifiers"_L1,
@@ -236,6 +237,20 @@ void Settings::setFloatIconPos(const QPoint &pos)
 {
     m_settings.setValue(preferences::floatIconX.key, pos.x());
     m_settings.setValue(preferences::floatIconY.key, pos.y());
+}
+
+std::optional<QPoint> Settings::windowPosition() const
+{
+    // A damaged value is no point.
+    if (m_settings.value(preferences::windowPosition.key).typeId() != QMetaType::QPoint) {
+        return std::nullopt;
+    }
+    return preferences::windowPosition.read(m_settings);
+}
+
+void Settings::setWindowPosition(const QPoint &position)
+{
+    m_settings.setValue(preferences::windowPosition.key, position);
 }
 
 void Settings::applyAutoStart(bool enabled)

@@ -6,6 +6,8 @@
 #include <QSettings>
 #include <QString>
 
+#include <optional>
+
 /// The preferences of the program. Getters read the store, whose organisation and application are
 /// both named "Vaskel". Setters write and emit only if the value changes. Errors of the store are
 /// silent. Nothing in the program reads the properties or calls the invokable functions by name,
@@ -84,6 +86,12 @@ public:
     Q_INVOKABLE QPoint floatIconPos() const;
     /// Always writes, even the same position.
     Q_INVOKABLE void setFloatIconPos(const QPoint &pos);
+
+    /// Where the user last dragged the window, the position of its top left corner in screen
+    /// pixels; nothing if it was never dragged.
+    std::optional<QPoint> windowPosition() const;
+    /// Always writes, even the same position.
+    void setWindowPosition(const QPoint &position);
 
 Q_SIGNALS:
     void globalHotkeyChanged();

@@ -12,6 +12,7 @@
 #include "ui/ResultList.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/WindowHeight.h"
+#include "ui/WindowPlacement.h"
 #include "update/Updater.h"
 #include "widgets/AccessibleName.h"
 
@@ -23,7 +24,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QResizeEvent>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
@@ -84,6 +84,7 @@ void MainWindow::buildWindow()
     agent->setup(this);
     layout->addWidget(buildTitleBar(agent));
     layout->addWidget(buildContent(), 1);
+    new WindowPlacement(this, m_settings);
 }
 
 QWidget *MainWindow::buildTitleBar(QWK::WidgetWindowAgent *agent)

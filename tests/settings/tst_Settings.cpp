@@ -15,6 +15,7 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -308,6 +309,10 @@ private Q_SLOTS:
     void keepsTheFloatIconPosition();
     void writesAnUnchangedFloatIconPosition();
     void readsEachFloatIconCoordinateByItself();
+    void keepsTheWindowPosition_data();
+    void keepsTheWindowPosition();
+    void hasNoWindowPosition_data();
+    void hasNoWindowPosition();
 
     void appliesAutoStartAtConstruction_data();
     void appliesAutoStartAtConstruction();
@@ -903,6 +908,52 @@ void tst_Settings::readsEachFloatIconCoordinateByItself()
     QCOMPARE(settings.floatIconPos(), QPoint(5, -1));
     store(u"floatIconY"_s, 6);
     QCOMPARE(settings.floatIconPos(), QPoint(5, 6));
+}
+
+void tst_Settings::keepsTheWindowPosition_data()
+{
+    QTest::addColumn<QPoint>("position");
+    QTest::newRow("on the first screen") << QPoint(100, 200);
+    QTest::newRow("origin") << QPoint(0, 0);
+    QTest::newRow("left of and above the first screen") << QPoint(-1900, -20);
+    QTest::newRow("one pixel off") << QPoint(-1, -1);
+}
+
+void tst_Settings::keepsTheWindowPosition()
+{
+    QFETCH(QPoint, position);
+    {
+        Settings settings;
+        const SignalLog log(&settings);
+        settings.setWindowPosition(position);
+        QCOMPARE(settings.windowPosition(), position);
+        QCOMPARE(storedKeys(), QStringList(u"windowPosition"_s));
+        QCOMPARE(log.lines, QStringList());
+    }
+    const Settings settings;
+    QCOMPARE(settings.windowPosition(), position);
+}
+
+void tst_Settings::hasNoWindowPosition_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("no key") << QByteArray();
+    QTest::newRow("empty") << QByteArray("windowPosition=");
+    QTest::newRow("a text") << QByteArray("windowPosition=abc");
+    QTest::newRow("a number") << QByteArray("windowPosition=7");
+    QTest::newRow("a list") << QByteArray("windowPosition=1, 2");
+    QTest::newRow("a size") << QByteArray("windowPosition=@Size(1 2)");
+    QTest::newRow("half a point") << QByteArray("windowPosition=@Point(1)");
+    QTest::newRow("invalid") << QByteArray("windowPosition=@Invalid()");
+}
+
+void tst_Settings::hasNoWindowPosition()
+{
+    QFETCH(QByteArray, line);
+    testhome::writeFile(storeFile, "[General]\n" + line + "\n");
+    const Settings settings;
+    QCOMPARE(settings.windowPosition(), std::nullopt);
+    QCOMPARE(storedKeys(), line.isEmpty() ? QStringList() : QStringList(u"windowPosition"_s));
 }
 
 void tst_Settings::appliesAutoStartAtConstruction_data()

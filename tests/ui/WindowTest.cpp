@@ -151,6 +151,13 @@ void Window::dragHeight(int height)
     drag(QSize(window.width(), height));
 }
 
+void Window::drift(const QPoint &position)
+{
+    QWindowSystemInterface::handleGeometryChange<QWindowSystemInterface::SynchronousDelivery>(
+        window.windowHandle(), QRect(position, window.size()));
+    settle();
+}
+
 QStringList Window::useMenu(QWidget *target, const QPoint &position, const QString &choice)
 {
     QStringList texts;

@@ -96,6 +96,8 @@ public:
     /// Resizes the window as a user does.
     void drag(const QSize &size);
     void dragHeight(int height);
+    /// Moves the window as the window system does.
+    void drift(const QPoint &position);
 
     /// Opens a menu with a right click and triggers the action with this text, or dismisses the
     /// menu if the text is empty. Returns the texts of the actions; empty if no menu opened. Sets

@@ -122,6 +122,11 @@ void tst_SettingsInRegistry::storesUnderItsKey_data()
             s.setFloatIconPos({300, -7});
         },
         {u"floatIconY"_s, u"REG_DWORD"_s, u"0xfffffff9"_s});
+    row("windowPosition",
+        [](Settings &s) {
+            s.setWindowPosition({300, -7});
+        },
+        {u"windowPosition"_s, u"REG_SZ"_s, u"@Point(300 -7)"_s});
 }
 
 void tst_SettingsInRegistry::storesUnderItsKey()

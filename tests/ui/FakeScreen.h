@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QRect>
+
+class QPlatformScreen;
+
+namespace windowtest {
+
+/// Another screen beside that of the offscreen platform, during its lifetime.
+class FakeScreen
+{
+public:
+    explicit FakeScreen(const QRect &geometry);
+    ~FakeScreen();
+    Q_DISABLE_COPY_MOVE(FakeScreen)
+
+private:
+    QPlatformScreen *m_screen;
+};
+
+} // namespace windowtest

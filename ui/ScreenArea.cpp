@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/ScreenArea.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace {
+
+qint64 surface(const QRect &rect)
+{
+    return rect.isValid() ? qint64(rect.width()) * rect.height() : 0;
+}
+
+int distance(const QRect &rect, const QRect &area)
+{
+    return (positionInside(rect, area) - rect.topLeft()).manhattanLength();
+}
+
+} // namespace
+
+QList<QRect> screenAreas()
+{
+    QList<QRect> areas;
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (const QScreen *screen : screens) {
+        areas.append(screen->availableGeometry());
+    }
+    return areas;
+}
+
+QRect areaNearest(const QRect &rect, const QList<QRect> &areas)
+{
+    const auto nearest =
+        std::min_element(areas.cbegin(), areas.cend(), [&](const QRect &one, const QRect &other) {
+            const qint64 shownByOne = surface(rect & one);
+            const qint64 shownByOther = surface(rect & other);
+            return shownByOne != shownByOther ? shownByOne > shownByOther
+                                              : distance(rect, one) < distance(rect, other);
+        });
+    return nearest == areas.cend() ? QRect() : *nearest;
+}
+
+QPoint positionInside(const QRect &rect, const QRect &area)
+{
+    const QPoint last = area.bottomRight() - QPoint(rect.width() - 1, rect.height() - 1);
+    return {std::max(std::min(rect.x(), last.x()), area.x()),
+            std::max(std::min(rect.y(), last.y()), area.y())};
+}
+
+QPoint positionInside(const QRect &rect, const QList<QRect> &areas)
+{
+    return areas.isEmpty() ? rect.topLeft() : positionInside(rect, areaNearest(rect, areas));
+}

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+#include <QPoint>
+#include <QRect>
+
+/// The available geometry of each screen, the primary one first.
+QList<QRect> screenAreas();
+
+/// The area that shows most of the rectangle; if none shows any of it, the nearest one. A null
+/// rectangle if there is no area.
+QRect areaNearest(const QRect &rect, const QList<QRect> &areas);
+
+/// The position of the rectangle's top left corner after it was moved into the area, by as little
+/// as possible. A rectangle that is too large shows its top left corner.
+QPoint positionInside(const QRect &rect, const QRect &area);
+
+/// The same for the area nearest to the rectangle. Without areas, the rectangle stays.
+QPoint positionInside(const QRect &rect, const QList<QRect> &areas);

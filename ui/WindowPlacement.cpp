@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/WindowPlacement.h"
+
+#include "settings/Settings.h"
+#include "ui/ScreenArea.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// The last move of a drag may arrive after the release of the button, if that arrives at all.
+constexpr auto dragPause = 300ms;
+
+} // namespace
+
+WindowPlacement::WindowPlacement(QWidget *window, Settings *settings)
+    : QObject(window)
+    , m_window(window)
+    , m_settings(settings)
+    , m_dragTimer(new QTimer(this))
+    , m_largestSize(window->size())
+{
+    m_dragTimer->setInterval(dragPause);
+    m_dragTimer->setSingleShot(true);
+    connect(m_dragTimer, &QTimer::timeout, this, &WindowPlacement::storeDrag);
+    m_window->installEventFilter(this);
+}
+
+bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_window) {
+        filterWindowEvent(*event);
+    } else {
+        filterMouseEvent(*event);
+    }
+    return false;
+}
+
+void WindowPlacement::filterWindowEvent(const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::Show:
+        if (!event.spontaneous()) { // otherwise it was minimised
+            show();
+        }
+        break;
+    case QEvent::Hide:
+        if (!event.spontaneous()) {
+            hide();
+        }
+        break;
+    case QEvent::Move:
+        if (event.spontaneous() && (m_isPressed || m_dragTimer->isActive())) {
+            m_isDragged = true;
+            m_dragTimer->start();
+        }
+        break;
+    case QEvent::Resize:
+        stayOnSmallScreen(static_cast<const QResizeEvent &>(event));
+        break;
+    default:
+        break;
+    }
+}
+
+void WindowPlacement::filterMouseEvent(const QEvent &event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::NonClientAreaMouseButtonPress:
+    case QEvent::NonClientAreaMouseButtonDblClick:
+        m_isPressed = true;
+        break;
+    case QEvent::MouseButtonRelease:
+    case QEvent::NonClientAreaMouseButtonRelease:
+        release();
+        break;
+    case QEvent::MouseMove:
+    case QEvent::NonClientAreaMouseMove:
+        if (static_cast<const QMouseEvent &>(event).buttons() == Qt::NoButton) {
+            release();
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void WindowPlacement::release()
+{
+    if (m_isPressed) {
+        m_isPressed = false;
+        m_dragTimer->start();
+    }
+}
+
+// The show event comes before the window is visible.
+void WindowPlacement::show()
+{
+    watchMouse();
+    m_shownPosition = m_isPlaced ? lastPosition() : firstPosition();
+    if (!m_isPlaced) {
+        m_isPlaced = true;
+        m_position = m_shownPosition;
+        m_areas = screenAreas();
+    }
+    if (m_shownPosition != m_window->pos()) {
+        m_window->move(m_shownPosition);
+    }
+    // A position that the window manager chose is not yet one of the size hints, without which it
+    // would choose again. Setting it makes Qt write it there.
+    QWindow *nativeWindow = m_window->windowHandle();
+    nativeWindow->setPosition(nativeWindow->position());
+}
+
+void WindowPlacement::hide()
+{
+    m_isPressed = false;
+    m_dragTimer->stop();
+    storeDrag();
+    if (m_window->pos() != m_shownPosition) {
+        m_position = m_window->pos();
+        m_areas = screenAreas();
+    }
+}
+
+// The agent of the window keeps a press on the title bar from later filters.
+void WindowPlacement::watchMouse()
+{
+    QWindow *nativeWindow = m_window->windowHandle();
+    nativeWindow->removeEventFilter(this);
+    nativeWindow->installEventFilter(this);
+}
+
+QPoint WindowPlacement::firstPosition() const
+{
+    if (m_window->testAttribute(Qt::WA_Moved)) {
+        return m_window->pos();
+    }
+    if (const auto stored = m_settings->windowPosition()) {
+        return positionInside({*stored, m_largestSize}, screenAreas());
+    }
+    const QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen) {
+        screen = m_window->screen();
+    }
+    return initialPosition(m_largestSize, screen->availableGeometry());
+}
+
+QPoint WindowPlacement::lastPosition() const
+{
+    const QList<QRect> areas = screenAreas();
+    // The user may have put it partly outside, which only a change of the screens undoes.
+    return areas == m_areas ? m_position : positionInside({m_position, m_window->size()}, areas);
+}
+
+// On a screen that is smaller than the window can be, it would grow over the edge.
+void WindowPlacement::stayOnSmallScreen(const QResizeEvent &event)
+{
+    const QRect area = m_window->screen()->availableGeometry();
+    const QSize &size = m_largestSize;
+    if (!event.spontaneous() && m_window->isVisible()
+        && (area.width() < size.width() || area.height() < size.height())) {
+        m_window->move(positionInside(m_window->geometry(), area));
+    }
+}
+
+void WindowPlacement::storeDrag()
+{
+    if (m_isDragged) {
+        m_isDragged = false;
+        m_settings->setWindowPosition(m_window->pos());
+    }
+}
+
+QPoint initialPosition(const QSize &size, const QRect &area)
+{
+    const QPoint position(area.x() + (area.width() - size.width()) / 2,
+                          area.y() + area.height() / 5);
+    return positionInside({position, size}, area);
+}
