@@ -91,7 +91,7 @@ SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, S
     plugins.registerPlugin(new DirectoryPlugin(&plugins));
     plugins.registerPlugin(settingsPlugin);
     plugins.setSettings(&settings);
-    plugins.registerPlugin(new FilePlugin(&plugins));
+    plugins.registerPlugin(new FilePlugin(plugins.rowsChanged(), &plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
     return settingsPlugin;
 }

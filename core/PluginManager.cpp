@@ -3,6 +3,7 @@
 
 #include "core/IPlugin.h"
 #include "core/ResultRecord.h"
+#include "core/RowsChanged.h"
 #include "settings/Settings.h"
 
 #include <QClipboard>
@@ -18,6 +19,7 @@ using namespace Qt::StringLiterals;
 
 PluginManager::PluginManager(QObject *parent)
     : QObject(parent)
+    , m_rowsChanged(std::make_unique<RowsChanged>())
 {
 }
 

@@ -8,8 +8,11 @@
 #include <QVariantList>
 #include <QVariantMap>
 
+#include <memory>
+
 class IPlugin;
 class QWidget;
+class RowsChanged;
 class Settings;
 
 /// Maps commands to plugins; the window reaches the plugins through it. Commands are looked up in
@@ -33,6 +36,10 @@ public:
 
     /// The plugin of a command; null for an unknown one.
     IPlugin *pluginForCommand(const QString &cmd) const;
+
+    /// For plugins whose rows come later, and for the window, which then repeats its query; never
+    /// null.
+    RowsChanged *rowsChanged() const { return m_rowsChanged.get(); }
 
     /// The plugins that the user can disable and give a hotkey: all but that of "set", each once,
     /// in the alphabetical order of their commands.
@@ -62,4 +69,5 @@ public:
 private:
     QHash<QString, IPlugin *> m_plugins;
     Settings *m_settings = nullptr;
+    const std::unique_ptr<RowsChanged> m_rowsChanged;
 };

@@ -4,7 +4,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
+
+class QObject;
 
 /// The index of all file names that another program maintains: "Everything" on Windows, plocate on
 /// Linux. FilePlugin calls it on the GUI thread.
@@ -30,6 +33,11 @@ struct Answer
 
 /// The name of the index for the user. Empty if none is installed; every search then fails.
 QString name();
+
+/// Calls back when a database is complete that a search found incomplete (error 104), as long as
+/// the context lives: the same search then succeeds. Never calls back for a build that fails, and
+/// never on Windows.
+void watch(QObject *context, const std::function<void()> &completed);
 
 /// Searches for the text and waits for the answer, on Linux for at most two seconds. Returns at
 /// most `limit` paths; FilePlugin asks for 50.

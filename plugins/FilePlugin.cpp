@@ -2,6 +2,7 @@
 #include "plugins/FilePlugin.h"
 
 #include "core/ResultRecord.h"
+#include "core/RowsChanged.h"
 #include "launcher/IconCache.h"
 #include "platform/FileIndex.h"
 
@@ -22,6 +23,12 @@ FilePlugin::FilePlugin(QObject *parent)
     : IPlugin(parent)
     , m_cacheDir(makeIconFolder())
 {
+}
+
+FilePlugin::FilePlugin(RowsChanged *rowsChanged, QObject *parent)
+    : FilePlugin(parent)
+{
+    fileindex::watch(this, [this, rowsChanged] { rowsChanged->report(command()); });
 }
 
 QString FilePlugin::command() const

@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+class RowsChanged;
+
 /// The command "file": searches all files by name, with the file index of the system.
 class FilePlugin : public IPlugin
 {
@@ -12,6 +14,10 @@ class FilePlugin : public IPlugin
 
 public:
     explicit FilePlugin(QObject *parent = nullptr);
+
+    /// Also reports when an index is complete that a query found incomplete. The object is not
+    /// owned and must outlive the plugin's event loop.
+    FilePlugin(RowsChanged *rowsChanged, QObject *parent);
 
     QString command() const override;
     QString description() const override;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/CommandLineEdit.h"
 
+#include "ui/InputMethodKeys.h"
 #include "ui/ManagementIcon.h"
 
 #include <QHBoxLayout>
@@ -47,6 +48,7 @@ void CommandLineEdit::buildContent()
 void CommandLineEdit::connectContent()
 {
     m_edit->installEventFilter(this);
+    m_inputMethodKeys = new InputMethodKeys(m_edit); // before this object
     connect(m_managementIcon, &ManagementIcon::clicked, this,
             &CommandLineEdit::managementRequested);
     connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::detectCommand);
@@ -71,6 +73,11 @@ void CommandLineEdit::setText(const QString &text)
     } else {
         leaveCommand(text);
     }
+}
+
+bool CommandLineEdit::isComposing() const
+{
+    return m_inputMethodKeys->isComposing();
 }
 
 // Frames the whole box while its edit has the focus. A style sheet cannot: Qt parses :focus-within

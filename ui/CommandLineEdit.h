@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QString>
 
+class InputMethodKeys;
 class ManagementIcon;
 class QLabel;
 class QLineEdit;
@@ -33,6 +34,9 @@ public:
     /// The line edit, for connecting its signals and for setting the first placeholder.
     QLineEdit *lineEdit() const { return m_edit; }
 
+    /// Whether an input method composes text in the edit. The keys then belong to it.
+    bool isComposing() const;
+
     /// Sets the commands that become a badge. They are compared exactly; there are none at first.
     void setCommands(const QSet<QString> &commands) { m_commands = commands; }
 
@@ -56,6 +60,7 @@ private:
     QLabel *m_badge = nullptr;
     QLineEdit *m_edit = nullptr;
     ManagementIcon *m_managementIcon = nullptr;
+    InputMethodKeys *m_inputMethodKeys = nullptr;
     QSet<QString> m_commands;
     QString m_activeCommand;
     bool m_updating = false;

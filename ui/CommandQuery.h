@@ -23,6 +23,7 @@ public:
     CommandQuery(PluginManager *pluginManager, AppLauncher *launcher, Settings *settings);
 
     void setText(const CommandText &text);
+    QString text() const { return m_text.joined(); }
 
     bool isCommand() const { return m_isCommand; }
 

@@ -10,14 +10,14 @@
 #include "ui/CommandLineEdit.h"
 #include "ui/PinnedStrip.h"
 #include "ui/ResultList.h"
+#include "ui/RowUpdate.h"
 #include "ui/UpdatePrompt.h"
+#include "ui/WindowAccessibility.h"
 #include "ui/WindowHeight.h"
 #include "ui/WindowPlacement.h"
 #include "update/Updater.h"
 #include "widgets/AccessibleName.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -41,13 +41,6 @@ namespace {
 constexpr auto searchDelay = 120ms;
 constexpr auto focusLossDelay = 50ms;
 constexpr auto updateCheckDelay = 3000ms;
-
-// A screen reader does not take a plain QWidget for a window.
-QAccessibleInterface *createInterface(const QString &, QObject *object)
-{
-    auto *window = qobject_cast<MainWindow *>(object);
-    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
-}
 
 } // namespace
 
@@ -73,7 +66,7 @@ void MainWindow::buildWindow()
 {
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
-    QAccessible::installFactory(createInterface); // ignored if already installed
+    installWindowAccessibility();
     resize(760, 460);
     setMinimumWidth(720);
 
@@ -167,6 +160,7 @@ void MainWindow::buildPages(QBoxLayout *layout)
 
     m_height = new WindowHeight(this, m_stack, m_resultList);
     connect(m_height, &WindowHeight::listHidden, this, [this] { takeFocusFrom(m_resultList); });
+    new RowUpdate(m_pluginManager, &m_query, m_commandEdit, m_resultList, m_height);
 }
 
 void MainWindow::connectSearch()

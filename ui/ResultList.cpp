@@ -8,10 +8,26 @@
 
 #include <QCoreApplication>
 #include <QMenu>
+#include <QScrollBar>
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Whether two records stand for the same thing, even if their texts differ.
+bool areAlike(const QVariantMap &record, const QVariantMap &other)
+{
+    const QVariantMap action = recordAction(record);
+    const QString path = recordPath(record);
+    if (action.isEmpty() && path.isEmpty()) {
+        return record == other;
+    }
+    return action == recordAction(other) && path == recordPath(other);
+}
+
+} // namespace
 
 ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
     : QListWidget(parent)
@@ -35,6 +51,26 @@ void ResultList::showResults(const QVariantList &results)
     if (count() > 0) {
         setCurrentRow(0);
     }
+}
+
+void ResultList::updateResults(const QVariantList &results)
+{
+    const QVariantMap current = currentRecord();
+    const int row = currentRow();
+    const int scrollPosition = verticalScrollBar()->value();
+
+    showResults(results);
+    if (row < 0 || count() == 0) {
+        return;
+    }
+    doItemsLayout(); // otherwise the scroll bar would still have the range of an empty list
+    verticalScrollBar()->setValue(scrollPosition);
+    const auto isCurrent = [&current](const QVariant &record) {
+        return areAlike(record.toMap(), current);
+    };
+    const auto found = std::find_if(results.cbegin(), results.cend(), isCurrent);
+    setCurrentRow(found == results.cend() ? std::min(row, count() - 1)
+                                          : int(found - results.cbegin()));
 }
 
 void ResultList::moveSelection(int delta)

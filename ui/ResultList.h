@@ -20,6 +20,10 @@ public:
     /// Replaces the rows with these records and selects the first.
     void showResults(const QVariantList &results);
 
+    /// Replaces the rows with later records for the same query. The current row stays current if it
+    /// is still there, and the list does not scroll.
+    void updateResults(const QVariantList &results);
+
     /// Moves the selection by this number of rows, and stops at the first and the last row.
     void moveSelection(int delta);
 

@@ -158,6 +158,11 @@ QString name()
     return program().isEmpty() ? QString() : u"plocate"_s;
 }
 
+void watch(QObject *context, const std::function<void()> &completed)
+{
+    homeDatabase().watch(context, completed);
+}
+
 Answer search(const QString &text, unsigned limit)
 {
     const QDeadlineTimer deadline(timeLimit);

@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 #include <unistd.h>
 
@@ -72,7 +73,14 @@ HomeDatabase::State HomeDatabase::prepare(const QDeadlineTimer &deadline)
     if (QFile::setPermissions(filePath(), QFile::ReadOwner | QFile::WriteOwner)) {
         return State::Ready;
     }
-    return isBuilding() ? State::Building : State::Failed;
+    m_isAwaited = isBuilding();
+    return m_isAwaited ? State::Building : State::Failed;
+}
+
+void HomeDatabase::watch(QObject *context, const std::function<void()> &completed)
+{
+    m_watchers.removeIf([](const auto &watcher) { return !watcher.first; });
+    m_watchers.append({context, completed});
 }
 
 void HomeDatabase::discard()
@@ -98,6 +106,7 @@ void HomeDatabase::startBuilding()
         build->kill();
         build->waitForFinished();
     });
+    QObject::connect(build, &QProcess::finished, build, [this] { finishBuilding(); });
     // The exclusions of updatedb.conf are meant for the system's database. Index the home even if
     // it is a bind mount or below a temporary folder.
     build->start(updater(), {u"--require-visibility"_s, u"0"_s, u"--prunepaths"_s, QString(),
@@ -109,4 +118,18 @@ bool HomeDatabase::isBuilding() const
 {
     // The event loop may not have noticed the end of the process yet.
     return m_build && m_build->state() != QProcess::NotRunning && !m_build->waitForFinished(0);
+}
+
+void HomeDatabase::finishBuilding()
+{
+    // A failed build would be repeated by the search that a watcher starts, without end.
+    if (!std::exchange(m_isAwaited, false) || !QFile::exists(filePath())) {
+        return;
+    }
+    for (const auto &[context, completed] : std::as_const(m_watchers)) {
+        if (context) {
+            // Queued, because a search may be the first to notice the end of the process.
+            QMetaObject::invokeMethod(context, completed, Qt::QueuedConnection);
+        }
+    }
 }

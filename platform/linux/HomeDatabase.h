@@ -2,9 +2,13 @@
 #pragma once
 
 #include <QDeadlineTimer>
+#include <QList>
 #include <QPointer>
 #include <QProcess>
 #include <QString>
+
+#include <functional>
+#include <utility>
 
 /// A plocate database of the user's home folder, in the user's cache and readable by the user
 /// alone. Replaces the system's database where there is none or the user may not read it. updatedb
@@ -20,12 +24,19 @@ public:
     /// Waits for a missing one until the deadline, but at most a second: most homes take less.
     State prepare(const QDeadlineTimer &deadline);
 
+    /// Calls back when a build is complete for which prepare() has returned Building, as long as
+    /// the context lives. Does not call back for a build that fails.
+    void watch(QObject *context, const std::function<void()> &completed);
+
     /// Deletes a database that plocate cannot read.
     static void discard();
 
 private:
     void startBuilding();
     bool isBuilding() const;
+    void finishBuilding();
 
     QPointer<QProcess> m_build; // owned by the application
+    bool m_isAwaited = false;   // a search has found the database incomplete
+    QList<std::pair<QPointer<QObject>, std::function<void()>>> m_watchers;
 };

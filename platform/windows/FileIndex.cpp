@@ -41,6 +41,9 @@ QString name()
     return QStringLiteral("Everything");
 }
 
+// Everything answers nothing until its index is complete, and does not tell when it is.
+void watch(QObject *, const std::function<void()> &) {}
+
 Answer search(const QString &text, unsigned limit)
 {
     Everything_SetSearchW(qUtf16Printable(text));

@@ -60,6 +60,11 @@ QStringList shownFolders();
 /// Installs a file index with files of these names, and returns their paths.
 QStringList installIndex(const QStringList &fileNames);
 
+/// Installs an index that is incomplete until completeIndex(), with a file of this name, and
+/// returns its path; empty if an index of this system is never incomplete.
+QString installIncompleteIndex(const QString &fileName);
+void completeIndex();
+
 /// Makes every query fail.
 void breakIndex();
 

@@ -31,6 +31,9 @@ private Q_SLOTS:
     void findsNoMoreThanTheLimit();
     void forgetsTheSearchBefore();
     void tellsWhyItFailed();
+    void callsBackWhenItIsComplete();
+    void doesNotCallBackADeadContext();
+    void doesNotCallBackForACompleteIndex();
 };
 
 void tst_FileIndexContract::init()
@@ -100,6 +103,57 @@ void tst_FileIndexContract::tellsWhyItFailed()
     QVERIFY(answer.error);
     QVERIFY(*answer.error != 0);
     QCOMPARE(answer.paths, QStringList());
+}
+
+void tst_FileIndexContract::callsBackWhenItIsComplete()
+{
+    const QString path = world::installIncompleteIndex(u"report"_s);
+    if (path.isEmpty()) {
+        QSKIP("The index of this system is never incomplete.");
+    }
+    QObject context;
+    int calls = 0;
+    fileindex::watch(&context, [&calls] { ++calls; });
+    QCOMPARE(search(u"report"_s).error, std::optional(104U));
+    QCOMPARE(search(u"report"_s).error, std::optional(104U));
+    QCoreApplication::processEvents();
+    QCOMPARE(calls, 0);
+
+    world::completeIndex();
+    QTRY_COMPARE_WITH_TIMEOUT(calls, 1, 60'000);
+    QCOMPARE(search(u"report"_s).paths, QStringList(path));
+    QCoreApplication::processEvents();
+    QCOMPARE(calls, 1);
+}
+
+void tst_FileIndexContract::doesNotCallBackADeadContext()
+{
+    if (world::installIncompleteIndex(u"report"_s).isEmpty()) {
+        QSKIP("The index of this system is never incomplete.");
+    }
+    int calls = 0;
+    QObject context;
+    fileindex::watch(&context, [&calls] { ++calls; });
+    int callsOfTheDead = 0;
+    {
+        QObject dead;
+        fileindex::watch(&dead, [&callsOfTheDead] { ++callsOfTheDead; });
+        QVERIFY(search(u"report"_s).error);
+    }
+    world::completeIndex();
+    QTRY_COMPARE_WITH_TIMEOUT(calls, 1, 60'000);
+    QCOMPARE(callsOfTheDead, 0);
+}
+
+void tst_FileIndexContract::doesNotCallBackForACompleteIndex()
+{
+    world::installIndex({u"report"_s});
+    QObject context;
+    int calls = 0;
+    fileindex::watch(&context, [&calls] { ++calls; });
+    QVERIFY(!search(u"report"_s).error);
+    QCoreApplication::processEvents();
+    QCOMPARE(calls, 0);
 }
 
 VASKEL_TEST(tst_FileIndexContract, QCoreApplication)

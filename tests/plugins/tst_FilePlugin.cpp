@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/FilePlugin.h"
 
+#include "core/RowsChanged.h"
 #include "plugins/IconTheme.h"
 #include "plugins/OpenedFiles.h"
 #include "support/FakePlatform.h"
@@ -13,6 +14,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QImage>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTranslator>
 
@@ -110,6 +112,7 @@ private Q_SLOTS:
     void saysThatTheServiceDoesNotRun();
     void saysThatTheSearchFailed_data();
     void saysThatTheSearchFailed();
+    void reportsThatTheIndexIsComplete();
     void saysThatNothingIsFound_data();
     void saysThatNothingIsFound();
     void listsTheHitsInTheOrderOfTheIndex();
@@ -230,6 +233,23 @@ void tst_FilePlugin::saysThatTheSearchFailed()
 
     QCOMPARE(query(u"name"_s), inertRow(u"Search failed"_s, subtitle));
     QCOMPARE(fakePlatform().indexSearches, searchFor(u"name"_s));
+}
+
+void tst_FilePlugin::reportsThatTheIndexIsComplete()
+{
+    const QString path = addIndexed(u"home/name"_s);
+    fakePlatform().indexError = 104;
+    RowsChanged rowsChanged;
+    const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
+    FilePlugin plugin(&rowsChanged, nullptr);
+    QCOMPARE(plugin.query(u"name"_s), inertRow(u"Search failed"_s, u"Error code: 104"_s));
+    QCoreApplication::processEvents();
+    QCOMPARE(changed.count(), 0);
+
+    fakePlatform().completeIndex();
+    QTRY_COMPARE(changed.count(), 1);
+    QCOMPARE(changed.first().first().toString(), plugin.command());
+    QCOMPARE(plugin.query(u"name"_s), QVariantList{hit(path, iconFile(path))});
 }
 
 void tst_FilePlugin::saysThatNothingIsFound_data()

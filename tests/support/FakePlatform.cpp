@@ -36,6 +36,17 @@ void FakePlatform::changeColorScheme(platform::ColorScheme scheme)
     }
 }
 
+void FakePlatform::completeIndex()
+{
+    indexError.reset();
+    const auto watchers = indexWatchers;
+    for (const auto &[context, completed] : watchers) {
+        if (context) {
+            completed();
+        }
+    }
+}
+
 namespace platform {
 
 void applyAutoStart(bool enabled)
@@ -83,6 +94,11 @@ namespace fileindex {
 QString name()
 {
     return fakePlatform().indexName;
+}
+
+void watch(QObject *context, const std::function<void()> &completed)
+{
+    fakePlatform().indexWatchers.append({context, completed});
 }
 
 Answer search(const QString &text, unsigned limit)

@@ -45,6 +45,9 @@ struct FakePlatform
     QStringList indexedPaths;
     std::optional<unsigned> indexError;
     QList<std::pair<QString, unsigned>> indexSearches; // of text and limit
+    QList<std::pair<QPointer<QObject>, std::function<void()>>> indexWatchers;
+    /// Ends error 104 and notifies the watchers.
+    void completeIndex();
 
     // Folder.h
     bool openFolderResult = true;

@@ -110,6 +110,17 @@ QStringList installIndex(const QStringList &fileNames)
     return fakePlatform().indexedPaths;
 }
 
+QString installIncompleteIndex(const QString &fileName)
+{
+    fakePlatform().indexError = 104;
+    return installIndex({fileName}).first();
+}
+
+void completeIndex()
+{
+    fakePlatform().completeIndex();
+}
+
 void breakIndex()
 {
     fakePlatform().indexError = 1;

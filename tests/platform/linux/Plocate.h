@@ -58,6 +58,18 @@ inline QByteArray realUpdater()
     return "exec " + QFile::encodeName(program(QStringLiteral("updatedb.plocate"))) + " \"$@\"";
 }
 
+/// Makes the updater run these lines only after releaseUpdater().
+inline void holdUpdater(const QByteArray &lines)
+{
+    replaceUpdater("while [ ! -e '" + QFile::encodeName(folder())
+                   + "/go' ]; do /bin/sleep 0.05; done\n" + lines);
+}
+
+inline void releaseUpdater()
+{
+    testhome::writeFile(QStringLiteral("plocate/go"), {});
+}
+
 /// Removes everything except what the scripts need.
 inline void remove()
 {

@@ -160,6 +160,18 @@ QStringList installIndex(const QStringList &fileNames)
     return paths;
 }
 
+QString installIncompleteIndex(const QString &fileName)
+{
+    plocate::install();
+    plocate::holdUpdater(plocate::realUpdater());
+    return testhome::writeFile("files/"_L1 + fileName, {});
+}
+
+void completeIndex()
+{
+    plocate::releaseUpdater();
+}
+
 void breakIndex()
 {
     plocate::replaceProgram("exit 2");

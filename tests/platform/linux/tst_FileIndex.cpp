@@ -12,6 +12,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
+#include <QProcess>
 #include <QTest>
 
 #include <cstdio>
@@ -139,6 +141,9 @@ private Q_SLOTS:
     void findsNothingInTheHome();
     void saysThatTheDatabaseIsBeingBuilt();
     void keepsToTheTimeLimitWhileBuilding();
+    void doesNotCallBackForAFailedBuild();
+    void doesNotCallBackForARenewal();
+    void callsBackOnceIfASearchNoticesTheEnd();
     void usesAFreshDatabase();
     void renewsAnOldDatabaseInTheBackground_data();
     void renewsAnOldDatabaseInTheBackground();
@@ -449,6 +454,51 @@ void tst_FileIndex::keepsToTheTimeLimitWhileBuilding()
     clock.start();
     QCOMPARE(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(Building)));
     QVERIFY(clock.elapsed() < 2600); // without the limit it would be 2700
+}
+
+void tst_FileIndex::doesNotCallBackForAFailedBuild()
+{
+    QObject context;
+    int calls = 0;
+    fileindex::watch(&context, [&calls] { ++calls; });
+    plocate::holdUpdater("exit 1");
+    QCOMPARE(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(Building)));
+    const QPointer<QProcess> build = QCoreApplication::instance()->findChild<QProcess *>();
+    QVERIFY(build);
+    plocate::releaseUpdater();
+    QTRY_COMPARE_WITH_TIMEOUT(build->state(), QProcess::NotRunning, patience);
+    QCoreApplication::processEvents();
+    QCOMPARE(calls, 0);
+}
+
+void tst_FileIndex::doesNotCallBackForARenewal()
+{
+    const QString path = addFile(u"name 1"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList(path), patience);
+    const QString newPath = addFile(u"name 2"_s);
+    setAge(homeDatabase(), day + 60);
+    QObject context;
+    int calls = 0;
+    fileindex::watch(&context, [&calls] { ++calls; });
+    QTRY_COMPARE_WITH_TIMEOUT(resultsOf(u"name"_s), QStringList({path, newPath}), patience);
+    QCoreApplication::processEvents();
+    QCOMPARE(calls, 0);
+}
+
+void tst_FileIndex::callsBackOnceIfASearchNoticesTheEnd()
+{
+    const QString path = addFile(u"name"_s);
+    QObject context;
+    int calls = 0;
+    fileindex::watch(&context, [&calls] { ++calls; });
+    plocate::holdUpdater(plocate::realUpdater());
+    QCOMPARE(resultsOf(u"name"_s), QStringList(u"error %1"_s.arg(Building)));
+    plocate::releaseUpdater();
+    const QDeadlineTimer deadline(patience);
+    while (resultsOf(u"name"_s) != QStringList(path) && !deadline.hasExpired()) {
+    }
+    QCOMPARE(calls, 0); // not within the search
+    QTRY_COMPARE(calls, 1);
 }
 
 void tst_FileIndex::usesAFreshDatabase()
