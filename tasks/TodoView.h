@@ -12,9 +12,9 @@ class QLabel;
 class QLineEdit;
 class QPoint;
 class QPushButton;
-class QTreeWidget;
 class QTreeWidgetItem;
 class TaskService;
+class TaskTree;
 
 /// The page of the task list: an input line, a filter, a count and the tree. Does not store tasks:
 /// each action calls the service and then rebuilds the tree.
@@ -43,7 +43,6 @@ private:
 
     void refresh();
     void refreshAfterAction();
-    void clearTree();
     QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
                                            int level) const;
     QTreeWidgetItem *buildRow(const Task &task) const;
@@ -63,7 +62,7 @@ private:
     QLineEdit *m_input = nullptr;
     QComboBox *m_filter = nullptr;
     QLabel *m_summary = nullptr;
-    QTreeWidget *m_tree = nullptr;
+    TaskTree *m_tree = nullptr;
     QPushButton *m_addButton = nullptr;
     bool m_refreshing = false;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TodoView.h"
 
+#include "settings/ThemeManager.h"
 #include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TaskRepository.h"
@@ -283,6 +284,9 @@ private Q_SLOTS:
     void tabCommitsTheTitle();
     void rebuildCommitsAnOpenEditor();
     void noOtherTriggerEdits();
+    void editorKeepsWithinItsRow_data();
+    void editorKeepsWithinItsRow();
+    void editorKeepsTheTitleInItsPlace();
     void changeOfARowIsShownAtOnce();
     void changedRowSurvivesTheRebuild();
 
@@ -763,6 +767,51 @@ void tst_TodoView::noOtherTriggerEdits()
     page.click(page.textOf(u"task"_s));
     QTest::keyClick(page.tree, Qt::Key_X);
     QVERIFY(!page.editor());
+}
+
+void tst_TodoView::editorKeepsWithinItsRow_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::newRow("short title") << u"a"_s;
+    QTest::newRow("title that does not fit") << u"long "_s.repeated(40).trimmed();
+    QTest::newRow("fifth level") << u"5"_s;
+}
+
+void tst_TodoView::editorKeepsWithinItsRow()
+{
+    QFETCH(const QString, title);
+    qApp->setStyleSheet(ThemeManager().styleSheet());
+    writeTasks({u"[ ] a"_s, u"[ ] 2<a"_s, u"[ ] 3<2"_s, u"[ ] 4<3"_s, u"[ ] 5<4"_s,
+                u"[ ] "_s + u"long "_s.repeated(40).trimmed()});
+    const Page page;
+    const QLineEdit *editor = page.edit(title);
+    QVERIFY(editor);
+    const QRect row = page.tree->visualItemRect(page.row(title));
+    QVERIFY(row.contains(editor->geometry()));
+    QVERIFY(qAbs(editor->geometry().center().y() - row.center().y()) <= 1);
+    QVERIFY(editor->height() >= editor->minimumSizeHint().height());
+    // The check box remains visible.
+    QVERIFY(editor->x() > page.checkBoxOf(title).x());
+}
+
+void tst_TodoView::editorKeepsTheTitleInItsPlace()
+{
+    qApp->setStyleSheet(ThemeManager().styleSheet());
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    const QStyle *style = page.tree->style();
+    QStyleOptionViewItem option;
+    option.initFrom(page.tree);
+    option.rect = page.tree->visualItemRect(page.row(u"task"_s));
+    option.features = QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasCheckIndicator;
+    option.text = u"task"_s;
+    const int left = style->subElementRect(QStyle::SE_ItemViewItemText, &option, page.tree).left()
+                     + style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, page.tree) + 1;
+
+    QLineEdit *editor = page.edit(u"task"_s);
+    editor->home(false);
+    const QRect cursor = editor->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+    QVERIFY(qAbs(editor->x() + cursor.center().x() - left) <= 2);
 }
 
 void tst_TodoView::changeOfARowIsShownAtOnce()
