@@ -86,6 +86,12 @@ void TodoView::activate()
     QMetaObject::invokeMethod(m_input, takeFocus, Qt::QueuedConnection);
 }
 
+void TodoView::showTask(const QString &id)
+{
+    refresh();
+    m_tree->setCurrentRow(m_tree->visibleRow(id));
+}
+
 QBoxLayout *TodoView::buildHeading()
 {
     auto *title = new QLabel(tr("Todo"), this);
@@ -258,9 +264,9 @@ void TodoView::addTaskFromInput()
     if (title.isEmpty()) {
         return;
     }
-    m_service->createTask(title);
+    const QString id = m_service->createTask(title);
     m_input->clear();
-    refresh();
+    showTask(id);
 }
 
 void TodoView::onItemChanged(QTreeWidgetItem *row)
@@ -297,18 +303,20 @@ void TodoView::showContextMenu(const QPoint &position)
     const QAction *deleteAction = menu.addAction(tr("Delete"));
     const QAction *chosen = menu.exec(m_tree->viewport()->mapToGlobal(position));
     if (chosen == addAction) {
-        addSubtask();
+        m_tree->scrollToItem(addSubtask());
     } else if (chosen == deleteAction) {
         deleteCurrentTask();
     }
 }
 
-void TodoView::addSubtask()
+QTreeWidgetItem *TodoView::addSubtask()
 {
-    const QString id = currentTaskId();
-    if (!id.isEmpty() && !m_service->createSubTask(id, tr("New Subtask")).isEmpty()) {
-        refreshAfterAction();
+    const QString id = m_service->createSubTask(currentTaskId(), tr("New Subtask"));
+    if (id.isEmpty()) {
+        return nullptr;
     }
+    refreshAfterAction();
+    return m_tree->visibleRow(id);
 }
 
 void TodoView::deleteCurrentTask()

@@ -30,6 +30,9 @@ public:
     /// Reloads the tasks and focuses the input line. Call each time the page opens.
     void activate();
 
+    /// Reloads the tasks and scrolls to this one, unless the filter hides it. The focus stays.
+    void showTask(const QString &id);
+
 Q_SIGNALS:
     /// The user wants to leave the page.
     void closeRequested();
@@ -54,7 +57,7 @@ private:
     void addTaskFromInput();
     void onItemChanged(QTreeWidgetItem *row);
     void showContextMenu(const QPoint &position);
-    void addSubtask();
+    QTreeWidgetItem *addSubtask();
     void deleteCurrentTask();
     QString currentTaskId() const;
 

@@ -262,6 +262,8 @@ private Q_SLOTS:
     void greyFollowsTheStyleSheet();
     void returnAddsATask();
     void buttonAddsATask();
+    void newTaskIsShown();
+    void newTaskIsNotShownIfTheFilterHidesIt();
     void blankEntryChangesNothing_data();
     void blankEntryChangesNothing();
 
@@ -292,6 +294,7 @@ private Q_SLOTS:
 
     void menuOffersToAddAndDelete();
     void menuAddsASubtask();
+    void menuShowsTheNewSubtask();
     void menuAddsNothingBelowLevelFive();
     void menuAddsBelowACompletedRow();
     void menuDeletesTheSubtree();
@@ -526,6 +529,31 @@ void tst_TodoView::buttonAddsATask()
     QVERIFY(page.input->text().isEmpty());
     QCOMPARE(page.rows(), QStringList{u"[ ] task"_s});
     QCOMPARE(titlesOnDisk(), QStringList{u"task"_s});
+}
+
+void tst_TodoView::newTaskIsShown()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QTest::keyClicks(page.input, u"new"_s);
+    QTest::keyClick(page.input, Qt::Key_Return);
+    QTreeWidgetItem *row = page.row(u"new"_s);
+    QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(row)));
+    QCOMPARE(page.tree->currentItem(), row);
+    QVERIFY(page.tree->selectedItems().isEmpty());
+    QCOMPARE(QApplication::focusWidget(), page.input);
+}
+
+void tst_TodoView::newTaskIsNotShownIfTheFilterHidesIt()
+{
+    writeTasks({u"[x] done"_s});
+    const Page page;
+    page.filter->setCurrentIndex(Completed);
+    QTest::keyClicks(page.input, u"new"_s);
+    QTest::keyClick(page.input, Qt::Key_Return);
+    QCOMPARE(page.rows(), QStringList{u"[x] done"_s});
+    QVERIFY(!page.tree->currentItem());
 }
 
 void tst_TodoView::blankEntryChangesNothing_data()
@@ -865,6 +893,20 @@ void tst_TodoView::menuAddsASubtask()
     QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] New Subtask"_s, u"[ ] b"_s}));
     QCOMPARE(parentOnDisk(u"New Subtask"_s), u"a"_s);
     QVERIFY(!page.editor());
+}
+
+void tst_TodoView::menuShowsTheNewSubtask()
+{
+    QStringList lines{u"[ ] parent"_s};
+    for (const QString &line : manyTasks()) {
+        lines.append(line + u"<parent"_s);
+    }
+    writeTasks(lines);
+    const Page page;
+    const MenuUser user(u"Add Subtask"_s);
+    page.requestMenu(page.textOf(u"parent"_s));
+    const QRect row = page.tree->visualItemRect(page.row(u"New Subtask"_s));
+    QVERIFY(page.tree->viewport()->rect().contains(row));
 }
 
 void tst_TodoView::menuAddsNothingBelowLevelFive()
