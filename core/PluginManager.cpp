@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/PluginManager.h"
 
+#include "core/ArgumentsAction.h"
 #include "core/IPlugin.h"
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
@@ -81,6 +82,16 @@ QWidget *PluginManager::viewForCommand(const QString &cmd)
     }
     plugin->setViewCommand(command);
     return plugin->createView();
+}
+
+QVariantMap PluginManager::actionForArguments(const QString &cmd, const QString &args) const
+{
+    const QString command = cmd.toLower();
+    const auto *plugin = dynamic_cast<const ArgumentsAction *>(m_plugins.value(command));
+    if (!plugin || (m_settings && !m_settings->isPluginEnabled(command))) {
+        return {};
+    }
+    return plugin->actionForArguments(args);
 }
 
 QVariantList PluginManager::queryCommand(const QString &cmd, const QString &args)

@@ -49,6 +49,10 @@ public:
     /// disabled. Null for an unknown command and for a plugin without a page.
     QWidget *viewForCommand(const QString &cmd);
 
+    /// Returns what executeAction() needs for the arguments of a plugin that is an ArgumentsAction.
+    /// Empty for any other plugin, for a disabled and for an unknown command.
+    QVariantMap actionForArguments(const QString &cmd, const QString &args) const;
+
     /// Returns the records of the plugin for the arguments, passed on unchanged. If the command is
     /// disabled, returns one record that says so. Empty for an unknown command.
     Q_INVOKABLE QVariantList queryCommand(const QString &cmd, const QString &args);

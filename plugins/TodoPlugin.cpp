@@ -30,9 +30,23 @@ QVariantList TodoPlugin::query(const QString &)
     return {makeRecord(tr("Task Management"), tr("Manage TODO list and subtasks"), QString())};
 }
 
-bool TodoPlugin::execute(const QVariantMap &)
+bool TodoPlugin::execute(const QVariantMap &action)
 {
-    return true;
+    if (actionType(action) != actiontype::addTask) {
+        return true;
+    }
+    const QString id = m_service->createTask(actionData(action));
+    // A hidden page is updated when it opens.
+    if (!id.isEmpty() && m_view && m_view->isVisible()) {
+        m_view->showTask(id);
+    }
+    return !id.isEmpty();
+}
+
+QVariantMap TodoPlugin::actionForArguments(const QString &args) const
+{
+    const QString title = args.trimmed();
+    return title.isEmpty() ? QVariantMap() : makeAction(actiontype::addTask, title, command());
 }
 
 bool TodoPlugin::hasView() const

@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TodoView.h"
 
+#include "tasks/TaskDelegate.h"
 #include "tasks/TaskService.h"
+#include "tasks/TaskTree.h"
 #include "widgets/AccessibleName.h"
-#include "widgets/ItemFocusDelegate.h"
 #include "widgets/PaletteWatcher.h"
 
 #include <QAbstractItemDelegate>
 #include <QApplication>
 #include <QComboBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalBlocker>
-#include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
 #include <QVBoxLayout>
 
@@ -32,31 +31,12 @@ enum class TaskStatusFilter {
     Completed,
 };
 
-constexpr int idRole = Qt::UserRole;
 // The state when the row was built; tells a toggled check mark from an edited title.
 constexpr int completedRole = Qt::UserRole + 1;
 
 // QTreeView lays out rows recursively. The service limits the levels, but a file edited by hand
 // could exhaust the stack.
 constexpr int deepestShownLevel = 500;
-
-/// Owns rows that were removed from the tree.
-class RemovedRows : public QObject
-{
-public:
-    RemovedRows(const QList<QTreeWidgetItem *> &rows, QObject *parent)
-        : QObject(parent)
-        , m_rows(rows)
-    {
-    }
-
-    ~RemovedRows() override { qDeleteAll(m_rows); }
-
-    Q_DISABLE_COPY_MOVE(RemovedRows)
-
-private:
-    QList<QTreeWidgetItem *> m_rows;
-};
 
 bool matchesFilter(int filter, bool completed)
 {
@@ -69,30 +49,6 @@ bool matchesFilter(int filter, bool completed)
         return completed;
     }
     return false;
-}
-
-// The number of rows above the current one, including those of collapsed branches: refresh()
-// expands all.
-int currentRowNumber(QTreeWidget *tree)
-{
-    int number = 0;
-    QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
-    for (; *row && *row != tree->currentItem(); ++row) {
-        ++number;
-    }
-    return *row ? number : 0;
-}
-
-// Returns the last row if there are fewer.
-QTreeWidgetItem *rowAt(QTreeWidget *tree, int number)
-{
-    QTreeWidgetItem *last = nullptr;
-    QTreeWidgetItemIterator row(tree, QTreeWidgetItemIterator::NotHidden);
-    for (; *row && number >= 0; ++row) {
-        last = *row;
-        --number;
-    }
-    return last;
 }
 
 } // namespace
@@ -128,6 +84,12 @@ void TodoView::activate()
         }
     };
     QMetaObject::invokeMethod(m_input, takeFocus, Qt::QueuedConnection);
+}
+
+void TodoView::showTask(const QString &id)
+{
+    refresh();
+    m_tree->setCurrentRow(m_tree->visibleRow(id));
 }
 
 QBoxLayout *TodoView::buildHeading()
@@ -181,22 +143,10 @@ QBoxLayout *TodoView::buildFilter()
 
 void TodoView::buildTree()
 {
-    m_tree = new QTreeWidget(this);
+    m_tree = new TaskTree(this);
     m_tree->setObjectName(u"todoTree"_s);
     setAccessibleNames(m_tree, tr("Todo"));
-    auto *delegate = new ItemFocusDelegate(m_tree);
-    delegate->setOutlinesUnselected(true);
-    delegate->setOutlineMargin(1);
-    m_tree->setItemDelegate(delegate);
-    m_tree->setHeaderHidden(true);
-    m_tree->setColumnCount(1);
-    m_tree->setIndentation(22);
-    m_tree->setAnimated(false);
-    m_tree->setUniformRowHeights(true);
-    m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_tree->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
-    m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_tree->header()->setStretchLastSection(true);
+    m_tree->setItemDelegate(new TaskDelegate(m_tree));
 }
 
 void TodoView::connectWidgets()
@@ -220,7 +170,7 @@ void TodoView::refresh()
     }
 
     m_refreshing = true;
-    clearTree();
+    m_tree->removeRows();
     const TaskGroups groups = m_service->repository()->childrenByParent();
     m_tree->addTopLevelItems(buildChildren(groups, QString(), 1));
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
@@ -234,21 +184,13 @@ void TodoView::refresh()
 
 void TodoView::refreshAfterAction()
 {
-    const int number = currentRowNumber(m_tree);
+    const int number = m_tree->currentRowNumber();
     refresh();
     // Keys act on the current row, so set it without selecting it. Ask the window: a closing menu
     // may still have the application's focus.
     if (window()->focusWidget() == m_tree) {
-        m_tree->setCurrentItem(rowAt(m_tree, number), 0, QItemSelectionModel::NoUpdate);
+        m_tree->setCurrentRow(m_tree->rowAt(number));
     }
-}
-
-void TodoView::clearTree()
-{
-    // QTreeWidgetItem::setData() of an old row may be on the stack, so delete them in the event
-    // loop.
-    auto *oldRows = new RemovedRows(m_tree->invisibleRootItem()->takeChildren(), this);
-    oldRows->deleteLater();
 }
 
 QList<QTreeWidgetItem *> TodoView::buildChildren(const TaskGroups &groups, const QString &parentId,
@@ -271,7 +213,7 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
 {
     auto *row = new QTreeWidgetItem;
     row->setText(0, task.title);
-    row->setData(0, idRole, task.id);
+    row->setData(0, TaskTree::idRole, task.id);
     row->setData(0, completedRole, task.completed);
     row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
     row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
@@ -322,9 +264,9 @@ void TodoView::addTaskFromInput()
     if (title.isEmpty()) {
         return;
     }
-    m_service->createTask(title);
+    const QString id = m_service->createTask(title);
     m_input->clear();
-    refresh();
+    showTask(id);
 }
 
 void TodoView::onItemChanged(QTreeWidgetItem *row)
@@ -332,7 +274,7 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
     if (m_refreshing || !row) {
         return;
     }
-    const QString id = row->data(0, idRole).toString();
+    const QString id = row->data(0, TaskTree::idRole).toString();
     const bool isChecked = row->checkState(0) == Qt::Checked;
     if (isChecked != row->data(0, completedRole).toBool()) {
         m_service->setCompleted(id, isChecked);
@@ -361,18 +303,20 @@ void TodoView::showContextMenu(const QPoint &position)
     const QAction *deleteAction = menu.addAction(tr("Delete"));
     const QAction *chosen = menu.exec(m_tree->viewport()->mapToGlobal(position));
     if (chosen == addAction) {
-        addSubtask();
+        m_tree->scrollToItem(addSubtask());
     } else if (chosen == deleteAction) {
         deleteCurrentTask();
     }
 }
 
-void TodoView::addSubtask()
+QTreeWidgetItem *TodoView::addSubtask()
 {
-    const QString id = currentTaskId();
-    if (!id.isEmpty() && !m_service->createSubTask(id, tr("New Subtask")).isEmpty()) {
-        refreshAfterAction();
+    const QString id = m_service->createSubTask(currentTaskId(), tr("New Subtask"));
+    if (id.isEmpty()) {
+        return nullptr;
     }
+    refreshAfterAction();
+    return m_tree->visibleRow(id);
 }
 
 void TodoView::deleteCurrentTask()
@@ -387,5 +331,5 @@ void TodoView::deleteCurrentTask()
 QString TodoView::currentTaskId() const
 {
     const QTreeWidgetItem *row = m_tree->currentItem();
-    return row ? row->data(0, idRole).toString() : QString();
+    return row ? row->data(0, TaskTree::idRole).toString() : QString();
 }

@@ -12,9 +12,9 @@ class QLabel;
 class QLineEdit;
 class QPoint;
 class QPushButton;
-class QTreeWidget;
 class QTreeWidgetItem;
 class TaskService;
+class TaskTree;
 
 /// The page of the task list: an input line, a filter, a count and the tree. Does not store tasks:
 /// each action calls the service and then rebuilds the tree.
@@ -30,6 +30,9 @@ public:
     /// Reloads the tasks and focuses the input line. Call each time the page opens.
     void activate();
 
+    /// Reloads the tasks and scrolls to this one, unless the filter hides it. The focus stays.
+    void showTask(const QString &id);
+
 Q_SIGNALS:
     /// The user wants to leave the page.
     void closeRequested();
@@ -43,7 +46,6 @@ private:
 
     void refresh();
     void refreshAfterAction();
-    void clearTree();
     QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
                                            int level) const;
     QTreeWidgetItem *buildRow(const Task &task) const;
@@ -55,7 +57,7 @@ private:
     void addTaskFromInput();
     void onItemChanged(QTreeWidgetItem *row);
     void showContextMenu(const QPoint &position);
-    void addSubtask();
+    QTreeWidgetItem *addSubtask();
     void deleteCurrentTask();
     QString currentTaskId() const;
 
@@ -63,7 +65,7 @@ private:
     QLineEdit *m_input = nullptr;
     QComboBox *m_filter = nullptr;
     QLabel *m_summary = nullptr;
-    QTreeWidget *m_tree = nullptr;
+    TaskTree *m_tree = nullptr;
     QPushButton *m_addButton = nullptr;
     bool m_refreshing = false;
 };

@@ -23,6 +23,10 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
 
+protected:
+    /// Outlines the rectangle of the option if its state requires it.
+    void paintOutline(QPainter *painter, const QStyleOptionViewItem &option) const;
+
 private:
     bool isOutlined(QStyle::State state) const;
 

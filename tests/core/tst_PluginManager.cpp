@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/PluginManager.h"
 
+#include "core/ArgumentsAction.h"
 #include "core/IPlugin.h"
 #include "settings/Settings.h"
 #include "support/TestHome.h"
@@ -70,6 +71,20 @@ public:
 private:
     QString m_command;
     QStringList m_aliases;
+};
+
+// A plugin whose arguments have an action.
+class NotePlugin : public RecordingPlugin, public ArgumentsAction
+{
+    Q_OBJECT
+
+public:
+    using RecordingPlugin::RecordingPlugin;
+
+    QVariantMap actionForArguments(const QString &args) const override
+    {
+        return {{u"type"_s, u"note"_s}, {u"data"_s, args}, {u"plugin"_s, command()}};
+    }
 };
 
 // Records the messages of the process in order during its lifetime.
@@ -209,6 +224,10 @@ private Q_SLOTS:
     void queriesWithTheUntouchedArguments_data();
     void queriesWithTheUntouchedArguments();
     void logsAnUnknownCommandUnchanged();
+
+    void asksForTheActionOfTheUntouchedArguments();
+    void hasNoActionForOtherArguments_data();
+    void hasNoActionForOtherArguments();
 
     void executesNothingWithoutAType_data();
     void executesNothingWithoutAType();
@@ -509,6 +528,42 @@ void tst_PluginManager::logsAnUnknownCommandUnchanged()
     const MessageLog log;
     QCOMPARE(manager.queryCommand(u" NoSuch "_s, u"1"_s), QVariantList());
     QCOMPARE(log.lines(), QStringList(u"debug Unknown command: \" NoSuch \""_s));
+}
+
+void tst_PluginManager::asksForTheActionOfTheUntouchedArguments()
+{
+    PluginManager manager;
+    auto *plugin = new NotePlugin(u"note"_s, {u"memo"_s}, &manager);
+    manager.registerPlugin(plugin);
+    for (const QString &command : {u"note"_s, u"NOTE"_s, u"memo"_s}) {
+        const QVariantMap action = manager.actionForArguments(command, u"  two  words "_s);
+        QCOMPARE(action, actionOf(u"note"_s, u"  two  words "_s, u"note"_s));
+        QVERIFY(manager.executeAction(action));
+        QCOMPARE(plugin->actions.takeLast(), QVariant(action));
+    }
+    QVERIFY(plugin->queries.isEmpty());
+}
+
+void tst_PluginManager::hasNoActionForOtherArguments_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("plugin without such an action") << u"plain"_s;
+    QTest::newRow("disabled command") << u"note"_s;
+    QTest::newRow("unknown command") << u"gone"_s;
+    QTest::newRow("no command") << QString();
+}
+
+void tst_PluginManager::hasNoActionForOtherArguments()
+{
+    QFETCH(const QString, command);
+    Settings settings;
+    settings.setPluginEnabled(u"note"_s, false);
+    PluginManager manager;
+    manager.setSettings(&settings);
+    manager.registerPlugin(new NotePlugin(u"note"_s, {u"memo"_s}, &manager));
+    manager.registerPlugin(new RecordingPlugin(u"plain"_s, {}, &manager));
+    QCOMPARE(manager.actionForArguments(command, u"text"_s), QVariantMap());
+    QVERIFY(!manager.actionForArguments(u"memo"_s, u"text"_s).isEmpty());
 }
 
 void tst_PluginManager::executesNothingWithoutAType_data()

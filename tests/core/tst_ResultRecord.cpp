@@ -69,6 +69,7 @@ void tst_ResultRecord::makesAnActionWithAndWithoutACommand()
 
 void tst_ResultRecord::namesTheTypesOfActions()
 {
+    QCOMPARE(actiontype::addTask, u"addTask"_s);
     QCOMPARE(actiontype::copy, u"copy"_s);
     QCOMPARE(actiontype::launch, u"launch"_s);
     QCOMPARE(actiontype::navigate, u"navigate"_s);

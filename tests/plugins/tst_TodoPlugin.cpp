@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/TodoPlugin.h"
 
+#include "core/PluginManager.h"
 #include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TodoView.h"
@@ -41,6 +42,11 @@ QVariantList todoRecord(const QString &title, const QString &subtitle)
     return {QVariantMap{{u"title"_s, title}, {u"subtitle"_s, subtitle}, {u"icon"_s, QString()}}};
 }
 
+QVariantMap addTaskAction(const QString &title)
+{
+    return {{u"type"_s, u"addTask"_s}, {u"data"_s, title}, {u"plugin"_s, u"todo"_s}};
+}
+
 } // namespace
 
 class tst_TodoPlugin : public QObject
@@ -55,6 +61,12 @@ private Q_SLOTS:
     void returnsOneRecordForAnyArguments();
     void translatesItsTexts();
     void executesNothing();
+    void offersToAddItsArguments_data();
+    void offersToAddItsArguments();
+    void addsATaskWithoutThePage();
+    void addsNothingForABlankTitle_data();
+    void addsNothingForABlankTitle();
+    void showsTheAddedTaskOnTheOpenPage();
     void readsTheTasksInItsConstructor();
     void returnsTheSamePageEachTime();
     void eachOpeningUpdatesTheTasks();
@@ -110,6 +122,75 @@ void tst_TodoPlugin::executesNothing()
     TodoPlugin plugin;
     QVERIFY(plugin.execute({}));
     QVERIFY(plugin.execute({{u"type"_s, u"launch"_s}, {u"data"_s, u"/nowhere"_s}}));
+}
+
+void tst_TodoPlugin::offersToAddItsArguments_data()
+{
+    QTest::addColumn<QString>("args");
+    QTest::addColumn<QVariantMap>("action");
+    QTest::newRow("none") << QString() << QVariantMap();
+    QTest::newRow("blanks") << u"  \t"_s << QVariantMap();
+    QTest::newRow("text within blanks") << u"  buy  milk "_s << addTaskAction(u"buy  milk"_s);
+}
+
+void tst_TodoPlugin::offersToAddItsArguments()
+{
+    QFETCH(const QString, args);
+    QFETCH(const QVariantMap, action);
+    PluginManager manager;
+    manager.registerPlugin(new TodoPlugin(&manager));
+    QCOMPARE(manager.actionForArguments(u"todo"_s, args), action);
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoPlugin::addsATaskWithoutThePage()
+{
+    PluginManager manager;
+    manager.registerPlugin(new TodoPlugin(&manager));
+    QVERIFY(manager.executeAction(addTaskAction(u" buy milk"_s)));
+    QVERIFY(manager.executeAction(addTaskAction(u"buy milk"_s)));
+    const QJsonArray tasks = QJsonDocument::fromJson(taskfile::bytes()).array();
+    QCOMPARE(tasks.size(), 2);
+    for (const auto &task : tasks) {
+        QCOMPARE(task.toObject().value("title"_L1).toString(), u"buy milk"_s);
+        QCOMPARE(task.toObject().value("parentId"_L1).toString(), QString());
+    }
+}
+
+void tst_TodoPlugin::addsNothingForABlankTitle_data()
+{
+    QTest::addColumn<QVariantMap>("action");
+    QTest::newRow("empty") << addTaskAction(QString());
+    QTest::newRow("blanks") << addTaskAction(u"  "_s);
+    QTest::newRow("missing") << QVariantMap{{u"type"_s, u"addTask"_s}, {u"plugin"_s, u"todo"_s}};
+}
+
+void tst_TodoPlugin::addsNothingForABlankTitle()
+{
+    QFETCH(const QVariantMap, action);
+    TodoPlugin plugin;
+    QVERIFY(!plugin.execute(action));
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoPlugin::showsTheAddedTaskOnTheOpenPage()
+{
+    TodoPlugin plugin;
+    QWidget window;
+    QVBoxLayout layout(&window);
+    QLineEdit box;
+    layout.addWidget(&box);
+    layout.addWidget(plugin.createView());
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCoreApplication::processEvents(); // the page takes the focus when its window shows
+    box.setFocus();
+    QVERIFY(plugin.execute(addTaskAction(u"buy milk"_s)));
+
+    const auto *tree = window.findChild<QTreeWidget *>();
+    QCOMPARE(tree->topLevelItemCount(), 1);
+    QCOMPARE(tree->topLevelItem(0)->text(0), u"buy milk"_s);
+    QVERIFY(box.hasFocus());
 }
 
 void tst_TodoPlugin::readsTheTasksInItsConstructor()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TodoView.h"
 
+#include "settings/ThemeManager.h"
 #include "support/TestProgram.h"
 #include "tasks/TaskFile.h"
 #include "tasks/TaskRepository.h"
@@ -261,6 +262,8 @@ private Q_SLOTS:
     void greyFollowsTheStyleSheet();
     void returnAddsATask();
     void buttonAddsATask();
+    void newTaskIsShown();
+    void newTaskIsNotShownIfTheFilterHidesIt();
     void blankEntryChangesNothing_data();
     void blankEntryChangesNothing();
 
@@ -283,11 +286,15 @@ private Q_SLOTS:
     void tabCommitsTheTitle();
     void rebuildCommitsAnOpenEditor();
     void noOtherTriggerEdits();
+    void editorKeepsWithinItsRow_data();
+    void editorKeepsWithinItsRow();
+    void editorKeepsTheTitleInItsPlace();
     void changeOfARowIsShownAtOnce();
     void changedRowSurvivesTheRebuild();
 
     void menuOffersToAddAndDelete();
     void menuAddsASubtask();
+    void menuShowsTheNewSubtask();
     void menuAddsNothingBelowLevelFive();
     void menuAddsBelowACompletedRow();
     void menuDeletesTheSubtree();
@@ -522,6 +529,31 @@ void tst_TodoView::buttonAddsATask()
     QVERIFY(page.input->text().isEmpty());
     QCOMPARE(page.rows(), QStringList{u"[ ] task"_s});
     QCOMPARE(titlesOnDisk(), QStringList{u"task"_s});
+}
+
+void tst_TodoView::newTaskIsShown()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QTest::keyClicks(page.input, u"new"_s);
+    QTest::keyClick(page.input, Qt::Key_Return);
+    QTreeWidgetItem *row = page.row(u"new"_s);
+    QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(row)));
+    QCOMPARE(page.tree->currentItem(), row);
+    QVERIFY(page.tree->selectedItems().isEmpty());
+    QCOMPARE(QApplication::focusWidget(), page.input);
+}
+
+void tst_TodoView::newTaskIsNotShownIfTheFilterHidesIt()
+{
+    writeTasks({u"[x] done"_s});
+    const Page page;
+    page.filter->setCurrentIndex(Completed);
+    QTest::keyClicks(page.input, u"new"_s);
+    QTest::keyClick(page.input, Qt::Key_Return);
+    QCOMPARE(page.rows(), QStringList{u"[x] done"_s});
+    QVERIFY(!page.tree->currentItem());
 }
 
 void tst_TodoView::blankEntryChangesNothing_data()
@@ -765,6 +797,51 @@ void tst_TodoView::noOtherTriggerEdits()
     QVERIFY(!page.editor());
 }
 
+void tst_TodoView::editorKeepsWithinItsRow_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::newRow("short title") << u"a"_s;
+    QTest::newRow("title that does not fit") << u"long "_s.repeated(40).trimmed();
+    QTest::newRow("fifth level") << u"5"_s;
+}
+
+void tst_TodoView::editorKeepsWithinItsRow()
+{
+    QFETCH(const QString, title);
+    qApp->setStyleSheet(ThemeManager().styleSheet());
+    writeTasks({u"[ ] a"_s, u"[ ] 2<a"_s, u"[ ] 3<2"_s, u"[ ] 4<3"_s, u"[ ] 5<4"_s,
+                u"[ ] "_s + u"long "_s.repeated(40).trimmed()});
+    const Page page;
+    const QLineEdit *editor = page.edit(title);
+    QVERIFY(editor);
+    const QRect row = page.tree->visualItemRect(page.row(title));
+    QVERIFY(row.contains(editor->geometry()));
+    QVERIFY(qAbs(editor->geometry().center().y() - row.center().y()) <= 1);
+    QVERIFY(editor->height() >= editor->minimumSizeHint().height());
+    // The check box remains visible.
+    QVERIFY(editor->x() > page.checkBoxOf(title).x());
+}
+
+void tst_TodoView::editorKeepsTheTitleInItsPlace()
+{
+    qApp->setStyleSheet(ThemeManager().styleSheet());
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    const QStyle *style = page.tree->style();
+    QStyleOptionViewItem option;
+    option.initFrom(page.tree);
+    option.rect = page.tree->visualItemRect(page.row(u"task"_s));
+    option.features = QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasCheckIndicator;
+    option.text = u"task"_s;
+    const int left = style->subElementRect(QStyle::SE_ItemViewItemText, &option, page.tree).left()
+                     + style->pixelMetric(QStyle::PM_FocusFrameHMargin, &option, page.tree) + 1;
+
+    QLineEdit *editor = page.edit(u"task"_s);
+    editor->home(false);
+    const QRect cursor = editor->inputMethodQuery(Qt::ImCursorRectangle).toRect();
+    QVERIFY(qAbs(editor->x() + cursor.center().x() - left) <= 2);
+}
+
 void tst_TodoView::changeOfARowIsShownAtOnce()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
@@ -816,6 +893,20 @@ void tst_TodoView::menuAddsASubtask()
     QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] New Subtask"_s, u"[ ] b"_s}));
     QCOMPARE(parentOnDisk(u"New Subtask"_s), u"a"_s);
     QVERIFY(!page.editor());
+}
+
+void tst_TodoView::menuShowsTheNewSubtask()
+{
+    QStringList lines{u"[ ] parent"_s};
+    for (const QString &line : manyTasks()) {
+        lines.append(line + u"<parent"_s);
+    }
+    writeTasks(lines);
+    const Page page;
+    const MenuUser user(u"Add Subtask"_s);
+    page.requestMenu(page.textOf(u"parent"_s));
+    const QRect row = page.tree->visualItemRect(page.row(u"New Subtask"_s));
+    QVERIFY(page.tree->viewport()->rect().contains(row));
 }
 
 void tst_TodoView::menuAddsNothingBelowLevelFive()

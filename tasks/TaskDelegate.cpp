@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tasks/TaskDelegate.h"
+
+#include "tasks/TaskTree.h"
+
+#include <QLineEdit>
+#include <QStyle>
+
+namespace {
+
+// How far the editor reaches beyond the text of the row, so that its frame does not touch the text.
+constexpr int editorMargin = 2;
+// The style sheet pads line edits so far that the title would move to the right.
+constexpr int editorPadding = -8;
+
+} // namespace
+
+TaskDelegate::TaskDelegate(TaskTree *tree)
+    : ItemFocusDelegate(tree)
+    , m_tree(tree)
+{
+    setOutlinesUnselected(true);
+    setOutlineMargin(1);
+}
+
+void TaskDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
+{
+    QStyleOptionViewItem line = option;
+    line.rect = m_tree->lineRect(option.rect, index);
+    m_tree->paintLine(painter, line, index);
+    QStyledItemDelegate::paint(painter, option, index);
+    paintOutline(painter, line);
+}
+
+QWidget *TaskDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                                    const QModelIndex &index) const
+{
+    QWidget *editor = ItemFocusDelegate::createEditor(parent, option, index);
+    if (auto *edit = qobject_cast<QLineEdit *>(editor)) {
+        edit->setTextMargins(editorPadding, 0, editorPadding, 0);
+    }
+    return editor;
+}
+
+void TaskDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
+                                        const QModelIndex &index) const
+{
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    // The text as if it filled the row.
+    item.showDecorationSelected = true;
+    QRect rect = m_tree->style()->subElementRect(QStyle::SE_ItemViewItemText, &item, m_tree);
+    rect.adjust(-editorMargin, 0, editorMargin, 0);
+    const int height = qMin(option.rect.height(), editor->minimumSizeHint().height());
+    rect.setTop(option.rect.top() + (option.rect.height() - height) / 2);
+    rect.setHeight(height);
+    editor->setGeometry(rect);
+}

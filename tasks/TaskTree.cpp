@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "tasks/TaskTree.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+#include <QTreeWidgetItemIterator>
+
+namespace {
+
+/// Owns rows that were removed from the tree.
+class RemovedRows : public QObject
+{
+public:
+    RemovedRows(const QList<QTreeWidgetItem *> &rows, QObject *parent)
+        : QObject(parent)
+        , m_rows(rows)
+    {
+    }
+
+    ~RemovedRows() override { qDeleteAll(m_rows); }
+
+    Q_DISABLE_COPY_MOVE(RemovedRows)
+
+private:
+    QList<QTreeWidgetItem *> m_rows;
+};
+
+} // namespace
+
+TaskTree::TaskTree(QWidget *parent)
+    : QTreeWidget(parent)
+{
+    setHeaderHidden(true);
+    setColumnCount(1);
+    setIndentation(22);
+    setAnimated(false);
+    setUniformRowHeights(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    header()->setStretchLastSection(true);
+}
+
+void TaskTree::removeRows()
+{
+    // QTreeWidgetItem::setData() of an old row may be on the stack, so delete them in the event
+    // loop.
+    auto *oldRows = new RemovedRows(invisibleRootItem()->takeChildren(), this);
+    oldRows->deleteLater();
+}
+
+int TaskTree::currentRowNumber() const
+{
+    int number = 0;
+    // Count the rows of collapsed branches too: a rebuild expands all.
+    QTreeWidgetItemIterator row(const_cast<TaskTree *>(this), QTreeWidgetItemIterator::NotHidden);
+    for (; *row && *row != currentItem(); ++row) {
+        ++number;
+    }
+    return *row ? number : 0;
+}
+
+QTreeWidgetItem *TaskTree::rowAt(int number) const
+{
+    QTreeWidgetItem *last = nullptr;
+    QTreeWidgetItemIterator row(const_cast<TaskTree *>(this), QTreeWidgetItemIterator::NotHidden);
+    for (; *row && number >= 0; ++row) {
+        last = *row;
+        --number;
+    }
+    return last;
+}
+
+QTreeWidgetItem *TaskTree::visibleRow(const QString &id) const
+{
+    QTreeWidgetItemIterator row(const_cast<TaskTree *>(this), QTreeWidgetItemIterator::NotHidden);
+    while (*row && (*row)->data(0, idRole).toString() != id) {
+        ++row;
+    }
+    return *row;
+}
+
+void TaskTree::setCurrentRow(QTreeWidgetItem *row)
+{
+    if (row) {
+        setCurrentItem(row, 0, QItemSelectionModel::NoUpdate);
+    }
+}
+
+QRect TaskTree::lineRect(const QRect &itemRect, const QModelIndex &index) const
+{
+    if (itemRect != visualRect(index)) {
+        return itemRect;
+    }
+    return {0, itemRect.top(), viewport()->width(), itemRect.height()};
+}
+
+void TaskTree::paintLine(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const
+{
+    // QTreeView paints the indentation and the item as two shapes with rounded corners. This one
+    // has the same colour and fills the gap.
+    style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, this);
+    paintArrow(painter, option, index);
+}
+
+void TaskTree::drawBranches(QPainter *, const QRect &, const QModelIndex &) const
+{
+    // paintLine() would hide what is painted here.
+}
+
+void TaskTree::paintArrow(QPainter *painter, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const
+{
+    if (!model()->hasChildren(index)) {
+        return;
+    }
+    const QRect item = visualRect(index);
+    const qreal distance = indentation() / 2.0;
+    const qreal x = isRightToLeft() ? item.right() + distance : item.left() - distance;
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(
+        QPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text), 1.5,
+             Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->translate(x, option.rect.center().y() + 0.5);
+    if (!isExpanded(index)) {
+        painter->rotate(isRightToLeft() ? 90 : -90);
+    }
+    const QPointF arrow[] = {{-4, -2}, {0, 2}, {4, -2}};
+    painter->drawPolyline(arrow, 3);
+    painter->restore();
+}

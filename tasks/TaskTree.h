@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QTreeWidget>
+
+/// The tree of the task page. Paints a row in one piece from edge to edge.
+class TaskTree : public QTreeWidget
+{
+public:
+    /// The role of a task's id in the data of its row.
+    static constexpr int idRole = Qt::UserRole;
+
+    explicit TaskTree(QWidget *parent = nullptr);
+
+    /// Removes all rows, and deletes them in the event loop.
+    void removeRows();
+
+    /// The number of visible rows above the current one, or 0 without a current one.
+    int currentRowNumber() const;
+
+    /// The visible row with this number, or the last one if there are fewer; null if there is none.
+    QTreeWidgetItem *rowAt(int number) const;
+
+    /// The row of the task; null if there is none or the filter hides it.
+    QTreeWidgetItem *visibleRow(const QString &id) const;
+
+    /// Makes the row the current one without selecting it, and scrolls to it. Null is ignored.
+    void setCurrentRow(QTreeWidgetItem *row);
+
+    /// The whole line of an item that the tree paints in this rectangle. A rectangle of another
+    /// origin stays as it is.
+    QRect lineRect(const QRect &itemRect, const QModelIndex &index) const;
+
+    /// Paints what is behind the item of a row. TaskDelegate calls this, because only a delegate
+    /// learns which row is below the mouse pointer.
+    void paintLine(QPainter *painter, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) const;
+
+protected:
+    void drawBranches(QPainter *painter, const QRect &rect,
+                      const QModelIndex &index) const override;
+
+private:
+    void paintArrow(QPainter *painter, const QStyleOptionViewItem &option,
+                    const QModelIndex &index) const;
+};
