@@ -4,6 +4,8 @@ import random
 from case import EndToEndCase, main
 from desktop import wait_until
 
+from gi.repository import Atspi
+
 ROUNDS = 200
 SIZE = (760, 460)  # of the window with many rows
 
@@ -54,6 +56,24 @@ class Placement(EndToEndCase):
         self.start()
         self.becomes(self.place, (1280 - SIZE[0], 0))
         self.becomes(self.stored_place, (3000, -20))
+
+    def test_fits_a_screen_that_is_smaller_than_its_sizes(self):
+        for scale in (2, 2.4):
+            with self.subTest(scale):
+                self.launcher.environment["QT_SCALE_FACTOR"] = str(scale)
+                self.start()
+                self.launcher.open_page("set", "Save")
+                self.picture(f"settings-{scale}")
+                x, y, width, height = self.launcher.geometry()
+                self.assertGreaterEqual(min(x, y), 0)
+                self.assertLessEqual(x + width, 1280)
+                self.assertLessEqual(y + height, 1024)
+
+                extents = self.launcher.control("Save").get_extents(Atspi.CoordType.SCREEN)
+                self.assertLessEqual((extents.x + extents.width) * scale, x + width)
+                self.assertLessEqual((extents.y + extents.height) * scale, y + height)
+                self.launcher.tab_to("Save")
+                self.launcher.terminate()
 
     def test_never_jumps(self):
         """Shows, types, hides and drags, with windows of different heights."""
