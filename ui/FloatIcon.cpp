@@ -1,15 +1,41 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/FloatIcon.h"
 
+#include "platform/Compositor.h"
+#include "platform/WindowFocus.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
 #include "ui/MainWindow.h"
+#include "ui/ScreenKeeper.h"
 
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QWindow>
+
+#include <algorithm>
+#include <cmath>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int margin = 2; // of the disc within the icon
+
+// The pixels that lie wholly within the disc: those at its edge are partly transparent.
+QRegion discRegion(int size)
+{
+    const int radius = size / 2 - margin;
+    QRegion region;
+    for (int row = -radius; row < radius; ++row) {
+        const int outermost = std::max(std::abs(row), std::abs(row + 1));
+        const int half = int(std::sqrt(radius * radius - outermost * outermost));
+        region += QRect(size / 2 - half, size / 2 + row, 2 * half, 1);
+    }
+    return region;
+}
+
+} // namespace
 
 FloatIcon::FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow, QWidget *parent)
     : QWidget(parent)
@@ -21,7 +47,35 @@ FloatIcon::FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindo
     setAttribute(Qt::WA_TranslucentBackground);
     resize(48, 48);
     setAccessibleName(u"Vaskel"_s);
+    new ScreenKeeper(this);
     connect(m_theme, &ThemeManager::paletteChanged, this, qOverload<>(&QWidget::update));
+}
+
+bool FloatIcon::event(QEvent *event)
+{
+    if (event->type() == QEvent::WinIdChange && windowHandle() && windowHandle()->handle()) {
+        // In the flags of the widget it would be a property that others read.
+        platform::refuseFocus(windowHandle());
+        windowHandle()->installEventFilter(this);
+    }
+    return QWidget::event(event);
+}
+
+// The native window is exposed when it is shown, and when a compositor starts or ends.
+bool FloatIcon::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Expose) {
+        updateMask();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void FloatIcon::updateMask()
+{
+    const QRegion shape = platform::isCompositing() ? QRegion() : discRegion(width());
+    if (shape != mask()) {
+        setMask(shape); // an empty one removes it
+    }
 }
 
 void FloatIcon::mousePressEvent(QMouseEvent *event)
@@ -92,7 +146,7 @@ void FloatIcon::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(m_theme->accent());
     painter.setPen(Qt::NoPen);
-    painter.drawEllipse(rect().adjusted(2, 2, -2, -2));
+    painter.drawEllipse(rect().adjusted(margin, margin, -margin, -margin));
 
     painter.setPen(m_theme->bg());
     QFont font = painter.font();

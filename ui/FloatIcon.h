@@ -23,13 +23,17 @@ public:
     FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindow,
               QWidget *parent = nullptr);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 protected:
+    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    void updateMask();
     bool isMainWindowShowing() const;
     void toggleMainWindow();
     void openMenu(const QPoint &globalPosition);

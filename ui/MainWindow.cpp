@@ -8,6 +8,7 @@
 #include "platform/QtVersion.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
+#include "ui/PageScroller.h"
 #include "ui/PinnedStrip.h"
 #include "ui/ResultList.h"
 #include "ui/RowUpdate.h"
@@ -343,10 +344,7 @@ bool MainWindow::openPluginView(const QString &command)
         connect(plugin, &IPlugin::viewCloseRequested, this, &MainWindow::closePluginView,
                 Qt::UniqueConnection);
     }
-    if (m_stack->indexOf(page) < 0) {
-        m_stack->addWidget(page);
-    }
-    m_stack->setCurrentWidget(page);
+    showPage(m_stack, page);
     m_height->showPage();
     m_viewCommand = command;
     return true;

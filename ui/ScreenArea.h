@@ -4,6 +4,11 @@
 #include <QList>
 #include <QPoint>
 #include <QRect>
+#include <QSize>
+
+/// The size of the window with many rows or a page. Only on a screen that is smaller, the window is
+/// smaller, too.
+constexpr QSize fullWindowSize(760, 460);
 
 /// The available geometry of each screen, the primary one first.
 QList<QRect> screenAreas();

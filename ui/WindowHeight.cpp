@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/WindowHeight.h"
 
+#include "ui/ScreenArea.h"
+
 #include <QLayout>
 #include <QListWidget>
 #include <QResizeEvent>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTimer>
 
@@ -16,8 +19,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int initialHeight = 460;        // the first limit, and the height of a page
-constexpr int listPadding = 5;            // above the first row and below the last one
+constexpr int initialHeight = fullWindowSize.height(); // the first limit, the height of a page
+constexpr int listPadding = 5;                         // above the first row and below the last one
 constexpr qsizetype maximumRequests = 16; // more than a window system leaves unanswered
 constexpr int maximumRoundingError = 2;   // of a height, converted to device pixels and back
 
@@ -60,6 +63,7 @@ WindowHeight::WindowHeight(QWidget *window, QStackedWidget *stack, QListWidget *
     QSizePolicy policy = m_stack->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     m_stack->setSizePolicy(policy);
+    m_window->installEventFilter(this);
 }
 
 void WindowHeight::scheduleUpdate()
@@ -82,9 +86,12 @@ void WindowHeight::showPage()
     m_stack->setMinimumHeight(0);
     m_stack->setMaximumHeight(QWIDGETSIZE_MAX);
     // setMinimumHeight() would override the minimum height of the layout; this leaves it in effect.
-    m_window->setMinimumSize(m_window->minimumWidth(), 0);
-    if (m_window->height() != initialHeight) {
-        m_window->resize(m_window->width(), initialHeight);
+    const QSize limit = room();
+    m_window->setMinimumSize(std::min(m_window->minimumWidth(), limit.width()), 0);
+    if (const QSize size(std::min(m_window->width(), limit.width()),
+                         std::min(initialHeight, limit.height()));
+        m_window->size() != size) {
+        m_window->resize(size);
     }
 }
 
@@ -101,9 +108,38 @@ void WindowHeight::handleResize(const QResizeEvent &event)
     }
 }
 
+bool WindowHeight::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ScreenChangeInternal
+        || (event->type() == QEvent::Show && !event->spontaneous())) {
+        fitToScreen();
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 bool WindowHeight::isListCurrent() const
 {
     return m_stack->currentWidget() == m_list;
+}
+
+// The size that a small screen limits the window to.
+QSize WindowHeight::room() const
+{
+    const QSize available = m_window->screen()->availableSize();
+    return {available.width() < fullWindowSize.width() ? available.width() : QWIDGETSIZE_MAX,
+            available.height() < fullWindowSize.height() ? available.height() : QWIDGETSIZE_MAX};
+}
+
+void WindowHeight::fitToScreen()
+{
+    if (m_window->size() == m_window->size().boundedTo(room())) {
+        return;
+    }
+    if (isListCurrent()) {
+        update();
+    } else {
+        showPage();
+    }
 }
 
 void WindowHeight::update()
@@ -120,7 +156,7 @@ void WindowHeight::update()
     m_window->layout()->activate();
     m_baseHeight = m_window->sizeHint().height();
 
-    const int stackHeight = listHeightFor(m_expandedHeight);
+    const int stackHeight = listHeightFor(std::min(m_expandedHeight, room().height()));
     if (stackHeight > 0) {
         m_stack->setFixedHeight(stackHeight);
         m_stack->show();
@@ -143,10 +179,13 @@ void WindowHeight::collapseStack()
 // that the window is resized only once. Many pins make the window wider.
 void WindowHeight::resizeWindow(int height, int minimum)
 {
-    m_window->setMinimumWidth(std::max(m_minimumWidth, m_window->minimumSizeHint().width()));
+    const QSize limit = room();
+    m_window->setMinimumWidth(
+        std::max(std::min(m_minimumWidth, limit.width()), m_window->minimumSizeHint().width()));
     m_window->setMinimumHeight(std::min(m_window->minimumHeight(), minimum));
-    if (m_window->height() != height) {
-        m_window->resize(m_window->width(), height);
+    if (const QSize size(std::min(m_window->width(), limit.width()), height);
+        m_window->size() != size) {
+        m_window->resize(size);
     }
     m_window->setMinimumHeight(minimum);
 }

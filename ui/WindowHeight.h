@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QObject>
+#include <QSize>
 
 class QListWidget;
 class QResizeEvent;
@@ -21,7 +22,8 @@ bool takeAnswer(QList<int> &requestedHeights, int height, qreal devicePixelRatio
 
 /// Adapts the height of the window to its content. With the list, it is the base height, which is
 /// that of everything except the list, plus the height of the rows; dragging an edge of the window
-/// sets the limit of this sum. With a page, it is a fixed height until the user drags an edge.
+/// sets the limit of this sum. With a page, it is a fixed height until the user drags an edge. On a
+/// screen that is smaller than fullWindowSize, the window is at most as large as the screen.
 class WindowHeight : public QObject
 {
     Q_OBJECT
@@ -45,12 +47,16 @@ public:
     /// Call this for each resize event of the window. A resize by the user sets the limit.
     void handleResize(const QResizeEvent &event);
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     /// The window was fitted to an empty list, which is now hidden.
     void listHidden();
 
 private:
     bool isListCurrent() const;
+    QSize room() const;
+    void fitToScreen();
     void update();
     void collapseStack();
     void resizeWindow(int height, int minimum);

@@ -29,7 +29,6 @@ WindowPlacement::WindowPlacement(QWidget *window, Settings *settings)
     , m_window(window)
     , m_settings(settings)
     , m_dragTimer(new QTimer(this))
-    , m_largestSize(window->size())
 {
     m_dragTimer->setInterval(dragPause);
     m_dragTimer->setSingleShot(true);
@@ -150,13 +149,13 @@ QPoint WindowPlacement::firstPosition() const
         return m_window->pos();
     }
     if (const auto stored = m_settings->windowPosition()) {
-        return positionInside({*stored, m_largestSize}, screenAreas());
+        return positionInside({*stored, fullWindowSize}, screenAreas());
     }
     const QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen) {
         screen = m_window->screen();
     }
-    return initialPosition(m_largestSize, screen->availableGeometry());
+    return initialPosition(fullWindowSize, screen->availableGeometry());
 }
 
 QPoint WindowPlacement::lastPosition() const
@@ -170,9 +169,8 @@ QPoint WindowPlacement::lastPosition() const
 void WindowPlacement::stayOnSmallScreen(const QResizeEvent &event)
 {
     const QRect area = m_window->screen()->availableGeometry();
-    const QSize &size = m_largestSize;
-    if (!event.spontaneous() && m_window->isVisible()
-        && (area.width() < size.width() || area.height() < size.height())) {
+    const bool isSmall = area.size().expandedTo(fullWindowSize) != area.size();
+    if (isSmall && !event.spontaneous() && m_window->isVisible()) {
         m_window->move(positionInside(m_window->geometry(), area));
     }
 }

@@ -20,9 +20,9 @@ class WindowPlacement : public QObject
     Q_OBJECT
 
 public:
-    /// The window becomes the parent. It must have the largest size that it takes by itself. The
-    /// settings are not owned and must outlive it. Create it last of the objects that filter the
-    /// window's events, so that they see the window in its place.
+    /// The window becomes the parent. The settings are not owned and must outlive it. Create it
+    /// last of the objects that filter the window's events, so that they see the window in its
+    /// place.
     WindowPlacement(QWidget *window, Settings *settings);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -43,7 +43,6 @@ private:
     QWidget *m_window;
     Settings *m_settings;
     QTimer *m_dragTimer;
-    QSize m_largestSize;
     bool m_isPlaced = false;  // was shown before
     QPoint m_position;        // where the user or the window manager put the window
     QPoint m_shownPosition;   // where the last show put it

@@ -48,12 +48,36 @@ class FloatIcon(EndToEndCase):
         self.start_with_icon(floatIconX=300, floatIconY=80, autoHideOnFocusLoss="true")
         self.desktop.move_pointer(*self.centre())
         self.desktop.run("xdotool", "mousedown", "1")
-        self.hides()
+        # The press leaves the focus where it is.
+        self.stays(lambda: self.desktop.active_window() == self.launcher.window,
+                   "the window is active", SHOW_TIME)
         self.desktop.run("xdotool", "mouseup", "1")
+        self.hides()
         self.stays(lambda: not self.launcher.is_visible(), "the window is hidden", SHOW_TIME)
 
         self.desktop.click(*self.centre())
         self.launcher.wait_until_ready()
+
+    def test_never_takes_the_focus(self):
+        self.start_with_icon()
+        icon = self.icon_window()
+        self.launcher.press("Escape")
+        self.hides()
+        self.desktop.run("xdotool", "windowactivate", icon)
+        self.stays(lambda: self.desktop.run("xdotool", "getwindowfocus") != icon,
+                   "the icon has no focus", SHOW_TIME)
+
+    def test_is_round_without_a_compositor(self):
+        self.home.set_preferences(theme="light", floatIconX=300, floatIconY=80)
+        self.start()
+        wait_until(self.launcher.float_icon, "the icon shows")
+        shape = self.desktop.run("xwininfo", "-id", self.icon_window(), "-shape")
+        self.assertIn("Window shape extents:  42x42+3+3", shape)
+        self.picture("round")
+
+    def icon_window(self):
+        """The id of the icon's window, which is on top of all."""
+        return self.desktop.stack()[-1]
 
     def test_drag_moves_it_without_a_click_and_its_place_is_kept(self):
         x, y, width, height = self.start_with_icon(floatIconX=300, floatIconY=80)

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+class QWindow;
+
 /// The system around the platform headers, for the contract tests. The fake and each half of
 /// platform/ have their own bodies. reset() removes everything that the other functions create.
 namespace world {
@@ -41,6 +43,13 @@ void registerAtLogIn();
 
 /// Sets the user's preferred scheme. False if a program cannot change it on this system.
 bool preferColors(platform::ColorScheme scheme);
+
+/// Starts or ends a compositor. False if a program cannot do this on this system, which then always
+/// has one.
+bool setCompositing(bool isCompositing);
+
+/// Whether the window system may give the focus to the window, which has a native window.
+bool mayHaveFocus(const QWindow &window);
 
 /// An environment variable that is meant for this process alone.
 QString privateVariable();

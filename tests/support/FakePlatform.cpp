@@ -3,6 +3,7 @@
 
 #include "platform/AutoStart.h"
 #include "platform/ClosedPipe.h"
+#include "platform/Compositor.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/IconTheme.h"
@@ -13,6 +14,7 @@
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
+#include "platform/WindowFocus.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -76,6 +78,11 @@ ColorScheme colorScheme()
 void watchColorScheme(QObject *context, const std::function<void()> &changed)
 {
     fakePlatform().colorSchemeWatchers.append({context, changed});
+}
+
+bool isCompositing()
+{
+    return fakePlatform().isCompositing;
 }
 
 QIcon linkIcon(const QString &filePath)
@@ -187,6 +194,11 @@ QString updateScript(const QString &downloadPath, const QString &programPath)
 void startUpdateScript(const QString &scriptPath)
 {
     fakePlatform().startedUpdateScripts.append(scriptPath);
+}
+
+void refuseFocus(QWindow *window)
+{
+    fakePlatform().windowsWithoutFocus.append(window);
 }
 
 } // namespace platform

@@ -15,6 +15,8 @@
 #include <optional>
 #include <utility>
 
+class QWindow;
+
 /// Recording bodies of the platform headers: they answer from fields that a test sets, and record
 /// the calls.
 struct FakePlatform
@@ -39,6 +41,9 @@ struct FakePlatform
     QHash<QString, QIcon> linkIcons;
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
+
+    // Compositor.h
+    bool isCompositing = true;
 
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
@@ -75,6 +80,9 @@ struct FakePlatform
     QString updateScript = QStringLiteral("script\n");
     QList<std::pair<QString, QString>> updateScriptCalls;
     QStringList startedUpdateScripts;
+
+    // WindowFocus.h
+    QList<const QWindow *> windowsWithoutFocus;
 };
 
 /// The state of the fake bodies; assign FakePlatform() to reset it.

@@ -26,10 +26,10 @@ private:
 
 } // namespace
 
-FakeScreen::FakeScreen(const QRect &geometry)
+FakeScreen::FakeScreen(const QRect &geometry, bool isPrimary)
     : m_screen(new Screen(geometry))
 {
-    QWindowSystemInterface::handleScreenAdded(m_screen);
+    QWindowSystemInterface::handleScreenAdded(m_screen, isPrimary);
 }
 
 FakeScreen::~FakeScreen()

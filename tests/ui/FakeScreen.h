@@ -7,11 +7,12 @@ class QPlatformScreen;
 
 namespace windowtest {
 
-/// Another screen beside that of the offscreen platform, during its lifetime.
+/// Another screen beside that of the offscreen platform, during its lifetime. New windows are on
+/// the primary one.
 class FakeScreen
 {
 public:
-    explicit FakeScreen(const QRect &geometry);
+    explicit FakeScreen(const QRect &geometry, bool isPrimary = false);
     ~FakeScreen();
     Q_DISABLE_COPY_MOVE(FakeScreen)
 

@@ -2,7 +2,9 @@
 #include "ui/FloatIcon.h"
 
 #include "settings/ThemeManager.h"
+#include "support/FakePlatform.h"
 #include "support/TestProgram.h"
+#include "ui/FakeScreen.h"
 #include "ui/WindowTest.h"
 
 #include <QApplication>
@@ -14,7 +16,9 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
+#include <cmath>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -167,6 +171,15 @@ private Q_SLOTS:
     void paintsADiscWithALetter_data();
     void paintsADiscWithALetter();
     void newPaletteRepaints();
+
+    void withoutACompositorItIsMaskedRound();
+    void maskFollowsTheCompositor();
+    void refusesTheFocus();
+
+    void comesBackWhenItsScreenGoes();
+    void returnsWithItsScreen();
+    void staysPartlyOffTheScreen();
+    void dragAfterItCameBackCounts();
 
     void placesTheIcon_data();
     void placesTheIcon();
@@ -547,6 +560,121 @@ void tst_FloatIcon::newPaletteRepaints()
     const int before = paints.count;
     d.theme.setTheme(u"light"_s);
     QTRY_VERIFY(paints.count > before);
+}
+
+void tst_FloatIcon::withoutACompositorItIsMaskedRound()
+{
+    fakePlatform().isCompositing = false;
+    Fixture d;
+    d.theme.setTheme(u"dark"_s);
+    const QImage whole = d.painted();
+    d.icon.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&d.icon));
+
+    // The mask is symmetric, and all of it is painted: nothing black shows.
+    const QRegion mask = d.icon.mask();
+    QCOMPARE(mask.boundingRect(), QRect(3, 3, 42, 42));
+    for (int y = 0; y < 48; ++y) {
+        for (int x = 0; x < 48; ++x) {
+            const bool isShown = mask.contains(QPoint(x, y));
+            QCOMPARE(mask.contains(QPoint(47 - x, y)), isShown);
+            QCOMPARE(mask.contains(QPoint(x, 47 - y)), isShown);
+            QVERIFY(!isShown || whole.pixelColor(x, y).alpha() == 255);
+            // Of the disc, only its rim may lack.
+            QVERIFY(isShown || std::hypot(x - 23.5, y - 23.5) > 20.5);
+        }
+    }
+}
+
+void tst_FloatIcon::maskFollowsTheCompositor()
+{
+    Fixture d;
+    d.icon.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&d.icon));
+    QVERIFY(d.icon.mask().isEmpty());
+
+    const auto expose = [&] {
+        QExposeEvent event(QRect(0, 0, 48, 48));
+        QCoreApplication::sendEvent(d.icon.windowHandle(), &event);
+    };
+    fakePlatform().isCompositing = false;
+    expose();
+    QVERIFY(!d.icon.mask().isEmpty());
+    fakePlatform().isCompositing = true;
+    expose();
+    QVERIFY(d.icon.mask().isEmpty());
+}
+
+void tst_FloatIcon::refusesTheFocus()
+{
+    Fixture d;
+    QVERIFY(fakePlatform().windowsWithoutFocus.isEmpty());
+    d.icon.show();
+    QVERIFY(fakePlatform().windowsWithoutFocus.contains(d.icon.windowHandle()));
+}
+
+void tst_FloatIcon::comesBackWhenItsScreenGoes()
+{
+    Fixture d;
+    d.icon.show();
+    {
+        const FakeScreen right(QRect(800, 0, 1280, 1000));
+        d.press(d.centre());
+        d.moveTo(QPointF(2024, 924));
+        d.release(QPointF(2024, 924));
+        QCOMPARE(d.icon.pos(), QPoint(2000, 900));
+        d.host.settle();
+        QCOMPARE(d.icon.pos(), QPoint(2000, 900));
+    }
+    QTRY_COMPARE(d.icon.pos(), QPoint(800 - 48, 800 - 48));
+    QCOMPARE(d.storedPosition(), QPoint(2000, 900));
+}
+
+void tst_FloatIcon::returnsWithItsScreen()
+{
+    Fixture d;
+    d.icon.show();
+    const QRect geometry(-1280, 0, 1280, 1000);
+    {
+        const FakeScreen left(geometry);
+        d.icon.move(-700, 100);
+    }
+    QTRY_COMPARE(d.icon.pos(), QPoint(0, 100));
+    const FakeScreen left(geometry);
+    QTRY_COMPARE(d.icon.pos(), QPoint(-700, 100));
+}
+
+void tst_FloatIcon::staysPartlyOffTheScreen()
+{
+    Fixture d;
+    d.icon.move(-20, 770);
+    {
+        const FakeScreen right(QRect(800, 0, 1280, 1000));
+        d.host.settle();
+        QCOMPARE(d.icon.pos(), QPoint(-20, 770));
+    }
+    d.host.settle();
+    QCOMPARE(d.icon.pos(), QPoint(-20, 770));
+}
+
+void tst_FloatIcon::dragAfterItCameBackCounts()
+{
+    Fixture d;
+    d.icon.show();
+    const QRect geometry(800, 0, 1280, 1000);
+    {
+        const FakeScreen right(geometry);
+        d.icon.move(1000, 100);
+    }
+    QTRY_COMPARE(d.icon.pos(), QPoint(752, 100));
+    d.press(d.centre());
+    d.moveTo(d.centre() - QPointF(100, 0));
+    d.release(d.centre());
+    QCOMPARE(d.storedPosition(), QPoint(652, 100));
+
+    const FakeScreen right(geometry);
+    d.host.settle();
+    QCOMPARE(d.icon.pos(), QPoint(652, 100));
 }
 
 void tst_FloatIcon::placesTheIcon_data()

@@ -77,6 +77,17 @@ bool preferColors(platform::ColorScheme scheme)
     return true;
 }
 
+bool setCompositing(bool isCompositing)
+{
+    fakePlatform().isCompositing = isCompositing;
+    return true;
+}
+
+bool mayHaveFocus(const QWindow &window)
+{
+    return !fakePlatform().windowsWithoutFocus.contains(&window);
+}
+
 QString privateVariable()
 {
     return u"VASKEL_PRIVATE"_s;

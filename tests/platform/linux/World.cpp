@@ -8,15 +8,20 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImage>
 #include <QObject>
 #include <QUrl>
+#include <QWindow>
 
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
+#include <memory>
 
 #include <unistd.h>
+#include <xcb/xcb.h>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +37,71 @@ QString writeEntry(const QString &path, const QString &name, const QString &furt
     const QString entry = u"[Desktop Entry]\nType=Application\nName=%1\nExec=touch \"%2\"\n%3\n"_s;
     return testhome::writeFile(path.mid(testhome::path().size() + 1),
                                entry.arg(name, startedMark(path), furtherLine).toUtf8());
+}
+
+struct Free
+{
+    void operator()(void *data) const { std::free(data); }
+};
+
+/// Another client of the X server.
+class OtherClient
+{
+public:
+    OtherClient() = default;
+    ~OtherClient() { xcb_disconnect(m_connection); }
+    Q_DISABLE_COPY_MOVE(OtherClient)
+
+    /// Owns the selection of the first screen's compositor, or gives it up.
+    void setCompositing(bool isCompositing)
+    {
+        const QByteArray name("_NET_WM_CM_S0");
+        const auto cookie = xcb_intern_atom(m_connection, false, uint16_t(name.size()), name);
+        const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(
+            xcb_intern_atom_reply(m_connection, cookie, nullptr));
+        const xcb_window_t owner = isCompositing ? window() : xcb_window_t(XCB_WINDOW_NONE);
+        xcb_set_selection_owner(m_connection, owner, atom->atom, XCB_CURRENT_TIME);
+        // The server answers in order, so it has handled the request when it replies to this one.
+        const std::unique_ptr<xcb_get_input_focus_reply_t, Free> reply(
+            xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+    }
+
+    /// The flag of WM_HINTS by which a window accepts the focus; it does without the property, too.
+    bool acceptsFocus(xcb_window_t window)
+    {
+        constexpr uint32_t length = 2;
+        constexpr uint32_t inputHint = 1;
+        const auto cookie = xcb_get_property(m_connection, false, window, XCB_ATOM_WM_HINTS,
+                                             XCB_ATOM_WM_HINTS, 0, length);
+        const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+            xcb_get_property_reply(m_connection, cookie, nullptr));
+        if (!reply || reply->value_len < length) {
+            return true;
+        }
+        const auto *hints = static_cast<uint32_t *>(xcb_get_property_value(reply.get()));
+        return !(hints[0] & inputHint) || hints[1];
+    }
+
+private:
+    xcb_window_t window()
+    {
+        if (!m_window) {
+            m_window = xcb_generate_id(m_connection);
+            const xcb_screen_t *screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
+            xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, m_window, screen->root, 0, 0, 1,
+                              1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+        }
+        return m_window;
+    }
+
+    xcb_connection_t *m_connection = xcb_connect(nullptr, nullptr);
+    xcb_window_t m_window = XCB_WINDOW_NONE;
+};
+
+OtherClient &otherClient()
+{
+    static OtherClient client;
+    return client;
 }
 
 class FileManager : public QObject
@@ -115,6 +185,19 @@ void registerAtLogIn()
 bool preferColors(platform::ColorScheme)
 {
     return false;
+}
+
+bool setCompositing(bool isCompositing)
+{
+    otherClient().setCompositing(isCompositing);
+    return true;
+}
+
+bool mayHaveFocus(const QWindow &window)
+{
+    // The request of the program's own connection must have arrived.
+    QGuiApplication::sync();
+    return otherClient().acceptsFocus(xcb_window_t(window.winId()));
 }
 
 QString privateVariable()

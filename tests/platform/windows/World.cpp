@@ -14,6 +14,7 @@
 #include <QSettings>
 #include <QStringList>
 #include <QStyleHints>
+#include <QWindow>
 
 #include <windows.h>
 
@@ -113,6 +114,17 @@ bool preferColors(platform::ColorScheme scheme)
 {
     return QGuiApplication::styleHints()->setProperty(
         "colorScheme", scheme == platform::ColorScheme::Dark ? u"Dark"_s : u"Light"_s);
+}
+
+bool setCompositing(bool)
+{
+    return false;
+}
+
+bool mayHaveFocus(const QWindow &window)
+{
+    const auto handle = reinterpret_cast<HWND>(window.winId());
+    return !(GetWindowLongPtrW(handle, GWL_EXSTYLE) & WS_EX_NOACTIVATE);
 }
 
 QString privateVariable()

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+class QWindow;
+
+namespace platform {
+
+/// Keeps the window system from giving the window the keyboard focus, at a click or when another
+/// window hides. Call it for each native window, before it is shown. Does nothing on a window
+/// system that gives the focus only when a program asks for it.
+void refuseFocus(QWindow *window);
+
+} // namespace platform

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/WindowFocus.h"
+
+#include "platform/World.h"
+#include "support/TestProgram.h"
+
+#include <QTest>
+#include <QWindow>
+
+class tst_WindowFocusContract : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { world::reset(); }
+    void windowDoesNotGetTheFocus();
+};
+
+void tst_WindowFocusContract::windowDoesNotGetTheFocus()
+{
+    QWindow window;
+    window.setFlags(Qt::Tool | Qt::FramelessWindowHint);
+    window.create();
+    QVERIFY(world::mayHaveFocus(window));
+    platform::refuseFocus(&window);
+    QVERIFY(!world::mayHaveFocus(window));
+
+    // Showing a window sets many of its properties.
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(!world::mayHaveFocus(window));
+    window.hide();
+    window.show();
+    QVERIFY(!world::mayHaveFocus(window));
+}
+
+VASKEL_TEST(tst_WindowFocusContract, QGuiApplication)
+#include "tst_WindowFocusContract.moc"
