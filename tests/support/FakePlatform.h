@@ -35,10 +35,14 @@ struct FakePlatform
     /// Changes the scheme and notifies the watchers.
     void changeColorScheme(platform::ColorScheme scheme);
 
+    // IconTheme.h
+    QHash<QString, QIcon> fileTypeIcons;
+
     // ShellIcon.h
     QHash<QString, QIcon> linkIcons;
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
+    QList<int> shellPixmapWidths; // one for each call
 
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
