@@ -95,6 +95,13 @@ QIcon clearIcon()
     return icon;
 }
 
+// The widget in which a scroll area places its scroll bar.
+bool isScrollBarContainer(const QWidget &widget)
+{
+    return widget.objectName() == "qt_scrollarea_vcontainer"_L1
+           || widget.objectName() == "qt_scrollarea_hcontainer"_L1;
+}
+
 // Adds the space between the rows of a combo box, because the sheet cannot.
 class ComboRowDelegate : public QStyledItemDelegate
 {
@@ -124,6 +131,11 @@ ApplicationStyle::ApplicationStyle()
 void ApplicationStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
+    if (isScrollBarContainer(*widget)) {
+        // The sheet gives every plain widget the background of the window; the scroll area has
+        // another one.
+        widget->setAttribute(Qt::WA_NoSystemBackground);
+    }
     if (auto *box = qobject_cast<QComboBox *>(widget)) {
         box->installEventFilter(this);
         box->view()->installEventFilter(this);

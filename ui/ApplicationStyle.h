@@ -4,8 +4,9 @@
 #include <QProxyStyle>
 
 /// The widget style below the style sheet. It draws focus frames, check boxes of item views and the
-/// clear button in the same way on every desktop, visible in both palettes. The list of a combo box
-/// opens below the box, and Escape closes the list without hiding the window.
+/// clear button in the same way on every desktop, visible in both palettes. The background of a
+/// scroll area reaches behind its scroll bars. The list of a combo box opens below the box, and
+/// Escape closes the list without hiding the window.
 class ApplicationStyle : public QProxyStyle
 {
     Q_OBJECT
