@@ -11,6 +11,7 @@
 #include "ui/PinnedStrip.h"
 #include "ui/ResultList.h"
 #include "ui/UpdatePrompt.h"
+#include "ui/VisibleText.h"
 #include "ui/WindowHeight.h"
 #include "update/Updater.h"
 #include "widgets/AccessibleName.h"
@@ -291,7 +292,7 @@ void MainWindow::performSearch()
 void MainWindow::updateStatus()
 {
     if (m_query.isCommand()) {
-        m_statusLabel->setText(m_query.statusText());
+        m_statusLabel->setText(visibleText(m_query.statusText()));
     }
     m_statusLabel->setVisible(m_query.isCommand());
 }
