@@ -14,7 +14,6 @@
 #include "ui/VisibleText.h"
 #include "ui/WindowHeight.h"
 #include "update/Updater.h"
-#include "widgets/AccessibleName.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -160,7 +159,6 @@ void MainWindow::buildPages(QBoxLayout *layout)
     m_stack = new QStackedWidget(this);
     m_stack->setObjectName(u"windowPages"_s);
     m_resultList = new ResultList(m_launcher, m_stack);
-    setAccessibleNames(m_resultList, windowTitle());
     m_stack->addWidget(m_resultList);
     layout->addWidget(m_stack, 1);
     layout->addStretch(); // takes the space that the rows leave
@@ -280,7 +278,7 @@ void MainWindow::performSearch()
         return;
     }
 
-    m_resultList->showResults(m_query.records());
+    m_resultList->showResults(m_query.records(), m_query.searchTexts());
     updateStatus();
     // A page stays only while the box contains the command that opened it.
     if (isListCurrent() || !m_query.isCommand() || m_query.command() != m_viewCommand) {

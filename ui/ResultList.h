@@ -6,6 +6,7 @@
 #include <QVariantMap>
 
 class AppLauncher;
+class ResultDelegate;
 
 /// The list of results: one row per record, with one row selected. The context menu of a row with a
 /// path pins or unpins the path.
@@ -17,8 +18,17 @@ public:
     /// The launcher is not owned and must outlive the list.
     explicit ResultList(AppLauncher *launcher, QWidget *parent = nullptr);
 
-    /// Replaces the rows with these records and selects the first.
-    void showResults(const QVariantList &results);
+    /// Replaces the rows with these records and selects the first. The rows of programs and files
+    /// emphasise the characters by which the search texts found them.
+    void showResults(const QVariantList &results, const QStringList &searchTexts = {});
+
+    /// Shows the digits 1 to 9 at the first nine visible rows, or hides them. They follow the rows
+    /// when the list scrolls.
+    void setDigitsVisible(bool visible);
+
+    /// The row that is or would be shown with the digit 1: the first of which at least a half is
+    /// visible. -1 without rows.
+    int firstVisibleRow() const;
 
     /// Moves the selection by this number of rows, and stops at the first and the last row.
     void moveSelection(int delta);
@@ -28,6 +38,9 @@ public:
 
 private:
     void openMenu(const QPoint &position);
+    void updateDigits();
 
     AppLauncher *m_launcher;
+    ResultDelegate *m_delegate;
+    bool m_areDigitsVisible = false;
 };

@@ -12,6 +12,11 @@ void ItemFocusDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
                               const QModelIndex &index) const
 {
     QStyledItemDelegate::paint(painter, option, index);
+    paintOutline(painter, option);
+}
+
+void ItemFocusDelegate::paintOutline(QPainter *painter, const QStyleOptionViewItem &option) const
+{
     if (!isOutlined(option.state)) {
         return;
     }

@@ -23,6 +23,10 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;
 
+protected:
+    /// Paints the outline if the row has one. For a paint() that does not call this class's.
+    void paintOutline(QPainter *painter, const QStyleOptionViewItem &option) const;
+
 private:
     bool isOutlined(QStyle::State state) const;
 
