@@ -1,0 +1,11 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="zh_CN" sourcelanguage="en">
+<context>
+    <name>ResultList</name>
+    <message>
+        <source>Results</source>
+        <translation>结果</translation>
+    </message>
+</context>
+</TS>
