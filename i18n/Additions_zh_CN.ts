@@ -434,4 +434,11 @@
         <translation>全选</translation>
     </message>
 </context>
+<context>
+    <name>ResultList</name>
+    <message>
+        <source>Results</source>
+        <translation>结果</translation>
+    </message>
+</context>
 </TS>

@@ -1,28 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/IconCache.h"
 
+#include "platform/IconTheme.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ShellIcon.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHashFunctions>
 #include <QIcon>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QStringBuilder>
 #include <QTemporaryFile>
+#include <QtMath>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QSize iconSize(32, 32);
+constexpr int maximumFactor = 3;
 
 QString folderInCache()
 {
     QString folder = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/icons"_L1;
     return platform::makePrivateFolder(folder) ? folder : QString();
+}
+
+// A fractional factor needs the file of the next higher one, which is then reduced.
+QList<int> factorsOfScreens()
+{
+    QList<int> factors;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        const int factor = std::min(qCeil(screen->devicePixelRatio()), maximumFactor);
+        if (factor > 1 && !factors.contains(factor)) {
+            factors.append(factor);
+        }
+    }
+    return factors;
 }
 
 } // namespace
@@ -55,9 +75,16 @@ bool saveIcon(const QPixmap &pixmap, const QString &filePath)
     return true;
 }
 
+QString iconFileOfFactor(const QString &filePath, int factor)
+{
+    const qsizetype dot = filePath.lastIndexOf(u'.');
+    return filePath.left(dot) + u"@%1x"_s.arg(factor) + filePath.mid(dot);
+}
+
 IconCache::IconCache(const QString &folder, const IconRules &rules)
     : m_folder(folder)
     , m_rules(rules)
+    , m_factors(rules.isScaled ? factorsOfScreens() : QList<int>())
 {
 }
 
@@ -79,34 +106,49 @@ QString IconCache::findOrDraw(const QString &path, const QFileInfo &source)
     // A fixed seed gives a path the same file in every run.
     const QString key = QString::number(qHash(QStringView(path), 0), 16);
     QString target = m_folder % u'/' % m_rules.prefix % key % ".png"_L1;
-    return QFile::exists(target) || draw(path, source, target) ? target : QString();
+    if (!QFile::exists(target) && !draw(path, source, target, 1)) {
+        return {};
+    }
+    for (const int factor : m_factors) {
+        const QString file = iconFileOfFactor(target, factor);
+        if (!QFile::exists(file)) {
+            draw(path, source, file, factor);
+        }
+    }
+    return target;
 }
 
-bool IconCache::draw(const QString &path, const QFileInfo &source, const QString &target)
+bool IconCache::draw(const QString &path, const QFileInfo &source, const QString &target,
+                     int factor)
 {
     if (!m_rules.asksShell) {
-        return save(pixmapOf(source), target);
+        return save(pixmapOf(source, factor), target, factor);
     }
-    return (source.exists() && save(pixmapOf(source), target))
-           || save(platform::shellPixmap(path), target);
+    return (source.exists() && save(pixmapOf(source, factor), target, factor))
+           || save(platform::shellPixmap(path, factor * iconSize.width()), target, factor);
 }
 
-QPixmap IconCache::pixmapOf(const QFileInfo &source)
+QPixmap IconCache::pixmapOf(const QFileInfo &source, int factor)
 {
     QIcon icon = platform::linkIcon(source.filePath());
+    if (icon.isNull()) {
+        icon = platform::fileTypeIcon(source);
+    }
     if (icon.isNull()) {
         if (!m_provider) {
             m_provider.emplace();
         }
         icon = m_provider->icon(source);
     }
-    return icon.pixmap(iconSize, QIcon::Normal, QIcon::Off);
+    return factor > 1 ? icon.pixmap(iconSize, factor, QIcon::Normal, QIcon::Off)
+                      : icon.pixmap(iconSize, QIcon::Normal, QIcon::Off);
 }
 
-bool IconCache::save(const QPixmap &pixmap, const QString &target) const
+bool IconCache::save(const QPixmap &pixmap, const QString &target, int factor) const
 {
-    if (pixmap.isNull() || !m_rules.isScaled || pixmap.size() == iconSize) {
+    const QSize size = iconSize * factor;
+    if (pixmap.isNull() || !m_rules.isScaled || pixmap.size() == size) {
         return saveIcon(pixmap, target);
     }
-    return saveIcon(pixmap.scaled(iconSize, Qt::KeepAspectRatio, Qt::SmoothTransformation), target);
+    return saveIcon(pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation), target);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QFileIconProvider>
+#include <QList>
 #include <QPixmap>
 #include <QString>
 
@@ -17,6 +18,10 @@ QString makeIconFolder();
 /// Writes a PNG file, completely or not at all. Returns false on failure and for a null pixmap.
 bool saveIcon(const QPixmap &pixmap, const QString &filePath);
 
+/// The file beside an icon file that has the same icon for screens of this factor, which is above
+/// 1: "icon@2x.png" for "icon.png" and 2. QIcon looks for files of such names too.
+QString iconFileOfFactor(const QString &filePath, int factor);
+
 /// How the icon files of a caller are drawn and named.
 struct IconRules
 {
@@ -30,7 +35,8 @@ struct IconRules
     bool asksShell = false;
 };
 
-/// Draws icons into PNG files of at most 32 by 32 pixels, on first request. The files stay for
+/// Draws icons into PNG files of at most 32 by 32 pixels, on first request. If they are scaled, it
+/// also draws those of iconFileOfFactor() for the screens with a factor above 1. The files stay for
 /// later runs and are never refreshed. Use one object for one list, since it caches the icons of
 /// file types.
 class IconCache
@@ -48,11 +54,12 @@ public:
 
 private:
     QString findOrDraw(const QString &path, const QFileInfo &source);
-    bool draw(const QString &path, const QFileInfo &source, const QString &target);
-    QPixmap pixmapOf(const QFileInfo &source);
-    bool save(const QPixmap &pixmap, const QString &target) const;
+    bool draw(const QString &path, const QFileInfo &source, const QString &target, int factor);
+    QPixmap pixmapOf(const QFileInfo &source, int factor);
+    bool save(const QPixmap &pixmap, const QString &target, int factor) const;
 
     const QString m_folder;
     const IconRules m_rules;
+    const QList<int> m_factors;                  // above 1, of the screens
     std::optional<QFileIconProvider> m_provider; // created for the first icon that is drawn
 };

@@ -90,6 +90,11 @@ QByteArray withColors(const QByteArray &styleTemplate, bool isDark)
 
 } // namespace
 
+QColor secondaryTextColor(const QColor &text)
+{
+    return colors::textSecondary.in(text.lightness() > 127);
+}
+
 ThemeManager::ThemeManager(QObject *parent)
     : QObject(parent)
     , m_theme(systemTheme)

@@ -5,6 +5,10 @@
 #include <QObject>
 #include <QString>
 
+/// The colour of secondary text beside text of this colour, in the palette that has such text. For
+/// what is painted without the ThemeManager at hand.
+QColor secondaryTextColor(const QColor &text);
+
 /// Chooses the dark or the light palette; provides its colours and a style sheet made of them. Does
 /// not apply the style sheet. Nothing in the program reads the properties, nor any colour but
 /// accent() and bg().

@@ -112,6 +112,13 @@ QIcon tickIcon(QRgb color, qreal penWidth)
     return markIcon(color, penWidth, {{{QPointF(3, 8.5), QPointF(6.5, 12), QPointF(13, 4.5)}}});
 }
 
+// The widget in which a scroll area places its scroll bar.
+bool isScrollBarContainer(const QWidget &widget)
+{
+    return widget.objectName() == "qt_scrollarea_vcontainer"_L1
+           || widget.objectName() == "qt_scrollarea_hcontainer"_L1;
+}
+
 // Adds the space between the rows of a combo box, because the sheet cannot.
 class ComboRowDelegate : public QStyledItemDelegate
 {
@@ -141,6 +148,11 @@ ApplicationStyle::ApplicationStyle()
 void ApplicationStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
+    if (isScrollBarContainer(*widget)) {
+        // The sheet gives every plain widget the background of the window; the scroll area has
+        // another one.
+        widget->setAttribute(Qt::WA_NoSystemBackground);
+    }
     if (auto *box = qobject_cast<QComboBox *>(widget)) {
         box->installEventFilter(this);
         box->view()->installEventFilter(this);

@@ -58,6 +58,18 @@ QVariantList CommandQuery::records() const
     return records;
 }
 
+QStringList CommandQuery::searchTexts() const
+{
+    if (!m_isCommand) {
+        return {m_text.joined()};
+    }
+    const QString command = m_command.toLower();
+    if (command == "app"_L1) {
+        return {arguments()};
+    }
+    return command == "file"_L1 ? arguments().simplified().split(u' ') : QStringList();
+}
+
 QVariantMap CommandQuery::webSearchRecord(const QString &text) const
 {
     const QString engine = m_settings->searchEngine();

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 #include <QVariantList>
 
 class AppLauncher;
@@ -40,6 +41,10 @@ public:
     /// Returns the records of the command's plugin or of the application search. If there are none
     /// and the text is not blank, returns one record that searches the web for the text.
     QVariantList records() const;
+
+    /// The texts by which records() finds programs and files: each is found in a name. Empty for a
+    /// command that makes its records in another way.
+    QStringList searchTexts() const;
 
     /// The command and its description for the status line; empty without a command.
     QString statusText() const;

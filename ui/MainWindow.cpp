@@ -14,10 +14,10 @@
 #include "ui/RowUpdate.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/WindowAccessibility.h"
+#include "ui/VisibleText.h"
 #include "ui/WindowHeight.h"
 #include "ui/WindowPlacement.h"
 #include "update/Updater.h"
-#include "widgets/AccessibleName.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
@@ -154,7 +154,6 @@ void MainWindow::buildPages(QBoxLayout *layout)
     m_stack = new QStackedWidget(this);
     m_stack->setObjectName(u"windowPages"_s);
     m_resultList = new ResultList(m_launcher, m_stack);
-    setAccessibleNames(m_resultList, windowTitle());
     m_stack->addWidget(m_resultList);
     layout->addWidget(m_stack, 1);
     layout->addStretch(); // takes the space that the rows leave
@@ -275,7 +274,7 @@ void MainWindow::performSearch()
         return;
     }
 
-    m_resultList->showResults(m_query.records());
+    m_resultList->showResults(m_query.records(), m_query.searchTexts());
     updateStatus();
     // A page stays only while the box contains the command that opened it.
     if (isListCurrent() || !m_query.isCommand() || m_query.command() != m_viewCommand) {
@@ -287,7 +286,7 @@ void MainWindow::performSearch()
 void MainWindow::updateStatus()
 {
     if (m_query.isCommand()) {
-        m_statusLabel->setText(m_query.statusText());
+        m_statusLabel->setText(visibleText(m_query.statusText()));
     }
     m_statusLabel->setVisible(m_query.isCommand());
 }

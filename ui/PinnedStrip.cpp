@@ -4,6 +4,7 @@
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "ui/PngFile.h"
+#include "ui/VisibleText.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -59,7 +60,7 @@ void PinnedStrip::addButton(const QVariantMap &pin)
     const QString path = recordPath(pin);
     const QString icon = recordIcon(pin);
     // Escape ampersands: a name has no mnemonic.
-    const QString text = recordTitle(pin).replace(u'&', "&&"_L1);
+    const QString text = visibleText(recordTitle(pin)).replace(u'&', "&&"_L1);
 
     auto *button = new QPushButton(text, this);
     button->setObjectName(u"pinnedAppButton"_s);

@@ -3,6 +3,7 @@
 
 #include <QIcon>
 #include <QPixmap>
+#include <QSize>
 
 class QString;
 
@@ -11,5 +12,9 @@ class QString;
 QPixmap readPng(const QString &filePath);
 
 /// Returns the icon in a file of any format that Qt reads. A PNG file is read at once, by
-/// readPng().
+/// readPng(), together with the "@2x" and "@3x" files beside it if a screen needs them.
 QIcon iconOfFile(const QString &filePath);
+
+/// The size in which to paint the icon in this space: that of its picture for a factor of 1,
+/// reduced if it is larger. QIcon would enlarge the pictures of higher factors to fill the space.
+QSize paintedSize(const QIcon &icon, const QSize &space);

@@ -2,23 +2,181 @@
 #include "ui/ResultDelegate.h"
 
 #include "core/ResultRecord.h"
+#include "launcher/AppSearch.h"
+#include "settings/ThemeManager.h"
+#include "ui/PngFile.h"
+#include "ui/RowLine.h"
+#include "ui/VisibleText.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QBitArray>
+#include <QCoreApplication>
+#include <QHelpEvent>
+#include <QPainter>
 #include <QStyle>
+#include <QToolTip>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int lineSpacing = 2;
+constexpr int digitSize = 20; // of the frame around a digit
+constexpr int digitMargin = 12;
+constexpr int digitCount = 9;
 
 bool nextRowHasIcon(const QModelIndex &index)
 {
     return index.siblingAtRow(index.row() + 1).data(Qt::DecorationRole).isValid();
 }
 
+QVariantMap recordOf(const QModelIndex &index)
+{
+    return index.data(Qt::UserRole).toMap();
+}
+
+// Whether the search text can be in the texts of the row. A search on the web and an answer of the
+// calculator were made from the text, not found by it.
+bool isFound(const QVariantMap &record)
+{
+    return !recordPath(record).isEmpty()
+           || actionType(recordAction(record)) == actiontype::openFile;
+}
+
+const QStyle &styleOf(const QStyleOptionViewItem &item)
+{
+    return item.widget ? *item.widget->style() : *QApplication::style();
+}
+
+bool isSelected(const QStyleOptionViewItem &item)
+{
+    return item.state.testFlag(QStyle::State_Selected);
+}
+
+QColor titleColor(const QStyleOptionViewItem &item)
+{
+    return isSelected(item) ? QColor(Qt::white) // as in the sheet
+                            : item.palette.color(QPalette::Text);
+}
+
+QColor withOpacity(QColor color, float opacity)
+{
+    color.setAlphaF(opacity);
+    return color;
+}
+
+QColor subtitleColor(const QStyleOptionViewItem &item)
+{
+    return isSelected(item) ? withOpacity(Qt::white, 0.85F)
+                            : secondaryTextColor(item.palette.color(QPalette::Text));
+}
+
+QColor weakColor(const QStyleOptionViewItem &item)
+{
+    return withOpacity(subtitleColor(item), isSelected(item) ? 0.65F : 0.6F);
+}
+
+QFont titleFont(QFont font)
+{
+    font.setWeight(QFont::Medium);
+    return font;
+}
+
+// The sheet has such a step between its texts of 14 and 12 pixels.
+QFont subtitleFont(QFont font)
+{
+    if (font.pixelSize() > 0) {
+        font.setPixelSize(qRound(font.pixelSize() * 6 / 7.0));
+    } else {
+        font.setPointSizeF(font.pointSizeF() * 6 / 7);
+    }
+    return font;
+}
+
+QBitArray hitsIn(const QString &text, const QStringList &queries,
+                 QBitArray (*match)(const QString &, const QString &))
+{
+    QBitArray characters(text.size());
+    for (const QString &query : queries) {
+        characters |= match(text, query);
+    }
+    return characters;
+}
+
+void emphasize(RowLine &line, const QBitArray &characters)
+{
+    QTextCharFormat format;
+    format.setFontWeight(QFont::Bold);
+    format.setFontUnderline(true); // some fonts have no bold Chinese characters
+    line.format(characters, format);
+}
+
+void paintIcon(QPainter *painter, const QStyleOptionViewItem &item, const QIcon &icon)
+{
+    if (icon.isNull()) {
+        return;
+    }
+    const QRect space =
+        styleOf(item).subElementRect(QStyle::SE_ItemViewItemDecoration, &item, item.widget);
+    const QIcon::Mode mode = !item.state.testFlag(QStyle::State_Enabled) ? QIcon::Disabled
+                             : isSelected(item)                          ? QIcon::Selected
+                                                                         : QIcon::Normal;
+    const QPixmap pixmap =
+        icon.pixmap(paintedSize(icon, space.size()), painter->device()->devicePixelRatioF(), mode);
+    styleOf(item).drawItemPixmap(painter, space, Qt::AlignCenter, pixmap);
+}
+
+// A title without a subtitle is in the middle.
+void paintLines(QPainter *painter, const QStyleOptionViewItem &item, QRect rect,
+                const RowLines &lines)
+{
+    const auto &[title, subtitle] = lines;
+    const int titleHeight = QFontMetrics(title.font).height();
+    const int advance = titleHeight + lineSpacing;
+    const int height =
+        subtitle.text.isEmpty() ? titleHeight : advance + QFontMetrics(subtitle.font).height();
+    rect.setTop(rect.top() + (rect.height() - height) / 2);
+    painter->setPen(titleColor(item));
+    title.paint(painter, rect, item.direction);
+    if (!subtitle.text.isEmpty()) {
+        painter->setPen(subtitleColor(item));
+        subtitle.paint(painter, rect.adjusted(0, advance, 0, 0), item.direction);
+    }
+}
+
+QRect digitRect(const QStyleOptionViewItem &item)
+{
+    const QRect space = item.rect.adjusted(digitMargin, 0, -digitMargin, 0);
+    return QStyle::alignedRect(item.direction, Qt::AlignRight | Qt::AlignVCenter,
+                               QSize(digitSize, digitSize), space);
+}
+
+void paintDigit(QPainter *painter, const QStyleOptionViewItem &item, int digit)
+{
+    const QRect rect = digitRect(item);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setFont(subtitleFont(item.font));
+    painter->setPen(subtitleColor(item));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
+    painter->drawText(rect, Qt::AlignCenter, QString::number(digit));
+}
+
+// Rich text, since a plain one is not wrapped.
+QString toolTip(const QString &title, const QString &subtitle)
+{
+    return "<p style='white-space:pre-wrap'>"_L1 + title.toHtmlEscaped() + "<br>"_L1
+           + subtitle.toHtmlEscaped() + "</p>"_L1;
+}
+
 } // namespace
 
 ResultDelegate::ResultDelegate(QObject *parent)
     : ItemFocusDelegate(parent)
+    , m_startMenu(QCoreApplication::translate("AppLauncher", "Start Menu"))
 {
 }
 
@@ -44,4 +202,90 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelI
     if (!recordPath(index.data(Qt::UserRole).toMap()).isEmpty() || nextRowHasIcon(index)) {
         option->features |= QStyleOptionViewItem::HasDecoration;
     }
+}
+
+void ResultDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                           const QModelIndex &index) const
+{
+    QStyleOptionViewItem item = option;
+    initStyleOption(&item, index);
+    // The style paints the background alone, but it leaves space for all.
+    const QIcon icon = std::exchange(item.icon, QIcon());
+    item.text.clear();
+    styleOf(item).drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);
+
+    painter->save();
+    paintIcon(painter, item, icon);
+    paintLines(painter, item, textRect(item, index), linesOf(item, recordOf(index)));
+    if (const int digit = digitOf(index); digit > 0) {
+        paintDigit(painter, item, digit);
+    }
+    painter->restore();
+    paintOutline(painter, option);
+}
+
+bool ResultDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
+                               const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (event->type() == QEvent::ToolTip && index.isValid()
+        && !index.data(Qt::ToolTipRole).isValid()) {
+        QStyleOptionViewItem item = option;
+        initStyleOption(&item, index);
+        const auto [title, subtitle] = linesOf(item, recordOf(index));
+        const int width = textRect(item, index).width();
+        if (title.isElided(width) || subtitle.isElided(width)) {
+            QToolTip::showText(event->globalPos(), toolTip(title.text, subtitle.text), view);
+            return true;
+        }
+    }
+    return ItemFocusDelegate::helpEvent(event, view, option, index);
+}
+
+int ResultDelegate::digitOf(const QModelIndex &index) const
+{
+    const int digit = index.row() - m_firstDigitRow + 1;
+    return m_firstDigitRow >= 0 && digit >= 1 && digit <= digitCount ? digit : 0;
+}
+
+RowLines ResultDelegate::linesOf(const QStyleOptionViewItem &item, const QVariantMap &record) const
+{
+    RowLine title{visibleText(recordTitle(record)), titleFont(item.font), {}};
+    // The blank between a command and its arguments may begin the subtitle of an answer.
+    RowLine subtitle{visibleText(recordSubtitle(record).trimmed()), subtitleFont(item.font), {}};
+    const bool isProgram = !recordPath(record).isEmpty();
+    if (isProgram && subtitle.text.startsWith(m_startMenu)) {
+        QTextCharFormat weak;
+        weak.setForeground(weakColor(item));
+        subtitle.formats.append({0, static_cast<int>(m_startMenu.size()), weak});
+    }
+    if (!m_searchTexts.isEmpty() && isFound(record)) {
+        const QBitArray hits = hitsIn(title.text, m_searchTexts, matchInName);
+        if (hits.count(true) > 0) {
+            emphasize(title, hits);
+        } else if (isProgram) {
+            emphasize(subtitle, hitsIn(subtitle.text, m_searchTexts, matchInText));
+        }
+    }
+    return {title, subtitle};
+}
+
+// The style's text rectangle has a margin on both sides.
+QRect ResultDelegate::textRect(const QStyleOptionViewItem &item, const QModelIndex &index) const
+{
+    QStyleOptionViewItem whole = item;
+    whole.text.clear();
+    whole.showDecorationSelected = true; // all the space, not that of the text
+    const QStyle &style = styleOf(item);
+    const int margin = style.pixelMetric(QStyle::PM_FocusFrameHMargin, &item, item.widget) + 1;
+    QRect rect = style.subElementRect(QStyle::SE_ItemViewItemText, &whole, item.widget)
+                     .adjusted(margin, 0, -margin, 0);
+    if (digitOf(index) > 0) {
+        const QRect digit = digitRect(item);
+        if (item.direction == Qt::LeftToRight) {
+            rect.setRight(digit.left() - digitMargin);
+        } else {
+            rect.setLeft(digit.right() + digitMargin);
+        }
+    }
+    return rect;
 }

@@ -3,6 +3,7 @@
 
 #include "core/ResultRecord.h"
 #include "ui/PngFile.h"
+#include "ui/VisibleText.h"
 
 ResultItem::ResultItem(const QVariantMap &record)
     : QListWidgetItem(nullptr, UserType)
@@ -15,6 +16,8 @@ QVariant ResultItem::data(int role) const
     switch (role) {
     case Qt::DisplayRole:
         return QString(recordTitle(m_record) + u'\n' + recordSubtitle(m_record));
+    case Qt::AccessibleTextRole:
+        return accessibleText();
     case Qt::DecorationRole:
         return decoration();
     case Qt::UserRole:
@@ -22,6 +25,13 @@ QVariant ResultItem::data(int role) const
     default:
         return QListWidgetItem::data(role);
     }
+}
+
+QVariant ResultItem::accessibleText() const
+{
+    const QString text =
+        visibleText(recordTitle(m_record)) + u'\n' + visibleText(recordSubtitle(m_record));
+    return text == this->text() ? QListWidgetItem::data(Qt::AccessibleTextRole) : text;
 }
 
 QVariant ResultItem::decoration() const

@@ -7,7 +7,8 @@
 
 /// A row of the result list. Its text is the title, a line feed and the subtitle of the record; its
 /// icon is the icon of the record. Both are made on request, so a row that never becomes visible
-/// costs neither. Qt::UserRole returns the record.
+/// costs neither. Qt::UserRole returns the record. If the text has characters that need visible
+/// marks, a screen reader gets it with these marks.
 class ResultItem : public QListWidgetItem
 {
 public:
@@ -16,6 +17,7 @@ public:
     QVariant data(int role) const override;
 
 private:
+    QVariant accessibleText() const;
     QVariant decoration() const;
 
     const QVariantMap m_record;

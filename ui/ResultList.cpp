@@ -5,6 +5,7 @@
 #include "launcher/AppLauncher.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
+#include "widgets/AccessibleName.h"
 
 #include <QCoreApplication>
 #include <QMenu>
@@ -32,25 +33,47 @@ bool areAlike(const QVariantMap &record, const QVariantMap &other)
 ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
     : QListWidget(parent)
     , m_launcher(launcher)
+    , m_delegate(new ResultDelegate(this))
 {
     setObjectName(u"resultList"_s);
     setIconSize(QSize(40, 40));
     setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     setUniformItemSizes(true);
-    setItemDelegate(new ResultDelegate(this));
+    setItemDelegate(m_delegate);
+    setAccessibleNames(this, tr("Results"));
     setContextMenuPolicy(Qt::CustomContextMenu);
     connect(this, &QListWidget::customContextMenuRequested, this, &ResultList::openMenu);
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ResultList::updateDigits);
 }
 
-void ResultList::showResults(const QVariantList &results)
+void ResultList::showResults(const QVariantList &results, const QStringList &searchTexts)
 {
     clear();
+    m_delegate->setSearchTexts(searchTexts);
     for (const QVariant &record : results) {
         addItem(new ResultItem(record.toMap()));
     }
     if (count() > 0) {
         setCurrentRow(0);
     }
+    updateDigits();
+}
+
+void ResultList::setDigitsVisible(bool visible)
+{
+    if (visible != m_areDigitsVisible) {
+        m_areDigitsVisible = visible;
+        m_delegate->setFirstDigitRow(-1);
+        viewport()->update();
+        updateDigits();
+    }
+}
+
+int ResultList::firstVisibleRow() const
+{
+    const QModelIndex top = indexAt(QPoint(viewport()->width() / 2, 0));
+    const bool isCut = top.isValid() && visualRect(top).center().y() < 0;
+    return isCut && top.row() + 1 < count() ? top.row() + 1 : top.row();
 }
 
 void ResultList::updateResults(const QVariantList &results)
@@ -84,6 +107,14 @@ QVariantMap ResultList::currentRecord() const
 {
     const QListWidgetItem *item = currentItem();
     return item ? item->data(Qt::UserRole).toMap() : QVariantMap();
+}
+
+void ResultList::updateDigits()
+{
+    if (m_areDigitsVisible) {
+        m_delegate->setFirstDigitRow(firstVisibleRow());
+        viewport()->update(); // a scrolled list paints the new rows alone
+    }
 }
 
 void ResultList::openMenu(const QPoint &position)

@@ -6,6 +6,7 @@
 #include <QVariantMap>
 
 class AppLauncher;
+class ResultDelegate;
 
 /// The list of results: one row per record, with one row selected. The context menu of a row with a
 /// path pins or unpins the path.
@@ -17,8 +18,17 @@ public:
     /// The launcher is not owned and must outlive the list.
     explicit ResultList(AppLauncher *launcher, QWidget *parent = nullptr);
 
-    /// Replaces the rows with these records and selects the first.
-    void showResults(const QVariantList &results);
+    /// Replaces the rows with these records and selects the first. The rows of programs and files
+    /// emphasise the characters by which the search texts found them.
+    void showResults(const QVariantList &results, const QStringList &searchTexts = {});
+
+    /// Shows the digits 1 to 9 at the first nine visible rows, or hides them. They follow the rows
+    /// when the list scrolls.
+    void setDigitsVisible(bool visible);
+
+    /// The row that is or would be shown with the digit 1: the first of which at least a half is
+    /// visible. -1 without rows.
+    int firstVisibleRow() const;
 
     /// Replaces the rows with later records for the same query. The current row stays current if it
     /// is still there, and the list does not scroll.
@@ -32,6 +42,9 @@ public:
 
 private:
     void openMenu(const QPoint &position);
+    void updateDigits();
 
     AppLauncher *m_launcher;
+    ResultDelegate *m_delegate;
+    bool m_areDigitsVisible = false;
 };

@@ -24,7 +24,8 @@ public:
                const QModelIndex &index) const override;
 
 protected:
-    /// Outlines the rectangle of the option if its state requires it.
+    /// Paints the outline if the state of the row requires it. For a paint() that does not call the
+    /// one of this class.
     void paintOutline(QPainter *painter, const QStyleOptionViewItem &option) const;
 
 private:

@@ -3,7 +3,9 @@
 
 #include "platform/linux/InstalledIconThemes.h"
 
+#include <QFileInfo>
 #include <QIcon>
+#include <QMimeDatabase>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -33,6 +35,20 @@ void ensureIconTheme()
         QIcon::setFallbackThemeName(richestIconTheme(QIcon::themeSearchPaths()));
     }
     addPixmapFolders();
+}
+
+QIcon fileTypeIcon(const QFileInfo &file)
+{
+    // A file without a suffix would have to be read, which may take long.
+    if (file.suffix().isEmpty() || !file.isFile()) {
+        return {};
+    }
+    const QMimeType type = QMimeDatabase().mimeTypeForFile(file);
+    if (type.isDefault()) {
+        return {};
+    }
+    const QIcon icon = QIcon::fromTheme(type.iconName());
+    return icon.isNull() ? QIcon::fromTheme(type.genericIconName()) : icon;
 }
 
 } // namespace platform

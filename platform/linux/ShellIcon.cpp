@@ -39,7 +39,7 @@ QIcon linkIcon(const QString &filePath)
 }
 
 // Linux has no service that knows more icons than QFileIconProvider.
-QPixmap shellPixmap(const QString &)
+QPixmap shellPixmap(const QString &, int)
 {
     return {};
 }

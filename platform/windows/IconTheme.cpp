@@ -6,4 +6,9 @@ namespace platform {
 // Windows has no icon themes.
 void ensureIconTheme() {}
 
+QIcon fileTypeIcon(const QFileInfo &)
+{
+    return {};
+}
+
 } // namespace platform

@@ -158,7 +158,7 @@ class Keyboard(AccessibilityCase):
         return self.desktop.pixels(place.x - 3, place.y - 3, place.width + 6, place.height + 6)
 
     def test_walks_through_the_list(self):
-        self.assert_walk(*BOX, "Calculator", "Task Manager", "Vaskel", *CLOSE)
+        self.assert_walk(*BOX, "Calculator", "Task Manager", "Results", *CLOSE)
 
     def test_walks_through_the_user_page(self):
         self.open_page("user")

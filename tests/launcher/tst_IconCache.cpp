@@ -55,6 +55,7 @@ private Q_SLOTS:
     void scalesUnlessToldNotTo_data();
     void scalesUnlessToldNotTo();
     void asksTheShellOnlyIfToldTo();
+    void drawsTheIconOfTheFileType();
     void drawsAMissingFileUnlessTheShellIsAsked();
     void usesAStaleFile();
     void keepsTheFilesOfPrefixesApart();
@@ -115,6 +116,14 @@ void tst_IconCache::asksTheShellOnlyIfToldTo()
     const QString icon = IconCache(makeIconFolder(), {.asksShell = true}).iconFile(u"command"_s);
     QCOMPARE(fakePlatform().shellPixmapCalls, QStringList(u"command"_s));
     QCOMPARE(QImage(icon).pixelColor(16, 16), QColor(Qt::blue));
+}
+
+void tst_IconCache::drawsTheIconOfTheFileType()
+{
+    const QString path = testhome::writeFile(u"files/a.pdf"_s, {});
+    fakePlatform().fileTypeIcons.insert(path, QIcon(plainPixmap({32, 32}, Qt::green)));
+    const QString icon = IconCache(makeIconFolder()).iconFile(path);
+    QCOMPARE(QImage(icon).pixelColor(16, 16), QColor(Qt::green));
 }
 
 void tst_IconCache::drawsAMissingFileUnlessTheShellIsAsked()

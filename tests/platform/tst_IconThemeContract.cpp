@@ -6,6 +6,7 @@
 #include "support/TestProgram.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <QImage>
 #include <QTest>
@@ -19,6 +20,7 @@ class tst_IconThemeContract : public QObject
 private Q_SLOTS:
     void init() { world::reset(); }
     void leavesTheThemeOfTheDesktop();
+    void hasNoIconForAFolderOrAFileWithoutASuffix();
 };
 
 void tst_IconThemeContract::leavesTheThemeOfTheDesktop()
@@ -42,6 +44,16 @@ void tst_IconThemeContract::leavesTheThemeOfTheDesktop()
         const QImage icon = QIcon::fromTheme(u"own"_s).pixmap(QSize(32, 32)).toImage();
         QCOMPARE(icon.pixelColor(16, 16), QColor(Qt::red));
     }
+}
+
+void tst_IconThemeContract::hasNoIconForAFolderOrAFileWithoutASuffix()
+{
+    platform::ensureIconTheme();
+    QVERIFY(QDir(testhome::path()).mkpath(u"folder.png"_s));
+    QVERIFY(platform::fileTypeIcon(QFileInfo(testhome::path() + "/folder.png"_L1)).isNull());
+    const QString path = testhome::writeFile(u"none"_s, "text");
+    QVERIFY(platform::fileTypeIcon(QFileInfo(path)).isNull());
+    QVERIFY(platform::fileTypeIcon(QFileInfo(testhome::path() + "/missing.png"_L1)).isNull());
 }
 
 VASKEL_TEST(tst_IconThemeContract, QApplication)

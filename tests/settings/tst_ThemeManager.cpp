@@ -128,6 +128,7 @@ private Q_SLOTS:
 
     void sheetHoldsTheColorsOfThePalette_data();
     void sheetHoldsTheColorsOfThePalette();
+    void secondaryTextSuitsTheText();
     void sheetOfAMissingTemplateIsEmpty();
     void sheetReplacesEveryTokenEverywhere();
 };
@@ -393,6 +394,15 @@ void tst_ThemeManager::sheetHoldsTheColorsOfThePalette()
         pieces[i] = token->second.name();
     }
     QCOMPARE(theme.styleSheet(), pieces.join(QString()));
+}
+
+void tst_ThemeManager::secondaryTextSuitsTheText()
+{
+    ThemeManager theme;
+    for (const QString &name : {u"dark"_s, u"light"_s}) {
+        theme.setTheme(name);
+        QCOMPARE(secondaryTextColor(theme.text()), theme.textSecondary());
+    }
 }
 
 void tst_ThemeManager::sheetOfAMissingTemplateIsEmpty()

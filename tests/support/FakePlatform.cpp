@@ -90,9 +90,10 @@ QIcon linkIcon(const QString &filePath)
     return fakePlatform().linkIcons.value(filePath);
 }
 
-QPixmap shellPixmap(const QString &path)
+QPixmap shellPixmap(const QString &path, int width)
 {
     fakePlatform().shellPixmapCalls.append(path);
+    fakePlatform().shellPixmapWidths.append(width);
     return fakePlatform().shellPixmaps.value(path);
 }
 
@@ -133,6 +134,11 @@ bool openFolder(const QString &path)
 }
 
 void ensureIconTheme() {}
+
+QIcon fileTypeIcon(const QFileInfo &file)
+{
+    return fakePlatform().fileTypeIcons.value(file.filePath());
+}
 
 QString linkSuffix()
 {

@@ -37,10 +37,14 @@ struct FakePlatform
     /// Changes the scheme and notifies the watchers.
     void changeColorScheme(platform::ColorScheme scheme);
 
+    // IconTheme.h
+    QHash<QString, QIcon> fileTypeIcons;
+
     // ShellIcon.h
     QHash<QString, QIcon> linkIcons;
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
+    QList<int> shellPixmapWidths; // one for each call
 
     // Compositor.h
     bool isCompositing = true;

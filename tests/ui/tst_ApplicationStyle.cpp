@@ -77,6 +77,8 @@ private Q_SLOTS:
     void marksOfAMessageAreVisible_data() { buttonFocusIsVisible_data(); }
     void marksOfAMessageAreVisible();
     void menuIsMaskedToItsRoundFrame();
+    void listReachesBehindItsScrollBar_data() { buttonFocusIsVisible_data(); }
+    void listReachesBehindItsScrollBar();
 
 private:
     void useTheme(const QString &name);
@@ -269,6 +271,26 @@ void tst_ApplicationStyle::menuIsMaskedToItsRoundFrame()
     }
     QVERIFY(shape.contains(QPoint(0, rect.center().y())));
     QVERIFY(shape.contains(QPoint(rect.center().x(), rect.bottom())));
+}
+
+void tst_ApplicationStyle::listReachesBehindItsScrollBar()
+{
+    QFETCH(QString, theme);
+    useTheme(theme);
+    QTreeWidget tree;
+    for (int row = 0; row < 100; ++row) {
+        new QTreeWidgetItem(&tree);
+    }
+    tree.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&tree));
+    QScrollBar *bar = tree.verticalScrollBar();
+    QVERIFY(bar->isVisible());
+    const QImage picture = tree.grab().toImage();
+    // The handle is above the last pixels, and the bar has a margin on both sides.
+    const QRect place(bar->mapTo(&tree, QPoint()), bar->size());
+    for (int x = place.left() - 2; x <= place.right(); ++x) {
+        QCOMPARE(picture.pixelColor(x, place.bottom() - 5), m_theme.surface());
+    }
 }
 
 VASKEL_TEST(tst_ApplicationStyle, QApplication)

@@ -72,6 +72,8 @@ class tst_CommandQuery : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void knowsByWhichTextsItFinds_data();
+    void knowsByWhichTextsItFinds();
     void initTestCase() { QLoggingCategory::setFilterRules(u"default.debug=false"_s); }
     void init();
 
@@ -239,6 +241,28 @@ void tst_CommandQuery::opensAtOnce()
     q.settings.setPluginAutoEnter(preference);
     q.query.setText(splitCommandText(text));
     QTEST(q.query.opensAtOnce(), "opens");
+}
+
+void tst_CommandQuery::knowsByWhichTextsItFinds_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("searchTexts");
+    QTest::newRow("programs") << u"fire"_s << QStringList(u"fire"_s);
+    QTest::newRow("programs, after a blank") << u" calc x"_s << QStringList(u" calc x"_s);
+    QTest::newRow("programs by command")
+        << u"App visual studio"_s << QStringList(u"visual studio"_s);
+    QTest::newRow("files, each word") << u"file  my  report"_s << QStringList{u"my"_s, u"report"_s};
+    QTest::newRow("folder") << u"cd /tmp"_s << QStringList();
+    QTest::newRow("page") << u"todo milk"_s << QStringList();
+    QTest::newRow("unknown command") << u"xyz abc"_s << QStringList();
+}
+
+void tst_CommandQuery::knowsByWhichTextsItFinds()
+{
+    QFETCH(QString, text);
+    Query q;
+    q.query.setText(splitCommandText(text));
+    QTEST(q.query.searchTexts(), "searchTexts");
 }
 
 VASKEL_TEST(tst_CommandQuery, QApplication)

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void stripHasALabelAndAButtonPerPin();
     void buttonShowsTheIconOfItsPin();
     void ampersandIsNoMnemonic();
+    void controlCharactersHaveVisibleMarks();
     void stripFollowsThePins();
     void rebuildingDeletesTheOldWidgets();
 
@@ -121,6 +122,16 @@ void tst_MainWindowPins::ampersandIsNoMnemonic()
     QVERIFY(button->shortcut().isEmpty());
     QCOMPARE(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name),
              u"Tips & Tricks"_s);
+}
+
+void tst_MainWindowPins::controlCharactersHaveVisibleMarks()
+{
+    Window w;
+    unpinAll(w);
+    w.launcher.pinApp(u"/a"_s, u"a\u202eb\nc"_s, QString());
+    QCOMPARE(pinTexts(w), QStringList(u"a⟨U+202E⟩b⏎c"_s));
+    const QVariantMap pin = w.launcher.pinnedApps().first().toMap();
+    QCOMPARE(pin.value(u"name"_s).toString(), u"a\u202eb\nc"_s);
 }
 
 void tst_MainWindowPins::stripFollowsThePins()

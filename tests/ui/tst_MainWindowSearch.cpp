@@ -51,6 +51,7 @@ private Q_SLOTS:
     void statusLineShowsTheCommand_data();
     void statusLineShowsTheCommand();
     void statusLineShowsMarkupAsPlainText();
+    void statusLineHasVisibleMarks();
     void longCommandDoesNotWidenTheWindow();
 
     void webRowHasTheAddress();
@@ -233,6 +234,13 @@ void tst_MainWindowSearch::statusLineShowsTheCommand()
     QTEST(w.status->text(), "status");
     w.enter(u"note"_s);
     QVERIFY(w.status->isHidden());
+}
+
+void tst_MainWindowSearch::statusLineHasVisibleMarks()
+{
+    Window w;
+    w.enter(u"a\u202eb x"_s);
+    QCOMPARE(w.status->text(), u"a⟨U+202E⟩b | Unknown command"_s);
 }
 
 void tst_MainWindowSearch::statusLineShowsMarkupAsPlainText()

@@ -35,6 +35,7 @@ private Q_SLOTS:
     void emptyIconGivesNoDecoration();
     void iconFileIsReadOnlyOnceAndOnlyWhenNeeded();
     void otherRolesAreThoseOfTheBaseClass();
+    void screenReaderGetsVisibleMarks();
 };
 
 void tst_ResultItem::textIsTitleLineFeedSubtitle_data()
@@ -112,6 +113,16 @@ void tst_ResultItem::otherRolesAreThoseOfTheBaseClass()
     item.setToolTip(u"tip"_s);
     QCOMPARE(item.toolTip(), u"tip"_s);
     QVERIFY(!(item.flags() & Qt::ItemIsEditable));
+}
+
+void tst_ResultItem::screenReaderGetsVisibleMarks()
+{
+    const QVariantMap record{{u"title"_s, u"invoice\u202efdp.exe"_s}, {u"subtitle"_s, u"a\nb"_s}};
+    const ResultItem item(record);
+    QCOMPARE(item.data(Qt::AccessibleTextRole).toString(), u"invoice⟨U+202E⟩fdp.exe\na⏎b"_s);
+    QCOMPARE(item.text(), u"invoice\u202efdp.exe\na\nb"_s);
+    QCOMPARE(item.data(Qt::UserRole).toMap(), record);
+    QVERIFY(!ResultItem(QVariantMap{{u"title"_s, u"t"_s}}).data(Qt::AccessibleTextRole).isValid());
 }
 
 VASKEL_TEST(tst_ResultItem, QApplication)

@@ -51,6 +51,8 @@ inline void installIcons()
                  {{QStringLiteral("application-x-executable.png"), Qt::gray},
                   {QStringLiteral("utilities-terminal.png"), Qt::blue},
                   {QStringLiteral("camera-photo.png"), Qt::green},
+                  {QStringLiteral("image-x-generic.png"), Qt::darkGreen},
+                  {QStringLiteral("application-pdf.png"), Qt::darkRed},
                   {QStringLiteral("own.png"), Qt::black}});
     testhome::writeFile(QStringLiteral("system/pixmaps/loose.png"), png(Qt::yellow));
     testhome::writeFile(QStringLiteral("data/pixmaps/users.png"), png(Qt::white));

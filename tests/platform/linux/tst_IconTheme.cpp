@@ -6,6 +6,7 @@
 #include "platform/linux/InstalledIconThemes.h"
 #include "support/TestProgram.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QTest>
 
@@ -26,6 +27,8 @@ private Q_SLOTS:
     void askingForAnIconChoosesNoTheme();
     void choosesAThemeForOtherFilesToo();
     void findsIconsOutsideOfThemes();
+    void showsTheTypeOfAFile_data();
+    void showsTheTypeOfAFile();
     void prefersTheRichestTheme_data();
     void prefersTheRichestTheme();
 };
@@ -62,6 +65,30 @@ void tst_IconTheme::findsIconsOutsideOfThemes()
     platform::ensureIconTheme();
     QCOMPARE(colorOf(QIcon::fromTheme(u"loose"_s)), QColor(Qt::yellow));
     QCOMPARE(colorOf(QIcon::fromTheme(u"users"_s)), QColor(Qt::white));
+}
+
+void tst_IconTheme::showsTheTypeOfAFile_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("type") << u"a.pdf"_s << QColor(Qt::darkRed);
+    QTest::newRow("kind of the type") << u"a.png"_s << QColor(Qt::darkGreen);
+    QTest::newRow("suffix in capitals") << u"A.PNG"_s << QColor(Qt::darkGreen);
+    QTest::newRow("not in the theme") << u"a.zip"_s << QColor();
+}
+
+void tst_IconTheme::showsTheTypeOfAFile()
+{
+    QFETCH(QString, name);
+    testhome::writeFile(u"data/mime/packages/types.xml"_s,
+                        R"(<mime-info xmlns="http://www.freedesktop.org/standards/shared-mime-info">
+                           <mime-type type="application/pdf"><glob pattern="*.pdf"/></mime-type>
+                           <mime-type type="application/zip"><glob pattern="*.zip"/></mime-type>
+                           <mime-type type="image/png"><glob pattern="*.png"/></mime-type>
+                           </mime-info>)");
+    platform::ensureIconTheme();
+    const QString path = testhome::writeFile(u"types/"_s + name, {});
+    QTEST(colorOf(platform::fileTypeIcon(QFileInfo(path))), "color");
 }
 
 void tst_IconTheme::prefersTheRichestTheme_data()
