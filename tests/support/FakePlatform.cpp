@@ -3,6 +3,7 @@
 
 #include "platform/AutoStart.h"
 #include "platform/ClosedPipe.h"
+#include "platform/ContainingFolder.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/IconTheme.h"
@@ -118,6 +119,15 @@ Answer search(const QString &text, unsigned limit)
 }
 
 } // namespace fileindex
+
+bool showInFolder(const QString &path)
+{
+    if (!QFileInfo::exists(path) || !fakePlatform().showInFolderResult) {
+        return false;
+    }
+    fakePlatform().filesShownInFolder.append(path);
+    return true;
+}
 
 bool openFolder(const QString &path)
 {
