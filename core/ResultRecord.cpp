@@ -29,6 +29,7 @@ QString firstPresent(const QVariantMap &record, const QString &key, const QStrin
 
 namespace actiontype {
 
+const QString addTask = u"addTask"_s;
 const QString copy = u"copy"_s;
 const QString launch = u"launch"_s;
 const QString navigate = u"navigate"_s;

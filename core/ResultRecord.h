@@ -20,6 +20,7 @@
 /// The types of the actions, compared exactly. A plugin may add its own types.
 namespace actiontype {
 
+extern const QString addTask;    ///< "data" is the title of a task
 extern const QString copy;       ///< "data" is the text for the clipboard
 extern const QString launch;     ///< "data" is the path of a program
 extern const QString navigate;   ///< "data" is the path of a folder in a listing
