@@ -23,6 +23,8 @@ CommandLineEdit::CommandLineEdit(QWidget *parent)
 void CommandLineEdit::buildContent()
 {
     setObjectName(u"commandInput"_s);
+    setToolTip(tr("To find a name that begins with a command, type a blank first.\n"
+                  "Ctrl+Backspace directly after the badge joins it to the letters that follow."));
 
     m_badge = new QLabel(this);
     m_badge->setObjectName(u"commandBadge"_s);
@@ -100,12 +102,13 @@ bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
         update();
     }
     // The arguments need not be empty: Backspace at their start removes them together with the
-    // badge.
+    // badge. Ctrl+Backspace joins them to the command, which was only the start of a name.
     if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()
         && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace
         && m_edit->cursorPosition() == 0 && !m_edit->hasSelectedText()) {
-        const QString command = m_activeCommand;
-        leaveCommand(command);
+        const bool joins = static_cast<QKeyEvent *>(event)->modifiers() & Qt::ControlModifier;
+        const QString text = joins ? m_activeCommand + m_edit->text() : m_activeCommand;
+        leaveCommand(text);
         return true;
     }
     return QFrame::eventFilter(watched, event);

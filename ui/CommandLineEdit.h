@@ -13,7 +13,9 @@ class QLabel;
 class QLineEdit;
 
 /// The command box: a badge for a known command, the line edit for the text or the arguments, and
-/// the management icon. Its text is one string with and without a badge.
+/// the management icon. Its text is one string with and without a badge. Backspace at the start of
+/// the arguments turns the badge back into text and removes the arguments; with Ctrl it joins them
+/// to that text.
 class CommandLineEdit : public QFrame
 {
     Q_OBJECT

@@ -11,6 +11,7 @@
 #include "ui/PageScroller.h"
 #include "ui/PinnedStrip.h"
 #include "ui/ResultList.h"
+#include "ui/RowKeys.h"
 #include "ui/RowUpdate.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/WindowAccessibility.h"
@@ -182,6 +183,9 @@ void MainWindow::connectList()
 {
     connect(m_resultList, &QListWidget::itemClicked, this, &MainWindow::clickRow);
     connect(m_resultList, &QListWidget::itemDoubleClicked, this, &MainWindow::doubleClickRow);
+    auto *keys = new RowKeys(m_commandEdit, m_resultList, m_pluginManager, &m_query);
+    connect(keys, &RowKeys::launchRequested, this, &MainWindow::launchCurrent);
+    connect(keys, &RowKeys::searchRequested, this, &MainWindow::performSearch);
 }
 
 void MainWindow::createShortcuts()

@@ -103,6 +103,39 @@ void ResultList::moveSelection(int delta)
     }
 }
 
+void ResultList::setDigitsVisible(bool visible)
+{
+    if (visible != m_areDigitsVisible) {
+        m_areDigitsVisible = visible;
+        viewport()->update();
+    }
+}
+
+int ResultList::firstVisibleRow() const
+{
+    const QModelIndex top = indexAt(QPoint(viewport()->width() / 2, 0));
+    const bool isCut = top.isValid() && visualRect(top).center().y() < 0;
+    return isCut && top.row() + 1 < count() ? top.row() + 1 : top.row();
+}
+
+int ResultList::rowsPerPage() const
+{
+    return std::max(viewport()->height() / std::max(sizeHintForRow(0), 1), 1);
+}
+
+void ResultList::togglePin(const QVariantMap &record)
+{
+    const QString path = recordPath(record);
+    if (path.isEmpty()) {
+        return;
+    }
+    if (m_launcher->isPinned(path)) {
+        m_launcher->unpinApp(path);
+    } else {
+        m_launcher->pinApp(path, recordTitle(record), recordIcon(record));
+    }
+}
+
 QVariantMap ResultList::currentRecord() const
 {
     const QListWidgetItem *item = currentItem();
@@ -134,12 +167,7 @@ void ResultList::openMenu(const QPoint &position)
     const QAction *action = menu.addAction(
         m_launcher->isPinned(path) ? QCoreApplication::translate("MainWindow", "Unpin from Start")
                                    : QCoreApplication::translate("MainWindow", "Pin to Start"));
-    if (menu.exec(viewport()->mapToGlobal(position)) != action) {
-        return;
-    }
-    if (m_launcher->isPinned(path)) {
-        m_launcher->unpinApp(path);
-    } else {
-        m_launcher->pinApp(path, recordTitle(record), recordIcon(record));
+    if (menu.exec(viewport()->mapToGlobal(position)) == action) {
+        togglePin(record);
     }
 }

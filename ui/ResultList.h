@@ -37,6 +37,20 @@ public:
     /// Moves the selection by this number of rows, and stops at the first and the last row.
     void moveSelection(int delta);
 
+    /// Shows the digits 1 to 9 at the first nine visible rows, or hides them.
+    void setDigitsVisible(bool visible);
+    bool areDigitsVisible() const { return m_areDigitsVisible; }
+
+    /// The row that is or would be shown with the digit 1: the first of which at least a half is
+    /// visible. -1 without rows.
+    int firstVisibleRow() const;
+
+    /// The number of rows that fit into the list; at least 1.
+    int rowsPerPage() const;
+
+    /// Pins the path of the record, or unpins it. Does nothing without a path.
+    void togglePin(const QVariantMap &record);
+
     /// The record of the selected row; empty if there are no rows.
     QVariantMap currentRecord() const;
 

@@ -4,6 +4,7 @@
 #include "platform/AutoStart.h"
 #include "platform/ClosedPipe.h"
 #include "platform/Compositor.h"
+#include "platform/ContainingFolder.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/IconTheme.h"
@@ -126,6 +127,15 @@ Answer search(const QString &text, unsigned limit)
 }
 
 } // namespace fileindex
+
+bool showInFolder(const QString &path)
+{
+    if (!QFileInfo::exists(path) || !fakePlatform().showInFolderResult) {
+        return false;
+    }
+    fakePlatform().filesShownInFolder.append(path);
+    return true;
+}
 
 bool openFolder(const QString &path)
 {

@@ -62,6 +62,10 @@ struct FakePlatform
     bool openFolderResult = true;
     QStringList openedFolders;
 
+    // ContainingFolder.h; a path that does not exist is refused
+    bool showInFolderResult = true;
+    QStringList filesShownInFolder;
+
     // Link.h
     QString linkSuffix = QStringLiteral("link");
     bool openLinkResult = true;

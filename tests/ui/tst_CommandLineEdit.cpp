@@ -96,6 +96,11 @@ private Q_SLOTS:
     void backspaceWithASelectionDeletesItAndKeepsTheBadge();
     void backspaceWithoutABadgeReachesTheEdit();
     void otherKeysAtTheStartKeepTheBadge();
+    void controlBackspaceJoinsTheArguments_data();
+    void controlBackspaceJoinsTheArguments();
+    void controlBackspaceAfterTheStartDeletesAWord();
+    void joinedTextStaysPlainUntilItIsACommand();
+    void tellsHowToSearchForANameThatBeginsWithACommand();
     void dismissedCommandComesBackWithABlank();
     void dismissedCommandStaysPlainText();
     void keyReleaseOfBackspaceIsNotConsumed();
@@ -323,6 +328,62 @@ void tst_CommandLineEdit::otherKeysAtTheStartKeepTheBadge()
     QVERIFY(box.isBadge(u"calc"_s, u"2"_s));
     box.press(Qt::Key_Delete);
     QVERIFY(box.isBadge(u"calc"_s, QString()));
+}
+
+void tst_CommandLineEdit::controlBackspaceJoinsTheArguments_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("joined");
+    QTest::newRow("rest of a name") << u"calculator"_s << u"calculator"_s;
+    QTest::newRow("empty arguments") << u"calc"_s << u"calc"_s;
+    QTest::newRow("arguments after a blank") << u"calc 1"_s << u"calc 1"_s;
+    QTest::newRow("another command") << u"appcalc"_s << u"appcalc"_s;
+}
+
+void tst_CommandLineEdit::controlBackspaceJoinsTheArguments()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, joined);
+
+    const Box box;
+    box.type(typed);
+    box.press(Qt::Key_Home);
+    box.press(Qt::Key_Backspace, Qt::ControlModifier);
+    QVERIFY(box.isPlain(joined));
+    QCOMPARE(box.edit().placeholderText(), plainPrompt);
+    QCOMPARE(box.edit().cursorPosition(), joined.size());
+}
+
+void tst_CommandLineEdit::controlBackspaceAfterTheStartDeletesAWord()
+{
+    const Box box;
+    box.type(u"calculator"_s);
+    box.press(Qt::Key_Backspace, Qt::ControlModifier);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+}
+
+void tst_CommandLineEdit::joinedTextStaysPlainUntilItIsACommand()
+{
+    const Box box;
+    box.type(u"calculator"_s);
+    box.press(Qt::Key_Home);
+    box.press(Qt::Key_Backspace, Qt::ControlModifier);
+    box.type(u"s"_s);
+    QVERIFY(box.isPlain(u"calculators"_s));
+    for (int letter = 0; letter < 6; ++letter) {
+        box.press(Qt::Key_Backspace);
+    }
+    QVERIFY(box.isPlain(u"calcu"_s));
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isBadge(u"calc"_s, QString()));
+}
+
+void tst_CommandLineEdit::tellsHowToSearchForANameThatBeginsWithACommand()
+{
+    const Box box;
+    QVERIFY(box.toolTip().contains(u"type a blank first"_s));
+    QVERIFY(box.toolTip().contains(u"Ctrl+Backspace"_s));
+    QCOMPARE(box.edit().toolTip(), QString()); // so that of the box shows
 }
 
 void tst_CommandLineEdit::dismissedCommandComesBackWithABlank()

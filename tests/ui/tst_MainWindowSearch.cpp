@@ -62,6 +62,7 @@ private Q_SLOTS:
     void typedCommandKeepsItsBlankInTheArguments();
     void pastedCommandHasNoBlank();
 
+    void joinedTextSearchesTheApplications();
     void waitsForAPauseInTheTyping();
     void everyChangeRestartsTheDelay();
     void badgeSearchesOnceForBothOfItsChanges();
@@ -318,6 +319,23 @@ void tst_MainWindowSearch::pastedCommandHasNoBlank()
     QCOMPARE(w.edit->text(), u"1+2"_s);
     w.search();
     QCOMPARE(w.calc.queries, QStringList(u"1+2"_s));
+}
+
+void tst_MainWindowSearch::joinedTextSearchesTheApplications()
+{
+    Window w;
+    for (const QString &name : {u"calculator"_s, u"settings"_s}) {
+        w.box->setText({});
+        QTest::keyClicks(w.edit, name);
+        w.search();
+        QVERIFY(!w.status->isHidden()); // the command
+        QTest::keyClick(w.edit, Qt::Key_Home);
+        QTest::keyClick(w.edit, Qt::Key_Backspace, Qt::ControlModifier);
+        QVERIFY(w.searchTimer().isActive());
+        w.search();
+        QVERIFY(w.status->isHidden());
+        QCOMPARE(w.currentTitle().toLower(), name);
+    }
 }
 
 void tst_MainWindowSearch::waitsForAPauseInTheTyping()

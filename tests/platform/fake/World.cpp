@@ -5,6 +5,9 @@
 #include "support/TestHome.h"
 
 #include <QFile>
+#include <QFileInfo>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -17,6 +20,7 @@ void reset()
     fakePlatform().startMenuRoots = {testhome::path() + "/user"_L1, testhome::path() + "/all"_L1};
     qputenv(qPrintable(privateVariable()), "private");
     fakePlatform().openFolderResult = false;
+    fakePlatform().showInFolderResult = false;
 }
 
 QString install(int root, const QString &fileName, const QString &name)
@@ -101,6 +105,7 @@ bool failsToWriteIntoAClosedPipe()
 void installFileManager()
 {
     fakePlatform().openFolderResult = true;
+    fakePlatform().showInFolderResult = true;
 }
 
 bool canLackFileManager()
@@ -110,7 +115,11 @@ bool canLackFileManager()
 
 QStringList shownFolders()
 {
-    return fakePlatform().openedFolders;
+    QStringList folders = fakePlatform().openedFolders;
+    for (const QString &path : std::as_const(fakePlatform().filesShownInFolder)) {
+        folders.append(QFileInfo(path).path());
+    }
+    return folders;
 }
 
 QStringList installIndex(const QStringList &fileNames)

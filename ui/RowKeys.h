@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QVariantMap>
+
+class CommandLineEdit;
+class CommandQuery;
+class PluginManager;
+class QKeyEvent;
+class ResultList;
+
+/// The keys that act on the rows, from the box and from the list:
+///
+/// - Page Up, Page Down, Ctrl+Home and Ctrl+End move the current row, from the box;
+/// - Alt+1 to Alt+9 start the first nine visible rows, which show their digits while Alt is held;
+/// - Ctrl+C copies the path or the value of the row, unless text is selected in the box;
+/// - Ctrl+D pins or unpins the row;
+/// - Ctrl+Enter shows the file of the row in its folder, or carries out an action "addTask";
+/// - Tab writes the folder of a row of "cd" into the box, and Alt+Up the parent of the listed one;
+/// - letters that are typed into the list go to the box.
+///
+/// It is an event filter and not a set of shortcuts, so that keys that mean nothing for the current
+/// row keep their effect in the box.
+class RowKeys : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The list, which becomes the parent, belongs to the window of the other objects. The query is
+    /// that of the rows.
+    RowKeys(CommandLineEdit *box, ResultList *list, PluginManager *pluginManager,
+            const CommandQuery *lastQuery);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+Q_SIGNALS:
+    /// The current row is to be started.
+    void launchRequested();
+
+    /// The rows must be those of the text of the box before the key takes effect.
+    void searchRequested();
+
+private:
+    bool pressKey(QObject *watched, const QKeyEvent &key);
+    bool pressInBox(const QKeyEvent &key);
+    bool pressInList(const QKeyEvent &key);
+    bool pressWithControl(const QKeyEvent &key);
+    bool launchVisibleRow(int number);
+    bool copyRow();
+    bool togglePin();
+    bool showRowInFolder();
+    bool addTask();
+    bool enterFolder();
+    bool enterParentFolder();
+    bool writeFolder(const QString &path);
+
+    CommandLineEdit *m_box;
+    ResultList *m_list;
+    PluginManager *m_pluginManager;
+    const CommandQuery *m_lastQuery;
+};
