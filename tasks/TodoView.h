@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "tasks/DeletedTasks.h"
 #include "tasks/TaskRepository.h"
 
 #include <QList>
@@ -59,9 +60,11 @@ private:
     void showContextMenu(const QPoint &position);
     QTreeWidgetItem *addSubtask();
     void deleteCurrentTask();
+    void restoreDeletedTask();
     QString currentTaskId() const;
 
     TaskService *m_service;
+    DeletedTasks m_deleted;
     QLineEdit *m_input = nullptr;
     QComboBox *m_filter = nullptr;
     QLabel *m_summary = nullptr;

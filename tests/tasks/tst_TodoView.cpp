@@ -301,6 +301,15 @@ private Q_SLOTS:
     void emptySpaceHasNoMenu();
     void keyOpensTheMenuOfTheCurrentRow();
 
+    void deleteKeyDeletesTheSubtreeOfTheCurrentRow();
+    void undoKeyRestoresDeletionsOneByOne();
+    void undoKeyShowsTheRestoredRow();
+    void undoKeyRestoresWhatTheMenuDeleted();
+    void undoKeyRestoresAfterTheNextOpening();
+    void insertKeyAddsASubtask();
+    void keysOfTheTreeNeedARow();
+    void keysBelongToAnOpenEditor();
+
     void rebuildOpensEveryRowAndForgetsTheSelection();
     void rebuildScrollsToTheTop();
     void currentRowKeepsItsPlaceInTheTree();
@@ -974,6 +983,135 @@ void tst_TodoView::keyOpensTheMenuOfTheCurrentRow()
     const MenuUser user(u"Delete"_s);
     page.requestMenuByKey();
     QCOMPARE(page.rows(), QStringList{u"[ ] a"_s});
+}
+
+void tst_TodoView::deleteKeyDeletesTheSubtreeOfTheCurrentRow()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s, u"[ ] b1<b"_s, u"[ ] b2<b1"_s, u"[ ] c"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] c"_s}));
+    QCOMPARE(titlesOnDisk(), QStringList({u"a"_s, u"c"_s}));
+    QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
+    QCOMPARE(QApplication::focusWidget(), page.tree);
+    QCOMPARE(page.summary->text(), u"2 active · 2 total"_s);
+}
+
+void tst_TodoView::undoKeyRestoresDeletionsOneByOne()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[x] a2<a"_s, u"[ ] b"_s, u"[ ] c"_s});
+    const Page page;
+    page.filter->setCurrentIndex(All);
+    const QStringList rows = page.rows();
+    for (const QString &title : {u"b"_s, u"a1"_s, u"a"_s}) {
+        page.tree->setCurrentItem(page.row(title));
+        QTest::keyClick(page.tree, Qt::Key_Delete);
+    }
+    QCOMPARE(page.rows(), QStringList{u"[ ] c"_s});
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[x] a2"_s, u"[ ] c"_s}));
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] a1"_s, u".[x] a2"_s, u"[ ] c"_s}));
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), rows);
+    QCOMPARE(taskfile::tasksByTitle().value(u"a1"_s).value("createdTime"_L1).toString(),
+             u"2026-03-01T09:00:02"_s);
+    QCOMPARE(parentOnDisk(u"a1"_s), u"a"_s);
+
+    const QByteArray stored = taskfile::bytes();
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(taskfile::bytes(), stored);
+}
+
+void tst_TodoView::undoKeyShowsTheRestoredRow()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"task 58"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QTest::keyClick(page.tree, Qt::Key_Home);
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QTreeWidgetItem *row = page.row(u"task 58"_s);
+    QCOMPARE(page.tree->currentItem(), row);
+    QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(row)));
+}
+
+void tst_TodoView::undoKeyRestoresWhatTheMenuDeleted()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
+    const Page page;
+    const MenuUser user(u"Delete"_s);
+    page.requestMenu(page.textOf(u"a"_s));
+    QCOMPARE(page.rows(), QStringList{u"[ ] b"_s});
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] a1"_s, u"[ ] b"_s}));
+}
+
+void tst_TodoView::undoKeyRestoresAfterTheNextOpening()
+{
+    writeTasks({u"[ ] a"_s});
+    Page page;
+    page.tree->setCurrentItem(page.row(u"a"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QCOMPARE(page.rows(), QStringList());
+    page.view.activate();
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList{u"[ ] a"_s});
+    QCOMPARE(titlesOnDisk(), QStringList{u"a"_s});
+}
+
+void tst_TodoView::insertKeyAddsASubtask()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
+    const Page page;
+    page.tree->setCurrentItem(page.row(u"a"_s));
+    QTest::keyClick(page.tree, Qt::Key_Insert);
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] a"_s, u".[ ] a1"_s, u".[ ] New Subtask"_s, u"[ ] b"_s}));
+    QCOMPARE(parentOnDisk(u"New Subtask"_s), u"a"_s);
+    QCOMPARE(page.tree->currentItem(), page.row(u"New Subtask"_s));
+
+    // The fifth level is the deepest.
+    for (int i = 0; i < 5; ++i) {
+        QTest::keyClick(page.tree, Qt::Key_Insert);
+    }
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] a"_s, u".[ ] a1"_s, u".[ ] New Subtask"_s, u"..[ ] New Subtask"_s,
+                          u"...[ ] New Subtask"_s, u"....[ ] New Subtask"_s, u"[ ] b"_s}));
+}
+
+void tst_TodoView::keysOfTheTreeNeedARow()
+{
+    const Page page;
+    for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Insert}) {
+        QTest::keyClick(page.tree, key);
+    }
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoView::keysBelongToAnOpenEditor()
+{
+    writeTasks({u"[ ] gone"_s, u"[ ] task"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setCurrentItem(page.row(u"gone"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QLineEdit *editor = page.edit(u"task"_s);
+    QTest::keyClick(editor, Qt::Key_Insert);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QCOMPARE(editor->text(), QString());
+    QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor->text(), u"task"_s);
+    QCOMPARE(page.editor(), editor);
+    QCOMPARE(page.rows(), QStringList{u"[ ] task"_s});
+    QCOMPARE(titlesOnDisk(), QStringList{u"task"_s});
+    page.endEditor(Qt::Key_Escape);
 }
 
 void tst_TodoView::rebuildOpensEveryRowAndForgetsTheSelection()
