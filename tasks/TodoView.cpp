@@ -186,6 +186,7 @@ void TodoView::refresh()
     m_tree->scrollToTop();
     m_refreshing = false;
     updateSummary();
+    updateEmptyText();
 }
 
 void TodoView::refreshAfterAction()
@@ -262,6 +263,22 @@ void TodoView::updateSummary()
     const auto active = std::count_if(tasks.cbegin(), tasks.cend(),
                                       [](const Task &task) { return !task.completed; });
     m_summary->setText(tr("%1 active · %2 total").arg(active).arg(tasks.size()));
+}
+
+void TodoView::updateEmptyText()
+{
+    if (m_tree->rowAt(0)) {
+        m_tree->setEmptyText(QString(), QString());
+    } else if (m_tree->topLevelItemCount() == 0) {
+        m_tree->setEmptyText(tr("No tasks yet"),
+                             m_deleted.isEmpty()
+                                 ? tr("Type one above and press Enter")
+                                 : tr("Press Ctrl+Z here to bring back what you deleted"));
+    } else if (m_filter->currentData().toInt() == int(TaskStatusFilter::Completed)) {
+        m_tree->setEmptyText(tr("No completed tasks"), tr("Press Space on a task to complete it"));
+    } else {
+        m_tree->setEmptyText(tr("No active tasks"), tr("All of them are completed"));
+    }
 }
 
 void TodoView::addTaskFromInput()

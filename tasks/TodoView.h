@@ -54,6 +54,7 @@ private:
     void recolorRows();
     bool applyFilter(QTreeWidgetItem *row);
     void updateSummary();
+    void updateEmptyText();
 
     void addTaskFromInput();
     void onItemChanged(QTreeWidgetItem *row);

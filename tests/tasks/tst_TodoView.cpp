@@ -98,6 +98,9 @@ struct Page
         QTRY_VERIFY(!editor());
     }
 
+    /// What the tree says while it shows no row, as a screen reader finds it.
+    QString emptyText() const { return tree->accessibleDescription(); }
+
     void requestMenu(const QPoint &position) const
     {
         QContextMenuEvent event(QContextMenuEvent::Mouse, position,
@@ -317,6 +320,9 @@ private Q_SLOTS:
     void currentRowAfterAnActionIsVisible();
     void currentRowIsOutlined_data();
     void currentRowIsOutlined();
+    void emptyTreeSaysWhatToDo_data();
+    void emptyTreeSaysWhatToDo();
+    void emptyTreeTellsOfTheUndoKey();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
@@ -1251,6 +1257,47 @@ void tst_TodoView::currentRowIsOutlined()
     painter.end();
     QCOMPARE(image.pixelColor(100, 1) == QColor(Qt::white), isOutlined);
     QCOMPARE(image.pixelColor(1, 20) == QColor(Qt::white), isOutlined);
+}
+
+void tst_TodoView::emptyTreeSaysWhatToDo_data()
+{
+    QTest::addColumn<QStringList>("tasks");
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QString>("title");
+    const QStringList none;
+    const QStringList open{u"[ ] open"_s};
+    const QStringList done{u"[x] done"_s};
+    QTest::newRow("no task under active") << none << int(Active) << u"No tasks yet"_s;
+    QTest::newRow("no task under all") << none << int(All) << u"No tasks yet"_s;
+    QTest::newRow("no task under completed") << none << int(Completed) << u"No tasks yet"_s;
+    QTest::newRow("none is active") << done << int(Active) << u"No active tasks"_s;
+    QTest::newRow("none is completed") << open << int(Completed) << u"No completed tasks"_s;
+}
+
+void tst_TodoView::emptyTreeSaysWhatToDo()
+{
+    QFETCH(const QStringList, tasks);
+    QFETCH(const int, filter);
+    QFETCH(const QString, title);
+    writeTasks(tasks);
+    const Page page;
+    page.filter->setCurrentIndex(filter);
+    QCOMPARE(page.rows(), QStringList());
+    QCOMPARE(page.emptyText().section(u'\n', 0, 0), title);
+
+    page.filter->setCurrentIndex(filter == Completed ? All : Completed);
+    QCOMPARE(page.rows().isEmpty(), !page.emptyText().isEmpty());
+}
+
+void tst_TodoView::emptyTreeTellsOfTheUndoKey()
+{
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    page.tree->setCurrentItem(page.row(u"task"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QVERIFY(page.emptyText().contains("Ctrl+Z"_L1));
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.emptyText(), QString());
 }
 
 void tst_TodoView::activateRebuildsAndKeepsTheFilter()
