@@ -31,7 +31,8 @@ public:
     /// Reloads the tasks and focuses the input line. Call each time the page opens.
     void activate();
 
-    /// Reloads the tasks and scrolls to this one, unless the filter hides it. The focus stays.
+    /// Reloads the tasks and makes the row of this one current and visible, unless the filter hides
+    /// it. The focus stays.
     void showTask(const QString &id);
 
 Q_SIGNALS:
