@@ -11,7 +11,9 @@ namespace {
 // How far the editor reaches beyond the text of the row, so that its frame does not touch the text.
 constexpr int editorMargin = 2;
 // The style sheet pads line edits so far that the title would move to the right.
-constexpr int editorPadding = -8;
+constexpr int leftPadding = -8;
+// The editor adds both to its least width, which must not be negative.
+constexpr int rightPadding = 4;
 
 } // namespace
 
@@ -38,7 +40,7 @@ QWidget *TaskDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
 {
     QWidget *editor = ItemFocusDelegate::createEditor(parent, option, index);
     if (auto *edit = qobject_cast<QLineEdit *>(editor)) {
-        edit->setTextMargins(editorPadding, 0, editorPadding, 0);
+        edit->setTextMargins(leftPadding, 0, rightPadding, 0);
     }
     return editor;
 }

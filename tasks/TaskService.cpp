@@ -89,6 +89,14 @@ void TaskService::deleteTask(const QString &id)
     persist();
 }
 
+void TaskService::restoreTasks(const QList<Task> &tasks)
+{
+    for (const Task &task : tasks) {
+        m_repository->addTask(task);
+    }
+    persist();
+}
+
 void TaskService::setCompleted(const QString &id, bool completed)
 {
     applyCompleted(id, completed);

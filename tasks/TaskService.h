@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QList>
 #include <QObject>
 #include <QString>
 
 #include <memory>
 
+struct Task;
 class TaskRepository;
 class TaskStorage;
 
@@ -34,6 +36,9 @@ public:
 
     /// Deletes the task and its descendants; the parent's state stays the same.
     Q_INVOKABLE void deleteTask(const QString &id);
+
+    /// Adds deleted tasks again with all their fields; the parents' states stay the same.
+    void restoreTasks(const QList<Task> &tasks);
 
     /// Sets the state of the task and its descendants. Then updates its ancestors: each is
     /// completed exactly if all its children are.

@@ -89,6 +89,17 @@ void TaskTree::setCurrentRow(QTreeWidgetItem *row)
     }
 }
 
+void TaskTree::setEmptyText(const QString &title, const QString &hint)
+{
+    if (title == m_emptyTitle && hint == m_emptyHint) {
+        return;
+    }
+    m_emptyTitle = title;
+    m_emptyHint = hint;
+    setAccessibleDescription((title + u'\n' + hint).trimmed());
+    viewport()->update();
+}
+
 QRect TaskTree::lineRect(const QRect &itemRect, const QModelIndex &index) const
 {
     if (itemRect != visualRect(index)) {
@@ -104,6 +115,14 @@ void TaskTree::paintLine(QPainter *painter, const QStyleOptionViewItem &option,
     // has the same colour and fills the gap.
     style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, this);
     paintArrow(painter, option, index);
+}
+
+void TaskTree::paintEvent(QPaintEvent *event)
+{
+    QTreeWidget::paintEvent(event);
+    if (!m_emptyTitle.isEmpty()) {
+        paintEmptyText();
+    }
 }
 
 void TaskTree::drawBranches(QPainter *, const QRect &, const QModelIndex &) const
@@ -133,4 +152,26 @@ void TaskTree::paintArrow(QPainter *painter, const QStyleOptionViewItem &option,
     const QPointF arrow[] = {{-4, -2}, {0, 2}, {4, -2}};
     painter->drawPolyline(arrow, 3);
     painter->restore();
+}
+
+void TaskTree::paintEmptyText() const
+{
+    QPainter painter(viewport());
+    QFont titleFont = font();
+    titleFont.setWeight(QFont::DemiBold);
+    const int spacing = 6;
+    const QRect area = viewport()->rect().adjusted(16, 0, -16, 0);
+    const int flags = Qt::AlignHCenter | Qt::TextWordWrap;
+    const QRect title = QFontMetrics(titleFont).boundingRect(area, flags, m_emptyTitle);
+    const QRect hint = QFontMetrics(font()).boundingRect(area, flags, m_emptyHint);
+    const int top = area.top() + (area.height() - title.height() - spacing - hint.height()) / 2;
+
+    painter.setFont(titleFont);
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(QRect(area.left(), top, area.width(), title.height()), flags, m_emptyTitle);
+    painter.setFont(font());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(
+        QRect(area.left(), top + title.height() + spacing, area.width(), hint.height()), flags,
+        m_emptyHint);
 }

@@ -5,7 +5,8 @@
 #include <QString>
 #include <QTreeWidget>
 
-/// The tree of the task page. Paints a row in one piece from edge to edge.
+/// The tree of the task page. Paints a row in one piece from edge to edge, and can show a
+/// text in place of rows.
 class TaskTree : public QTreeWidget
 {
 public:
@@ -29,6 +30,10 @@ public:
     /// Makes the row the current one without selecting it, and scrolls to it. Null is ignored.
     void setCurrentRow(QTreeWidgetItem *row);
 
+    /// Sets what the tree shows in place of rows, and its accessible description; two empty texts
+    /// if it has visible rows.
+    void setEmptyText(const QString &title, const QString &hint);
+
     /// The whole line of an item that the tree paints in this rectangle. A rectangle of another
     /// origin stays as it is.
     QRect lineRect(const QRect &itemRect, const QModelIndex &index) const;
@@ -39,10 +44,15 @@ public:
                    const QModelIndex &index) const;
 
 protected:
+    void paintEvent(QPaintEvent *event) override;
     void drawBranches(QPainter *painter, const QRect &rect,
                       const QModelIndex &index) const override;
 
 private:
     void paintArrow(QPainter *painter, const QStyleOptionViewItem &option,
                     const QModelIndex &index) const;
+    void paintEmptyText() const;
+
+    QString m_emptyTitle;
+    QString m_emptyHint;
 };

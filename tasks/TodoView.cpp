@@ -2,6 +2,7 @@
 #include "tasks/TodoView.h"
 
 #include "tasks/TaskDelegate.h"
+#include "tasks/TaskKeys.h"
 #include "tasks/TaskService.h"
 #include "tasks/TaskTree.h"
 #include "widgets/AccessibleName.h"
@@ -56,6 +57,7 @@ bool matchesFilter(int filter, bool completed)
 TodoView::TodoView(TaskService *service, QWidget *parent)
     : QWidget(parent)
     , m_service(service)
+    , m_deleted(service)
 {
     setObjectName(u"todoView"_s);
     auto *layout = new QVBoxLayout(this);
@@ -156,6 +158,10 @@ void TodoView::connectWidgets()
     connect(m_filter, &QComboBox::currentIndexChanged, this, &TodoView::refresh);
     connect(m_tree, &QTreeWidget::itemChanged, this, &TodoView::onItemChanged);
     connect(m_tree, &QTreeWidget::customContextMenuRequested, this, &TodoView::showContextMenu);
+    const auto *keys = new TaskKeys(m_tree);
+    connect(keys, &TaskKeys::deletePressed, this, &TodoView::deleteCurrentTask);
+    connect(keys, &TaskKeys::insertPressed, this, [this] { m_tree->setCurrentRow(addSubtask()); });
+    connect(keys, &TaskKeys::undoPressed, this, &TodoView::restoreDeletedTask);
     // The style sheet sets the palette when the page is shown, and may change at any time.
     connect(new PaletteWatcher(this), &PaletteWatcher::paletteChanged, this,
             &TodoView::recolorRows);
@@ -180,6 +186,7 @@ void TodoView::refresh()
     m_tree->scrollToTop();
     m_refreshing = false;
     updateSummary();
+    updateEmptyText();
 }
 
 void TodoView::refreshAfterAction()
@@ -258,6 +265,22 @@ void TodoView::updateSummary()
     m_summary->setText(tr("%1 active · %2 total").arg(active).arg(tasks.size()));
 }
 
+void TodoView::updateEmptyText()
+{
+    if (m_tree->rowAt(0)) {
+        m_tree->setEmptyText(QString(), QString());
+    } else if (m_tree->topLevelItemCount() == 0) {
+        m_tree->setEmptyText(tr("No tasks yet"),
+                             m_deleted.isEmpty()
+                                 ? tr("Type one above and press Enter")
+                                 : tr("Press Ctrl+Z here to bring back what you deleted"));
+    } else if (m_filter->currentData().toInt() == int(TaskStatusFilter::Completed)) {
+        m_tree->setEmptyText(tr("No completed tasks"), tr("Press Space on a task to complete it"));
+    } else {
+        m_tree->setEmptyText(tr("No active tasks"), tr("All of them are completed"));
+    }
+}
+
 void TodoView::addTaskFromInput()
 {
     const QString title = m_input->text().trimmed();
@@ -323,8 +346,17 @@ void TodoView::deleteCurrentTask()
 {
     const QString id = currentTaskId();
     if (!id.isEmpty()) {
-        m_service->deleteTask(id);
+        m_deleted.deleteTask(id);
         refreshAfterAction();
+    }
+}
+
+void TodoView::restoreDeletedTask()
+{
+    const QString id = m_deleted.restoreLast();
+    if (!id.isEmpty()) {
+        refreshAfterAction();
+        m_tree->setCurrentRow(m_tree->visibleRow(id));
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "tasks/DeletedTasks.h"
 #include "tasks/TaskRepository.h"
 
 #include <QList>
@@ -30,7 +31,8 @@ public:
     /// Reloads the tasks and focuses the input line. Call each time the page opens.
     void activate();
 
-    /// Reloads the tasks and scrolls to this one, unless the filter hides it. The focus stays.
+    /// Reloads the tasks and makes the row of this one current and visible, unless the filter hides
+    /// it. The focus stays.
     void showTask(const QString &id);
 
 Q_SIGNALS:
@@ -53,15 +55,18 @@ private:
     void recolorRows();
     bool applyFilter(QTreeWidgetItem *row);
     void updateSummary();
+    void updateEmptyText();
 
     void addTaskFromInput();
     void onItemChanged(QTreeWidgetItem *row);
     void showContextMenu(const QPoint &position);
     QTreeWidgetItem *addSubtask();
     void deleteCurrentTask();
+    void restoreDeletedTask();
     QString currentTaskId() const;
 
     TaskService *m_service;
+    DeletedTasks m_deleted;
     QLineEdit *m_input = nullptr;
     QComboBox *m_filter = nullptr;
     QLabel *m_summary = nullptr;

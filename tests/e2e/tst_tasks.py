@@ -303,6 +303,49 @@ class TaskPage(EndToEndCase):
         self.shows((1, "one"))
         self.assertEqual(self.states(), {"one": False, "two": True, "three": True})
 
+    def test_deletes_and_restores_by_key(self):
+        self.write_tasks(("bank", None), ("form", "bank"), ("stamp", "form"), ("milk", None))
+        self.start()
+        self.open_page()
+        every_row = ((1, "bank"), (2, "form"), (3, "stamp"), (1, "milk"))
+        self.shows(*every_row)
+        before = self.by_title()
+        self.click_row("form")
+        self.launcher.press("Delete")
+        self.shows((1, "bank"), (1, "milk"))
+        self.assertEqual(set(self.by_title()), {"bank", "milk"})
+        self.launcher.press("Up", "Delete")
+        self.shows((1, "milk"))
+        self.launcher.press("Delete")
+        self.shows()
+        self.becomes(lambda: self.tree().get_description(),
+                     "No tasks yet\nPress Ctrl+Z here to bring back what you deleted")
+        self.picture("empty")
+
+        self.launcher.press("ctrl+z")
+        self.shows((1, "milk"))
+        self.launcher.press("ctrl+z")
+        self.shows((1, "bank"), (1, "milk"))
+        self.launcher.press("ctrl+z")
+        self.shows(*every_row)
+        restored = self.by_title()
+        for title, task in before.items():
+            self.assertEqual({key: restored[title][key] for key in task}, task)
+
+        # The restored row is the current one.
+        self.launcher.press("Insert")
+        self.shows((1, "bank"), (2, "form"), (3, "stamp"), (3, "New Subtask"), (1, "milk"))
+        self.assertEqual(self.stored_path("New Subtask"), ["bank", "form", "New Subtask"])
+        self.picture("inserted")
+
+        # An open editor has the same keys to itself.
+        self.launcher.press("F2")
+        self.launcher.press("Delete")
+        self.launcher.type("envelope")
+        self.launcher.press("Return")
+        self.shows((1, "bank"), (2, "form"), (3, "stamp"), (3, "envelope"), (1, "milk"))
+        self.assertEqual(self.stored_path("envelope"), ["bank", "form", "envelope"])
+
     def test_goes_back_and_keeps_its_filter(self):
         self.write_tasks(("one", None), ("two", None))
         self.start()

@@ -104,6 +104,8 @@ private Q_SLOTS:
     void rowWithoutChildrenHasNoArrow();
     void arrowIsOnTheRightOfARightToLeftTree();
     void findsAVisibleRowById();
+    void paintsTheEmptyText();
+    void wrapsTheEmptyText();
 };
 
 void tst_TaskTree::selectedRowIsOneShape()
@@ -202,6 +204,38 @@ void tst_TaskTree::findsAVisibleRowById()
     tree.grandchild->setHidden(true);
     QCOMPARE(tree.tree.visibleRow(u"grandchild"_s), nullptr);
     QCOMPARE(tree.tree.visibleRow(u"child"_s), tree.child);
+}
+
+void tst_TaskTree::paintsTheEmptyText()
+{
+    Tree tree;
+    tree.tree.removeRows();
+    const auto isBlank = [&tree] {
+        const QImage image = tree.tree.viewport()->grab().toImage();
+        return count(image, image.rect(), baseColor) == image.width() * image.height();
+    };
+    QVERIFY(isBlank());
+    QCOMPARE(tree.tree.accessibleDescription(), QString());
+    tree.tree.setEmptyText(u"No tasks"_s, u"Add one"_s);
+    QVERIFY(!isBlank());
+    QCOMPARE(tree.tree.accessibleDescription(), u"No tasks\nAdd one"_s);
+    tree.tree.setEmptyText(QString(), QString());
+    QVERIFY(isBlank());
+    QCOMPARE(tree.tree.accessibleDescription(), QString());
+}
+
+void tst_TaskTree::wrapsTheEmptyText()
+{
+    Tree tree;
+    tree.tree.removeRows();
+    const QString text = u"word "_s.repeated(20);
+    tree.tree.setEmptyText(text, text);
+    // Both lines are longer than the tree is wide.
+    const QImage image = tree.tree.viewport()->grab().toImage();
+    const QRect left(0, 0, 8, image.height());
+    const QRect right(image.width() - 8, 0, 8, image.height());
+    QCOMPARE(count(image, left, baseColor), left.width() * left.height());
+    QCOMPARE(count(image, right, baseColor), right.width() * right.height());
 }
 
 VASKEL_TEST(tst_TaskTree, QApplication)

@@ -98,6 +98,9 @@ struct Page
         QTRY_VERIFY(!editor());
     }
 
+    /// What the tree says while it shows no row, as a screen reader finds it.
+    QString emptyText() const { return tree->accessibleDescription(); }
+
     void requestMenu(const QPoint &position) const
     {
         QContextMenuEvent event(QContextMenuEvent::Mouse, position,
@@ -301,6 +304,15 @@ private Q_SLOTS:
     void emptySpaceHasNoMenu();
     void keyOpensTheMenuOfTheCurrentRow();
 
+    void deleteKeyDeletesTheSubtreeOfTheCurrentRow();
+    void undoKeyRestoresDeletionsOneByOne();
+    void undoKeyShowsTheRestoredRow();
+    void undoKeyRestoresWhatTheMenuDeleted();
+    void undoKeyRestoresAfterTheNextOpening();
+    void insertKeyAddsASubtask();
+    void keysOfTheTreeNeedARow();
+    void keysBelongToAnOpenEditor();
+
     void rebuildOpensEveryRowAndForgetsTheSelection();
     void rebuildScrollsToTheTop();
     void currentRowKeepsItsPlaceInTheTree();
@@ -308,6 +320,9 @@ private Q_SLOTS:
     void currentRowAfterAnActionIsVisible();
     void currentRowIsOutlined_data();
     void currentRowIsOutlined();
+    void emptyTreeSaysWhatToDo_data();
+    void emptyTreeSaysWhatToDo();
+    void emptyTreeTellsOfTheUndoKey();
     void activateRebuildsAndKeepsTheFilter();
     void backAsksToClose();
 
@@ -808,10 +823,12 @@ void tst_TodoView::editorKeepsWithinItsRow_data()
 void tst_TodoView::editorKeepsWithinItsRow()
 {
     QFETCH(const QString, title);
+    QTest::failOnWarning(QRegularExpression(u"Negative sizes"_s));
     qApp->setStyleSheet(ThemeManager().styleSheet());
-    writeTasks({u"[ ] a"_s, u"[ ] 2<a"_s, u"[ ] 3<2"_s, u"[ ] 4<3"_s, u"[ ] 5<4"_s,
-                u"[ ] "_s + u"long "_s.repeated(40).trimmed()});
-    const Page page;
+    writeTasks({u"[ ] "_s + u"long "_s.repeated(40).trimmed(), u"[ ] a"_s, u"[ ] 2<a"_s,
+                u"[ ] 3<2"_s, u"[ ] 4<3"_s, u"[ ] 5<4"_s});
+    Page page;
+    page.view.resize(720, 600);
     const QLineEdit *editor = page.edit(title);
     QVERIFY(editor);
     const QRect row = page.tree->visualItemRect(page.row(title));
@@ -974,6 +991,135 @@ void tst_TodoView::keyOpensTheMenuOfTheCurrentRow()
     QCOMPARE(page.rows(), QStringList{u"[ ] a"_s});
 }
 
+void tst_TodoView::deleteKeyDeletesTheSubtreeOfTheCurrentRow()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] b"_s, u"[ ] b1<b"_s, u"[ ] b2<b1"_s, u"[ ] c"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"b"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u"[ ] c"_s}));
+    QCOMPARE(titlesOnDisk(), QStringList({u"a"_s, u"c"_s}));
+    QCOMPARE(page.tree->currentItem(), page.row(u"c"_s));
+    QCOMPARE(QApplication::focusWidget(), page.tree);
+    QCOMPARE(page.summary->text(), u"2 active · 2 total"_s);
+}
+
+void tst_TodoView::undoKeyRestoresDeletionsOneByOne()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[x] a2<a"_s, u"[ ] b"_s, u"[ ] c"_s});
+    const Page page;
+    page.filter->setCurrentIndex(All);
+    const QStringList rows = page.rows();
+    for (const QString &title : {u"b"_s, u"a1"_s, u"a"_s}) {
+        page.tree->setCurrentItem(page.row(title));
+        QTest::keyClick(page.tree, Qt::Key_Delete);
+    }
+    QCOMPARE(page.rows(), QStringList{u"[ ] c"_s});
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[x] a2"_s, u"[ ] c"_s}));
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] a1"_s, u".[x] a2"_s, u"[ ] c"_s}));
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), rows);
+    QCOMPARE(taskfile::tasksByTitle().value(u"a1"_s).value("createdTime"_L1).toString(),
+             u"2026-03-01T09:00:02"_s);
+    QCOMPARE(parentOnDisk(u"a1"_s), u"a"_s);
+
+    const QByteArray stored = taskfile::bytes();
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(taskfile::bytes(), stored);
+}
+
+void tst_TodoView::undoKeyShowsTheRestoredRow()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setFocus();
+    page.tree->setCurrentItem(page.row(u"task 58"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QTest::keyClick(page.tree, Qt::Key_Home);
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QTreeWidgetItem *row = page.row(u"task 58"_s);
+    QCOMPARE(page.tree->currentItem(), row);
+    QVERIFY(page.tree->viewport()->rect().contains(page.tree->visualItemRect(row)));
+}
+
+void tst_TodoView::undoKeyRestoresWhatTheMenuDeleted()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
+    const Page page;
+    const MenuUser user(u"Delete"_s);
+    page.requestMenu(page.textOf(u"a"_s));
+    QCOMPARE(page.rows(), QStringList{u"[ ] b"_s});
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] a1"_s, u"[ ] b"_s}));
+}
+
+void tst_TodoView::undoKeyRestoresAfterTheNextOpening()
+{
+    writeTasks({u"[ ] a"_s});
+    Page page;
+    page.tree->setCurrentItem(page.row(u"a"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QCOMPARE(page.rows(), QStringList());
+    page.view.activate();
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.rows(), QStringList{u"[ ] a"_s});
+    QCOMPARE(titlesOnDisk(), QStringList{u"a"_s});
+}
+
+void tst_TodoView::insertKeyAddsASubtask()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s, u"[ ] b"_s});
+    const Page page;
+    page.tree->setCurrentItem(page.row(u"a"_s));
+    QTest::keyClick(page.tree, Qt::Key_Insert);
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] a"_s, u".[ ] a1"_s, u".[ ] New Subtask"_s, u"[ ] b"_s}));
+    QCOMPARE(parentOnDisk(u"New Subtask"_s), u"a"_s);
+    QCOMPARE(page.tree->currentItem(), page.row(u"New Subtask"_s));
+
+    // The fifth level is the deepest.
+    for (int i = 0; i < 5; ++i) {
+        QTest::keyClick(page.tree, Qt::Key_Insert);
+    }
+    QCOMPARE(page.rows(),
+             QStringList({u"[ ] a"_s, u".[ ] a1"_s, u".[ ] New Subtask"_s, u"..[ ] New Subtask"_s,
+                          u"...[ ] New Subtask"_s, u"....[ ] New Subtask"_s, u"[ ] b"_s}));
+}
+
+void tst_TodoView::keysOfTheTreeNeedARow()
+{
+    const Page page;
+    for (const Qt::Key key : {Qt::Key_Delete, Qt::Key_Insert}) {
+        QTest::keyClick(page.tree, key);
+    }
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(!QFile::exists(taskfile::path()));
+}
+
+void tst_TodoView::keysBelongToAnOpenEditor()
+{
+    writeTasks({u"[ ] gone"_s, u"[ ] task"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->setCurrentItem(page.row(u"gone"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QLineEdit *editor = page.edit(u"task"_s);
+    QTest::keyClick(editor, Qt::Key_Insert);
+    QTest::keyClick(editor, Qt::Key_Delete);
+    QCOMPARE(editor->text(), QString());
+    QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(editor->text(), u"task"_s);
+    QCOMPARE(page.editor(), editor);
+    QCOMPARE(page.rows(), QStringList{u"[ ] task"_s});
+    QCOMPARE(titlesOnDisk(), QStringList{u"task"_s});
+    page.endEditor(Qt::Key_Escape);
+}
+
 void tst_TodoView::rebuildOpensEveryRowAndForgetsTheSelection()
 {
     writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
@@ -1111,6 +1257,47 @@ void tst_TodoView::currentRowIsOutlined()
     painter.end();
     QCOMPARE(image.pixelColor(100, 1) == QColor(Qt::white), isOutlined);
     QCOMPARE(image.pixelColor(1, 20) == QColor(Qt::white), isOutlined);
+}
+
+void tst_TodoView::emptyTreeSaysWhatToDo_data()
+{
+    QTest::addColumn<QStringList>("tasks");
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QString>("title");
+    const QStringList none;
+    const QStringList open{u"[ ] open"_s};
+    const QStringList done{u"[x] done"_s};
+    QTest::newRow("no task under active") << none << int(Active) << u"No tasks yet"_s;
+    QTest::newRow("no task under all") << none << int(All) << u"No tasks yet"_s;
+    QTest::newRow("no task under completed") << none << int(Completed) << u"No tasks yet"_s;
+    QTest::newRow("none is active") << done << int(Active) << u"No active tasks"_s;
+    QTest::newRow("none is completed") << open << int(Completed) << u"No completed tasks"_s;
+}
+
+void tst_TodoView::emptyTreeSaysWhatToDo()
+{
+    QFETCH(const QStringList, tasks);
+    QFETCH(const int, filter);
+    QFETCH(const QString, title);
+    writeTasks(tasks);
+    const Page page;
+    page.filter->setCurrentIndex(filter);
+    QCOMPARE(page.rows(), QStringList());
+    QCOMPARE(page.emptyText().section(u'\n', 0, 0), title);
+
+    page.filter->setCurrentIndex(filter == Completed ? All : Completed);
+    QCOMPARE(page.rows().isEmpty(), !page.emptyText().isEmpty());
+}
+
+void tst_TodoView::emptyTreeTellsOfTheUndoKey()
+{
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    page.tree->setCurrentItem(page.row(u"task"_s));
+    QTest::keyClick(page.tree, Qt::Key_Delete);
+    QVERIFY(page.emptyText().contains("Ctrl+Z"_L1));
+    QTest::keyClick(page.tree, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(page.emptyText(), QString());
 }
 
 void tst_TodoView::activateRebuildsAndKeepsTheFilter()
