@@ -48,9 +48,14 @@ ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
 
 void ResultList::showResults(const QVariantList &results, const QStringList &searchTexts)
 {
-    clear();
     m_delegate->setSearchTexts(searchTexts);
-    for (const QVariant &record : results) {
+    setRecords(results);
+}
+
+void ResultList::setRecords(const QVariantList &records)
+{
+    clear();
+    for (const QVariant &record : records) {
         addItem(new ResultItem(record.toMap()));
     }
     if (count() > 0) {
@@ -82,7 +87,7 @@ void ResultList::updateResults(const QVariantList &results)
     const int row = currentRow();
     const int scrollPosition = verticalScrollBar()->value();
 
-    showResults(results);
+    setRecords(results);
     if (row < 0 || count() == 0) {
         return;
     }
@@ -101,21 +106,6 @@ void ResultList::moveSelection(int delta)
     if (count() > 0) {
         setCurrentRow(std::clamp(currentRow() + delta, 0, count() - 1));
     }
-}
-
-void ResultList::setDigitsVisible(bool visible)
-{
-    if (visible != m_areDigitsVisible) {
-        m_areDigitsVisible = visible;
-        viewport()->update();
-    }
-}
-
-int ResultList::firstVisibleRow() const
-{
-    const QModelIndex top = indexAt(QPoint(viewport()->width() / 2, 0));
-    const bool isCut = top.isValid() && visualRect(top).center().y() < 0;
-    return isCut && top.row() + 1 < count() ? top.row() + 1 : top.row();
 }
 
 int ResultList::rowsPerPage() const

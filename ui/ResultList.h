@@ -25,6 +25,7 @@ public:
     /// Shows the digits 1 to 9 at the first nine visible rows, or hides them. They follow the rows
     /// when the list scrolls.
     void setDigitsVisible(bool visible);
+    bool areDigitsVisible() const { return m_areDigitsVisible; }
 
     /// The row that is or would be shown with the digit 1: the first of which at least a half is
     /// visible. -1 without rows.
@@ -37,14 +38,6 @@ public:
     /// Moves the selection by this number of rows, and stops at the first and the last row.
     void moveSelection(int delta);
 
-    /// Shows the digits 1 to 9 at the first nine visible rows, or hides them.
-    void setDigitsVisible(bool visible);
-    bool areDigitsVisible() const { return m_areDigitsVisible; }
-
-    /// The row that is or would be shown with the digit 1: the first of which at least a half is
-    /// visible. -1 without rows.
-    int firstVisibleRow() const;
-
     /// The number of rows that fit into the list; at least 1.
     int rowsPerPage() const;
 
@@ -55,6 +48,7 @@ public:
     QVariantMap currentRecord() const;
 
 private:
+    void setRecords(const QVariantList &records);
     void openMenu(const QPoint &position);
     void updateDigits();
 
