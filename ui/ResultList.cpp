@@ -33,8 +33,13 @@ ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
 
 void ResultList::showResults(const QVariantList &results, const QStringList &searchTexts)
 {
-    clear();
     m_delegate->setSearchTexts(searchTexts);
+    showResults(results);
+}
+
+void ResultList::showResults(const QVariantList &results)
+{
+    clear();
     for (const QVariant &record : results) {
         addItem(new ResultItem(record.toMap()));
     }
