@@ -168,7 +168,7 @@ void paintDigit(QPainter *painter, const QStyleOptionViewItem &item, int digit)
 // Rich text, since a plain one is not wrapped.
 QString toolTip(const QString &title, const QString &subtitle)
 {
-    return "<p style='white-space:pre-wrap'>"_L1 + title.toHtmlEscaped() + "<br>"_L1
+    return "<p style='margin:0; white-space:pre-wrap'>"_L1 + title.toHtmlEscaped() + "<br>"_L1
            + subtitle.toHtmlEscaped() + "</p>"_L1;
 }
 

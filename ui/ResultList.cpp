@@ -49,13 +49,13 @@ ResultList::ResultList(AppLauncher *launcher, QWidget *parent)
 void ResultList::showResults(const QVariantList &results, const QStringList &searchTexts)
 {
     m_delegate->setSearchTexts(searchTexts);
-    setRecords(results);
+    showResults(results);
 }
 
-void ResultList::setRecords(const QVariantList &records)
+void ResultList::showResults(const QVariantList &results)
 {
     clear();
-    for (const QVariant &record : records) {
+    for (const QVariant &record : results) {
         addItem(new ResultItem(record.toMap()));
     }
     if (count() > 0) {
@@ -87,7 +87,7 @@ void ResultList::updateResults(const QVariantList &results)
     const int row = currentRow();
     const int scrollPosition = verticalScrollBar()->value();
 
-    setRecords(results);
+    showResults(results);
     if (row < 0 || count() == 0) {
         return;
     }

@@ -19,8 +19,10 @@ public:
     explicit ResultList(AppLauncher *launcher, QWidget *parent = nullptr);
 
     /// Replaces the rows with these records and selects the first. The rows of programs and files
-    /// emphasise the characters by which the search texts found them.
-    void showResults(const QVariantList &results, const QStringList &searchTexts = {});
+    /// emphasise the characters by which the search texts found them. Without the argument, the
+    /// last search texts stay.
+    void showResults(const QVariantList &results);
+    void showResults(const QVariantList &results, const QStringList &searchTexts);
 
     /// Shows the digits 1 to 9 at the first nine visible rows, or hides them. They follow the rows
     /// when the list scrolls.
@@ -48,7 +50,6 @@ public:
     QVariantMap currentRecord() const;
 
 private:
-    void setRecords(const QVariantList &records);
     void openMenu(const QPoint &position);
     void updateDigits();
 

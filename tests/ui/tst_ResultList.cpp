@@ -157,6 +157,9 @@ void tst_ResultList::emphasizesTheSearchTexts()
     QVERIFY(l.picture(0) != without);
     l.list.showResults(records);
     l.list.setCurrentRow(-1);
+    QVERIFY(l.picture(0) != without);
+    l.list.showResults(records, {});
+    l.list.setCurrentRow(-1);
     QCOMPARE(l.picture(0), without);
 }
 
