@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -25,9 +26,18 @@ QList<QRect> screenAreas()
     QList<QRect> areas;
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens) {
-        areas.append(screen->availableGeometry());
+        // Qt may not know the available part of a screen that has just been added.
+        const QRect available = screen->availableGeometry();
+        areas.append(available.isEmpty() ? screen->geometry() : available);
     }
     return areas;
+}
+
+void enterScreenAt(QWindow *window, const QPoint &point)
+{
+    if (QScreen *screen = QGuiApplication::screenAt(point)) {
+        window->setScreen(screen);
+    }
 }
 
 QRect areaNearest(const QRect &rect, const QList<QRect> &areas)

@@ -6,12 +6,18 @@
 #include <QRect>
 #include <QSize>
 
+class QWindow;
+
 /// The size of the window with many rows or a page. Only on a screen that is smaller, the window is
 /// smaller, too.
 constexpr QSize fullWindowSize(760, 460);
 
 /// The available geometry of each screen, the primary one first.
 QList<QRect> screenAreas();
+
+/// Tells the window that it is about to move to the screen at this point, if there is one. Moved to
+/// a screen of another device pixel ratio unawares, it would keep its size in device pixels.
+void enterScreenAt(QWindow *window, const QPoint &point);
 
 /// The area that shows most of the rectangle; if none shows any of it, the nearest one. A null
 /// rectangle if there is no area.
