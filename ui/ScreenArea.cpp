@@ -9,11 +9,6 @@
 
 namespace {
 
-qint64 surface(const QRect &rect)
-{
-    return rect.isValid() ? qint64(rect.width()) * rect.height() : 0;
-}
-
 int distance(const QRect &rect, const QRect &area)
 {
     return (positionInside(rect, area) - rect.topLeft()).manhattanLength();
@@ -44,10 +39,7 @@ QRect areaNearest(const QRect &rect, const QList<QRect> &areas)
 {
     const auto nearest =
         std::min_element(areas.cbegin(), areas.cend(), [&](const QRect &one, const QRect &other) {
-            const qint64 shownByOne = surface(rect & one);
-            const qint64 shownByOther = surface(rect & other);
-            return shownByOne != shownByOther ? shownByOne > shownByOther
-                                              : distance(rect, one) < distance(rect, other);
+            return distance(rect, one) < distance(rect, other);
         });
     return nearest == areas.cend() ? QRect() : *nearest;
 }

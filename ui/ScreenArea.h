@@ -19,8 +19,8 @@ QList<QRect> screenAreas();
 /// a screen of another device pixel ratio unawares, it would keep its size in device pixels.
 void enterScreenAt(QWindow *window, const QPoint &point);
 
-/// The area that shows most of the rectangle; if none shows any of it, the nearest one. A null
-/// rectangle if there is no area.
+/// The area that the rectangle is moved into by as little as possible; a null rectangle if there is
+/// none.
 QRect areaNearest(const QRect &rect, const QList<QRect> &areas);
 
 /// The position of the rectangle's top left corner after it was moved into the area, by as little
