@@ -3,15 +3,11 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
 namespace {
-
-qint64 surface(const QRect &rect)
-{
-    return rect.isValid() ? qint64(rect.width()) * rect.height() : 0;
-}
 
 int distance(const QRect &rect, const QRect &area)
 {
@@ -25,19 +21,25 @@ QList<QRect> screenAreas()
     QList<QRect> areas;
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens) {
-        areas.append(screen->availableGeometry());
+        // Qt may not know the available part of a screen that has just been added.
+        const QRect available = screen->availableGeometry();
+        areas.append(available.isEmpty() ? screen->geometry() : available);
     }
     return areas;
+}
+
+void enterScreenAt(QWindow *window, const QPoint &point)
+{
+    if (QScreen *screen = QGuiApplication::screenAt(point)) {
+        window->setScreen(screen);
+    }
 }
 
 QRect areaNearest(const QRect &rect, const QList<QRect> &areas)
 {
     const auto nearest =
         std::min_element(areas.cbegin(), areas.cend(), [&](const QRect &one, const QRect &other) {
-            const qint64 shownByOne = surface(rect & one);
-            const qint64 shownByOther = surface(rect & other);
-            return shownByOne != shownByOther ? shownByOne > shownByOther
-                                              : distance(rect, one) < distance(rect, other);
+            return distance(rect, one) < distance(rect, other);
         });
     return nearest == areas.cend() ? QRect() : *nearest;
 }

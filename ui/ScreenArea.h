@@ -6,6 +6,8 @@
 #include <QRect>
 #include <QSize>
 
+class QWindow;
+
 /// The size of the window with many rows or a page. Only on a screen that is smaller, the window is
 /// smaller, too.
 constexpr QSize fullWindowSize(760, 460);
@@ -13,8 +15,12 @@ constexpr QSize fullWindowSize(760, 460);
 /// The available geometry of each screen, the primary one first.
 QList<QRect> screenAreas();
 
-/// The area that shows most of the rectangle; if none shows any of it, the nearest one. A null
-/// rectangle if there is no area.
+/// Tells the window that it is about to move to the screen at this point, if there is one. Moved to
+/// a screen of another device pixel ratio unawares, it would keep its size in device pixels.
+void enterScreenAt(QWindow *window, const QPoint &point);
+
+/// The area that the rectangle is moved into by as little as possible; a null rectangle if there is
+/// none.
 QRect areaNearest(const QRect &rect, const QList<QRect> &areas);
 
 /// The position of the rectangle's top left corner after it was moved into the area, by as little

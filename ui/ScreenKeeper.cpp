@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 
 #include <chrono>
 
@@ -19,6 +20,7 @@ ScreenKeeper::ScreenKeeper(QWidget *window)
     , m_window(window)
     , m_timer(new QTimer(this))
     , m_position(window->pos())
+    , m_size(window->size())
 {
     // A change of the screens is several signals, between which no position is right.
     m_timer->setInterval(0ms);
@@ -40,6 +42,11 @@ bool ScreenKeeper::eventFilter(QObject *, QEvent *event)
     // A window manager moves it because of the screens, too; those moves are spontaneous.
     if (event->type() == QEvent::Move && !event->spontaneous() && !m_isMoving) {
         m_position = m_window->pos();
+        m_isKeeping = false;
+    }
+    // On a screen of another device pixel ratio it has another size in pixels at first.
+    if (event->type() == QEvent::Resize && m_isKeeping && m_window->size() != m_size) {
+        m_timer->start();
     }
     return false;
 }
@@ -55,11 +62,16 @@ void ScreenKeeper::apply()
     if (m_window->testAttribute(Qt::WA_PendingMoveEvent)) { // was moved before its first show
         m_position = m_window->pos();
     }
-    const QRect frame(m_position, m_window->frameGeometry().size());
+    m_isKeeping = true;
+    const QRect frame(m_position, m_size);
     const bool isShown = QGuiApplication::screenAt(frame.center());
     const QPoint position = isShown ? m_position : positionInside(frame, screenAreas());
     if (position != m_window->pos()) {
         const QScopedValueRollback moving(m_isMoving, true);
+        if (QWindow *nativeWindow = m_window->windowHandle()) {
+            enterScreenAt(nativeWindow, QRect(position, frame.size()).center());
+        }
         m_window->move(position);
     }
+    m_window->resize(m_size);
 }

@@ -14,6 +14,7 @@
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -57,6 +58,7 @@ WindowHeight::WindowHeight(QWidget *window, QStackedWidget *stack, QListWidget *
     , m_list(list)
     , m_minimumWidth(window->minimumWidth())
     , m_expandedHeight(initialHeight)
+    , m_devicePixelRatio(window->devicePixelRatioF())
 {
     // Keep the spacing above a hidden stack, so that the height with the list is the base height
     // plus the height of the list.
@@ -87,7 +89,8 @@ void WindowHeight::showPage()
     m_stack->setMaximumHeight(QWIDGETSIZE_MAX);
     // setMinimumHeight() would override the minimum height of the layout; this leaves it in effect.
     const QSize limit = room();
-    m_window->setMinimumSize(std::min(m_window->minimumWidth(), limit.width()), 0);
+    m_window->setMinimumSize(
+        std::min(std::max(m_window->minimumWidth(), m_minimumWidth), limit.width()), 0);
     if (const QSize size(std::min(m_window->width(), limit.width()),
                          std::min(initialHeight, limit.height()));
         m_window->size() != size) {
@@ -98,8 +101,12 @@ void WindowHeight::showPage()
 void WindowHeight::handleResize(const QResizeEvent &event)
 {
     const int height = event.size().height();
+    // On a screen of another ratio the same window has another height, which the user did not set.
+    const qreal ratio = std::exchange(m_devicePixelRatio, m_window->devicePixelRatioF());
     if (!event.spontaneous()) {
         rememberRequest(height);
+    } else if (ratio != m_devicePixelRatio) {
+        m_requestedHeights.clear();
     } else if (!takeAnswer(m_requestedHeights, height, m_window->devicePixelRatioF())
                && height != event.oldSize().height() && isListCurrent() && m_stack->isVisible()
                && m_list->count() > 0) {
@@ -110,9 +117,11 @@ void WindowHeight::handleResize(const QResizeEvent &event)
 
 bool WindowHeight::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ScreenChangeInternal
-        || (event->type() == QEvent::Show && !event->spontaneous())) {
+    if (event->type() == QEvent::Show && !event->spontaneous()) {
         fitToScreen();
+    } else if (event->type() == QEvent::ScreenChangeInternal) {
+        // The window may not have its position on the new screen yet.
+        QTimer::singleShot(0ms, this, &WindowHeight::fitToScreen);
     }
     return QObject::eventFilter(watched, event);
 }
@@ -132,7 +141,11 @@ QSize WindowHeight::room() const
 
 void WindowHeight::fitToScreen()
 {
-    if (m_window->size() == m_window->size().boundedTo(room())) {
+    const QSize limit = room();
+    const bool isTooLarge =
+        m_window->width() > limit.width() || m_window->height() > limit.height();
+    const bool isTooNarrow = m_window->width() < std::min(m_minimumWidth, limit.width());
+    if (!isTooLarge && !isTooNarrow) {
         return;
     }
     if (isListCurrent()) {

@@ -70,5 +70,6 @@ private:
     int m_expandedHeight; // limit of the window height for the rows
     int m_baseHeight = 0; // window height without the rows
     bool m_isUpdatePending = false;
+    qreal m_devicePixelRatio;
     QList<int> m_requestedHeights; // unanswered by the window system, oldest first
 };

@@ -115,12 +115,13 @@ void WindowPlacement::show()
         m_position = m_shownPosition;
         m_areas = screenAreas();
     }
+    QWindow *nativeWindow = m_window->windowHandle();
     if (m_shownPosition != m_window->pos()) {
+        enterScreenAt(nativeWindow, QRect(m_shownPosition, m_window->size()).center());
         m_window->move(m_shownPosition);
     }
     // A position that the window manager chose is not yet one of the size hints, without which it
     // would choose again. Setting it makes Qt write it there.
-    QWindow *nativeWindow = m_window->windowHandle();
     nativeWindow->setPosition(nativeWindow->position());
 }
 
@@ -162,7 +163,8 @@ QPoint WindowPlacement::lastPosition() const
 {
     const QList<QRect> areas = screenAreas();
     // The user may have put it partly outside, which only a change of the screens undoes.
-    return areas == m_areas ? m_position : positionInside({m_position, m_window->size()}, areas);
+    const QSize size = m_window->size().expandedTo(QSize(fullWindowSize.width(), 0));
+    return areas == m_areas ? m_position : positionInside({m_position, size}, areas);
 }
 
 // On a screen that is smaller than the window can be, it would grow over the edge.
@@ -170,7 +172,9 @@ void WindowPlacement::stayOnSmallScreen(const QResizeEvent &event)
 {
     const QRect area = m_window->screen()->availableGeometry();
     const bool isSmall = area.size().expandedTo(fullWindowSize) != area.size();
-    if (isSmall && !event.spontaneous() && m_window->isVisible()) {
+    // Between screens of different device pixel ratios, the screen may be that of a moment ago.
+    const bool isThere = area.intersects(m_window->geometry());
+    if (isSmall && isThere && !event.spontaneous() && m_window->isVisible()) {
         m_window->move(positionInside(m_window->geometry(), area));
     }
 }

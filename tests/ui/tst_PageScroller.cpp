@@ -190,8 +190,6 @@ void tst_PageScroller::usualSizeIsBackOnAUsualScreen()
     }
     w.window.setScreen(usual);
     QVERIFY(w.showActive());
-    w.search();
-    w.settle();
     QCOMPARE(w.window.minimumWidth(), 720);
     QCOMPARE(w.window.width(), 720);
     QVERIFY(w.window.openPluginView(u"todo"_s));
