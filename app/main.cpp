@@ -138,6 +138,13 @@ void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &sett
     reload();
 }
 
+void connectHotkeyHints(SettingsPlugin &settingsPlugin, const GlobalHotkey &hotkey)
+{
+    settingsPlugin.setHotkeyCheck([&hotkey](const QString &command) {
+        return command.isEmpty() ? hotkey.isMainHotkeyHeld() : hotkey.isPluginHotkeyHeld(command);
+    });
+}
+
 void restart()
 {
     // Nothing waits for this process to end. If the new one comes up while this one is still the
@@ -207,7 +214,7 @@ int main(int argc, char *argv[])
     connectTheme(app, theme, settings);
 
     PluginManager plugins;
-    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
+    SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
     MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
     FloatIcon floatIcon(&settings, &theme, &window);
@@ -216,6 +223,7 @@ int main(int argc, char *argv[])
     connectSecondStart(app, window);
     window.showAndActivate();
     connectHotkeys(hotkey, plugins, settings, window);
+    connectHotkeyHints(*settingsPlugin, hotkey);
     QSystemTrayIcon tray(appIcon);
     QMenu trayMenu;
     showTray(tray, trayMenu, window, *settingsPlugin);

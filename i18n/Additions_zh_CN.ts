@@ -2,6 +2,17 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>HotkeyHints</name>
+    <message>
+        <source>This hotkey is held by another program.</source>
+        <translation>此快捷键已被其他程序占用。</translation>
+    </message>
+    <message>
+        <source>This key is taken from all programs.</source>
+        <translation>所有程序都将无法使用此按键。</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>
@@ -432,6 +443,13 @@
     <message>
         <source>Select All</source>
         <translation>全选</translation>
+    </message>
+</context>
+<context>
+    <name>SavedNotice</name>
+    <message>
+        <source>Saved</source>
+        <translation>已保存</translation>
     </message>
 </context>
 </TS>
