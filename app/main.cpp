@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/Logger.h"
 #include "app/PluginHotkeys.h"
@@ -186,6 +187,17 @@ void showTray(QSystemTrayIcon &tray, QMenu &menu, MainWindow &window,
     tray.setVisible(true);
 }
 
+void greet(QSystemTrayIcon &tray, const GlobalHotkey &hotkey, const Settings &settings)
+{
+    const HotkeyState state = hotkey.isMainHotkeyRegistered() ? HotkeyState::Registered
+                              : hotkey.isMainHotkeyHeld()     ? HotkeyState::Held
+                                                              : HotkeyState::None;
+    const QString message = firstStartMessage(settings.globalHotkey(), state);
+    if (!message.isEmpty() && QSystemTrayIcon::isSystemTrayAvailable()) {
+        tray.showMessage(u"Vaskel"_s, message, tray.icon());
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -227,5 +239,8 @@ int main(int argc, char *argv[])
     QSystemTrayIcon tray(appIcon);
     QMenu trayMenu;
     showTray(tray, trayMenu, window, *settingsPlugin);
+    if (launcher.isFirstStart()) {
+        greet(tray, hotkey, settings);
+    }
     return SingleApplication::exec();
 }

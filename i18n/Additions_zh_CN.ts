@@ -13,6 +13,17 @@
     </message>
 </context>
 <context>
+    <name>Main</name>
+    <message>
+        <source>Press %1 to show or hide the window. You can change this hotkey on the settings page: click this icon with the right button.</source>
+        <translation>按 %1 显示或隐藏主界面。右键单击此图标，可在设置中更改该快捷键。</translation>
+    </message>
+    <message>
+        <source>The hotkey %1 is held by another program. You can choose another one on the settings page: click this icon with the right button.</source>
+        <translation>快捷键 %1 已被其他程序占用。右键单击此图标，可在设置中另选一个快捷键。</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>
