@@ -9,7 +9,7 @@
     </message>
     <message>
         <source>This key is taken from all programs.</source>
-        <translation>所有程序都将无法使用此按键。</translation>
+        <translation>其他程序无法使用此键。</translation>
     </message>
 </context>
 <context>

@@ -347,6 +347,7 @@ QWidget *SettingsView::buildPluginCard(const QString &command)
     layout->setContentsMargins(14, 10, 14, 10);
     layout->setSpacing(10);
     layout->addLayout(texts, 1);
+    layout->setAlignment(texts, Qt::AlignVCenter); // keeps them together beside a hint
     layout->addWidget(buildPluginCheck(command, card));
     QLabel *label = buildLabel(tr("Hotkey"), u"muted"_s, card);
     layout->addWidget(label);
