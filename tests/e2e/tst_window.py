@@ -108,7 +108,8 @@ class ManyPins(EndToEndCase):
         (folder / "pins.json").write_text(json.dumps(
             [{"name": name, "path": f"/{name}.desktop", "icon": ""} for name in names]))
         self.start()
-        self.becomes(lambda: self.launcher.geometry()[2], self.SCREEN)
+        self.becomes(lambda: (self.launcher.geometry()[0], self.launcher.geometry()[2]),
+                     (0, self.SCREEN))
         self.picture("start")
         self.launcher.tab_to(names[0])
         for name in names[1:]:

@@ -101,6 +101,7 @@ private Q_SLOTS:
     void pinsChangeTheHeight();
     void manyPinsWidenTheWindow();
     void pinsThatDoNotFitTheScreenStopTheWindowThere();
+    void windowHasItsWidthBeforeItShows();
     void wheelScrollsPinsThatDoNotFit();
     void focusScrollsToAPin();
     void clickDoesNotScroll();
@@ -407,6 +408,7 @@ void tst_MainWindowPins::manyPinsWidenTheWindow()
 void tst_MainWindowPins::pinsThatDoNotFitTheScreenStopTheWindowThere()
 {
     Window w;
+    w.window.move(30, 10);
     QVERIFY(w.showActive());
     pinTooMany(w);
     QCOMPARE(w.window.minimumWidth(), w.window.screen()->availableGeometry().width());
@@ -417,9 +419,19 @@ void tst_MainWindowPins::pinsThatDoNotFitTheScreenStopTheWindowThere()
     }
     QVERIFY(isWholeInStrip(w, *pins.first()));
     QVERIFY(!isWholeInStrip(w, *pins.last()));
+    QVERIFY(w.window.screen()->availableGeometry().contains(w.window.geometry()));
     // Its widgets are those of a strip that fits.
     QCOMPARE(w.strip->layout()->count(), pins.size() + 2);
     QCOMPARE(pins.first()->parentWidget(), w.strip);
+}
+
+void tst_MainWindowPins::windowHasItsWidthBeforeItShows()
+{
+    for (int number = 0; number < 20; ++number) {
+        AppLauncher().pinApp(u"/%1.link"_s.arg(number), u"Application"_s, QString());
+    }
+    const Window w;
+    QCOMPARE(w.window.width(), w.window.screen()->availableGeometry().width());
 }
 
 void tst_MainWindowPins::wheelScrollsPinsThatDoNotFit()
