@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/Logger.h"
 #include "app/PluginHotkeys.h"
@@ -31,15 +32,20 @@
 #include <QProcess>
 #include <QScreen>
 #include <QSystemTrayIcon>
+#include <QTimer>
 #include <QTranslator>
 
 #include <SingleApplication>
 
+#include <chrono>
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto firstMessageDelay = 2s;
 
 void toggle(MainWindow &window)
 {
@@ -82,9 +88,13 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
     platform::watchColorScheme(&theme, [&theme] { theme.updateDarkState(); });
 }
 
-SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings)
+SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings,
+                                const GlobalHotkey &hotkey)
 {
     auto *settingsPlugin = new SettingsPlugin(&settings, &plugins, &plugins);
+    settingsPlugin->setHotkeyCheck([&hotkey](const QString &command) {
+        return command.isEmpty() ? hotkey.isMainHotkeyHeld() : hotkey.isPluginHotkeyHeld(command);
+    });
     // The first plugin with a command keeps it, so the order matters.
     plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
     plugins.registerPlugin(new CalcPlugin(&plugins));
@@ -179,6 +189,26 @@ void showTray(QSystemTrayIcon &tray, QMenu &menu, MainWindow &window,
     tray.setVisible(true);
 }
 
+void greet(QSystemTrayIcon &tray, const AppLauncher &launcher, const GlobalHotkey &hotkey,
+           const Settings &settings)
+{
+    if (!launcher.isFirstStart()) {
+        return;
+    }
+    const HotkeyState state = hotkey.isMainHotkeyRegistered() ? HotkeyState::Registered
+                              : hotkey.isMainHotkeyHeld()     ? HotkeyState::Held
+                                                              : HotkeyState::None;
+    const QString message = firstStartMessage(settings.globalHotkey(), state);
+    if (!message.isEmpty()) {
+        // The message points at the icon, which gets its place in the tray after a moment.
+        QTimer::singleShot(firstMessageDelay, &tray, [&tray, message] {
+            if (QSystemTrayIcon::isSystemTrayAvailable()) {
+                tray.showMessage(u"Vaskel"_s, message, tray.icon());
+            }
+        });
+    }
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -205,9 +235,8 @@ int main(int argc, char *argv[])
     GlobalHotkey hotkey;
     Updater updater;
     connectTheme(app, theme, settings);
-
     PluginManager plugins;
-    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings);
+    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
     MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
     FloatIcon floatIcon(&settings, &theme, &window);
@@ -219,5 +248,6 @@ int main(int argc, char *argv[])
     QSystemTrayIcon tray(appIcon);
     QMenu trayMenu;
     showTray(tray, trayMenu, window, *settingsPlugin);
+    greet(tray, launcher, hotkey, settings);
     return SingleApplication::exec();
 }

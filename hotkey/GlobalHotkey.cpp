@@ -14,12 +14,15 @@ GlobalHotkey::GlobalHotkey(QObject *parent)
 bool GlobalHotkey::setMainHotkey(const QString &sequence)
 {
     m_mainHotkey->setRegistered(false);
+    m_isMainHotkeyHeld = false;
 
     const QKeySequence keySequence(sequence, QKeySequence::PortableText);
     if (keySequence.isEmpty()) {
         return false;
     }
-    return m_mainHotkey->setShortcut(keySequence, true);
+    const bool isRegistered = m_mainHotkey->setShortcut(keySequence, true);
+    m_isMainHotkeyHeld = !isRegistered && QHotkey::isPlatformSupported();
+    return isRegistered;
 }
 
 bool GlobalHotkey::registerPluginHotkey(const QString &command, const QString &sequence)
@@ -40,4 +43,15 @@ void GlobalHotkey::clearPluginHotkeys()
 {
     qDeleteAll(m_pluginHotkeys);
     m_pluginHotkeys.clear();
+}
+
+bool GlobalHotkey::isMainHotkeyRegistered() const
+{
+    return m_mainHotkey->isRegistered();
+}
+
+bool GlobalHotkey::isPluginHotkeyHeld(const QString &command) const
+{
+    const QHotkey *hotkey = m_pluginHotkeys.value(command);
+    return hotkey && !hotkey->isRegistered() && QHotkey::isPlatformSupported();
 }

@@ -9,8 +9,8 @@ class QHotkey;
 
 /// The system-wide hotkeys of the program: one main hotkey, and any number for plugins. Key
 /// sequences are in QKeySequence::PortableText form. If another program holds a sequence or the
-/// system refuses it, only the return value tells, and there is no retry. The signals come from the
-/// event loop.
+/// system refuses it, the return value and a later question tell, and there is no retry. The
+/// signals come from the event loop.
 class GlobalHotkey : public QObject
 {
     Q_OBJECT
@@ -30,6 +30,14 @@ public:
     /// Removes all plugin hotkeys, but not the main one.
     void clearPluginHotkeys();
 
+    /// Whether the main hotkey works.
+    bool isMainHotkeyRegistered() const;
+
+    /// Whether the system has refused the last valid sequence of the main hotkey, or of the hotkey
+    /// of a command: another program holds it. False on a system without hotkeys.
+    bool isMainHotkeyHeld() const { return m_isMainHotkeyHeld; }
+    bool isPluginHotkeyHeld(const QString &command) const;
+
 Q_SIGNALS:
     /// The user pressed the main hotkey.
     void activated();
@@ -38,5 +46,6 @@ Q_SIGNALS:
 
 private:
     QHotkey *m_mainHotkey = nullptr;
+    bool m_isMainHotkeyHeld = false;
     QHash<QString, QHotkey *> m_pluginHotkeys; ///< by command, including unregistered ones
 };

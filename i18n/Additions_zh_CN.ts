@@ -11,6 +11,51 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     </message>
 </context>
 <context>
+    <name>HotkeyHints</name>
+    <message>
+        <source>This hotkey is held by another program.</source>
+        <translation>此快捷键已被其他程序占用。</translation>
+    </message>
+    <message>
+        <source>This key is taken from all programs.</source>
+        <translation>其他程序无法使用此键。</translation>
+    </message>
+</context>
+<context>
+    <name>Main</name>
+    <message>
+        <source>Press %1 to show or hide the window. You can change this hotkey on the settings page: click this icon with the right button.</source>
+        <translation>按 %1 显示或隐藏主界面。右键单击此图标，可在设置中更改该快捷键。</translation>
+    </message>
+    <message>
+        <source>The hotkey %1 is held by another program. You can choose another one on the settings page: click this icon with the right button.</source>
+        <translation>快捷键 %1 已被其他程序占用。右键单击此图标，可在设置中另选一个快捷键。</translation>
+    </message>
+</context>
+<context>
+    <name>QAbstractSocket</name>
+    <message>
+        <source>Connection refused</source>
+        <translation>连接被拒绝</translation>
+    </message>
+    <message>
+        <source>Connection timed out</source>
+        <translation>连接超时</translation>
+    </message>
+    <message>
+        <source>Host not found</source>
+        <translation>找不到主机</translation>
+    </message>
+    <message>
+        <source>Network unreachable</source>
+        <translation>网络不可达</translation>
+    </message>
+    <message>
+        <source>Socket operation timed out</source>
+        <translation>套接字操作超时</translation>
+    </message>
+</context>
+<context>
     <name>QAbstractSpinBox</name>
     <message>
         <source>&amp;Select All</source>
@@ -46,6 +91,49 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>Close without Saving</source>
         <translation>不保存直接关闭</translation>
+    </message>
+</context>
+<context>
+    <name>QHttp</name>
+    <message>
+        <source>Connection closed</source>
+        <translation>连接已关闭</translation>
+    </message>
+    <message>
+        <source>Connection refused</source>
+        <translation>连接被拒绝</translation>
+    </message>
+    <message>
+        <source>Data corrupted</source>
+        <translation>数据已损坏</translation>
+    </message>
+    <message>
+        <source>Host %1 not found</source>
+        <translation>找不到主机 %1</translation>
+    </message>
+    <message>
+        <source>Host requires authentication</source>
+        <translation>主机需要身份验证</translation>
+    </message>
+    <message>
+        <source>Insecure redirect</source>
+        <translation>重定向不安全</translation>
+    </message>
+    <message>
+        <source>Proxy requires authentication</source>
+        <translation>代理服务器需要身份验证</translation>
+    </message>
+    <message>
+        <source>SSL handshake failed</source>
+        <translation>SSL 握手失败</translation>
+    </message>
+    <message>
+        <source>Too many redirects</source>
+        <translation>重定向次数过多</translation>
+    </message>
+    <message>
+        <source>Unknown protocol specified</source>
+        <translation>未知的协议</translation>
     </message>
 </context>
 <context>
@@ -91,6 +179,21 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>OK</source>
         <translation>确定</translation>
+    </message>
+</context>
+<context>
+    <name>QNetworkReply</name>
+    <message>
+        <source>Error transferring %1 - server replied: %2</source>
+        <translation>传输 %1 时出错，服务器回应：%2</translation>
+    </message>
+    <message>
+        <source>Protocol &quot;%1&quot; is unknown</source>
+        <translation>未知的协议“%1”</translation>
+    </message>
+    <message>
+        <source>Temporary network failure.</source>
+        <translation>网络暂时不可用。</translation>
     </message>
 </context>
 <context>
@@ -448,6 +551,13 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>Results</source>
         <translation>结果</translation>
+    </message>
+</context>
+<context>
+    <name>SavedNotice</name>
+    <message>
+        <source>Saved</source>
+        <translation>已保存</translation>
     </message>
 </context>
 <context>

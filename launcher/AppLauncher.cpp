@@ -48,6 +48,7 @@ AppLauncher::AppLauncher(QObject *parent)
 {
     loadBuiltinApps();
     scanStartMenu();
+    m_isFirstStart = !QFile::exists(pinsFilePath());
     if (!loadPins()) {
         using platform::BuiltinProgram;
         pinApp(platform::builtinProgram(BuiltinProgram::Calculator).path, tr("Calculator"), {});

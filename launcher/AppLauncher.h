@@ -45,6 +45,10 @@ public:
 
     Q_INVOKABLE bool isPinned(const QString &path) const;
 
+    /// Whether there was no pins file when the launcher was created: the user starts the program
+    /// for the first time.
+    bool isFirstStart() const { return m_isFirstStart; }
+
     /// The pins as records with "name", "path" and "icon", in the order of pinning.
     QVariantList pinnedApps() const;
 
@@ -65,4 +69,5 @@ private:
     QList<AppEntry> m_apps;
     QString m_iconCacheDir; // empty if it cannot be created
     QList<PinnedApp> m_pinnedApps;
+    bool m_isFirstStart = false;
 };

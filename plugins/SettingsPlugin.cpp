@@ -58,6 +58,7 @@ QWidget *SettingsPlugin::createView()
 {
     if (!m_view) {
         m_view = new SettingsView(m_settings, m_pluginManager);
+        m_view->setHotkeyCheck(m_hotkeyCheck);
         connect(m_view, &SettingsView::closeRequested, this, &SettingsPlugin::viewCloseRequested);
         connect(m_view, &QObject::destroyed, this, [this] { m_view = nullptr; });
     }

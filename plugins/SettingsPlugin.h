@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/IPlugin.h"
+#include "settings/HotkeyHints.h"
 
 class PluginManager;
 class Settings;
@@ -17,6 +18,9 @@ public:
     /// The services are for the page; they are not owned and must outlive the plugin.
     SettingsPlugin(Settings *settings, PluginManager *pluginManager, QObject *parent = nullptr);
     ~SettingsPlugin() override;
+
+    /// Sets how the page learns that another program holds a hotkey. Call it before the page opens.
+    void setHotkeyCheck(const HotkeyHints::Check &check) { m_hotkeyCheck = check; }
 
     QString command() const override;
     QStringList aliases() const override;
@@ -40,5 +44,6 @@ private:
     Settings *m_settings;
     PluginManager *m_pluginManager;
     SettingsView *m_view = nullptr;
+    HotkeyHints::Check m_hotkeyCheck;
     QString m_viewCommand = QStringLiteral("set");
 };

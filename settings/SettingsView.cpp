@@ -3,6 +3,7 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
+#include "settings/SavedNotice.h"
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
@@ -150,6 +151,7 @@ void SettingsView::showPage(const QString &page)
 void SettingsView::reload()
 {
     m_bindings.load();
+    m_hints.update();
 }
 
 bool SettingsView::eventFilter(QObject *watched, QEvent *event)
@@ -232,7 +234,7 @@ void SettingsView::buildButtons()
         button->setIcon(QIcon());                                  // as the other buttons
         qobject_cast<QPushButton *>(button)->setAutoDefault(true); // Enter presses it, too
     }
-    connect(m_buttons, &QDialogButtonBox::accepted, this, [this] { m_bindings.save(); });
+    connect(m_buttons, &QDialogButtonBox::accepted, this, &SettingsView::save);
     connect(m_buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, [this] {
         reload();
         Q_EMIT closeRequested();
@@ -274,6 +276,7 @@ void SettingsView::addHotkeyEdit(QBoxLayout *layout)
     label->setBuddy(edit);
     layout->addWidget(edit);
     m_bindings.bindGlobalHotkey(edit);
+    m_hints.add(edit, {});
 }
 
 void SettingsView::addThemeCombo(QBoxLayout *layout)
@@ -344,6 +347,7 @@ QWidget *SettingsView::buildPluginCard(const QString &command)
     layout->setContentsMargins(14, 10, 14, 10);
     layout->setSpacing(10);
     layout->addLayout(texts, 1);
+    layout->setAlignment(texts, Qt::AlignVCenter); // keeps them together beside a hint
     layout->addWidget(buildPluginCheck(command, card));
     QLabel *label = buildLabel(tr("Hotkey"), u"muted"_s, card);
     layout->addWidget(label);
@@ -369,6 +373,7 @@ QWidget *SettingsView::buildPluginHotkeyEdit(const QString &command, QWidget *ca
     edit->setAccessibleName(command + u' ' + tr("Hotkey"));
     edit->setFixedWidth(150);
     m_bindings.bindPluginHotkey(edit, command);
+    m_hints.add(edit, command);
     return edit;
 }
 
@@ -377,4 +382,11 @@ void SettingsView::checkAllPlugins(bool checked)
     for (QCheckBox *check : std::as_const(m_pluginChecks)) {
         check->setChecked(checked);
     }
+}
+
+void SettingsView::save()
+{
+    m_bindings.save();
+    m_hints.update(); // the hotkeys are registered by now
+    SavedNotice::showBeside(m_buttons);
 }

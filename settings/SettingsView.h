@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "settings/HotkeyHints.h"
 #include "settings/SettingsBindings.h"
 
 #include <QList>
@@ -15,7 +16,9 @@ class QListWidget;
 class QStackedWidget;
 class Settings;
 
-/// The settings page. Its controls hold a working copy: Save stores it, Cancel discards it.
+/// The settings page. Its controls hold a working copy: Save stores it, Cancel discards it. A hint
+/// under a hotkey and the notice that Save has saved are widgets of their own, created when first
+/// needed.
 class SettingsView : public QWidget
 {
     Q_OBJECT
@@ -31,6 +34,9 @@ public:
 
     /// Shows the stored preferences in all controls.
     void reload();
+
+    /// Sets how the page learns that another program holds a hotkey, for the next reload() or Save.
+    void setHotkeyCheck(const HotkeyHints::Check &check) { m_hints.setCheck(check); }
 
 Q_SIGNALS:
     /// The user has pressed Cancel and wants to leave the page.
@@ -60,8 +66,10 @@ private:
     QWidget *buildPluginHotkeyEdit(const QString &command, QWidget *card);
 
     void checkAllPlugins(bool checked);
+    void save();
 
     SettingsBindings m_bindings;
+    HotkeyHints m_hints;
     PluginManager *m_pluginManager;
     QListWidget *m_navigation = nullptr;
     QStackedWidget *m_pages = nullptr;

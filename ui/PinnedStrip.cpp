@@ -4,20 +4,42 @@
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "ui/PngFile.h"
+#include "ui/ScrollRow.h"
 #include "ui/VisibleText.h"
 
 #include <QCoreApplication>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
+#include <QScreen>
+#include <QWheelEvent>
+#include <QWindow>
+
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int neighbourWidth = 24; // of the next button beside the focused one
+
+// The movement along the axis that the user means; a plain wheel moves the strip, too.
+int mainDelta(const QPoint &delta)
+{
+    return std::abs(delta.x()) > std::abs(delta.y()) ? delta.x() : delta.y();
+}
+
+bool isByMouse(const QEvent &event)
+{
+    return static_cast<const QFocusEvent &>(event).reason() == Qt::MouseFocusReason;
+}
+
+} // namespace
 
 PinnedStrip::PinnedStrip(AppLauncher *launcher, QWidget *parent)
     : QWidget(parent)
     , m_launcher(launcher)
-    , m_layout(new QHBoxLayout(this))
+    , m_layout(new ScrollRow(this))
 {
     setObjectName(u"pinnedStrip"_s);
     m_layout->setContentsMargins(0, 0, 0, 0);
@@ -32,6 +54,7 @@ bool PinnedStrip::isEmpty() const
 void PinnedStrip::rebuild()
 {
     Q_EMIT aboutToChange();
+    const int offset = m_layout->offset();
     clear();
     const QVariantList pins = m_launcher->pinnedApps();
     if (!pins.isEmpty()) {
@@ -43,8 +66,41 @@ void PinnedStrip::rebuild()
         }
         m_layout->addStretch();
     }
+    m_layout->setLimit(availableWidth());
+    m_layout->scrollTo(offset); // the row was shorter meanwhile
     updateGeometry();
     Q_EMIT changed();
+}
+
+bool PinnedStrip::eventFilter(QObject *watched, QEvent *event)
+{
+    // A button must not move away under the pointer that presses it.
+    if (event->type() == QEvent::FocusIn && !isByMouse(*event)) {
+        scrollToButton(*qobject_cast<QWidget *>(watched));
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+bool PinnedStrip::event(QEvent *event)
+{
+    if (event->type() == QEvent::Show && window()->windowHandle()) {
+        connect(window()->windowHandle(), &QWindow::screenChanged, this, &PinnedStrip::fitToScreen,
+                Qt::UniqueConnection);
+        fitToScreen();
+    }
+    return QWidget::event(event);
+}
+
+void PinnedStrip::wheelEvent(QWheelEvent *event)
+{
+    if (m_layout->geometry().width() == width()) {
+        QWidget::wheelEvent(event);
+        return;
+    }
+    const bool isFine = !event->pixelDelta().isNull();
+    const QPoint delta = isFine ? event->pixelDelta() : event->angleDelta();
+    m_layout->scrollTo(m_layout->offset() - mainDelta(delta));
+    event->accept();
 }
 
 void PinnedStrip::clear()
@@ -68,6 +124,7 @@ void PinnedStrip::addButton(const QVariantMap &pin)
     if (!icon.isEmpty()) {
         button->setIcon(iconOfFile(icon));
     }
+    button->installEventFilter(this);
     button->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(button, &QPushButton::clicked, this, [this, path] {
         m_launcher->launch(path);
@@ -95,5 +152,34 @@ void PinnedStrip::openMenu(const QString &path, const QPoint &globalPosition)
         menu.addAction(QCoreApplication::translate("MainWindow", "Unpin from Start"));
     if (menu.exec(globalPosition) == unpin) {
         m_launcher->unpinApp(path);
+    }
+}
+
+void PinnedStrip::fitToScreen()
+{
+    connect(screen(), &QScreen::availableGeometryChanged, this, &PinnedStrip::fitToScreen,
+            Qt::UniqueConnection);
+    if (availableWidth() != m_layout->limit()) {
+        m_layout->setLimit(availableWidth());
+        Q_EMIT changed();
+    }
+}
+
+// That of the screen between the margins of the window.
+int PinnedStrip::availableWidth() const
+{
+    const QLayout *outer = parentWidget() ? parentWidget()->layout() : nullptr;
+    const QMargins margins = outer ? outer->contentsMargins() : QMargins();
+    return screen()->availableGeometry().width() - margins.left() - margins.right();
+}
+
+void PinnedStrip::scrollToButton(const QWidget &button)
+{
+    const int left = button.x() - neighbourWidth;
+    const int right = button.x() + button.width() + neighbourWidth;
+    if (left < 0) {
+        m_layout->scrollTo(m_layout->offset() + left);
+    } else if (right > width()) {
+        m_layout->scrollTo(m_layout->offset() + right - width());
     }
 }

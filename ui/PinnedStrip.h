@@ -5,10 +5,11 @@
 #include <QWidget>
 
 class AppLauncher;
-class QHBoxLayout;
+class ScrollRow;
 
 /// The row of pinned applications. A button launches its application, and its menu unpins it. The
-/// strip follows the pins of the launcher. The owner shows and hides the strip.
+/// strip follows the pins of the launcher. It is as wide as its buttons, but no wider than the
+/// screen; then the wheel and the focus scroll it. The owner shows and hides the strip.
 class PinnedStrip : public QWidget
 {
     Q_OBJECT
@@ -22,6 +23,8 @@ public:
     /// Replaces the label and the buttons.
     void rebuild();
 
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 Q_SIGNALS:
     /// The strip is about to delete its buttons, and with them the focus of one that has it.
     void aboutToChange();
@@ -32,12 +35,19 @@ Q_SIGNALS:
     /// A button launched its application.
     void launched();
 
+protected:
+    bool event(QEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+
 private:
     void clear();
     void addButton(const QVariantMap &pin);
     void addToLayout(QWidget *widget);
     void openMenu(const QString &path, const QPoint &globalPosition);
+    void fitToScreen();
+    int availableWidth() const;
+    void scrollToButton(const QWidget &button);
 
     AppLauncher *m_launcher;
-    QHBoxLayout *m_layout = nullptr;
+    ScrollRow *m_layout = nullptr;
 };

@@ -70,6 +70,7 @@ WindowHeight::WindowHeight(QWidget *window, QStackedWidget *stack, QListWidget *
 
 void WindowHeight::scheduleUpdate()
 {
+    widen(); // at once, so that the window has its width when it is first placed on the screen
     if (!m_isUpdatePending) {
         m_isUpdatePending = true;
         QTimer::singleShot(0ms, this, &WindowHeight::update);
@@ -189,18 +190,33 @@ void WindowHeight::collapseStack()
 
 // The list has a fixed height, so the minimum of the layout would keep the user from making the
 // window smaller than its rows. The minimum is lowered before the resize and raised after it, so
-// that the window is resized only once. Many pins make the window wider.
+// that the window is resized only once.
 void WindowHeight::resizeWindow(int height, int minimum)
 {
     const QSize limit = room();
-    m_window->setMinimumWidth(
-        std::max(std::min(m_minimumWidth, limit.width()), m_window->minimumSizeHint().width()));
+    widen();
     m_window->setMinimumHeight(std::min(m_window->minimumHeight(), minimum));
     if (const QSize size(std::min(m_window->width(), limit.width()), height);
         m_window->size() != size) {
         m_window->resize(size);
     }
     m_window->setMinimumHeight(minimum);
+}
+
+// Many pins make the window wider; its right edge, with the close button, stays on the screen.
+void WindowHeight::widen()
+{
+    const int minimum = std::max(std::min(m_minimumWidth, room().width()),
+                                 m_window->minimumSizeHint().width());
+    const bool grows = minimum > m_window->width();
+    m_window->setMinimumWidth(minimum);
+    if (grows && m_window->isVisible()) {
+        const QRect area = m_window->screen()->availableGeometry();
+        const int last = std::max(area.left(), area.right() + 1 - m_window->width());
+        if (m_window->x() > last) {
+            m_window->move(last, m_window->y());
+        }
+    }
 }
 
 int WindowHeight::listHeightFor(int height) const

@@ -60,6 +60,7 @@ private:
     void update();
     void collapseStack();
     void resizeWindow(int height, int minimum);
+    void widen();
     int listHeightFor(int height) const;
     void rememberRequest(int height);
 

@@ -205,6 +205,10 @@ class Desktop:
         return self._start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
                             "request", "--height", "26"], env=os.environ | self.environment())
 
+    def tray(self):
+        """The window that receives the icons, or an empty string while no tray runs."""
+        return self.run("xdotool", "search", "--class", "trayer").strip()
+
     def geometry(self, window):
         """x, y, width and height of a window on the screen."""
         lines = self.run("xwininfo", "-id", window).splitlines()

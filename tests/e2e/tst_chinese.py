@@ -107,7 +107,7 @@ class Chinese(LanguageCase):
         self.start()
         places = ("用户", "设置", "插件")
         self.launcher.open_page("set", "全局唤醒快捷键")
-        self.shows(*places, "主题", "跟随系统", "搜索引擎")
+        self.shows(*places, "主题", "跟随系统", "搜索引擎", "保存", "取消")
         self.picture("set")
         self.launcher.open_page("user", "跟随系统启动")
         self.shows(*places, "软件信息", "显示浮动图标", "失去焦点时隐藏", "进入应用需双击",

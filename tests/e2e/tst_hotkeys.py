@@ -111,6 +111,31 @@ class Hotkeys(EndToEndCase):
         self.goes_away()
         self.start_again()
 
+    def test_settings_page_tells_that_another_program_holds_it(self):
+        self.home.set_preferences({"globalHotkey": "Ctrl+Alt+Left", "pluginHotkeys/app": "F8"})
+        self.start()
+        self.launcher.open_page("set", "Save")
+        held = "This hotkey is held by another program."
+        wait_until(lambda: held in self.names(), "the page tells it")
+        self.picture("held")
+        self.launcher.tab_to("Global Hotkey")
+        self.launcher.press("ctrl+alt+k")
+        wait_until(lambda: held not in self.names(), "another hotkey may be free")
+        self.launcher.tab_to("Save")
+        self.launcher.press("space")
+        wait_until(lambda: "Saved" in self.names(), "the page tells that it has saved")
+        wait_until(lambda: "Saved" not in self.names(), "the notice goes")
+        self.assertNotIn(held, self.names())
+
+        self.launcher.open_page("plugin", "Enable all")
+        wait_until(lambda: "This key is taken from all programs." in self.names(),
+                   "the page tells it")
+        self.picture("bare")
+
+    def names(self):
+        """The accessible names of all visible controls."""
+        return [found.get_name() for found in self.launcher.everything()]
+
     def test_takes_keys_while_the_hotkey_is_held(self):
         self.home.set_preferences(globalHotkey="F9")
         self.start_behind_another_window()

@@ -5,6 +5,7 @@ from launcher import walk_through_menu
 
 ENTRIES = ["Show", "Settings", "Restart", "Quit"]
 FOCUS_LOSS_TIME = 0.5  # seconds; longer than the toolkit's delay
+MESSAGE_TIME = 3  # seconds; longer than the delay of the first message
 
 
 class TrayCase(EndToEndCase):
@@ -152,6 +153,33 @@ class Tray(TrayCase):
         self.icon()
         self.launcher.type("note")
         self.shows_titles("Notepad")
+
+
+class FirstStart(TrayCase):
+    def setUp(self):
+        super().setUp()
+        self.start_tray()
+        wait_until(self.desktop.tray, "the tray runs")
+
+    def message(self, text):
+        """Whether a message of the icon, a small window of its own, begins with this text."""
+        return any(found.get_name().startswith(text) for found in self.launcher.everything())
+
+    def test_names_the_hotkey_at_the_first_start_alone(self):
+        self.start()
+        wait_until(lambda: self.message("Press Ctrl+Alt+Space to show"), "the message shows")
+        self.picture("message")
+        self.launcher.terminate()
+        self.start()
+        self.stays(lambda: not self.message("Press"), "there is no message", MESSAGE_TIME)
+
+    def test_tells_that_the_hotkey_is_held(self):
+        # The window manager's default configuration uses it to switch desktops.
+        self.home.set_preferences(globalHotkey="Ctrl+Alt+Left")
+        self.start()
+        wait_until(lambda: self.message("The hotkey Ctrl+Alt+Left is held by another program."),
+                   "the message shows")
+        self.picture("message")
 
 
 class WithoutTray(TrayCase):

@@ -1,4 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
+import json
+
 from case import EndToEndCase, main
 from desktop import wait_until
 from launcher import BUILTINS
@@ -94,6 +96,33 @@ class Window(EndToEndCase):
             return previous == last
         wait_until(settles, "the window stands still")
         return last
+
+
+class ManyPins(EndToEndCase):
+    SCREEN = 1280
+
+    def test_stay_on_the_screen_and_scroll(self):
+        names = [f"Some Application {number}" for number in range(14)]
+        folder = self.home.data / "Vaskel"
+        folder.mkdir()
+        (folder / "pins.json").write_text(json.dumps(
+            [{"name": name, "path": f"/{name}.desktop", "icon": ""} for name in names]))
+        self.start()
+        self.becomes(lambda: (self.launcher.geometry()[0], self.launcher.geometry()[2]),
+                     (0, self.SCREEN))
+        self.picture("start")
+        self.launcher.tab_to(names[0])
+        for name in names[1:]:
+            self.launcher.press("Tab")
+            self.becomes(lambda: self.launcher.focused().get_name(), name)
+            self.is_in_the_window(self.launcher.focused())
+        self.picture("end")
+
+    def is_in_the_window(self, button):
+        left, _, width, _ = self.launcher.geometry()
+        extents = button.get_extents(Atspi.CoordType.SCREEN)
+        self.assertGreaterEqual(extents.x, left)
+        self.assertLessEqual(extents.x + extents.width, left + width)
 
 
 class Focus(EndToEndCase):

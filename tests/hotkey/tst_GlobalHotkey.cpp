@@ -40,6 +40,8 @@ private Q_SLOTS:
     void reportsAPluginHotkeyThatIsTakenAndClearsIt();
     void keepsTheOlderPluginHotkeyOfACommand();
     void clearsPluginHotkeysAndLeavesTheMainOne();
+    void tellsWhetherTheMainHotkeyIsHeld();
+    void tellsWhetherAPluginHotkeyIsHeld();
     void emitsFromTheEventLoop();
     void unregistersAllHotkeysWhenDestroyed();
 
@@ -301,6 +303,36 @@ void tst_GlobalHotkey::clearsPluginHotkeysAndLeavesTheMainOne()
     QCOMPARE(command.count(), 0);
     QCOMPARE(m_keyboard->received(letter), 1);
     m_hotkey->clearPluginHotkeys();
+}
+
+void tst_GlobalHotkey::tellsWhetherTheMainHotkeyIsHeld()
+{
+    QVERIFY(m_keyboard->grabHotkey(space));
+    QVERIFY(!m_hotkey->isMainHotkeyHeld());
+    QVERIFY(!m_hotkey->isMainHotkeyRegistered());
+
+    QVERIFY(!m_hotkey->setMainHotkey(space));
+    QVERIFY(m_hotkey->isMainHotkeyHeld());
+    QVERIFY(!m_hotkey->isMainHotkeyRegistered());
+    QVERIFY(m_hotkey->setMainHotkey(letter));
+    QVERIFY(!m_hotkey->isMainHotkeyHeld());
+    QVERIFY(m_hotkey->isMainHotkeyRegistered());
+
+    QVERIFY(!m_hotkey->setMainHotkey(space));
+    QVERIFY(!m_hotkey->setMainHotkey(QString()));
+    QVERIFY(!m_hotkey->isMainHotkeyHeld());
+}
+
+void tst_GlobalHotkey::tellsWhetherAPluginHotkeyIsHeld()
+{
+    QVERIFY(m_keyboard->grabHotkey(letter));
+    QVERIFY(!m_hotkey->registerPluginHotkey(u"calc"_s, letter));
+    QVERIFY(m_hotkey->registerPluginHotkey(u"todo"_s, space));
+    QVERIFY(m_hotkey->isPluginHotkeyHeld(u"calc"_s));
+    QVERIFY(!m_hotkey->isPluginHotkeyHeld(u"todo"_s));
+    QVERIFY(!m_hotkey->isPluginHotkeyHeld(u"file"_s));
+    m_hotkey->clearPluginHotkeys();
+    QVERIFY(!m_hotkey->isPluginHotkeyHeld(u"calc"_s));
 }
 
 void tst_GlobalHotkey::emitsFromTheEventLoop()

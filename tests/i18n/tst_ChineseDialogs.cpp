@@ -17,6 +17,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -99,6 +101,7 @@ private Q_SLOTS:
     void menuOfALineEdit();
     void menuOfAReadOnlyText();
     void menuOfAScrollBar();
+    void errorOfADownload();
 
 private:
     QTranslator m_translator;
@@ -168,6 +171,15 @@ void tst_ChineseDialogs::menuOfAScrollBar()
     QCOMPARE(entriesOfContextMenu(bar),
              QStringList({u"滚动到此处"_s, u"顶部"_s, u"底部"_s, u"向上翻页"_s, u"向下翻页"_s,
                           u"向上滚动"_s, u"向下滚动"_s}));
+}
+
+void tst_ChineseDialogs::errorOfADownload()
+{
+    QNetworkAccessManager network;
+    const std::unique_ptr<QNetworkReply> reply(
+        network.get(QNetworkRequest(QUrl(u"nonesuch://host/file"_s))));
+    QTRY_VERIFY(reply->isFinished());
+    QCOMPARE(reply->errorString(), u"未知的协议“nonesuch”"_s);
 }
 
 VASKEL_TEST(tst_ChineseDialogs, QApplication)

@@ -75,6 +75,7 @@ private Q_SLOTS:
     void cleanupTestCase() { fakePlatform() = FakePlatform(); }
 
     void pinsTheDefaultsWithoutAFile();
+    void startWithoutAFileIsTheFirst();
     void looksUpTheIconsOfTheDefaults();
     void replacesAFileThatIsNoArray_data();
     void replacesAFileThatIsNoArray();
@@ -123,6 +124,12 @@ void tst_AppLauncherPins::pinsTheDefaultsWithoutAFile()
     };
     QCOMPARE(launcher.pinnedApps(), expected);
     QCOMPARE(storedPins(), defaultPins());
+}
+
+void tst_AppLauncherPins::startWithoutAFileIsTheFirst()
+{
+    QVERIFY(AppLauncher().isFirstStart());
+    QVERIFY(!AppLauncher().isFirstStart());
 }
 
 void tst_AppLauncherPins::looksUpTheIconsOfTheDefaults()

@@ -3,10 +3,12 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
+#include "settings/SavedNotice.h"
 #include "settings/Settings.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
+#include "widgets/HintLine.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -27,6 +29,7 @@
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
+#include <QTimer>
 #include <QTranslator>
 #include <QWheelEvent>
 
@@ -408,6 +411,14 @@ private Q_SLOTS:
     void everyControlHasANameForScreenReaders();
     void survivesARequestForAMissingChild();
     void fitsIntoTheNarrowestWindow();
+
+    void hasNoHintsAtFirst();
+    void tellsThatAnotherProgramHoldsAHotkey_data();
+    void tellsThatAnotherProgramHoldsAHotkey();
+    void asksForTheHotkeyThatIsHeldAfterSave();
+    void tellsThatABareKeyIsTaken_data();
+    void tellsThatABareKeyIsTaken();
+    void tellsThatItHasSaved();
 };
 
 void tst_SettingsView::init()
@@ -1205,6 +1216,109 @@ void tst_SettingsView::fitsIntoTheNarrowestWindow()
         QTRY_COMPARE(p.area(i)->viewport()->width(), p.area(i)->widget()->width());
         QCOMPARE(p.area(i)->horizontalScrollBar()->maximum(), 0);
     }
+}
+
+void tst_SettingsView::hasNoHintsAtFirst()
+{
+    const Page p;
+    QVERIFY(p.view->findChildren<HintLine *>().isEmpty());
+    QVERIFY(!p.view->findChild<SavedNotice *>());
+}
+
+void tst_SettingsView::tellsThatAnotherProgramHoldsAHotkey_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("command");
+    QTest::newRow("of the window") << u"globalHotkey"_s << QString();
+    QTest::newRow("of a command") << u"pluginHotkeys/calc"_s << u"calc"_s;
+}
+
+void tst_SettingsView::tellsThatAnotherProgramHoldsAHotkey()
+{
+    QFETCH(const QString, key);
+    QFETCH(const QString, command);
+    store(key, u"Ctrl+F9"_s);
+    const Page p;
+    QKeySequenceEdit *edit =
+        command.isEmpty() ? p.hotkey() : p.pluginControl<QKeySequenceEdit>(command);
+    p.view->setHotkeyCheck([command](const QString &asked) { return asked == command; });
+    p.view->reload();
+    QCOMPARE(p.view->findChildren<HintLine *>().size(), 1);
+    const HintLine *hint = HintLine::of(edit);
+    QVERIFY(!hint->isHidden());
+    QCOMPARE(hint->text(), u"This hotkey is held by another program."_s);
+
+    // Nothing is known about another hotkey before it is saved.
+    edit->setKeySequence(QKeySequence(u"Ctrl+F8"_s));
+    QVERIFY(hint->isHidden());
+    edit->setKeySequence(QKeySequence(u"Ctrl+F9"_s));
+    QVERIFY(!hint->isHidden());
+    edit->clear();
+    p.save();
+    QVERIFY(hint->isHidden());
+}
+
+void tst_SettingsView::asksForTheHotkeyThatIsHeldAfterSave()
+{
+    const Page p;
+    QString registered;
+    QObject::connect(&p.settings, &Settings::globalHotkeyChanged, p.view.get(),
+                     [&] { registered = p.settings.globalHotkey(); });
+    p.view->setHotkeyCheck([&registered](const QString &) { return registered == "Ctrl+F8"_L1; });
+    p.hotkey()->setKeySequence(QKeySequence(u"Ctrl+F8"_s));
+    QVERIFY(!HintLine::of(p.hotkey()));
+    p.save();
+    QVERIFY(HintLine::of(p.hotkey()));
+}
+
+void tst_SettingsView::tellsThatABareKeyIsTaken_data()
+{
+    QTest::addColumn<QString>("hotkey");
+    QTest::addColumn<bool>("isBare");
+    QTest::newRow("letter") << u"A"_s << true;
+    QTest::newRow("function key") << u"F9"_s << true;
+    QTest::newRow("key of the keypad") << u"Num+5"_s << true;
+    QTest::newRow("Ctrl") << u"Ctrl+A"_s << false;
+    QTest::newRow("Meta") << u"Meta+A"_s << false;
+    QTest::newRow("none") << QString() << false;
+}
+
+void tst_SettingsView::tellsThatABareKeyIsTaken()
+{
+    QFETCH(const QString, hotkey);
+    QFETCH(const bool, isBare);
+    const Page p;
+    p.hotkey()->setKeySequence(QKeySequence(hotkey, QKeySequence::PortableText));
+    const HintLine *hint = HintLine::of(p.hotkey());
+    QCOMPARE(hint != nullptr, isBare);
+    if (hint) {
+        QCOMPARE(hint->text(), u"This key is taken from all programs."_s);
+        p.cancel();
+        QVERIFY(hint->isHidden());
+    }
+}
+
+void tst_SettingsView::tellsThatItHasSaved()
+{
+    const Page p;
+    p.save();
+    const auto *notice = p.view->findChild<SavedNotice *>();
+    QVERIFY(notice);
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->text(), u"Saved"_s);
+    const QDialogButtonBox *buttons = p.view->findChild<QDialogButtonBox *>();
+    QVERIFY(buttons->rect().contains(notice->geometry()));
+    for (const auto which : {QDialogButtonBox::Save, QDialogButtonBox::Cancel}) {
+        QVERIFY(!notice->geometry().intersects(buttons->button(which)->geometry()));
+    }
+    const auto *timer = notice->findChild<QTimer *>();
+    QCOMPARE(timer->interval(), 2000);
+    QVERIFY(timer->isActive());
+    QTRY_VERIFY(!notice->isVisible());
+
+    p.save();
+    QVERIFY(notice->isVisible());
+    QCOMPARE(p.view->findChildren<SavedNotice *>().size(), 1);
 }
 
 VASKEL_TEST(tst_SettingsView, QApplication)

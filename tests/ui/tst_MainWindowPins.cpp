@@ -12,7 +12,11 @@
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
+#include <QScreen>
 #include <QTest>
+#include <QWheelEvent>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 using namespace windowtest;
@@ -27,6 +31,29 @@ QStringList pinTexts(const Window &w)
         texts.append(button->text());
     }
     return texts;
+}
+
+/// Pins more programs than the screen is wide.
+void pinTooMany(Window &w)
+{
+    for (int number = 0; number < 20; ++number) {
+        w.launcher.pinApp(u"/%1.link"_s.arg(number), u"Application %1"_s.arg(number), QString());
+    }
+    w.settle();
+}
+
+bool isWholeInStrip(const Window &w, const QPushButton &button)
+{
+    return w.strip->rect().contains(button.geometry());
+}
+
+void turnWheel(const Window &w, const QPoint &pixels, const QPoint &angle)
+{
+    const QPointF position(w.strip->rect().center());
+    QWheelEvent event(position, w.strip->mapToGlobal(position), pixels, angle, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(w.strip, &event);
+    w.settle();
 }
 
 void unpinAll(Window &w)
@@ -74,6 +101,13 @@ private Q_SLOTS:
     void rebuildingKeepsTheFocusElsewhere();
     void pinsChangeTheHeight();
     void manyPinsWidenTheWindow();
+    void pinsThatDoNotFitTheScreenStopTheWindowThere();
+    void windowHasItsWidthBeforeItShows();
+    void wheelScrollsPinsThatDoNotFit();
+    void focusScrollsToAPin();
+    void clickDoesNotScroll();
+    void pinsThatFitDoNotScroll();
+    void unpinningScrollsBack();
 };
 
 void tst_MainWindowPins::stripHasALabelAndAButtonPerPin()
@@ -380,6 +414,111 @@ void tst_MainWindowPins::manyPinsWidenTheWindow()
     unpinAll(w);
     w.settle();
     QCOMPARE(w.window.minimumWidth(), 720);
+}
+
+void tst_MainWindowPins::pinsThatDoNotFitTheScreenStopTheWindowThere()
+{
+    Window w;
+    w.window.move(30, 10);
+    QVERIFY(w.showActive());
+    pinTooMany(w);
+    QCOMPARE(w.window.minimumWidth(), w.window.screen()->availableGeometry().width());
+    QCOMPARE(w.window.width(), w.window.minimumWidth());
+    const QList<QPushButton *> pins = w.pinButtons();
+    for (const QPushButton *pin : pins) {
+        QVERIFY(pin->width() >= pin->minimumSizeHint().width());
+    }
+    QVERIFY(isWholeInStrip(w, *pins.first()));
+    QVERIFY(!isWholeInStrip(w, *pins.last()));
+    QVERIFY(w.window.screen()->availableGeometry().contains(w.window.geometry()));
+    // Its widgets are those of a strip that fits.
+    QCOMPARE(w.strip->layout()->count(), pins.size() + 2);
+    QCOMPARE(pins.first()->parentWidget(), w.strip);
+}
+
+void tst_MainWindowPins::windowHasItsWidthBeforeItShows()
+{
+    for (int number = 0; number < 20; ++number) {
+        AppLauncher().pinApp(u"/%1.link"_s.arg(number), u"Application"_s, QString());
+    }
+    const Window w;
+    QCOMPARE(w.window.width(), w.window.screen()->availableGeometry().width());
+}
+
+void tst_MainWindowPins::wheelScrollsPinsThatDoNotFit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    pinTooMany(w);
+    const QList<QPushButton *> pins = w.pinButtons();
+    const int start = pins.first()->x();
+    turnWheel(w, {}, QPoint(0, -120));
+    QCOMPARE(pins.first()->x(), start - 120);
+    turnWheel(w, QPoint(-7, 2), QPoint(-120, 0));
+    QCOMPARE(pins.first()->x(), start - 127);
+    turnWheel(w, {}, QPoint(0, -120'000));
+    QCOMPARE(pins.last()->geometry().right(), w.strip->rect().right());
+    turnWheel(w, {}, QPoint(0, 120'000));
+    QCOMPARE(pins.first()->x(), start);
+}
+
+void tst_MainWindowPins::focusScrollsToAPin()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    pinTooMany(w);
+    const QList<QPushButton *> pins = w.pinButtons();
+    pins.first()->setFocus(Qt::TabFocusReason);
+    for (const QPushButton *pin : pins) {
+        QCOMPARE(QApplication::focusWidget(), pin);
+        QVERIFY2(isWholeInStrip(w, *pin), qPrintable(pin->text()));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    pins.first()->setFocus(Qt::BacktabFocusReason);
+    QVERIFY(isWholeInStrip(w, *pins.first()));
+}
+
+void tst_MainWindowPins::clickDoesNotScroll()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    pinTooMany(w);
+    const QList<QPushButton *> pins = w.pinButtons();
+    const auto cut = std::find_if(pins.cbegin(), pins.cend(), [&w](const QPushButton *pin) {
+        return !isWholeInStrip(w, *pin);
+    });
+    const int place = (*cut)->x();
+    QTest::mousePress(*cut, Qt::LeftButton, {}, QPoint(2, 10));
+    QCOMPARE((*cut)->x(), place);
+    QTest::mouseRelease(*cut, Qt::LeftButton, {}, QPoint(2, 10));
+    QCOMPARE(launched().size(), 1);
+}
+
+void tst_MainWindowPins::pinsThatFitDoNotScroll()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    const int start = w.pinButtons().first()->x();
+    turnWheel(w, {}, QPoint(0, -120));
+    QCOMPARE(w.pinButtons().first()->x(), start);
+    QCOMPARE(w.strip->layout()->geometry(), w.strip->rect());
+}
+
+void tst_MainWindowPins::unpinningScrollsBack()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    pinTooMany(w);
+    turnWheel(w, {}, QPoint(0, -120'000));
+    w.launcher.unpinApp(u"/0.link"_s);
+    w.settle();
+    QCOMPARE(w.pinButtons().last()->geometry().right(), w.strip->rect().right());
+    for (int number = 1; number < 20; ++number) {
+        w.launcher.unpinApp(u"/%1.link"_s.arg(number));
+    }
+    w.settle();
+    QCOMPARE(w.strip->layout()->geometry(), w.strip->rect());
+    QVERIFY(isWholeInStrip(w, *w.pinButtons().first()));
 }
 
 VASKEL_TEST(tst_MainWindowPins, QApplication)
