@@ -34,9 +34,9 @@ struct Answer
 /// The name of the index for the user. Empty if none is installed; every search then fails.
 QString name();
 
-/// Calls back when a database is complete that a search found incomplete (error 104), as long as
-/// the context lives: the same search then succeeds. Never calls back for a build that fails, and
-/// never on Windows.
+/// Calls back when a database is complete that the last search found incomplete (error 104), as
+/// long as the context lives: the same search then succeeds. Never calls back for a build that
+/// fails, and never on Windows.
 void watch(QObject *context, const std::function<void()> &completed);
 
 /// Searches for the text and waits for the answer, on Linux for at most two seconds. Returns at

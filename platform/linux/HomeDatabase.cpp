@@ -46,6 +46,13 @@ QString updater()
     return {};
 }
 
+// updatedb makes the file readable for the user's group, whatever the umask. Returns false if there
+// is no file.
+bool makePrivate()
+{
+    return QFile::setPermissions(HomeDatabase::filePath(), QFile::ReadOwner | QFile::WriteOwner);
+}
+
 bool isFresh(const QFileInfo &database)
 {
     const qint64 age = database.lastModified().secsTo(QDateTime::currentDateTime());
@@ -69,12 +76,12 @@ HomeDatabase::State HomeDatabase::prepare(const QDeadlineTimer &deadline)
                 static_cast<int>(std::min(patience, deadline.remainingTime())));
         }
     }
-    // updatedb makes the file readable for the user's group, whatever the umask.
-    if (QFile::setPermissions(filePath(), QFile::ReadOwner | QFile::WriteOwner)) {
-        return State::Ready;
+    m_isAwaited = !makePrivate() && isBuilding();
+    if (m_isAwaited) {
+        return State::Building;
     }
-    m_isAwaited = isBuilding();
-    return m_isAwaited ? State::Building : State::Failed;
+    // The build may have ended between the two questions.
+    return makePrivate() ? State::Ready : State::Failed;
 }
 
 void HomeDatabase::watch(QObject *context, const std::function<void()> &completed)
@@ -123,13 +130,24 @@ bool HomeDatabase::isBuilding() const
 void HomeDatabase::finishBuilding()
 {
     // A failed build would be repeated by the search that a watcher starts, without end.
-    if (!std::exchange(m_isAwaited, false) || !QFile::exists(filePath())) {
+    if (!m_isAwaited || !QFile::exists(filePath())) {
         return;
     }
-    for (const auto &[context, completed] : std::as_const(m_watchers)) {
+    // Later, because a search may be the first to notice the end of the process. It then needs no
+    // repetition.
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [this] { notifyWatchers(); }, Qt::QueuedConnection);
+}
+
+void HomeDatabase::notifyWatchers()
+{
+    if (!std::exchange(m_isAwaited, false)) {
+        return;
+    }
+    const auto watchers = m_watchers;
+    for (const auto &[context, completed] : watchers) {
         if (context) {
-            // Queued, because a search may be the first to notice the end of the process.
-            QMetaObject::invokeMethod(context, completed, Qt::QueuedConnection);
+            completed();
         }
     }
 }

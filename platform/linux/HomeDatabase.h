@@ -24,8 +24,8 @@ public:
     /// Waits for a missing one until the deadline, but at most a second: most homes take less.
     State prepare(const QDeadlineTimer &deadline);
 
-    /// Calls back when a build is complete for which prepare() has returned Building, as long as
-    /// the context lives. Does not call back for a build that fails.
+    /// Calls back when a build is complete if the last call of prepare() has returned Building, as
+    /// long as the context lives. Does not call back for a build that fails.
     void watch(QObject *context, const std::function<void()> &completed);
 
     /// Deletes a database that plocate cannot read.
@@ -35,8 +35,9 @@ private:
     void startBuilding();
     bool isBuilding() const;
     void finishBuilding();
+    void notifyWatchers();
 
     QPointer<QProcess> m_build; // owned by the application
-    bool m_isAwaited = false;   // a search has found the database incomplete
+    bool m_isAwaited = false;   // by the last search, which found no database
     QList<std::pair<QPointer<QObject>, std::function<void()>>> m_watchers;
 };

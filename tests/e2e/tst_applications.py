@@ -57,6 +57,33 @@ class Applications(EndToEndCase):
         self.is_recorded("recorder")
         self.hides()
 
+    def test_starts_a_visible_row_by_its_digit(self):
+        self.home.add_recorder("Recorder 1", file="first")
+        self.home.add_recorder("Recorder 2", file="second")
+        self.start()
+        self.launcher.type("recor")
+        self.shows_titles("Recorder 1", "Recorder 2")
+        self.launcher.press("alt+2")
+        self.is_recorded("second")
+        self.hides()
+        self.assertIsNone(self.home.recorded("first"))
+
+    def test_types_into_the_box_after_a_click_on_a_row(self):
+        self.home.add_entry("Otter")
+        self.start()
+        self.shows_titles(*BUILTINS, "Otter")
+        self.launcher.click_row("Paint")
+        self.becomes(self.launcher.current_row, BUILTINS.index("Paint"))
+        self.launcher.type("otter")
+        self.becomes(self.launcher.text, "otter")
+        self.shows_titles("Otter")
+
+    def test_pins_the_row_by_a_key(self):
+        self.start()
+        self.shows_titles(*BUILTINS)
+        self.launcher.press("ctrl+End", "ctrl+d")
+        self.becomes(self.launcher.pins, ["Calculator", "Task Manager", BUILTINS[-1]])
+
     def test_starts_the_row_that_the_keys_moved_to(self):
         for name in ("Recorder A", "Recorder B", "Recorder C"):
             self.home.add_recorder(name, file=name[-1])

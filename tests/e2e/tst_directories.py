@@ -57,6 +57,19 @@ class Directories(EndToEndCase):
                          [str(self.docs / "notes.txt")])
         self.assertIsNone(self.home.recorded("file-manager"))
 
+    def test_goes_into_a_folder_and_back(self):
+        (self.docs / "archive" / "2025").mkdir()
+        self.launcher.type("cd ~/Docs")
+        self.shows_docs()
+        self.launcher.press("ctrl+End", "Up", "Up")
+        self.becomes(self.launcher.current_row, 2)
+        self.launcher.press("Tab")
+        self.shows_titles("Open archive", "2025")
+        self.becomes(self.launcher.text, f"{self.docs}/archive/")
+        self.launcher.press("alt+Up")
+        self.shows_docs()
+        self.assertEqual(self.launcher.text(), f"{self.docs}/")
+
     def test_stays_open_at_enter_on_a_file(self):
         self.launcher.type("cd ~/Docs/notes.txt")
         self.shows_rows(("Directory does not exist", " ~/Docs/notes.txt"))

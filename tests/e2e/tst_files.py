@@ -55,6 +55,34 @@ class Files(EndToEndCase):
         self.assertEqual(self.is_recorded("text-editor")["arguments"],
                          [str(self.docs / "Quarterly Zebra.txt")])
 
+    def test_repeats_the_search_when_the_database_is_complete(self):
+        self.use_home_database()
+        go = self.home.folder / "go"
+        real = shutil.which("updatedb.plocate", path="/usr/sbin:/usr/bin")
+        updater = self.programs / "updatedb.plocate"
+        updater.write_text(f'#!/bin/sh\nwhile [ ! -e {go} ]; do sleep 0.05; done\n'
+                           f'exec {real} "$@"\n')
+        updater.chmod(0o755)
+        self.start()
+        self.launcher.type("file zebra")
+        self.shows_rows(("Search failed", "Error code: 104"))
+        go.touch()
+        self.becomes(lambda: sorted(self.launcher.titles()),
+                     ["Quarterly Zebra.txt", "zebra herd.md"])
+
+    def test_shows_a_file_in_its_folder(self):
+        self.home.add_opener("file-manager", "inode/directory;")
+        self.use_home_database()
+        self.start()
+        self.search("file herd")
+        self.shows_titles("zebra herd.md")
+        self.launcher.press("ctrl+c")
+        self.becomes(self.desktop.clipboard, str(self.docs / "zebra herd.md"))
+        self.launcher.press("ctrl+Return")
+        self.hides()
+        self.assertEqual(self.is_recorded("file-manager")["arguments"], [str(self.docs)])
+        self.assertIsNone(self.home.recorded("text-editor"))
+
     def test_hints_and_finds_nothing(self):
         self.use_home_database()
         self.start()
