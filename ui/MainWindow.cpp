@@ -14,8 +14,8 @@
 #include "ui/RowKeys.h"
 #include "ui/RowUpdate.h"
 #include "ui/UpdatePrompt.h"
-#include "ui/WindowAccessibility.h"
 #include "ui/VisibleText.h"
+#include "ui/WindowAccessibility.h"
 #include "ui/WindowHeight.h"
 #include "ui/WindowPlacement.h"
 #include "update/Updater.h"
@@ -166,14 +166,14 @@ void MainWindow::buildPages(QBoxLayout *layout)
 
 void MainWindow::connectSearch()
 {
-    auto *timer = new QTimer(this);
-    timer->setObjectName(u"searchTimer"_s);
-    timer->setInterval(searchDelay);
-    timer->setSingleShot(true);
+    m_searchTimer = new QTimer(this);
+    m_searchTimer->setObjectName(u"searchTimer"_s);
+    m_searchTimer->setInterval(searchDelay);
+    m_searchTimer->setSingleShot(true);
 
     const QLineEdit *edit = m_commandEdit->lineEdit();
-    connect(edit, &QLineEdit::textChanged, timer, qOverload<>(&QTimer::start));
-    connect(timer, &QTimer::timeout, this, &MainWindow::performSearch);
+    connect(edit, &QLineEdit::textChanged, m_searchTimer, qOverload<>(&QTimer::start));
+    connect(m_searchTimer, &QTimer::timeout, this, &MainWindow::performSearch);
     connect(edit, &QLineEdit::returnPressed, this, &MainWindow::launchCurrent);
     connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
             &MainWindow::performSearch);
@@ -185,7 +185,7 @@ void MainWindow::connectList()
     connect(m_resultList, &QListWidget::itemDoubleClicked, this, &MainWindow::doubleClickRow);
     auto *keys = new RowKeys(m_commandEdit, m_resultList, m_pluginManager, &m_query);
     connect(keys, &RowKeys::launchRequested, this, &MainWindow::launchCurrent);
-    connect(keys, &RowKeys::searchRequested, this, &MainWindow::performSearch);
+    connect(keys, &RowKeys::argumentsTaken, m_searchTimer, &QTimer::stop);
 }
 
 void MainWindow::createShortcuts()

@@ -14,6 +14,7 @@ class QBoxLayout;
 class QLabel;
 class QListWidgetItem;
 class QStackedWidget;
+class QTimer;
 class ResultList;
 class Settings;
 class Updater;
@@ -91,6 +92,7 @@ private:
     ResultList *m_resultList = nullptr;
     QStackedWidget *m_stack = nullptr;
     WindowHeight *m_height = nullptr;
+    QTimer *m_searchTimer = nullptr;
     CommandQuery m_query;  // of the last search
     QString m_viewCommand; // the command that opened the current page; empty for the list
 };

@@ -173,7 +173,7 @@ bool RowKeys::pressInList(const QKeyEvent &key)
 bool RowKeys::pressWithControl(const QKeyEvent &key)
 {
     const bool isEnter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-    if (isEnter && !key.isAutoRepeat() && addTask()) {
+    if (isEnter && !key.isAutoRepeat() && executeArguments()) {
         return true;
     }
     if (m_list->isHidden()) {
@@ -236,18 +236,19 @@ bool RowKeys::showRowInFolder()
     return true;
 }
 
-bool RowKeys::addTask()
+bool RowKeys::executeArguments()
 {
-    if (m_lastQuery->text() != m_box->text()) {
-        Q_EMIT searchRequested(); // or the task would lack its last letters
-    }
-    const QVariantMap action = recordAction(m_list->currentRecord());
-    // A search that opens a page keeps the rows of the earlier text.
-    if (actionType(action) != actiontype::addTask || m_lastQuery->arguments().trimmed().isEmpty()) {
+    const CommandText text = m_box->commandText();
+    const QVariantMap action =
+        m_pluginManager->actionForArguments(text.command, text.arguments.value_or(QString()));
+    if (action.isEmpty()) {
         return false;
     }
     if (m_pluginManager->executeAction(action)) {
-        m_box->setText(m_lastQuery->command() + u' ');
+        // A search without arguments could open the page of the command, and has the same rows.
+        const QSignalBlocker blocker(m_box->lineEdit());
+        m_box->setText(text.command + u' ');
+        Q_EMIT argumentsTaken();
     }
     return true;
 }

@@ -17,7 +17,8 @@ class ResultList;
 /// - Alt+1 to Alt+9 start the first nine visible rows, which show their digits while Alt is held;
 /// - Ctrl+C copies the path or the value of the row, unless text is selected in the box;
 /// - Ctrl+D pins or unpins the row;
-/// - Ctrl+Enter shows the file of the row in its folder, or carries out an action "addTask";
+/// - Ctrl+Enter carries out the action of the arguments if the command has one, and otherwise shows
+///   the file of the row in its folder;
 /// - Tab writes the folder of a row of "cd" into the box, and Alt+Up the parent of the listed one;
 /// - letters that are typed into the list go to the box.
 ///
@@ -39,8 +40,8 @@ Q_SIGNALS:
     /// The current row is to be started.
     void launchRequested();
 
-    /// The rows must be those of the text of the box before the key takes effect.
-    void searchRequested();
+    /// An action has taken the arguments out of the box. A pending search is void.
+    void argumentsTaken();
 
 private:
     bool pressKey(QObject *watched, const QKeyEvent &key);
@@ -51,7 +52,7 @@ private:
     bool copyRow();
     bool togglePin();
     bool showRowInFolder();
-    bool addTask();
+    bool executeArguments();
     bool enterFolder();
     bool enterParentFolder();
     bool writeFolder(const QString &path);

@@ -206,8 +206,8 @@ void WindowHeight::resizeWindow(int height, int minimum)
 // Many pins make the window wider; its right edge, with the close button, stays on the screen.
 void WindowHeight::widen()
 {
-    const int minimum = std::max(std::min(m_minimumWidth, room().width()),
-                                 m_window->minimumSizeHint().width());
+    const int minimum =
+        std::max(std::min(m_minimumWidth, room().width()), m_window->minimumSizeHint().width());
     const bool grows = minimum > m_window->width();
     m_window->setMinimumWidth(minimum);
     if (grows && m_window->isVisible()) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/RowKeys.h"
 
+#include "core/ArgumentsAction.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
@@ -119,6 +120,7 @@ private Q_SLOTS:
     void controlEnterAddsATaskWithItsPageOpen();
     void controlEnterKeepsTheTextIfTheTaskIsNotAdded();
     void controlEnterAddsNoTaskTwice();
+    void controlEnterOpensNoPage();
 
     void tabEntersTheFolder();
     void tabEntersAFolderWithABlankAtTheEnd();
@@ -525,16 +527,16 @@ void tst_RowKeys::controlEnterWithoutAFileIsEnter()
 
 namespace {
 
-/// A command whose row adds a task with the text of the arguments.
-class TaskPlugin : public FakePlugin
+/// A command that adds a task with the text of its arguments.
+class TaskPlugin : public FakePlugin, public ArgumentsAction
 {
 public:
     using FakePlugin::FakePlugin;
 
-    QVariantList query(const QString &args) override
+    QVariantMap actionForArguments(const QString &args) const override
     {
-        FakePlugin::query(args);
-        return {testRecord(u"add"_s, action(u"addTask"_s, args.trimmed(), command()))};
+        const QString title = args.trimmed();
+        return title.isEmpty() ? QVariantMap() : action(u"addTask"_s, title, command());
     }
 
     bool execute(const QVariantMap &action) override
@@ -628,6 +630,20 @@ void tst_RowKeys::controlEnterAddsNoTaskTwice()
     QTest::keyClick(t.w.edit, Qt::Key_Return, control);
     QTest::keyClick(t.w.edit, Qt::Key_Return, control);
     QCOMPARE(t.added(), QStringList(u"buy milk"_s));
+}
+
+void tst_RowKeys::controlEnterOpensNoPage()
+{
+    TaskWindow t;
+    QVERIFY(t.isActive);
+    t.w.settings.setPluginAutoEnter(true);
+    t.w.enter(u"add buy mil"_s);
+    QTest::keyClicks(t.w.edit, u"k"_s); // its search is pending
+    QTest::keyClick(t.w.edit, Qt::Key_Return, control);
+    QCOMPARE(t.w.box->text(), u"add "_s);
+    QVERIFY(!t.w.searchTimer().isActive());
+    QVERIFY(t.w.isListCurrent());
+    QVERIFY(t.w.edit->hasFocus());
 }
 
 void tst_RowKeys::tabEntersTheFolder()
