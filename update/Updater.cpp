@@ -141,7 +141,9 @@ void Updater::followRedirect(QNetworkReply *reply, int redirectsLeft, Next next,
 
 void Updater::checkForUpdate()
 {
-    check(checkUrl(), maximumRedirects);
+    if (!updateServer().isEmpty()) {
+        check(checkUrl(), maximumRedirects);
+    }
 }
 
 void Updater::check(const QUrl &url, int redirectsLeft)
@@ -176,6 +178,12 @@ void Updater::readAnswer(QNetworkReply *reply)
     }
     const QJsonObject answer = document.object();
     if (!answer["has_update"_L1].toBool()) {
+        Q_EMIT noUpdateAvailable();
+        return;
+    }
+    // No signature is understood yet, so no answer has a valid one.
+    if (!updateKeys().isEmpty()) {
+        qWarning("Ignoring an update without a valid signature");
         Q_EMIT noUpdateAvailable();
         return;
     }

@@ -32,7 +32,8 @@ public:
     void setTransferTimeout(std::chrono::milliseconds timeout);
 
     /// Asks the server once. Emits updateAvailable(), noUpdateAvailable() or checkError(), but
-    /// nothing as long as the server goes on with its answer. An answer may have up to 1 MiB.
+    /// nothing as long as the server goes on with its answer, or if there is no server. An answer
+    /// may have up to 1 MiB.
     Q_INVOKABLE void checkForUpdate();
 
     /// Downloads the new executable into the folder for temporary files, installs it and quits.
