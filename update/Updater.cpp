@@ -43,8 +43,9 @@ bool isThisMachine(const QUrl &url)
 // With a key only https, so that nobody on the way learns or decides what is transferred.
 bool mayConnectTo(const QUrl &url)
 {
-    return url.scheme() == "https"_L1
-           || (url.scheme() == "http"_L1 && (updateKeys().isEmpty() || isThisMachine(url)));
+    const bool mayBeHttp = updateKeys().isEmpty() || isThisMachine(url);
+    return url.isValid()
+           && (url.scheme() == "https"_L1 || (url.scheme() == "http"_L1 && mayBeHttp));
 }
 
 bool isRedirect(const QNetworkReply &reply)
@@ -191,7 +192,9 @@ void Updater::checkForUpdate()
 void Updater::check(const QUrl &url, int redirectsLeft)
 {
     QNetworkReply *reply = get(url);
-    reply->setReadBufferSize(answerLimit + 1);
+    // More than the limit: Qt reports the last piece only when another arrives, and a full buffer
+    // would let none arrive.
+    reply->setReadBufferSize(2 * answerLimit);
     followRedirect(
         reply, redirectsLeft,
         [this, redirectsLeft](const QUrl &target) { check(target, redirectsLeft - 1); },
@@ -213,8 +216,9 @@ void Updater::readAnswer(QNetworkReply *reply)
         Q_EMIT checkError(errorText(*reply));
         return;
     }
+    const bool isTooLong = reply->bytesAvailable() > answerLimit;
     const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
-    if (!document.isObject()) {
+    if (isTooLong || !document.isObject()) {
         Q_EMIT checkError(u"Invalid response"_s);
         return;
     }
