@@ -8,8 +8,7 @@
 
 namespace {
 
-// scripts/sign-update made this signature with openssl; tests/scripts/tst_sign_update.py has the
-// private key.
+// openssl made this signature with the private key in tests/scripts/tst_sign_update.py.
 const QByteArray opensslKey("d75a980182b10ab7d54bfed3c964073a0ee172f3daa62325af021a68f707511a");
 const QByteArray
     opensslSignature("72a42a595d7b14283005bca14836a5e305c22ac8a57d181b372831be9c019f84"
