@@ -6,6 +6,7 @@
 #include "launcher/IconCache.h"
 #include "platform/BuiltinPrograms.h"
 #include "platform/Link.h"
+#include "platform/RegularFile.h"
 #include "platform/StartMenu.h"
 
 #include <QDebug>
@@ -193,7 +194,7 @@ QString AppLauncher::extractIcon(const QString &path) const
 bool AppLauncher::loadPins()
 {
     QFile file(pinsFilePath());
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!platform::openRegularFile(file)) {
         return false;
     }
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/PngFile.h"
 
+#include "platform/RegularFile.h"
+
+#include <QFile>
 #include <QImageReader>
 
 QPixmap readPng(const QString &filePath)
 {
-    QImageReader reader(filePath, "png");
+    QFile file(filePath);
+    if (!platform::openRegularFile(file)) {
+        return {};
+    }
+    QImageReader reader(&file, "png");
     reader.setAutoDetectImageFormat(false);
     return QPixmap::fromImageReader(&reader);
 }
@@ -13,5 +20,9 @@ QPixmap readPng(const QString &filePath)
 QIcon iconOfFile(const QString &filePath)
 {
     const QPixmap pixmap = readPng(filePath);
-    return pixmap.isNull() ? QIcon(filePath) : QIcon(pixmap);
+    if (!pixmap.isNull()) {
+        return pixmap;
+    }
+    QFile file(filePath);
+    return platform::openRegularFile(file) ? QIcon(filePath) : QIcon();
 }

@@ -10,6 +10,7 @@
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProcessEnvironment.h"
+#include "platform/RegularFile.h"
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
@@ -135,6 +136,12 @@ bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
 bool makePrivateFolder(const QString &path)
 {
     return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
+}
+
+bool openRegularFile(QFile &file)
+{
+    return !fakePlatform().irregularFiles.contains(file.fileName())
+           && file.open(QIODevice::ReadOnly);
 }
 
 void chooseWindowSystem() {}

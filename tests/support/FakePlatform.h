@@ -62,6 +62,9 @@ struct FakePlatform
     // PrivateFolder.h; other folders are created
     QStringList foreignFolders;
 
+    // RegularFile.h; other files open normally
+    QStringList irregularFiles;
+
     // StartMenu.h; a file without an entry is listed under its complete base name
     QStringList startMenuRoots;
     QHash<QString, QString> startMenuNames;

@@ -16,6 +16,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -191,6 +192,15 @@ QString foreignFile()
     }
     QString path = testhome::writeFile(u"tmp/foreign"_s, "foreign");
     return ::chown(QFile::encodeName(path).constData(), nobody, nobody) == 0 ? path : QString();
+}
+
+QString endlessFile()
+{
+    QString path = testhome::path() + "/tmp/pipe"_L1;
+    if (::mkfifo(QFile::encodeName(path).constData(), S_IRWXU) != 0) {
+        qFatal("cannot make the pipe %s", qUtf8Printable(path));
+    }
+    return path;
 }
 
 bool isUpdated(const QString &downloadPath, const QString &programPath)

@@ -183,6 +183,12 @@ QString foreignFile()
     return qEnvironmentVariable("VASKEL_FOREIGN_FILE");
 }
 
+// Every folder has this name of the console.
+QString endlessFile()
+{
+    return testhome::path() + "/tmp/CON"_L1;
+}
+
 bool isUpdated(const QString &downloadPath, const QString &programPath)
 {
     QFile program(programPath);
