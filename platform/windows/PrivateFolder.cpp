@@ -54,4 +54,9 @@ bool makePrivateFolder(const QString &path)
     return !hasOwners(folder.get()) || restrictToUser(folder.get(), user.sid());
 }
 
+bool isProtectedFolder(const QString &)
+{
+    return true;
+}
+
 } // namespace platform

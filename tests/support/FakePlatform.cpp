@@ -135,6 +135,7 @@ bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
 
 bool makePrivateFolder(const QString &path)
 {
+    fakePlatform().privateFolders.append(path);
     return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
 }
 
@@ -142,6 +143,11 @@ bool openRegularFile(QFile &file)
 {
     return !fakePlatform().irregularFiles.contains(file.fileName())
            && file.open(QIODevice::ReadOnly);
+}
+
+bool isProtectedFolder(const QString &path)
+{
+    return !fakePlatform().unprotectedFolders.contains(path) && QFileInfo(path).isDir();
 }
 
 void chooseWindowSystem() {}

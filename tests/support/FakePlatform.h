@@ -59,8 +59,10 @@ struct FakePlatform
     QStringList foreignFiles;
     QHash<QString, QPointer<QFile>> privateFiles;
 
-    // PrivateFolder.h; other folders are created
+    // PrivateFolder.h; other folders are created, and protected
     QStringList foreignFolders;
+    QStringList privateFolders;
+    QStringList unprotectedFolders;
 
     // RegularFile.h; other files open normally
     QStringList irregularFiles;
