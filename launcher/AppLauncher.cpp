@@ -6,6 +6,7 @@
 #include "launcher/IconCache.h"
 #include "platform/BuiltinPrograms.h"
 #include "platform/Link.h"
+#include "platform/PrivateFolder.h"
 #include "platform/RegularFile.h"
 #include "platform/StartMenu.h"
 
@@ -232,6 +233,8 @@ void AppLauncher::savePins() const
 QString AppLauncher::pinsFilePath()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir().mkpath(folder);
+    if (!platform::makePrivateFolder(folder)) {
+        QDir().mkpath(folder);
+    }
     return folder + "/pins.json"_L1;
 }
