@@ -60,7 +60,7 @@ void makeSocket(const QString &path)
     address.sun_family = AF_UNIX;
     QVERIFY(size_t(name.size()) < sizeof(address.sun_path));
     std::copy(name.begin(), name.end(), address.sun_path);
-    const int server = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    const int server = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     QCOMPARE(::bind(server, reinterpret_cast<const sockaddr *>(&address), sizeof(address)), 0);
     ::close(server);
 }
