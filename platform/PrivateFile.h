@@ -15,7 +15,7 @@ namespace platform {
 /// - the file cannot be created; some systems refuse while the earlier file is open,
 /// - another user could replace the file or a folder that contains it; see isProtectedFolder().
 ///
-/// On Windows each user has a temporary folder, so nobody else could replace the file there.
+/// On Windows its access list admits the user and the system alone, whatever the folder's.
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode);
 
 } // namespace platform
