@@ -144,12 +144,7 @@ bool canLackFileManager()
 
 QStringList shownFolders()
 {
-    QStringList folders;
-    const QList<QStringList> starts = recording::starts(shownFoldersFile());
-    for (const QStringList &start : starts) {
-        folders.append(QDir::fromNativeSeparators(start.value(2)));
-    }
-    return folders;
+    return recording::shownFolders(shownFoldersFile());
 }
 
 QStringList installIndex(const QStringList &fileNames)

@@ -9,6 +9,7 @@
 #include "plugins/DirectoryPlugin.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTest>
 
 #include <windows.h>
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void init();
     void opensTheChosenFolder_data();
     void opensTheChosenFolder();
+    void opensTheFolderBesideAProgramOfItsName();
     void refusesAFolderThatIsMissing();
     void leavesOutHiddenEntries();
     void hasNoNameForADrive();
@@ -77,9 +79,18 @@ void tst_Folder::opensTheChosenFolder()
     }
     QCOMPARE(action.value(u"type"_s), type);
     QVERIFY(plugin.execute(action));
-    QTRY_COMPARE(recording::starts(shownFoldersFile()).size(), 1);
-    QCOMPARE(QDir::fromNativeSeparators(recording::starts(shownFoldersFile()).first().value(2)),
-             path);
+    QTRY_COMPARE(recording::shownFolders(shownFoldersFile()), QStringList{path});
+}
+
+// The shell tries the suffixes of programs for a name without one.
+void tst_Folder::opensTheFolderBesideAProgramOfItsName()
+{
+    const QString path = testhome::path() + "/Photos"_L1;
+    QVERIFY(QDir().mkpath(path));
+    QVERIFY(QFile::copy(recording::program(), path + ".exe"_L1));
+    QVERIFY(platform::openFolder(path));
+    QTRY_COMPARE(recording::shownFolders(shownFoldersFile()), QStringList{path});
+    QVERIFY(!QFile::exists(path + ".exe.txt"_L1));
 }
 
 void tst_Folder::refusesAFolderThatIsMissing()
