@@ -78,7 +78,7 @@ bool AppLauncher::launch(const QString &path)
     }
 
     QProcess process;
-    process.setProgram(path);
+    process.setProgram(platform::programFile(path));
     return process.startDetached();
 }
 

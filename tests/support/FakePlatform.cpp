@@ -53,6 +53,11 @@ ProgramInfo builtinProgram(BuiltinProgram program)
     return fakePlatform().builtinPrograms.value(int(program), unknown);
 }
 
+QString programFile(const QString &pathOrCommand)
+{
+    return fakePlatform().programFiles.value(pathOrCommand, pathOrCommand);
+}
+
 void ignoreClosedPipes()
 {
     fakePlatform().ignoresClosedPipes = true;

@@ -25,6 +25,7 @@ struct FakePlatform
 
     // BuiltinPrograms.h; a program without an entry gets a path made from its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
+    QHash<QString, QString> programFiles; // others are as they are
 
     // ClosedPipe.h
     bool ignoresClosedPipes = false;
