@@ -336,9 +336,18 @@ class WindowsPackages(unittest.TestCase):
 
     def test_starts_the_program_from_its_last_page(self):
         shutil.copy(library, self.downloads / "Everything64.dll")
-        self.click_through("ready")
+        self.click_through("ready", answer="y")
         self.addCleanup(run, "taskkill", "/f", "/im", "Vaskel.exe")
         self.wait_until(launcher_is_shown, "the program starts")
+
+    def test_asks_before_it_installs_a_library_from_beside_it(self):
+        shutil.copy(library, self.downloads / "Everything64.dll")
+        # Return is "No": whoever hurries installs nothing.
+        self.click_through("refused", answer="Return")
+        self.assertEqual([path.name for path in self.program_folder.glob("Everything64*")], [])
+        self.wait_until(lambda: windows("Vaskel"), "the folder opens")
+        xdotool("key", "alt+F4")
+        self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
 
     def test_opens_the_folder_for_the_library_that_is_missing(self):
         self.click_through("lacking")
@@ -347,12 +356,18 @@ class WindowsPackages(unittest.TestCase):
         xdotool("key", "alt+F4")
         self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
 
-    def click_through(self, name):
+    def click_through(self, name, answer=None):
+        """Answers the question about the library by this key, if it is expected."""
         setup = subprocess.Popen(wine(self.command(self.installer), desktop=True),
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(setup.terminate)
         self.wait_until(lambda: windows("Vaskel Setup"), "the first page shows")
         xdotool("key", "Return")
+        if answer:
+            self.wait_until(lambda: len(windows("Vaskel Setup")) == 2, "the question shows")
+            self.picture(f"{name}-question")
+            xdotool("key", answer)
+            self.wait_until(lambda: len(windows("Vaskel Setup")) == 1, "the question is answered")
         self.wait_until(lambda: UNINSTALL in registry(), "everything is installed")
         self.picture(name)
         self.wait_until(lambda: self.press_return_until_it_ends(setup), "the last page is left")
