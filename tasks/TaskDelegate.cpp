@@ -3,8 +3,12 @@
 
 #include "tasks/TaskTree.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QStyle>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -14,6 +18,12 @@ constexpr int editorMargin = 2;
 constexpr int leftPadding = -8;
 // The editor adds both to its least width, which must not be negative.
 constexpr int rightPadding = 4;
+
+// Rich text, since a plain one is not wrapped.
+QString toolTip(const QString &title)
+{
+    return "<p style='margin:0; white-space:pre-wrap'>"_L1 + title.toHtmlEscaped() + "</p>"_L1;
+}
 
 } // namespace
 
@@ -58,4 +68,15 @@ void TaskDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
     rect.setTop(option.rect.top() + (option.rect.height() - height) / 2);
     rect.setHeight(height);
     editor->setGeometry(rect);
+}
+
+bool TaskDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
+                             const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (event->type() == QEvent::ToolTip && index.isValid()
+        && sizeHint(option, index).width() > option.rect.width()) {
+        QToolTip::showText(event->globalPos(), toolTip(index.data().toString()), view);
+        return true;
+    }
+    return ItemFocusDelegate::helpEvent(event, view, option, index);
 }
