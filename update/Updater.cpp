@@ -101,7 +101,7 @@ QUrl checkUrl()
 // Logs why the offer is ignored, if it is.
 std::optional<SignedUpdate> trustedOffer(const QJsonObject &answer, const QString &currentVersion)
 {
-    const std::optional<SignedUpdate> update = readSignedUpdate(
+    std::optional<SignedUpdate> update = readSignedUpdate(
         answer, QStringLiteral(UPDATE_PLATFORM), QStringLiteral(UPDATE_ARCHITECTURE), updateKeys());
     if (!update) {
         qWarning("Ignoring an update without a valid signature for this system");

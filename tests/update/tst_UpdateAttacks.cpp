@@ -188,7 +188,7 @@ QStringList tst_UpdateAttacks::waitForASignal()
 
 QStringList tst_UpdateAttacks::update(const QString &url)
 {
-    const QStringList checked = check();
+    QStringList checked = check();
     if (!checked.constFirst().startsWith("offer: "_L1)) {
         return checked;
     }

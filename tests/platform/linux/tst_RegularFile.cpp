@@ -103,8 +103,8 @@ void tst_RegularFile::noReaderWaitsForAPipe_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<std::function<bool()>>("answersNothing");
-    const auto row = [](const char *tag, const QString &path, std::function<bool()> reader) {
-        QTest::newRow(tag) << homePath(path) << std::move(reader);
+    const auto row = [](const char *tag, const QString &path, const std::function<bool()> &reader) {
+        QTest::newRow(tag) << homePath(path) << reader;
     };
     row("desktop entry", u"data/applications/a.desktop"_s, [] {
         const QString root = homePath(u"data/applications"_s);
