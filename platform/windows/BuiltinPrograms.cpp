@@ -91,7 +91,7 @@ QString programFile(const QString &pathOrCommand)
         pathOrCommand.contains(u'.') ? pathOrCommand : pathOrCommand + ".exe"_L1;
     const QStringList folders = programFolders();
     for (const QString &folder : folders) {
-        const QString path = folder + u'\\' + fileName;
+        QString path = folder + u'\\' + fileName;
         if (isFile(path)) {
             return path;
         }

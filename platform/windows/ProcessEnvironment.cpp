@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ProcessEnvironment.h"
 
+#include <QByteArray>
 #include <QtEnvironmentVariables>
 
 namespace platform {
