@@ -23,6 +23,7 @@ import zipfile
 packages, pictures, with_wine, prefix, library, build = map(pathlib.Path, sys.argv[1:7])
 scripts = pathlib.Path(__file__).resolve().parents[2] / "scripts"
 PATIENCE = 90
+FIRST_MOMENT = 1.5  # seconds; longer than the question of an update drops keys
 
 USER = r"HKEY_CURRENT_USER\Software"
 UNINSTALL = USER + r"\Microsoft\Windows\CurrentVersion\Uninstall\Vaskel"
@@ -323,6 +324,7 @@ class WindowsPackages(unittest.TestCase):
         self.addCleanup(run, "taskkill", "/f", "/im", "Vaskel.exe")
         self.wait_until(lambda: windows("Update available"), "the program asks")
         self.picture("question")
+        time.sleep(FIRST_MOMENT)
         xdotool("key", "alt+y")
         self.wait_until(lambda: vaskel.poll() is not None, "the old program ends")
         self.wait_until(launcher_is_shown, "the new program runs")
