@@ -3,8 +3,6 @@
 
 #include <QByteArray>
 #include <QCryptographicHash>
-#include <QDir>
-#include <QStandardPaths>
 
 #include <windows.h>
 
@@ -13,6 +11,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr DWORD pipeBufferSize = 1; // no data is sent
 
 // Pipe names are global to the machine, so two sessions of the user share an instance.
 QString userIdentity()
@@ -44,15 +44,12 @@ QString pipeName(const QString &userData)
 
 } // namespace
 
-// The name of a pipe can be taken by any user, a file in the user's own folder cannot.
+// The lock is a named pipe without clients: only one process can create its first instance, and a
+// failed attempt leaves no trace.
 InstanceLock::InstanceLock(const QString &userData)
     : m_serverName(pipeName(userData))
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    if (!folder.isEmpty()) {
-        QDir().mkpath(folder);
-        m_lockPath = QDir::toNativeSeparators(folder + u'/' + m_serverName + ".lock"_L1);
-    }
+    m_lockPath = uR"(\\.\pipe\)"_s + m_serverName + "-lock"_L1;
 }
 
 InstanceLock::~InstanceLock()
@@ -67,22 +64,16 @@ InstanceLock::State InstanceLock::tryLock()
     if (m_handle != -1) {
         return State::Held;
     }
-    // Other programs may read the file, such as for a backup, so the lock is on its first byte.
-    const HANDLE file = CreateFileW(qUtf16Printable(m_lockPath), GENERIC_READ | GENERIC_WRITE,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) {
-        return State::Unavailable;
-    }
-    OVERLAPPED firstByte{};
-    if (!LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
-                    &firstByte)) {
+    const HANDLE pipe = CreateNamedPipeW(qUtf16Printable(m_lockPath),
+                                         PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
+                                         PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1,
+                                         pipeBufferSize, pipeBufferSize, 0, nullptr);
+    if (pipe == INVALID_HANDLE_VALUE) {
         const DWORD error = GetLastError();
-        CloseHandle(file);
-        return error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING ? State::HeldElsewhere
-                                                                          : State::Unavailable;
+        return error == ERROR_ACCESS_DENIED || error == ERROR_PIPE_BUSY ? State::HeldElsewhere
+                                                                        : State::Unavailable;
     }
-    m_handle = reinterpret_cast<std::intptr_t>(file);
+    m_handle = reinterpret_cast<std::intptr_t>(pipe);
     return State::Held;
 }
 

@@ -37,8 +37,7 @@ SingleApplication::SingleApplication(int &argc, char *argv[], bool allowSecondar
     const QDeadlineTimer deadline(timeout);
     // The holder of the lock may not listen yet, or no longer; then it soon listens or releases the
     // lock.
-    InstanceLock::State state = m_lock->tryLock();
-    for (; state == InstanceLock::State::HeldElsewhere; state = m_lock->tryLock()) {
+    while (m_lock->tryLock() == InstanceLock::State::HeldElsewhere) {
         if (allowSecondary) {
             return;
         }
@@ -47,9 +46,6 @@ SingleApplication::SingleApplication(int &argc, char *argv[], bool allowSecondar
             std::_Exit(EXIT_SUCCESS);
         }
         std::this_thread::sleep_for(retryInterval);
-    }
-    if (state == InstanceLock::State::Unavailable) {
-        qWarning("SingleApplication: cannot lock, so every start is an instance of its own");
     }
     listen();
 }

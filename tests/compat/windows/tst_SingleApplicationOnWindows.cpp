@@ -5,7 +5,6 @@
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -13,8 +12,6 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
-
-#include <windows.h>
 
 using namespace Qt::StringLiterals;
 
@@ -100,8 +97,6 @@ private Q_SLOTS:
     void lockIsHeldByOneObjectAtATime();
     void waitingStartTakesAReleasedLock();
     void holderThatNeverListensIsGivenTheTimeout();
-    void takenPipeNameBlocksNoStart();
-    void startsWithoutAPlaceForTheLock();
 };
 
 void tst_SingleApplicationOnWindows::secondStartNotifiesTheFirstAndEnds()
@@ -227,32 +222,6 @@ void tst_SingleApplicationOnWindows::holderThatNeverListensIsGivenTheTimeout()
     QVERIFY(lock.tryLock() == InstanceLock::State::Held);
     const Instance next;
     QTRY_VERIFY_WITH_TIMEOUT(next.hasExited(), testTimeout);
-}
-
-// Any user can create a pipe of any name.
-void tst_SingleApplicationOnWindows::takenPipeNameBlocksNoStart()
-{
-    const QString name = InstanceLock(userData).serverName();
-    QList<HANDLE> pipes;
-    for (const QString &taken : {name, name + "-lock"_L1}) {
-        pipes += CreateNamedPipeW(qUtf16Printable(uR"(\\.\pipe\)"_s + taken),
-                                  PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
-                                  PIPE_TYPE_BYTE | PIPE_WAIT, 1, 1, 1, 0, nullptr);
-        QVERIFY(pipes.last() != INVALID_HANDLE_VALUE);
-    }
-    const Instance first;
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
-    for (const HANDLE pipe : pipes) {
-        CloseHandle(pipe);
-    }
-}
-
-void tst_SingleApplicationOnWindows::startsWithoutAPlaceForTheLock()
-{
-    QVERIFY(QDir(testhome::path() + "/cache"_L1).removeRecursively());
-    testhome::writeFile(u"cache"_s, "in the way");
-    const Instance first;
-    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
 }
 
 VASKEL_TEST(tst_SingleApplicationOnWindows, QCoreApplication)
