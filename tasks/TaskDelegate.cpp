@@ -6,9 +6,6 @@
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QStyle>
-#include <QToolTip>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,12 +15,6 @@ constexpr int editorMargin = 2;
 constexpr int leftPadding = -8;
 // The editor adds both to its least width, which must not be negative.
 constexpr int rightPadding = 4;
-
-// Rich text, since a plain one is not wrapped.
-QString toolTip(const QString &title)
-{
-    return "<p style='margin:0; white-space:pre-wrap'>"_L1 + title.toHtmlEscaped() + "</p>"_L1;
-}
 
 } // namespace
 
@@ -75,7 +66,7 @@ bool TaskDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
 {
     if (event->type() == QEvent::ToolTip && index.isValid()
         && sizeHint(option, index).width() > option.rect.width()) {
-        QToolTip::showText(event->globalPos(), toolTip(index.data().toString()), view);
+        showToolTip(*event, view, {index.data().toString()});
         return true;
     }
     return ItemFocusDelegate::helpEvent(event, view, option, index);
