@@ -8,8 +8,8 @@
 #include <chrono>
 #include <functional>
 
-/// Waits until the user pauses in typing. A modal dialog that appears by itself would otherwise cost
-/// letters: Qt drops the keys of a window that it blocks until the dialog has the focus.
+/// Waits until the user pauses in typing. A modal dialog that appears by itself would otherwise
+/// cost letters: Qt drops the keys of a window that it blocks until the dialog has the focus.
 class TypingPause : public QObject
 {
     Q_OBJECT
