@@ -6,7 +6,6 @@
 #include "support/TestProgram.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTest>
 
 #include <algorithm>
@@ -42,7 +41,6 @@ private Q_SLOTS:
     void tellsFilesFromFolders();
     void namesHaveAllCharacters();
     void leavesOutWhatQDirHides();
-    void takesTheTargetOfASymbolicLink();
     void isEmptyForAFolderThatCannotBeRead();
 };
 
@@ -73,16 +71,6 @@ void tst_FolderEntriesContract::leavesOutWhatQDirHides()
         QDir(folder()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
     QVERIFY(expected.contains(u"seen"_s));
     QCOMPARE(listed(folder()), expected);
-}
-
-void tst_FolderEntriesContract::takesTheTargetOfASymbolicLink()
-{
-    testhome::writeFile(u"target/file"_s, {});
-    QVERIFY(QDir().mkpath(folder()));
-    QVERIFY(QFile::link(testhome::path() + "/target"_L1, folder() + "/toFolder"_L1));
-    QVERIFY(QFile::link(testhome::path() + "/target/file"_L1, folder() + "/toFile"_L1));
-    QVERIFY(QFile::link(testhome::path() + "/gone"_L1, folder() + "/toNothing"_L1));
-    QCOMPARE(listed(folder()), QStringList({u"toFile"_s, u"toFolder/"_s}));
 }
 
 void tst_FolderEntriesContract::isEmptyForAFolderThatCannotBeRead()
