@@ -73,6 +73,7 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
 
     QApplication::setStyle(new ApplicationStyle);
     substituteDesktopFont(QApplication::font());
+    setApplicationFont();
     const auto apply = [&] {
         // Applying a style sheet is expensive, and not every theme has a palette of its own.
         const QString sheet = theme.styleSheet();

@@ -7,6 +7,7 @@
 #include "platform/ContainingFolder.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
+#include "platform/FolderEntries.h"
 #include "platform/IconTheme.h"
 #include "platform/Link.h"
 #include "platform/PrivateFile.h"
@@ -19,6 +20,7 @@
 #include "platform/WindowFocus.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -147,6 +149,18 @@ bool openFolder(const QString &path)
 {
     fakePlatform().openedFolders.append(path);
     return fakePlatform().openFolderResult;
+}
+
+QList<FolderEntry> folderEntries(const QString &path)
+{
+    fakePlatform().listedFolders.append(path);
+    QList<FolderEntry> entries;
+    QDirIterator found(path, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
+    while (found.hasNext()) {
+        found.next();
+        entries.append({found.fileName(), found.fileInfo().isDir()});
+    }
+    return entries;
 }
 
 void ensureIconTheme() {}

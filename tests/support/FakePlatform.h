@@ -63,6 +63,9 @@ struct FakePlatform
     bool openFolderResult = true;
     QStringList openedFolders;
 
+    // FolderEntries.h; the real folders
+    QStringList listedFolders;
+
     // ContainingFolder.h; a path that does not exist is refused
     bool showInFolderResult = true;
     QStringList filesShownInFolder;
