@@ -19,7 +19,8 @@ class ResultList;
 /// - Ctrl+D pins or unpins the row;
 /// - Ctrl+Enter carries out the action of the arguments if the command has one, and otherwise shows
 ///   the file of the row in its folder;
-/// - Tab writes the folder of a row of "cd" into the box, and Alt+Up the parent of the listed one;
+/// - Tab writes the completion of a row, or the folder of a row of "cd", into the box, and Alt+Up
+///   the parent of the listed folder;
 /// - letters that are typed into the list go to the box.
 ///
 /// It is an event filter and not a set of shortcuts, so that keys that mean nothing for the current
@@ -53,6 +54,7 @@ private:
     bool togglePin();
     bool showRowInFolder();
     bool executeArguments();
+    bool completeArguments();
     bool enterFolder();
     bool enterParentFolder();
     bool writeFolder(const QString &path);
