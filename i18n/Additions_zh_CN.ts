@@ -561,6 +561,67 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     </message>
 </context>
 <context>
+    <name>ScriptAnswer</name>
+    <message>
+        <source>Item %1 of the answer has no title.</source>
+        <translation>返回结果的第 %1 项没有标题。</translation>
+    </message>
+    <message>
+        <source>The answer is no JSON object with a list &quot;items&quot;.</source>
+        <translation>返回结果不是带有“items”列表的 JSON 对象。</translation>
+    </message>
+    <message>
+        <source>The answer is not valid JSON: %1 at byte %2.</source>
+        <translation>返回结果不是有效的 JSON：%1（第 %2 字节）。</translation>
+    </message>
+    <message>
+        <source>The answer is not valid UTF-8.</source>
+        <translation>返回结果不是有效的 UTF-8 文本。</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptPlugin</name>
+    <message>
+        <source>No results</source>
+        <translation>无结果</translation>
+    </message>
+    <message>
+        <source>Waiting for %1...</source>
+        <translation>正在等待 %1...</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptProcess</name>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>无法启动 %1</translation>
+    </message>
+    <message>
+        <source>%1 has crashed</source>
+        <translation>%1 已崩溃</translation>
+    </message>
+    <message>
+        <source>%1 has ended with status %2</source>
+        <translation>%1 已退出，状态码为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has not answered within %2 s</source>
+        <translation>%1 在 %2 秒内没有返回结果</translation>
+    </message>
+    <message>
+        <source>%1 has printed more than 1 MiB</source>
+        <translation>%1 的输出超过 1 MiB</translation>
+    </message>
+    <message>
+        <source>The file is not executable.</source>
+        <translation>该文件不可执行。</translation>
+    </message>
+    <message>
+        <source>There is no such program.</source>
+        <translation>没有这个程序。</translation>
+    </message>
+</context>
+<context>
     <name>TodoView</name>
     <message>
         <source>All of them are completed</source>
