@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CommandErrorList</name>
+    <message>
+        <source>Commands that could not be loaded</source>
+        <translation>无法加载的命令</translation>
+    </message>
+</context>
+<context>
     <name>CommandLineEdit</name>
     <message>
         <source>To find a name that begins with a command, type a blank first.
