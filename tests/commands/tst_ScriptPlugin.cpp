@@ -3,6 +3,7 @@
 
 #include "commands/CommandFolder.h"
 #include "commands/ScriptAnswer.h"
+#include "commands/ScriptProcess.h"
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
 #include "plugins/OpenedFiles.h"
@@ -200,6 +201,7 @@ void tst_ScriptPlugin::startsAfterTheDelay()
     ScriptPlugin plugin(file, &rowsChanged);
     plugin.query(u"a"_s);
     QCOMPARE(titles(plugin.query(u"ab"_s)), waiting);
+    QVERIFY(!plugin.findChild<ScriptProcess *>());
     QTRY_COMPARE(changed.size(), 1);
     QFile starts(file.folder + "/starts"_L1);
     QVERIFY(starts.open(QIODevice::ReadOnly));
