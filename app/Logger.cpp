@@ -3,6 +3,7 @@
 
 #include "app/LogRetention.h"
 #include "platform/ClosedPipe.h"
+#include "platform/PrivateFolder.h"
 
 #include <QDate>
 #include <QDir>
@@ -79,7 +80,10 @@ Logger::~Logger()
 void Logger::init(const QString &logDir)
 {
     const QString folder = logFolder(logDir);
-    QDir().mkpath(folder);
+    // The log has what the user typed. A symbolic link to a folder stays as it is.
+    if (!platform::makePrivateFolder(folder)) {
+        QDir().mkpath(folder);
+    }
     removeExpiredLogs(folder, QDate::currentDate());
 
     // The console's reader may exit; logging must not end the program then.

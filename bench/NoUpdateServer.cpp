@@ -6,3 +6,8 @@ QString updateServer()
 {
     return QStringLiteral("http://127.0.0.1:1");
 }
+
+QByteArrayList updateKeys()
+{
+    return {};
+}

@@ -83,6 +83,8 @@ QString name()
     return u"bench"_s;
 }
 
+void watch(QObject * /*context*/, const std::function<void()> & /*completed*/) {}
+
 Answer search(const QString & /*text*/, unsigned /*limit*/)
 {
     return {{}, hits()};

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# vaskel_compiler: warnings, definitions and sanitizers for this project's own code. Third-party
-# code never links it.
+# vaskel_compiler: warnings, definitions, hardening and sanitizers for this project's own code.
+# Third-party code never links it.
 
 add_library(vaskel_compiler INTERFACE)
 
@@ -20,6 +20,18 @@ target_compile_definitions(vaskel_compiler INTERFACE
     QT_NO_KEYWORDS
     QT_NO_URL_CAST_FROM_STRING
 )
+
+# An overflow of a buffer ends the program, and the tables of the dynamic loader become read-only
+# before main(). The checks of FORTIFY need an optimiser, and MinGW's are a library of its own.
+if(LINUX AND NOT VASKEL_SANITIZE)
+    set(hardened "$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>")
+    target_compile_options(vaskel_compiler INTERFACE
+        "$<${hardened}:-fstack-protector-strong;-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>"
+    )
+    target_link_options(vaskel_compiler INTERFACE
+        "$<${hardened}:LINKER:-z,relro;LINKER:-z,now>"
+    )
+endif()
 
 if(VASKEL_SANITIZE)
     # For the whole directory, so that libraries built here are instrumented too.

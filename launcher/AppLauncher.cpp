@@ -6,6 +6,8 @@
 #include "launcher/IconCache.h"
 #include "platform/BuiltinPrograms.h"
 #include "platform/Link.h"
+#include "platform/PrivateFolder.h"
+#include "platform/RegularFile.h"
 #include "platform/StartMenu.h"
 
 #include <QDebug>
@@ -77,7 +79,7 @@ bool AppLauncher::launch(const QString &path)
     }
 
     QProcess process;
-    process.setProgram(path);
+    process.setProgram(platform::programFile(path));
     return process.startDetached();
 }
 
@@ -194,7 +196,7 @@ QString AppLauncher::extractIcon(const QString &path) const
 bool AppLauncher::loadPins()
 {
     QFile file(pinsFilePath());
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!platform::openRegularFile(file)) {
         return false;
     }
     const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
@@ -232,6 +234,8 @@ void AppLauncher::savePins() const
 QString AppLauncher::pinsFilePath()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir().mkpath(folder);
+    if (!platform::makePrivateFolder(folder)) {
+        QDir().mkpath(folder);
+    }
     return folder + "/pins.json"_L1;
 }

@@ -51,14 +51,14 @@ QString makeIconFolder()
 {
     const QString parent = QDir::tempPath() + "/Vaskel"_L1;
     QString folder = parent + "/icons"_L1;
-    // The owner of the parent could replace the folder, so check both.
+    // The owner of the parent could replace the folder, so check both. Anybody may have taken the
+    // name in a shared folder.
     for (const QString &path : {parent, folder}) {
         if (!platform::makePrivateFolder(path)) {
-            // Owned by another user: use our cache. Not a folder at all: give up.
-            return QFileInfo(path).isDir() ? folderInCache() : QString();
+            return folderInCache();
         }
     }
-    return folder;
+    return platform::isProtectedFolder(folder) ? folder : folderInCache();
 }
 
 bool saveIcon(const QPixmap &pixmap, const QString &filePath)

@@ -29,4 +29,10 @@ struct ProgramInfo
 /// well-known one and the description is empty.
 ProgramInfo builtinProgram(BuiltinProgram program);
 
+/// The program to start for a path or a command, such as those that builtinProgram() returns. On
+/// Windows a command is looked up in the folders of the system and then in those of PATH, never in
+/// the program's own or the current folder; empty if it is not found. Elsewhere returns it as it
+/// is, since commands are looked up in PATH alone.
+QString programFile(const QString &pathOrCommand);
+
 } // namespace platform

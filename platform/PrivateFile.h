@@ -13,10 +13,9 @@ namespace platform {
 ///
 /// - the name belongs to a symbolic link, a folder or another user's file,
 /// - the file cannot be created; some systems refuse while the earlier file is open,
-/// - on Linux, another user could replace the file: one who owns the folder, or may write to it
-///   while it is not sticky. Root and the group with the user's own name are trusted.
+/// - another user could replace the file or a folder that contains it; see isProtectedFolder().
 ///
-/// On Windows each user has a temporary folder, so nobody else could replace the file there.
+/// On Windows its access list admits the user and the system alone, whatever the folder's.
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode);
 
 } // namespace platform

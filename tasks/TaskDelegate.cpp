@@ -3,6 +3,7 @@
 
 #include "tasks/TaskTree.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QStyle>
 
@@ -58,4 +59,15 @@ void TaskDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
     rect.setTop(option.rect.top() + (option.rect.height() - height) / 2);
     rect.setHeight(height);
     editor->setGeometry(rect);
+}
+
+bool TaskDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
+                             const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    if (event->type() == QEvent::ToolTip && index.isValid()
+        && sizeHint(option, index).width() > option.rect.width()) {
+        showToolTip(*event, view, {index.data().toString()});
+        return true;
+    }
+    return ItemFocusDelegate::helpEvent(event, view, option, index);
 }

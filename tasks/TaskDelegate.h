@@ -6,6 +6,7 @@
 class TaskTree;
 
 /// Paints the rows of the task page from edge to edge, and places the editor of a title in its row.
+/// A title that does not fit has a tool tip.
 class TaskDelegate : public ItemFocusDelegate
 {
     Q_OBJECT
@@ -20,6 +21,8 @@ public:
                           const QModelIndex &index) const override;
     void updateEditorGeometry(QWidget *editor, const QStyleOptionViewItem &option,
                               const QModelIndex &index) const override;
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override;
 
 private:
     TaskTree *m_tree;

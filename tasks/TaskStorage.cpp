@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskStorage.h"
 
+#include "platform/RegularFile.h"
 #include "tasks/TaskRepository.h"
 
 #include <QDebug>
@@ -23,7 +24,7 @@ bool TaskStorage::load(TaskRepository *repository) const
         qDebug() << "Task storage not found, starting fresh:" << m_path;
         return true;
     }
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!platform::openRegularFile(file)) {
         qWarning() << "Cannot open task storage:" << m_path;
         return false;
     }

@@ -125,6 +125,15 @@ void TaskTree::paintEvent(QPaintEvent *event)
     }
 }
 
+void TaskTree::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                       const QModelIndex &index) const
+{
+    // Newer versions of Qt fill a selected row, also behind the round corners of paintLine().
+    QStyleOptionViewItem row = option;
+    row.palette.setBrush(QPalette::Highlight, Qt::transparent);
+    QTreeWidget::drawRow(painter, row, index);
+}
+
 void TaskTree::drawBranches(QPainter *, const QRect &, const QModelIndex &) const
 {
     // paintLine() would hide what is painted here.

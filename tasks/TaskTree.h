@@ -45,6 +45,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                 const QModelIndex &index) const override;
     void drawBranches(QPainter *painter, const QRect &rect,
                       const QModelIndex &index) const override;
 

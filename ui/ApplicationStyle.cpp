@@ -119,6 +119,23 @@ bool isScrollBarContainer(const QWidget &widget)
            || widget.objectName() == "qt_scrollarea_hcontainer"_L1;
 }
 
+// The class by which Qt shows the messages of a tray icon if the desktop shows none is private.
+bool isCloseButtonOfTrayMessage(const QWidget &widget)
+{
+    return qobject_cast<const QPushButton *>(&widget) && widget.parentWidget()
+           && widget.parentWidget()->inherits("QBalloonTip");
+}
+
+// The sheet would make it as high as other buttons, though its size is fixed.
+void makeFlat(QPushButton &button)
+{
+    const QString sheet = u"min-height: %1px; padding: 0; border: none; background: transparent"_s;
+    if (button.styleSheet().isEmpty()) { // setting it polishes the button again
+        button.setIcon(crossIcon(grey, 1.5));
+        button.setStyleSheet(sheet.arg(button.iconSize().height()));
+    }
+}
+
 // Adds the space between the rows of a combo box, because the sheet cannot.
 class ComboRowDelegate : public QStyledItemDelegate
 {
@@ -152,6 +169,9 @@ void ApplicationStyle::polish(QWidget *widget)
         // The sheet gives every plain widget the background of the window; the scroll area has
         // another one.
         widget->setAttribute(Qt::WA_NoSystemBackground);
+    }
+    if (isCloseButtonOfTrayMessage(*widget)) {
+        makeFlat(static_cast<QPushButton &>(*widget));
     }
     if (auto *box = qobject_cast<QComboBox *>(widget)) {
         box->installEventFilter(this);

@@ -4,9 +4,10 @@
 #include <QProxyStyle>
 
 /// The widget style below the style sheet. It draws focus frames, check boxes of item views, the
-/// clear button and the marks on the buttons of a message in the same way on every desktop, visible
-/// in both palettes. The background of a scroll area reaches behind its scroll bars. The list of a
-/// combo box opens below the box, and Escape closes the list without hiding the window.
+/// clear button, the marks on the buttons of a message and the close button of a tray message in
+/// the same way on every desktop, visible in both palettes. The background of a scroll area reaches
+/// behind its scroll bars. The list of a combo box opens below the box, and Escape closes the list
+/// without hiding the window.
 class ApplicationStyle : public QProxyStyle
 {
     Q_OBJECT

@@ -13,6 +13,7 @@
 #include "ui/ResultList.h"
 #include "ui/RowKeys.h"
 #include "ui/RowUpdate.h"
+#include "ui/ScreenArea.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/VisibleText.h"
 #include "ui/WindowAccessibility.h"
@@ -69,7 +70,7 @@ void MainWindow::buildWindow()
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
     installWindowAccessibility();
-    resize(760, 460);
+    resize(fullWindowSize);
     setMinimumWidth(720);
 
     auto *layout = new QVBoxLayout(this);

@@ -2,7 +2,9 @@
 #include "ui/PngFile.h"
 
 #include "launcher/IconCache.h"
+#include "platform/RegularFile.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QImageReader>
 
@@ -25,7 +27,11 @@ void addHigherFactors(QIcon &icon, const QString &filePath)
 
 QPixmap readPng(const QString &filePath)
 {
-    QImageReader reader(filePath, "png");
+    QFile file(filePath);
+    if (!platform::openRegularFile(file)) {
+        return {};
+    }
+    QImageReader reader(&file, "png");
     reader.setAutoDetectImageFormat(false);
     return QPixmap::fromImageReader(&reader);
 }
@@ -34,7 +40,8 @@ QIcon iconOfFile(const QString &filePath)
 {
     const QPixmap pixmap = readPng(filePath);
     if (pixmap.isNull()) {
-        return QIcon(filePath);
+        QFile file(filePath);
+        return platform::openRegularFile(file) ? QIcon(filePath) : QIcon();
     }
     QIcon icon(pixmap);
     if (qGuiApp->devicePixelRatio() > 1) {

@@ -15,7 +15,6 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QToolTip>
 
 #include <utility>
 
@@ -165,13 +164,6 @@ void paintDigit(QPainter *painter, const QStyleOptionViewItem &item, int digit)
     painter->drawText(rect, Qt::AlignCenter, QString::number(digit));
 }
 
-// Rich text, since a plain one is not wrapped.
-QString toolTip(const QString &title, const QString &subtitle)
-{
-    return "<p style='margin:0; white-space:pre-wrap'>"_L1 + title.toHtmlEscaped() + "<br>"_L1
-           + subtitle.toHtmlEscaped() + "</p>"_L1;
-}
-
 } // namespace
 
 ResultDelegate::ResultDelegate(QObject *parent)
@@ -234,7 +226,7 @@ bool ResultDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,
         const auto [title, subtitle] = linesOf(item, recordOf(index));
         const int width = textRect(item, index).width();
         if (title.isElided(width) || subtitle.isElided(width)) {
-            QToolTip::showText(event->globalPos(), toolTip(title.text, subtitle.text), view);
+            showToolTip(*event, view, {title.text, subtitle.text});
             return true;
         }
     }

@@ -161,7 +161,8 @@ bool RowKeys::pressInBox(const QKeyEvent &key)
 
 bool RowKeys::pressInList(const QKeyEvent &key)
 {
-    if (!isTyped(key) && key.key() != Qt::Key_Backspace) {
+    // The list itself takes a blank, which selects its current row.
+    if ((!isTyped(key) || key.key() == Qt::Key_Space) && key.key() != Qt::Key_Backspace) {
         return false;
     }
     m_box->setFocus(Qt::OtherFocusReason);

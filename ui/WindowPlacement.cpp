@@ -149,14 +149,15 @@ QPoint WindowPlacement::firstPosition() const
     if (m_window->testAttribute(Qt::WA_Moved)) {
         return m_window->pos();
     }
+    const QSize size = fullWindowSize.expandedTo(m_window->size()); // many pins widen it
     if (const auto stored = m_settings->windowPosition()) {
-        return positionInside({*stored, fullWindowSize}, screenAreas());
+        return positionInside({*stored, size}, screenAreas());
     }
     const QScreen *screen = QGuiApplication::screenAt(QCursor::pos());
     if (!screen) {
         screen = m_window->screen();
     }
-    return initialPosition(fullWindowSize, screen->availableGeometry());
+    return initialPosition(size, screen->availableGeometry());
 }
 
 QPoint WindowPlacement::lastPosition() const

@@ -3,5 +3,11 @@
 
 QString updateServer()
 {
-    return QStringLiteral(VASKEL_UPDATE_SERVER);
+    return QStringLiteral(UPDATE_SERVER);
+}
+
+QByteArrayList updateKeys()
+{
+    const QByteArray keys(UPDATE_KEYS);
+    return keys.isEmpty() ? QByteArrayList() : keys.split(' ');
 }

@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QHostAddress>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
@@ -33,9 +35,17 @@ QString temporaryPath(const QString &fileName)
     return QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation)).filePath(fileName);
 }
 
-bool isWebAddress(const QUrl &url)
+bool isThisMachine(const QUrl &url)
 {
-    return url.scheme() == "http"_L1 || url.scheme() == "https"_L1;
+    return url.host() == "localhost"_L1 || QHostAddress(url.host()).isLoopback();
+}
+
+// With a key only https, so that nobody on the way learns or decides what is transferred.
+bool mayConnectTo(const QUrl &url)
+{
+    const bool mayBeHttp = updateKeys().isEmpty() || isThisMachine(url);
+    return url.isValid()
+           && (url.scheme() == "https"_L1 || (url.scheme() == "http"_L1 && mayBeHttp));
 }
 
 bool isRedirect(const QNetworkReply &reply)
@@ -63,7 +73,7 @@ QString redirectError(const QUrl &from, const QUrl &to, int redirectsLeft)
         return u"Too many redirects"_s;
     }
     const bool leavesHttps = from.scheme() == "https"_L1 && to.scheme() != "https"_L1;
-    return leavesHttps || !isWebAddress(to) ? refusal(to) : QString();
+    return leavesHttps || !mayConnectTo(to) ? refusal(to) : QString();
 }
 
 QString errorText(const QNetworkReply &reply)
@@ -88,6 +98,39 @@ QUrl checkUrl()
         updateServer(), QStringLiteral(UPDATE_PLATFORM), QStringLiteral(UPDATE_ARCHITECTURE)));
 }
 
+// Logs why the offer is ignored, if it is.
+std::optional<SignedUpdate> trustedOffer(const QJsonObject &answer, const QString &currentVersion)
+{
+    std::optional<SignedUpdate> update = readSignedUpdate(
+        answer, QStringLiteral(UPDATE_PLATFORM), QStringLiteral(UPDATE_ARCHITECTURE), updateKeys());
+    if (!update) {
+        qWarning("Ignoring an update without a valid signature for this system");
+    } else if (!isNewerVersion(answer["version"_L1].toString(), currentVersion)) {
+        qWarning("Ignoring an update that is not newer than this version");
+    } else if (!mayConnectTo(QUrl(answer["download_url"_L1].toString()))) {
+        qWarning("Ignoring an update whose address is not https");
+    } else {
+        return update;
+    }
+    return {};
+}
+
+QString mismatch()
+{
+    return u"The downloaded file is not the one that was signed. Nothing was changed."_s;
+}
+
+bool hasContentOf(const QString &path, const SignedUpdate &update)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly)
+        || file.size() != update.size) {
+        return false;
+    }
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    return hash.addData(&file) && hash.result() == update.sha256;
+}
+
 } // namespace
 
 Updater::Updater(QObject *parent)
@@ -98,7 +141,7 @@ Updater::Updater(QObject *parent)
 
 QString Updater::currentVersion() const
 {
-    return u"1.0.0"_s;
+    return QStringLiteral(UPDATE_VERSION);
 }
 
 void Updater::setTransferTimeout(std::chrono::milliseconds timeout)
@@ -141,13 +184,17 @@ void Updater::followRedirect(QNetworkReply *reply, int redirectsLeft, Next next,
 
 void Updater::checkForUpdate()
 {
-    check(checkUrl(), maximumRedirects);
+    if (!updateServer().isEmpty()) {
+        check(checkUrl(), maximumRedirects);
+    }
 }
 
 void Updater::check(const QUrl &url, int redirectsLeft)
 {
     QNetworkReply *reply = get(url);
-    reply->setReadBufferSize(answerLimit + 1);
+    // More than the limit: Qt reports the last piece only when another arrives, and a full buffer
+    // would let none arrive.
+    reply->setReadBufferSize(2 * answerLimit);
     followRedirect(
         reply, redirectsLeft,
         [this, redirectsLeft](const QUrl &target) { check(target, redirectsLeft - 1); },
@@ -169,8 +216,9 @@ void Updater::readAnswer(QNetworkReply *reply)
         Q_EMIT checkError(errorText(*reply));
         return;
     }
+    const bool isTooLong = reply->bytesAvailable() > answerLimit;
     const QJsonDocument document = QJsonDocument::fromJson(reply->readAll());
-    if (!document.isObject()) {
+    if (isTooLong || !document.isObject()) {
         Q_EMIT checkError(u"Invalid response"_s);
         return;
     }
@@ -178,6 +226,13 @@ void Updater::readAnswer(QNetworkReply *reply)
     if (!answer["has_update"_L1].toBool()) {
         Q_EMIT noUpdateAvailable();
         return;
+    }
+    if (!updateKeys().isEmpty()) {
+        m_offer = trustedOffer(answer, currentVersion());
+        if (!m_offer) {
+            Q_EMIT noUpdateAvailable();
+            return;
+        }
     }
     m_downloadUrl = answer["download_url"_L1].toString();
     Q_EMIT updateAvailable(answer["version"_L1].toString(), answer["changelog"_L1].toString(),
@@ -188,10 +243,16 @@ void Updater::downloadAndInstall(const QString &url)
 {
     abortDownload();
     const QUrl address(url);
-    if (!isWebAddress(address)) {
+    if (!mayConnectTo(address)) {
         Q_EMIT downloadError(refusal(address));
         return;
     }
+    if (!updateKeys().isEmpty() && !m_offer) {
+        Q_EMIT downloadError(u"There is no signed update. Nothing was changed."_s);
+        return;
+    }
+    m_expected = m_offer;
+    m_downloadHash.reset();
     m_downloadFile = new QFile(temporaryPath(u"Vaskel_update.exe"_s), this);
     if (!platform::openPrivateFile(*m_downloadFile, QIODevice::WriteOnly)) {
         Q_EMIT downloadError(u"Failed to create download file"_s);
@@ -236,6 +297,11 @@ void Updater::failDownload(const QString &message)
 bool Updater::writeDownload()
 {
     const QByteArray data = m_downloadReply->readAll();
+    if (m_expected && m_downloadFile->pos() + data.size() > m_expected->size) {
+        failDownload(mismatch());
+        return false;
+    }
+    m_downloadHash.addData(data);
     // QFile holds data back; flush() is what tells of a full disk.
     if (m_downloadFile->write(data) == data.size() && m_downloadFile->flush()) {
         return true;
@@ -276,15 +342,22 @@ void Updater::onDownloadFinished()
         failDownload(u"The server sent an empty file"_s);
         return;
     }
+    const std::optional<SignedUpdate> expected = m_expected;
+    if (expected
+        && (m_downloadFile->size() != expected->size
+            || m_downloadHash.result() != expected->sha256)) {
+        failDownload(mismatch());
+        return;
+    }
 
     // Reset before emitting: a slot may start the next download at once.
     std::exchange(m_downloadReply, nullptr)->deleteLater();
     const std::unique_ptr<QFile> file(std::exchange(m_downloadFile, nullptr));
     Q_EMIT downloadFinished();
-    install(file->fileName());
+    install(file->fileName(), expected);
 }
 
-void Updater::install(const QString &downloadPath)
+void Updater::install(const QString &downloadPath, const std::optional<SignedUpdate> &expected)
 {
     QFile script(temporaryPath(u"Vaskel_updater.bat"_s));
     const QByteArray text =
@@ -301,6 +374,13 @@ void Updater::install(const QString &downloadPath)
         return;
     }
     script.close();
+    // The slots of downloadFinished() may have taken their time.
+    if (expected && !hasContentOf(downloadPath, *expected)) {
+        QFile::remove(script.fileName());
+        QFile::remove(downloadPath);
+        Q_EMIT downloadError(mismatch());
+        return;
+    }
     platform::startUpdateScript(script.fileName());
     QCoreApplication::quit();
 }

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "update/SignedUpdate.h"
+
+#include <QCryptographicHash>
 #include <QObject>
 #include <QString>
 
 #include <chrono>
+#include <optional>
 
 class QFile;
 class QNetworkAccessManager;
@@ -19,6 +23,14 @@ class QUrl;
 /// Only http and https addresses are contacted, no server is told who the user is, and a server
 /// that is silent for 30 seconds counts as failed.
 ///
+/// If updateKeys() has a key, an offer counts only with a signature by it for this platform and a
+/// version above currentVersion(). Only https addresses are contacted then, except for this
+/// machine's own. The download ends where it gets longer than the signed size; the closed file must
+/// have the signed hash before downloadFinished(), and once more right before the script starts.
+/// Nobody else can exchange the file before the script copies it: platform::openPrivateFile() makes
+/// it accessible to the user alone, in a folder where no other user can rename or remove it. The
+/// user's own programs could, but they could as well replace the program itself.
+///
 /// Nothing in the program calls the invokable functions by name, nor currentVersion() at all, or
 /// connects noUpdateAvailable() and checkError().
 class Updater : public QObject
@@ -32,22 +44,23 @@ public:
     void setTransferTimeout(std::chrono::milliseconds timeout);
 
     /// Asks the server once. Emits updateAvailable(), noUpdateAvailable() or checkError(), but
-    /// nothing as long as the server goes on with its answer. An answer may have up to 1 MiB.
+    /// nothing as long as the server goes on with its answer, or if there is no server. An answer
+    /// may have up to 1 MiB.
     Q_INVOKABLE void checkForUpdate();
 
     /// Downloads the new executable into the folder for temporary files, installs it and quits.
-    /// Aborts a running download.
+    /// Aborts a running download. With a key, the file must be that of the last offer.
     Q_INVOKABLE void downloadAndInstall(const QString &url);
 
-    /// The version of this build, for display. Only the server decides whether there is a newer
-    /// one.
+    /// The version of this build, for display and for comparing it with a signed offer. Without a
+    /// key, only the server decides whether there is a newer one.
     Q_INVOKABLE QString currentVersion() const;
 
 Q_SIGNALS:
     /// The server offers this version. "url" is for downloadAndInstall() and may be empty.
     void updateAvailable(const QString &version, const QString &changelog, const QString &url,
                          bool mandatory);
-    /// The server has nothing newer.
+    /// The server has nothing newer, or nothing that is signed as it must be; the log tells.
     void noUpdateAvailable();
     /// The server cannot be reached, or its answer is invalid.
     void checkError(const QString &message);
@@ -55,7 +68,8 @@ Q_SIGNALS:
     void downloadProgress(qint64 bytesReceived, qint64 bytesTotal);
     /// The file is complete and closed. The update script and the end of the process follow.
     void downloadFinished();
-    /// The download failed or is empty, or a file could not be written; the program runs on.
+    /// The download failed, is empty or not the signed one, or a file could not be written; the
+    /// program runs on.
     void downloadError(const QString &message);
 
 private Q_SLOTS:
@@ -72,11 +86,15 @@ private:
     void abortDownload();
     void failDownload(const QString &message);
     bool writeDownload(); // false if it failed and reported that
-    void install(const QString &downloadPath);
+    void install(const QString &downloadPath, const std::optional<SignedUpdate> &expected);
 
     QNetworkAccessManager *m_manager = nullptr;
     std::chrono::milliseconds m_transferTimeout = std::chrono::seconds(30);
     QNetworkReply *m_downloadReply = nullptr; // null while no download runs
     QFile *m_downloadFile = nullptr;
     QString m_downloadUrl; // from the server's last offer
+    // Without a key, there is neither.
+    std::optional<SignedUpdate> m_offer;    // the server's last one
+    std::optional<SignedUpdate> m_expected; // of the last download
+    QCryptographicHash m_downloadHash{QCryptographicHash::Sha256};
 };

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/ItemFocusDelegate.h"
 
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
 
 ItemFocusDelegate::ItemFocusDelegate(QObject *parent)
     : QStyledItemDelegate(parent)
@@ -28,6 +32,15 @@ void ItemFocusDelegate::paintOutline(QPainter *painter, const QStyleOptionViewIt
     painter->setPen(option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawRoundedRect(QRectF(option.rect).adjusted(inset, inset, -inset, -inset), 6, 6);
     painter->restore();
+}
+
+void ItemFocusDelegate::showToolTip(const QHelpEvent &event, QWidget *view,
+                                    const QStringList &lines)
+{
+    // Rich text, since a plain one is not wrapped.
+    const QString text = "<p style='margin:0; white-space:pre-wrap'>"_L1
+                         + lines.join(u'\n').toHtmlEscaped().replace(u'\n', "<br>"_L1) + "</p>"_L1;
+    QToolTip::showText(event.globalPos(), text, view);
 }
 
 bool ItemFocusDelegate::isOutlined(QStyle::State state) const

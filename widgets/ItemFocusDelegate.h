@@ -28,6 +28,9 @@ protected:
     /// one of this class.
     void paintOutline(QPainter *painter, const QStyleOptionViewItem &option) const;
 
+    /// Shows the lines of a row that is cut, wrapped and as plain text. For a helpEvent().
+    static void showToolTip(const QHelpEvent &event, QWidget *view, const QStringList &lines);
+
 private:
     bool isOutlined(QStyle::State state) const;
 

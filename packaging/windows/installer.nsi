@@ -41,6 +41,8 @@ VIAddVersionKey "LegalCopyright" "GPL-3.0-or-later"
 
 Var finishText
 Var finishAction
+Var hash
+Var signer
 
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -61,6 +63,12 @@ LangString start ${LANG_ENGLISH} "Start Vaskel"
 LangString start ${LANG_SIMPCHINESE} "启动 Vaskel"
 LangString lacking ${LANG_ENGLISH} "Vaskel is installed, but it cannot start without Everything64.dll of the Everything SDK. Put that file beside Vaskel.exe; README.txt tells where it is found."
 LangString lacking ${LANG_SIMPCHINESE} "Vaskel 已安装，但缺少 Everything SDK 中的 Everything64.dll，无法启动。请把该文件放在 Vaskel.exe 旁边；README.txt 说明了从哪里获取。"
+LangString nobody ${LANG_ENGLISH} "nobody"
+LangString nobody ${LANG_SIMPCHINESE} "无"
+LangString unknown ${LANG_ENGLISH} "unknown"
+LangString unknown ${LANG_SIMPCHINESE} "未知"
+LangString copy ${LANG_ENGLISH} "Everything64.dll lies beside this installer. Vaskel would run it each time it starts.$\n$\nSigned by: $signer$\nSHA-256: $hash$\n$\nInstall it?"
+LangString copy ${LANG_SIMPCHINESE} "此安装程序旁边有 Everything64.dll。Vaskel 每次启动时都会运行它。$\n$\n签名者：$signer$\nSHA-256：$hash$\n$\n要安装它吗？"
 LangString open ${LANG_ENGLISH} "Open the folder of Vaskel.exe"
 LangString open ${LANG_SIMPCHINESE} "打开 Vaskel.exe 所在的文件夹"
 LangString stays ${LANG_ENGLISH} "Vaskel will be removed. Your tasks, pinned programs and log stay in $APPDATA\Vaskel, your preferences in the registry under HKEY_CURRENT_USER\Software\Vaskel."
@@ -80,6 +88,97 @@ LangString stays ${LANG_SIMPCHINESE} "即将卸载 Vaskel。您的任务、固�
     ${EndWhile}
 !macroend
 
+!define LIBRARY "$INSTDIR\Everything64.dll"
+!define CANDIDATE "${LIBRARY}.new"
+
+; Sets $hash to the SHA-256 of the candidate.
+Function hashCandidate
+    StrCpy $hash ""
+    System::Call 'kernel32::CreateFileW(w "${CANDIDATE}", i 0x80000000, i 1, p 0, i 3, i 0, p 0) p .r0'
+    System::Call 'kernel32::GetFileSize(p r0, p 0) i .r1'
+    System::Alloc $1
+    Pop $2
+    System::Call 'kernel32::ReadFile(p r0, p r2, i r1, *i .r3, p 0)'
+    System::Call 'kernel32::CloseHandle(p r0)'
+    ; 24 is PROV_RSA_AES, 0xF0000000 CRYPT_VERIFYCONTEXT, 0x800C CALG_SHA_256, 2 HP_HASHVAL.
+    System::Call 'advapi32::CryptAcquireContextW(*p .r4, p 0, p 0, i 24, i 0xF0000000)'
+    System::Call 'advapi32::CryptCreateHash(p r4, i 0x800C, p 0, i 0, *p .r5)'
+    System::Call 'advapi32::CryptHashData(p r5, p r2, i r3, i 0)'
+    System::Alloc 32
+    Pop $6
+    System::Call 'advapi32::CryptGetHashParam(p r5, i 2, p r6, *i 32, i 0) i .r7'
+    ${If} $7 <> 0
+    ${AndIf} $1 = $3
+        ${For} $7 0 31
+            System::Int64Op $6 + $7
+            Pop $8
+            System::Call '*$8(&i1 .r9)'
+            IntOp $9 $9 & 0xFF
+            IntFmt $9 "%02x" $9
+            StrCpy $hash "$hash$9"
+        ${Next}
+    ${Else}
+        StrCpy $hash "$(unknown)"
+    ${EndIf}
+    System::Call 'advapi32::CryptDestroyHash(p r5)'
+    System::Call 'advapi32::CryptReleaseContext(p r4, i 0)'
+    System::Free $2
+    System::Free $6
+FunctionEnd
+
+; Sets $signer to the name in the candidate's certificate if Windows trusts the signature.
+Function findSigner
+    StrCpy $signer "$(nobody)"
+    ; WINTRUST_FILE_INFO; WINTRUST_DATA without a dialogue (2) and for a file (1), which fetches
+    ; nothing from the network (0x1000); WINTRUST_ACTION_GENERIC_VERIFY_V2.
+    System::Call '*(&w${NSIS_MAX_STRLEN} "${CANDIDATE}") p .r0'
+    System::Call '*(i 32, i 0, p r0, p 0, p 0) p .r1'
+    System::Call '*(i 88, i 0, p 0, p 0, i 2, i 0, i 1, i 0, p r1, i 0, i 0, p 0, p 0, i 0x1000, i 0, p 0) p .r2'
+    System::Call '*(&g16 "{00AAC56B-CD44-11d0-8CC2-00C04FC295EE}") p .r3'
+    System::Call 'wintrust::WinVerifyTrust(p -1, p r3, p r2) i .r4'
+    ${If} $4 == 0
+        StrCpy $signer "$(unknown)"
+        ; A file (1) with an embedded PKCS #7 signature (0x400) in binary (2).
+        System::Call 'crypt32::CryptQueryObject(i 1, p r0, i 0x400, i 2, i 0, p 0, p 0, p 0, *p .r5, *p .r6, p 0) i .r4'
+        ${If} $4 <> 0
+            ; 7 is CMSG_SIGNER_CERT_INFO_PARAM, 4 CERT_NAME_SIMPLE_DISPLAY_TYPE.
+            System::Call 'crypt32::CryptMsgGetParam(p r6, i 7, i 0, p 0, *i .r7)'
+            System::Alloc $7
+            Pop $8
+            System::Call 'crypt32::CryptMsgGetParam(p r6, i 7, i 0, p r8, *i r7)'
+            System::Call 'crypt32::CertGetSubjectCertificateFromStore(p r5, i 0x10001, p r8) p .r9'
+            System::Call 'crypt32::CertGetNameStringW(p r9, i 4, i 0, p 0, w .s, i ${NSIS_MAX_STRLEN})'
+            Pop $signer
+            System::Call 'crypt32::CertFreeCertificateContext(p r9)'
+            System::Call 'crypt32::CryptMsgClose(p r6)'
+            System::Call 'crypt32::CertCloseStore(p r5, i 0)'
+            System::Free $8
+        ${EndIf}
+    ${EndIf}
+    System::Free $0
+    System::Free $1
+    System::Free $2
+    System::Free $3
+FunctionEnd
+
+; Whoever can write to the folder of the installer could put a library there. It is examined where
+; nobody can exchange it any more. A silent installation was asked for with what lies beside it.
+Function offerLibrary
+    System::Call 'kernel32::CopyFileW(w "$EXEDIR\Everything64.dll", w "${CANDIDATE}", i 0) i .r0'
+    ${If} $0 = 0
+        Return
+    ${EndIf}
+    Call hashCandidate
+    Call findSigner
+    MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "$(copy)" /SD IDYES IDYES install
+    Delete "${CANDIDATE}"
+    Return
+install:
+    Delete "${LIBRARY}"
+    Rename "${CANDIDATE}" "${LIBRARY}"
+    WriteRegDWORD HKCU "${UNINSTALL_KEY}" "HasCopiedLibrary" 1
+FunctionEnd
+
 Section
     !insertmacro waitForTheEnd
     SetOutPath "$INSTDIR"
@@ -88,8 +187,7 @@ Section
     ; The user may have put the library beside the installer.
     ${If} ${FileExists} "$EXEDIR\Everything64.dll"
     ${AndIf} $EXEDIR != $INSTDIR
-        CopyFiles /SILENT "$EXEDIR\Everything64.dll" "$INSTDIR"
-        WriteRegDWORD HKCU "${UNINSTALL_KEY}" "HasCopiedLibrary" 1
+        Call offerLibrary
     ${EndIf}
 
     WriteUninstaller "$INSTDIR\Uninstall.exe"
@@ -108,9 +206,7 @@ Section
 SectionEnd
 
 Function prepareFinish
-    SearchPath $0 "Everything64.dll"
-    ${If} ${FileExists} "$INSTDIR\Everything64.dll"
-    ${OrIf} $0 != ""
+    ${If} ${FileExists} "${LIBRARY}"
         StrCpy $finishText "$(ready)"
         StrCpy $finishAction "$(start)"
     ${Else}

@@ -13,6 +13,8 @@ set(licenses
     LGPL-3 /usr/share/common-licenses/LGPL-3
     Qt /usr/share/doc/qt6-base-dev/copyright
     fmt /usr/share/doc/libfmt-dev/copyright
+    libgcrypt /usr/share/doc/libgcrypt-mingw-w64-dev/copyright
+    libgpg-error /usr/share/doc/libgpg-error-mingw-w64-dev/copyright
     gcc /usr/share/doc/gcc-mingw-w64-base/copyright
     mingw-w64 /usr/share/doc/mingw-w64-common/copyright
     spdlog /usr/share/doc/libspdlog-dev/copyright

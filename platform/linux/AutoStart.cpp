@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AutoStart.h"
 
+#include "platform/RegularFile.h"
 #include "platform/linux/GlibPointer.h"
 
 #include <QCoreApplication>
@@ -68,8 +69,7 @@ QByteArray entryFor(const QString &program)
 bool hasContent(const QString &path, const QByteArray &content)
 {
     QFile file(path);
-    return QFileInfo(path).isFile() && file.size() == content.size()
-           && file.open(QIODevice::ReadOnly) && file.readAll() == content;
+    return openRegularFile(file) && file.size() == content.size() && file.readAll() == content;
 }
 
 void write(const QString &path, const QByteArray &content)

@@ -238,4 +238,9 @@ ProgramInfo builtinProgram(BuiltinProgram program)
     return {path, entry ? entry->displayName() : QString(), path};
 }
 
+QString programFile(const QString &pathOrCommand)
+{
+    return pathOrCommand;
+}
+
 } // namespace platform

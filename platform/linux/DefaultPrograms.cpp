@@ -3,8 +3,8 @@
 
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/DesktopFileId.h"
+#include "platform/linux/KeyFile.h"
 
-#include <QFile>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -34,8 +34,7 @@ QStringList mimeAppsLists()
 QStringList installedPrograms(const QString &file, const char *group, const QByteArray &contentType)
 {
     const KeyFilePointer lists(g_key_file_new());
-    if (!g_key_file_load_from_file(lists.get(), QFile::encodeName(file).constData(),
-                                   G_KEY_FILE_NONE, nullptr)) {
+    if (!readKeyFile(lists.get(), file)) {
         return {};
     }
     const TextListPointer ids(

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/InstalledIconThemes.h"
 
-#include "platform/linux/GlibPointer.h"
+#include "platform/linux/KeyFile.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <algorithm>
 
@@ -33,8 +32,7 @@ bool isIconTheme(const QStringList &searchPaths, const QString &name)
 {
     return std::any_of(searchPaths.begin(), searchPaths.end(), [&name](const QString &path) {
         const KeyFilePointer index(g_key_file_new());
-        const QByteArray fileName = QFile::encodeName(path + u'/' + name + "/index.theme"_L1);
-        g_key_file_load_from_file(index.get(), fileName.constData(), G_KEY_FILE_NONE, nullptr);
+        readKeyFile(index.get(), path + u'/' + name + "/index.theme"_L1);
         return g_key_file_has_key(index.get(), "Icon Theme", "Directories", nullptr);
     });
 }

@@ -2,8 +2,7 @@
 #include "platform/Link.h"
 
 #include "platform/linux/DesktopEntry.h"
-
-#include <QFile>
+#include "platform/linux/KeyFile.h"
 
 #include <array>
 #include <csignal>
@@ -56,8 +55,7 @@ bool launchCopy(GKeyFile *entry)
 KeyFilePointer copyOf(const QString &filePath)
 {
     KeyFilePointer entry(g_key_file_new());
-    g_key_file_load_from_file(entry.get(), QFile::encodeName(filePath).constData(), G_KEY_FILE_NONE,
-                              nullptr);
+    readKeyFile(entry.get(), filePath);
     g_key_file_remove_key(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
     return entry;
 }

@@ -2,8 +2,10 @@
 #include "platform/ShellIcon.h"
 
 #include "platform/Link.h"
+#include "platform/RegularFile.h"
 #include "platform/linux/DesktopEntry.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -16,6 +18,16 @@ namespace {
 bool canBeDrawn(const QIcon &icon)
 {
     return !icon.pixmap(QSize(32, 32)).isNull();
+}
+
+// A name with a slash that is no absolute path would leave the folders of the theme.
+QIcon iconOf(const QString &name)
+{
+    if (name.startsWith(u'/')) {
+        QFile file(name);
+        return openRegularFile(file) ? QIcon(name) : QIcon();
+    }
+    return name.contains(u'/') ? QIcon() : QIcon::fromTheme(name);
 }
 
 } // namespace
@@ -34,7 +46,7 @@ QIcon linkIcon(const QString &filePath)
         // QIcon::fromTheme() would look into every folder of the theme for no name, each time anew.
         return QIcon::fromTheme(u"application-x-executable"_s);
     }
-    const QIcon icon = name.startsWith(u'/') ? QIcon(name) : QIcon::fromTheme(name);
+    const QIcon icon = iconOf(name);
     return canBeDrawn(icon) ? icon : QIcon::fromTheme(u"application-x-executable"_s);
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/StartMenuCache.h"
 
+#include "platform/RegularFile.h"
+
 #include <QCryptographicHash>
 #include <QDataStream>
 #include <QDir>
@@ -68,7 +70,7 @@ StartMenuCache::StartMenuCache(const QString &folder)
     : m_file(cacheFile(folder))
 {
     QFile file(m_file);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!openRegularFile(file)) {
         return;
     }
     QDataStream stream(file.readAll());

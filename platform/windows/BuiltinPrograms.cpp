@@ -1,7 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/BuiltinPrograms.h"
 
+#include "platform/windows/SystemFolder.h"
+
 #include <QCoreApplication>
+#include <QDir>
+#include <QStringList>
+
+#include <algorithm>
+#include <iterator>
+
+#include <windows.h>
 
 using namespace Qt::StringLiterals;
 
@@ -19,6 +28,23 @@ ProgramInfo systemProgram(const QString &command, const QString &description)
 {
     return {command, description,
             qEnvironmentVariable("SystemRoot") + uR"(\System32\)"_s + command + ".exe"_L1};
+}
+
+// Relative folders depend on the current one.
+QStringList programFolders()
+{
+    QStringList folders = {systemFolder(), windowsFolder()};
+    const QStringList searchPath = qEnvironmentVariable("PATH").split(u';');
+    std::copy_if(searchPath.begin(), searchPath.end(), std::back_inserter(folders),
+                 &QDir::isAbsolutePath);
+    return folders;
+}
+
+// Unlike QFileInfo, takes the aliases of packaged programs for files.
+bool isFile(const QString &path)
+{
+    const DWORD attributes = GetFileAttributesW(qUtf16Printable(path));
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 } // namespace
@@ -54,6 +80,23 @@ ProgramInfo builtinProgram(BuiltinProgram program)
     }
     return {startPage, description(QT_TRANSLATE_NOOP("AppLauncher", "Open Bing Search")),
             startPage};
+}
+
+QString programFile(const QString &pathOrCommand)
+{
+    if (pathOrCommand.contains(u'\\') || pathOrCommand.contains(u'/')) {
+        return pathOrCommand;
+    }
+    const QString fileName =
+        pathOrCommand.contains(u'.') ? pathOrCommand : pathOrCommand + ".exe"_L1;
+    const QStringList folders = programFolders();
+    for (const QString &folder : folders) {
+        QString path = folder + u'\\' + fileName;
+        if (isFile(path)) {
+            return path;
+        }
+    }
+    return {};
 }
 
 } // namespace platform

@@ -7,7 +7,8 @@ namespace platform {
 
 bool openFolder(const QString &path)
 {
-    return shellOpen(path);
+    // Without a separator at its end, "Photos" would start a "Photos.exe" beside the folder.
+    return shellOpen(path.endsWith(u'/') ? path : path + u'/');
 }
 
 } // namespace platform

@@ -4,6 +4,7 @@
 #include <QDir>
 
 #include <aclapi.h>
+#include <sddl.h>
 
 namespace platform {
 
@@ -26,6 +27,21 @@ PSID User::sid() const
 {
     const auto *user = reinterpret_cast<const TOKEN_USER *>(m_buffer.constData());
     return m_buffer.isEmpty() ? nullptr : user->User.Sid;
+}
+
+LocalPointer<void> descriptorForUserAlone(const User &user)
+{
+    LPWSTR name = nullptr;
+    if (!user.sid() || !ConvertSidToStringSidW(user.sid(), &name)) {
+        return nullptr;
+    }
+    const LocalPointer<wchar_t> nameMemory(name);
+    const QString rights =
+        QStringLiteral("D:P(A;OICI;FA;;;%1)(A;OICI;FA;;;SY)").arg(QString::fromWCharArray(name));
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(qUtf16Printable(rights), SDDL_REVISION_1,
+                                                         &descriptor, nullptr);
+    return LocalPointer<void>(descriptor);
 }
 
 Handle openWithReadControl(const QString &path, DWORD furtherAccess)

@@ -36,6 +36,10 @@ private:
     QByteArray m_buffer;
 };
 
+/// A security descriptor that grants full access to the user and the system, to nobody else, and
+/// inherits nothing from the parent folder. Null if the system does not tell the user.
+LocalPointer<void> descriptorForUserAlone(const User &user);
+
 /// Opens a file, a folder or a symbolic link itself, with READ_CONTROL and the given access. Null
 /// if it does not exist or the access is denied.
 Handle openWithReadControl(const QString &path, DWORD furtherAccess);

@@ -3,6 +3,7 @@
 
 #include "platform/windows/Owner.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace platform {
@@ -21,6 +22,21 @@ bool isFreeOrOwn(const QString &path)
            && isOwnOrUnowned(file.get(), User());
 }
 
+// In a folder that users share, the file would otherwise inherit rights for all of them. Fails if
+// someone has taken the name.
+Handle createForUserAlone(const QString &path)
+{
+    const LocalPointer<void> descriptor = descriptorForUserAlone(User());
+    if (!descriptor) {
+        return nullptr;
+    }
+    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), descriptor.get(), FALSE};
+    const HANDLE created = CreateFileW(qUtf16Printable(QDir::toNativeSeparators(path)),
+                                       GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                       &attributes, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return Handle(created == INVALID_HANDLE_VALUE ? nullptr : created);
+}
+
 } // namespace
 
 bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
@@ -28,10 +44,11 @@ bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
     if (!isFreeOrOwn(file.fileName())) {
         return false;
     }
-    // Do not write to the earlier file: it may have further hard links. NewOnly fails if someone
-    // takes the name in between.
+    // Do not write to the earlier file: it may have further hard links.
     QFile::remove(file.fileName());
-    return file.open(mode | QIODevice::NewOnly);
+    // While the handle is open, nobody can delete the file or take its name.
+    const Handle created = createForUserAlone(file.fileName());
+    return created && file.open(mode);
 }
 
 } // namespace platform

@@ -5,8 +5,6 @@
 
 #include <QDir>
 
-#include <sddl.h>
-
 namespace platform {
 
 namespace {
@@ -19,24 +17,13 @@ bool isRealFolder(HANDLE folder)
            && !(info.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
-// Grants full access to the user and the system, and stops inheriting from the parent folder.
-bool restrictToUser(HANDLE folder, PSID user)
+bool restrictToUser(HANDLE folder, const User &user)
 {
-    LPWSTR name = nullptr;
-    if (!ConvertSidToStringSidW(user, &name)) {
-        return false;
-    }
-    const LocalPointer<wchar_t> nameMemory(name);
-    const QString rights =
-        QStringLiteral("D:P(A;OICI;FA;;;%1)(A;OICI;FA;;;SY)").arg(QString::fromWCharArray(name));
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(
-            qUtf16Printable(rights), SDDL_REVISION_1, &descriptor, nullptr)) {
-        return false;
-    }
-    const LocalPointer<void> descriptorMemory(descriptor);
-    return SetKernelObjectSecurity(
-        folder, DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, descriptor);
+    const LocalPointer<void> descriptor = descriptorForUserAlone(user);
+    return descriptor
+           && SetKernelObjectSecurity(
+               folder, DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
+               descriptor.get());
 }
 
 } // namespace
@@ -51,7 +38,12 @@ bool makePrivateFolder(const QString &path)
         || !isOwnOrUnowned(folder.get(), user)) {
         return false;
     }
-    return !hasOwners(folder.get()) || restrictToUser(folder.get(), user.sid());
+    return !hasOwners(folder.get()) || restrictToUser(folder.get(), user);
+}
+
+bool isProtectedFolder(const QString &)
+{
+    return true;
 }
 
 } // namespace platform

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UpdateScript.h"
 
+#include "platform/windows/SystemFolder.h"
+
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -27,7 +30,21 @@ QString updateScript(const QString &downloadPath, const QString &programPath)
 
 void startUpdateScript(const QString &scriptPath)
 {
-    QProcess::startDetached(u"cmd"_s, {u"/c"_s, scriptPath});
+    // By default the interpreter looks for "timeout" in the current folder first, and then in each
+    // folder that a user or another program has put before the system's.
+    const QString system = systemFolder();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const QString searchPath = environment.value(u"PATH"_s);
+    if (!searchPath.startsWith(system + u';', Qt::CaseInsensitive)) {
+        environment.insert(u"PATH"_s, system + u';' + searchPath);
+    }
+    // The value does not matter; unsetPrivateVariables() of the new program removes this one.
+    environment.insert(u"NoDefaultCurrentDirectoryInExePath"_s, u"Vaskel"_s);
+    QProcess interpreter;
+    interpreter.setProcessEnvironment(environment);
+    interpreter.setProgram(system + uR"(\cmd.exe)"_s);
+    interpreter.setArguments({u"/c"_s, scriptPath});
+    interpreter.startDetached();
 }
 
 } // namespace platform

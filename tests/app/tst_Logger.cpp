@@ -126,6 +126,8 @@ private Q_SLOTS:
     void choosesTheFolder_data();
     void choosesTheFolder();
     void choosesTheDataFolderWithoutAnother();
+    void closesTheFolderToOthers_data();
+    void closesTheFolderToOthers();
     void namesTheFileByTheLocalDay_data();
     void namesTheFileByTheLocalDay();
     void appendsToTheFileOfTheDay();
@@ -200,6 +202,29 @@ void tst_Logger::choosesTheDataFolderWithoutAnother()
     QCOMPARE(withoutTimes(linesIn(folder)),
              (QStringList{"[Vaskel] [info] Logger initialized, log dir: "_L1 + folder,
                           u"[Vaskel] [info] [QT] :0  - an info text"_s}));
+}
+
+void tst_Logger::closesTheFolderToOthers_data()
+{
+    QTest::addColumn<bool>("existsBefore");
+    QTest::newRow("new folder") << false;
+    QTest::newRow("folder of an earlier version") << true;
+}
+
+void tst_Logger::closesTheFolderToOthers()
+{
+    QFETCH(const bool, existsBefore);
+    constexpr auto open = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup
+                          | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+    if (existsBefore) {
+        QVERIFY(QDir().mkpath(m_folder));
+        QVERIFY(QFile::setPermissions(m_folder, open));
+    }
+    Logger::instance().init(m_folder);
+    QCOMPARE(linesIn(m_folder).size(), 1);
+    constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
+                            | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    QCOMPARE(QFile::permissions(m_folder) & others, QFile::Permissions());
 }
 
 void tst_Logger::namesTheFileByTheLocalDay_data()

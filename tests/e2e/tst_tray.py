@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 from case import EndToEndCase, main
 from desktop import PATIENCE, stop, wait_until
-from launcher import walk_through_menu
+from launcher import centre, find, walk_through_menu
+
+from gi.repository import Atspi
 
 ENTRIES = ["Show", "Settings", "Restart", "Quit"]
 FOCUS_LOSS_TIME = 0.5  # seconds; longer than the toolkit's delay
@@ -172,6 +174,17 @@ class FirstStart(TrayCase):
         self.launcher.terminate()
         self.start()
         self.stays(lambda: not self.message("Press"), "there is no message", MESSAGE_TIME)
+
+    def test_message_closes_at_its_button(self):
+        self.start()
+        wait_until(lambda: self.message("Press Ctrl+Alt+Space to show"), "the message shows")
+        # Those of the window come first, and have other sizes.
+        button = find(self.launcher.application(), Atspi.Role.PUSH_BUTTON)[-1]
+        extents = button.get_extents(Atspi.CoordType.SCREEN)
+        self.assertEqual((extents.width, extents.height), (15, 15))
+        self.desktop.click(*centre(button))
+        wait_until(lambda: not self.message("Press"), "the message is gone")
+        self.assertTrue(self.launcher.is_visible())
 
     def test_tells_that_the_hotkey_is_held(self):
         # The window manager's default configuration uses it to switch desktops.

@@ -97,8 +97,9 @@ private Q_SLOTS:
     void doesNotAskForTheIconAgain();
     void namesTheFileByTheUnchangedPath();
     void writesOnlyTheIcons();
-    void worksWithoutIconsIfTheFolderCannotBeCreated_data();
-    void worksWithoutIconsIfTheFolderCannotBeCreated();
+    void usesTheCacheIfAFileIsInTheWay_data();
+    void usesTheCacheIfAFileIsInTheWay();
+    void usesTheCacheIfOthersCanReplaceTheFolder();
     void doesNotTouchAForeignFolder_data();
     void doesNotTouchAForeignFolder();
     void worksWithoutIconsIfTheCacheIsForeignToo();
@@ -255,7 +256,7 @@ void tst_AppLauncherIcons::writesOnlyTheIcons()
              QStringList(QFileInfo(iconFile(path)).fileName()));
 }
 
-void tst_AppLauncherIcons::worksWithoutIconsIfTheFolderCannotBeCreated_data()
+void tst_AppLauncherIcons::usesTheCacheIfAFileIsInTheWay_data()
 {
     QTest::addColumn<QString>("fileInTheWay");
 
@@ -263,17 +264,27 @@ void tst_AppLauncherIcons::worksWithoutIconsIfTheFolderCannotBeCreated_data()
     QTest::newRow("instead of its parent") << u"tmp/Vaskel"_s;
 }
 
-void tst_AppLauncherIcons::worksWithoutIconsIfTheFolderCannotBeCreated()
+void tst_AppLauncherIcons::usesTheCacheIfAFileIsInTheWay()
 {
     QFETCH(QString, fileInTheWay);
     addFile(u"user/App.link"_s);
     const QString path = testhome::writeFile(fileInTheWay, "in the way");
 
-    QCOMPARE(onlyIcon(AppLauncher()), QString());
+    const QString icon = onlyIcon(AppLauncher());
+    QVERIFY(icon.startsWith(cacheFolder() + u'/'));
+    QCOMPARE(QImage(icon, "PNG").size(), QSize(32, 32));
     QCOMPARE(contentOf(path), QByteArray("in the way"));
 
     QVERIFY(QFile::remove(path));
-    QVERIFY(QFile::exists(onlyIcon(AppLauncher())));
+    QVERIFY(onlyIcon(AppLauncher()).startsWith(iconFolder() + u'/'));
+}
+
+void tst_AppLauncherIcons::usesTheCacheIfOthersCanReplaceTheFolder()
+{
+    addFile(u"user/App.link"_s);
+    fakePlatform().unprotectedFolders.append(iconFolder());
+    QVERIFY(onlyIcon(AppLauncher()).startsWith(cacheFolder() + u'/'));
+    QVERIFY(QDir(iconFolder()).isEmpty());
 }
 
 void tst_AppLauncherIcons::doesNotTouchAForeignFolder_data()

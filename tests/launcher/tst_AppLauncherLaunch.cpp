@@ -87,6 +87,8 @@ private Q_SLOTS:
     void returnsTheAnswerOfTheSystem();
     void startsAProgramOfTheSearchPath();
     void startsAProgramByItsFullPath();
+    void startsTheFileThatTheSystemFindsForACommand();
+    void failsForACommandThatTheSystemDoesNotFind();
     void startsAProgramInTheLaunchersFolderAndASessionOfItsOwn();
     void passesOnTheEnvironment();
     void failsForAFileThatIsNoProgram_data();
@@ -261,6 +263,22 @@ void tst_AppLauncherLaunch::startsAProgramByItsFullPath()
     QVERIFY(AppLauncher().launch(path));
     QTRY_VERIFY(QFile::exists(recordFile()));
     QCOMPARE(recordIn(recordFile()).value(u"arguments"_s), u"0"_s);
+}
+
+void tst_AppLauncherLaunch::startsTheFileThatTheSystemFindsForACommand()
+{
+    const QString planted = testhome::writeFile(u"bin/command"_s, "#!/bin/sh\nexit 1\n");
+    QFile::setPermissions(planted, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    fakePlatform().programFiles.insert(u"command"_s, writeRecorder(u"system/command"_s));
+    QVERIFY(AppLauncher().launch(u"command"_s));
+    QTRY_VERIFY(QFile::exists(recordFile()));
+}
+
+void tst_AppLauncherLaunch::failsForACommandThatTheSystemDoesNotFind()
+{
+    writeRecorder(u"bin/command"_s);
+    fakePlatform().programFiles.insert(u"command"_s, QString());
+    QVERIFY(!AppLauncher().launch(u"command"_s));
 }
 
 void tst_AppLauncherLaunch::startsAProgramInTheLaunchersFolderAndASessionOfItsOwn()

@@ -101,6 +101,9 @@ private Q_SLOTS:
     void keepsThePinInMemoryWhenItCannotBeSaved();
     void keepsTheRemovalInMemoryWhenItCannotBeSaved();
     void createsTheFolderAtEachWrite();
+    void closesTheFolderToOthers();
+    void usesAFolderThatCannotBeClosed();
+    void takesAPipeForAMissingFile();
     void publishesThePropertyAndTheMethods();
 };
 
@@ -442,6 +445,26 @@ void tst_AppLauncherPins::createsTheFolderAtEachWrite()
     QVERIFY(QDir(QFileInfo(pinsFile()).path()).removeRecursively());
     QVERIFY(launcher.unpinApp(u"taskmgr"_s));
     QCOMPARE(storedPins(), json("[{'iconPath':'','name':'Calculator','path':'calc'}]"));
+}
+
+void tst_AppLauncherPins::closesTheFolderToOthers()
+{
+    AppLauncher launcher;
+    QVERIFY(fakePlatform().privateFolders.contains(QFileInfo(pinsFile()).path()));
+}
+
+void tst_AppLauncherPins::usesAFolderThatCannotBeClosed()
+{
+    fakePlatform().foreignFolders.append(QFileInfo(pinsFile()).path());
+    AppLauncher launcher;
+    QVERIFY(QFile::exists(pinsFile()));
+}
+
+void tst_AppLauncherPins::takesAPipeForAMissingFile()
+{
+    writePins("[]");
+    fakePlatform().irregularFiles.append(pinsFile());
+    QCOMPARE(AppLauncher().pinnedApps().size(), 2);
 }
 
 void tst_AppLauncherPins::publishesThePropertyAndTheMethods()

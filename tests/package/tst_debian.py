@@ -15,10 +15,12 @@ import tempfile
 import unittest
 import xml.etree.ElementTree
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "e2e"))
+TESTS = pathlib.Path(__file__).resolve().parents[1]
+sys.path[:0] = [str(TESTS / "e2e"), str(TESTS / "security")]
 
 from case import EndToEndCase, main  # noqa: E402
 from desktop import start_tied  # noqa: E402
+from elf import missing_protections, search_path  # noqa: E402
 
 FOLDER = pathlib.Path(sys.argv[1])
 SIZES = (16, 22, 24, 32, 48, 64, 128, 256, 512)
@@ -120,6 +122,14 @@ class Package(EndToEndCase):
         dependencies = field("Depends")
         for name in ("libqt6widgets6", "libqt6network6", "libqt6svg6", "xdg-utils"):
             self.assertIn(name, dependencies)
+
+    def test_takes_libraries_from_the_system_alone(self):
+        self.install()
+        self.assertEqual(search_path(self.tree.folder / "usr/bin/Vaskel"), [])
+
+    def test_is_built_with_the_protections_of_the_compiler(self):
+        self.install()
+        self.assertEqual(missing_protections(self.tree.folder / "usr/bin/Vaskel"), [])
 
     def test_does_not_install_where_a_dependency_is_missing(self):
         status = self.tree.database / "status"

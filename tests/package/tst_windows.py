@@ -1,11 +1,14 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Tests the Windows installer and the zip archive under wine.
 
-usage: tst_windows.py PACKAGE-FOLDER PICTURE-FOLDER with-wine PREFIX Everything64.dll [unittest's own]
+usage: tst_windows.py PACKAGE-FOLDER PICTURE-FOLDER with-wine PREFIX Everything64.dll BUILD-FOLDER
+                      [unittest's own]
+
+The packages have no update server. For its case of an update, the test builds the program in the
+build folder with a server and a key of its own, and afterwards again as it was.
 """
 
 import http.server
-import json
 import os
 import pathlib
 import shutil
@@ -17,8 +20,10 @@ import time
 import unittest
 import zipfile
 
-packages, pictures, with_wine, prefix, library = map(pathlib.Path, sys.argv[1:6])
+packages, pictures, with_wine, prefix, library, build = map(pathlib.Path, sys.argv[1:7])
+scripts = pathlib.Path(__file__).resolve().parents[2] / "scripts"
 PATIENCE = 90
+FIRST_MOMENT = 1.5  # seconds; longer than the question of an update drops keys
 
 USER = r"HKEY_CURRENT_USER\Software"
 UNINSTALL = USER + r"\Microsoft\Windows\CurrentVersion\Uninstall\Vaskel"
@@ -26,23 +31,20 @@ RUN = USER + r"\Microsoft\Windows\CurrentVersion\Run"
 PREFERENCES = USER + r"\Vaskel\Vaskel"
 
 
-SERVER = "http://127.0.0.1:8080"  # the default address of a build
-
-
 class UpdateServer:
-    """Offers a program once. Its address replaces SERVER in the executable, so it is as long."""
+    """Offers a program once, after offer()."""
 
-    def __init__(self, program):
+    def __init__(self):
         server = self
         self.checks = 0
+        self.program = self.answer = b""
 
         class Handler(http.server.BaseHTTPRequestHandler):
             def do_GET(self):
-                body = program
+                body = server.program
                 if self.path.startswith("/api/"):
                     server.checks += 1
-                    body = json.dumps({"has_update": server.checks == 1, "version": "2.0",
-                                       "changelog": "", "download_url": server.address}).encode()
+                    body = server.answer if server.checks == 1 else b"{}"
                 self.send_response(200)
                 self.send_header("Content-Length", str(len(body)))
                 self.end_headers()
@@ -51,18 +53,15 @@ class UpdateServer:
             def log_message(self, *_):
                 pass
 
-        self._server = self._listen(Handler)
+        self._server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Handler)
         self.address = f"http://127.0.0.1:{self._server.server_port}"
         threading.Thread(target=self._server.serve_forever, daemon=True).start()
 
-    @staticmethod
-    def _listen(handler):
-        for port in range(2000, 10000):
-            try:
-                return http.server.ThreadingHTTPServer(("127.0.0.1", port), handler)
-            except OSError:
-                continue
-        raise AssertionError("there is no free port of four digits")
+    def offer(self, file, key):
+        self.program = file.read_bytes()
+        self.answer = subprocess.run(
+            [scripts / "sign-update", file, "--version", "2.0", "--key", key, "--url", self.address],
+            check=True, stdout=subprocess.PIPE).stdout
 
     def close(self):
         self._server.shutdown()
@@ -292,21 +291,40 @@ class WindowsPackages(unittest.TestCase):
         after.pop(USER + r"\Vaskel")
         self.assertEqual(after, keys)
 
+    def build_with(self, server, key):
+        """The program with this update server and key."""
+        cache = (build / "CMakeCache.txt").read_text()
+        before = [f"-D{line}" for line in cache.splitlines() if line.startswith("VASKEL_UPDATE_")]
+        self.assertEqual(len(before), 2)
+        self.addCleanup(self.configure, *before)
+        self.configure(f"-DVASKEL_UPDATE_SERVER={server}", f"-DVASKEL_UPDATE_KEY={key}")
+        return (build / "Vaskel.exe").read_bytes()
+
+    def configure(self, *options):
+        for command in (["cmake", *options, build], ["cmake", "--build", build, "--target", "Vaskel"]):
+            subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
+
     def test_updates_itself_where_it_is_installed(self):
         shutil.copy(library, self.downloads / "Everything64.dll")
         files = self.files()
         self.install()
         program = self.program_folder / "Vaskel.exe"
-        original, default = program.read_bytes(), SERVER.encode("utf-16-le")
-        self.assertEqual(original.count(default), 1)
-        server = UpdateServer(original + b"newer")
+        server = UpdateServer()
         self.addCleanup(server.close)
-        program.write_bytes(original.replace(default, server.address.encode("utf-16-le")))
+        key = self.downloads / "key"
+        public = subprocess.run([scripts / "new-update-key", key], check=True, text=True,
+                                stdout=subprocess.PIPE).stdout.strip()
+        original = self.build_with(server.address, public)
+        newer = self.downloads / "newer.exe"
+        newer.write_bytes(original + b"newer")
+        server.offer(newer, key)
+        program.write_bytes(original)
 
         vaskel = self.start(self.program_folder)
         self.addCleanup(run, "taskkill", "/f", "/im", "Vaskel.exe")
         self.wait_until(lambda: windows("Update available"), "the program asks")
         self.picture("question")
+        time.sleep(FIRST_MOMENT)
         xdotool("key", "alt+y")
         self.wait_until(lambda: vaskel.poll() is not None, "the old program ends")
         self.wait_until(launcher_is_shown, "the new program runs")
@@ -320,9 +338,18 @@ class WindowsPackages(unittest.TestCase):
 
     def test_starts_the_program_from_its_last_page(self):
         shutil.copy(library, self.downloads / "Everything64.dll")
-        self.click_through("ready")
+        self.click_through("ready", answer="y")
         self.addCleanup(run, "taskkill", "/f", "/im", "Vaskel.exe")
         self.wait_until(launcher_is_shown, "the program starts")
+
+    def test_asks_before_it_installs_a_library_from_beside_it(self):
+        shutil.copy(library, self.downloads / "Everything64.dll")
+        # Return is "No": whoever hurries installs nothing.
+        self.click_through("refused", answer="Return")
+        self.assertEqual([path.name for path in self.program_folder.glob("Everything64*")], [])
+        self.wait_until(lambda: windows("Vaskel"), "the folder opens")
+        xdotool("key", "alt+F4")
+        self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
 
     def test_opens_the_folder_for_the_library_that_is_missing(self):
         self.click_through("lacking")
@@ -331,12 +358,18 @@ class WindowsPackages(unittest.TestCase):
         xdotool("key", "alt+F4")
         self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
 
-    def click_through(self, name):
+    def click_through(self, name, answer=None):
+        """Answers the question about the library by this key, if it is expected."""
         setup = subprocess.Popen(wine(self.command(self.installer), desktop=True),
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(setup.terminate)
         self.wait_until(lambda: windows("Vaskel Setup"), "the first page shows")
         xdotool("key", "Return")
+        if answer:
+            self.wait_until(lambda: len(windows("Vaskel Setup")) == 2, "the question shows")
+            self.picture(f"{name}-question")
+            xdotool("key", answer)
+            self.wait_until(lambda: len(windows("Vaskel Setup")) == 1, "the question is answered")
         self.wait_until(lambda: UNINSTALL in registry(), "everything is installed")
         self.picture(name)
         self.wait_until(lambda: self.press_return_until_it_ends(setup), "the last page is left")
@@ -407,4 +440,4 @@ class WindowsPackages(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], "--verbose", *sys.argv[6:]])
+    unittest.main(argv=[sys.argv[0], "--verbose", *sys.argv[7:]])

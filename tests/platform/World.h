@@ -86,6 +86,9 @@ QString foreignFolder();
 /// The path of another user's file.
 QString foreignFile();
 
+/// The path of a pipe or device whose reader may wait for ever.
+QString endlessFile();
+
 /// Whether a script has replaced the program with the download, started it, and deleted the files
 /// it no longer needs. The case has written the files of both paths.
 bool isUpdated(const QString &downloadPath, const QString &programPath);

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTranslator>
 
@@ -542,6 +543,9 @@ void tst_DirectoryPlugin::listsWithoutIconsIfTheyCannotBeSaved()
     QFETCH(const QString, fileInTheWay);
     const QString file = addFile(u"docs/file.txt"_s);
     testhome::writeFile(fileInTheWay, "in the way");
+    // The cache would take the icons instead.
+    fakePlatform().foreignFolders = {QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
+                                     + "/icons"_L1};
     QCOMPARE(query(u"docs"_s).mid(1),
              QVariantList{record(u"file.txt"_s, u"TXT"_s, QString(), action(u"openFile"_s, file))});
 }

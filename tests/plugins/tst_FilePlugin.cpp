@@ -15,6 +15,7 @@
 #include <QIcon>
 #include <QImage>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTest>
 #include <QTranslator>
 
@@ -405,6 +406,9 @@ void tst_FilePlugin::listsWithoutIconsIfTheyCannotBeSaved()
 {
     const QString path = addIndexed(u"home/note.txt"_s);
     testhome::writeFile(u"tmp/Vaskel/icons"_s, "in the way");
+    // The cache would take the icons instead.
+    fakePlatform().foreignFolders = {QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
+                                     + "/icons"_L1};
     QCOMPARE(query(u"note"_s), QVariantList{hit(path, QString())});
 }
 

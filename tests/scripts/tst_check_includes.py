@@ -181,6 +181,13 @@ class CheckIncludes(unittest.TestCase):
                 self.write("colour/Colour.h", f"#include {include}\n")
                 self.fails_with("colour/Colour.h:1: ", include)
 
+    def test_lets_only_the_named_folder_include_a_library(self):
+        self.write_page(TABLE.replace("`store/` (`Reader` alone)", "`store/` (`Reader` alone), crypt"))
+        self.write("model/Writer.cpp", "#include <crypt.h>\n#include <crypt/more.h>\n")
+        self.assertEqual(self.faults(), [])
+        self.write("store/Store.h", "#include <crypt.h>\n")
+        self.fails_with("store/Store.h:1: ", "<crypt.h>", "the table does not name it for store/")
+
     def test_reports_a_cycle_of_the_table(self):
         self.write_page(TABLE.replace("what is kept | Qt alone", "what is kept | `window/`"))
         self.fails_with("cycle", "window/ -> model/")

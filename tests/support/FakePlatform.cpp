@@ -12,6 +12,7 @@
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProcessEnvironment.h"
+#include "platform/RegularFile.h"
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
@@ -64,6 +65,11 @@ ProgramInfo builtinProgram(BuiltinProgram program)
 {
     const ProgramInfo unknown{u"program%1"_s.arg(int(program)), {}, {}};
     return fakePlatform().builtinPrograms.value(int(program), unknown);
+}
+
+QString programFile(const QString &pathOrCommand)
+{
+    return fakePlatform().programFiles.value(pathOrCommand, pathOrCommand);
 }
 
 void ignoreClosedPipes()
@@ -173,7 +179,19 @@ bool openPrivateFile(QFile &file, QIODevice::OpenMode mode)
 
 bool makePrivateFolder(const QString &path)
 {
+    fakePlatform().privateFolders.append(path);
     return !fakePlatform().foreignFolders.contains(path) && QDir().mkpath(path);
+}
+
+bool openRegularFile(QFile &file)
+{
+    return !fakePlatform().irregularFiles.contains(file.fileName())
+           && file.open(QIODevice::ReadOnly);
+}
+
+bool isProtectedFolder(const QString &path)
+{
+    return !fakePlatform().unprotectedFolders.contains(path) && QFileInfo(path).isDir();
 }
 
 void chooseWindowSystem() {}

@@ -27,6 +27,7 @@ struct FakePlatform
 
     // BuiltinPrograms.h; a program without an entry gets a path made from its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
+    QHash<QString, QString> programFiles; // others are as they are
 
     // ClosedPipe.h
     bool ignoresClosedPipes = false;
@@ -75,8 +76,13 @@ struct FakePlatform
     QStringList foreignFiles;
     QHash<QString, QPointer<QFile>> privateFiles;
 
-    // PrivateFolder.h; other folders are created
+    // PrivateFolder.h; other folders are created, and protected
     QStringList foreignFolders;
+    QStringList privateFolders;
+    QStringList unprotectedFolders;
+
+    // RegularFile.h; other files open normally
+    QStringList irregularFiles;
 
     // StartMenu.h; a file without an entry is listed under its complete base name
     QStringList startMenuRoots;

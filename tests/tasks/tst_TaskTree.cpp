@@ -95,6 +95,7 @@ class tst_TaskTree : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void selectedRowIsOneShape();
     void hoveredRowIsOneShape();
     void otherRowsHaveNoBackground();
@@ -107,6 +108,11 @@ private Q_SLOTS:
     void paintsTheEmptyText();
     void wrapsTheEmptyText();
 };
+
+void tst_TaskTree::initTestCase()
+{
+    QApplication::setStyle(u"fusion"_s); // as in the program
+}
 
 void tst_TaskTree::selectedRowIsOneShape()
 {

@@ -13,6 +13,7 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
@@ -25,7 +26,9 @@
 #include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTest>
+#include <QTextDocument>
 #include <QTimer>
+#include <QToolTip>
 #include <QTranslator>
 #include <QTreeWidget>
 #include <QWindow>
@@ -105,6 +108,13 @@ struct Page
     {
         QContextMenuEvent event(QContextMenuEvent::Mouse, position,
                                 tree->viewport()->mapToGlobal(position));
+        QCoreApplication::sendEvent(tree->viewport(), &event);
+    }
+
+    void requestToolTip(const QString &title) const
+    {
+        const QPoint position = textOf(title);
+        QHelpEvent event(QEvent::ToolTip, position, tree->viewport()->mapToGlobal(position));
         QCoreApplication::sendEvent(tree->viewport(), &event);
     }
 
@@ -292,6 +302,7 @@ private Q_SLOTS:
     void editorKeepsWithinItsRow_data();
     void editorKeepsWithinItsRow();
     void editorKeepsTheTitleInItsPlace();
+    void onlyATitleThatIsCutHasAToolTip();
     void changeOfARowIsShownAtOnce();
     void changedRowSurvivesTheRebuild();
 
@@ -857,6 +868,23 @@ void tst_TodoView::editorKeepsTheTitleInItsPlace()
     editor->home(false);
     const QRect cursor = editor->inputMethodQuery(Qt::ImCursorRectangle).toRect();
     QVERIFY(qAbs(editor->x() + cursor.center().x() - left) <= 2);
+}
+
+void tst_TodoView::onlyATitleThatIsCutHasAToolTip()
+{
+    qApp->setStyleSheet(ThemeManager().styleSheet());
+    const QString title = u"long &amp; "_s.repeated(20).trimmed();
+    writeTasks({u"[ ] short"_s, u"[ ] "_s + title});
+    Page page;
+    QVERIFY(QTest::qWaitForWindowExposed(&page.view));
+    page.requestToolTip(u"short"_s);
+    QVERIFY(!QToolTip::isVisible());
+    page.requestToolTip(title);
+    QVERIFY(QToolTip::isVisible());
+    QTextDocument text;
+    text.setHtml(QToolTip::text());
+    QCOMPARE(text.toPlainText(), title);
+    QToolTip::hideText();
 }
 
 void tst_TodoView::changeOfARowIsShownAtOnce()

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void firstShowStaysWhereTheWindowWasMoved();
     void firstShowIsWhereTheLastDragLeftTheWindow();
     void firstShowLeavesRoomForAllRows();
+    void firstShowCentresAWindowThatPinsWiden();
     void firstShowMovesInsideTheScreens_data();
     void firstShowMovesInsideTheScreens();
     void laterShowsKeepThePosition();
@@ -158,6 +159,14 @@ void tst_WindowPlacement::firstShowLeavesRoomForAllRows()
     QVERIFY(w.window.height() < fullSize.height());
     QVERIFY(w.showActive());
     QCOMPARE(w.window.pos(), QPoint(15, 800 - 460));
+}
+
+void tst_WindowPlacement::firstShowCentresAWindowThatPinsWiden()
+{
+    Window w;
+    w.window.setMinimumWidth(780);
+    QVERIFY(w.showActive());
+    QCOMPARE(w.window.pos(), QPoint(10, centred.y()));
 }
 
 void tst_WindowPlacement::firstShowMovesInsideTheScreens_data()

@@ -9,6 +9,7 @@ class FileSizeLimit
 {
 public:
     explicit FileSizeLimit(qint64 bytes);
+    // Trivial on Windows alone. NOLINTNEXTLINE(performance-trivially-destructible)
     ~FileSizeLimit();
 
 private:

@@ -7,6 +7,7 @@
 
 #include <QElapsedTimer>
 #include <QMetaMethod>
+#include <QNetworkReply>
 #include <QSignalSpy>
 #include <QSysInfo>
 #include <QTest>
@@ -70,6 +71,8 @@ private Q_SLOTS:
     void readsAMegabyte();
     void neverLogsIn_data();
     void neverLogsIn();
+    void asksNobodyWithoutAServer();
+    void offersNothingUnsignedIfThereIsAKey();
     void sendsARequestForEachCheck();
     void canBeDestroyedDuringACheck();
     void knowsItsVersion();
@@ -92,6 +95,7 @@ void tst_UpdaterCheck::init()
 void tst_UpdaterCheck::cleanup()
 {
     qunsetenv("VASKEL_TEST_UPDATE_SERVER");
+    qunsetenv("VASKEL_TEST_UPDATE_KEYS");
 }
 
 QStringList tst_UpdaterCheck::check(int count, std::chrono::milliseconds timeout)
@@ -363,6 +367,25 @@ void tst_UpdaterCheck::neverLogsIn()
     QVERIFY2(heard.constFirst().startsWith("error: "_L1), qPrintable(heard.constFirst()));
     QCOMPARE(m_server->requests.size(), 1);
     QVERIFY(!m_server->requests.constFirst().toLower().contains("authorization"));
+}
+
+void tst_UpdaterCheck::asksNobodyWithoutAServer()
+{
+    qputenv("VASKEL_TEST_UPDATE_SERVER", "none");
+    Updater updater;
+    const QSignalSpy errors(&updater, &Updater::checkError);
+    const QSignalSpy none(&updater, &Updater::noUpdateAvailable);
+    updater.checkForUpdate();
+    QVERIFY(updater.findChildren<QNetworkReply *>().isEmpty());
+    QTest::qWait(0);
+    QCOMPARE(errors.size() + none.size(), 0);
+}
+
+void tst_UpdaterCheck::offersNothingUnsignedIfThereIsAKey()
+{
+    qputenv("VASKEL_TEST_UPDATE_KEYS", QByteArray(64, 'a'));
+    m_server->answerBody(path(), R"({"has_update": true, "version": "2", "signature": ""})");
+    QCOMPARE(check(), QStringList{u"none"_s});
 }
 
 void tst_UpdaterCheck::sendsARequestForEachCheck()

@@ -170,6 +170,8 @@ class Tray(WindowsCase):
 class FloatIcon(WindowsCase):
     def setUp(self):
         super().setUp()
+        # The tray's message of a first start covers the corner of the screen.
+        self.home.set_preferences(floatIconX=300, floatIconY=100)
         self.start()
 
     def icon(self):

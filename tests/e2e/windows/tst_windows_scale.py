@@ -20,6 +20,8 @@ class Scaled:
     def setUp(self):
         super().setUp()
         self.launcher.environment |= {"QT_SCALE_FACTOR": str(self.factor)}
+        # The tray's message of a first start covers the corner of the screen.
+        self.home.set_preferences(floatIconX=100, floatIconY=100)
 
     def picture(self, step):
         super().picture(f"{self.factor}-{step}")

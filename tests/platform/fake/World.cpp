@@ -167,6 +167,13 @@ QString foreignFile()
     return path;
 }
 
+QString endlessFile()
+{
+    QString path = testhome::writeFile(u"tmp/pipe"_s, "no end");
+    fakePlatform().irregularFiles.append(path);
+    return path;
+}
+
 bool isUpdated(const QString &downloadPath, const QString &programPath)
 {
     return !fakePlatform().startedUpdateScripts.isEmpty()

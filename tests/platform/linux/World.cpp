@@ -20,6 +20,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include <sys/stat.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
 
@@ -286,6 +287,15 @@ QString foreignFile()
     }
     QString path = testhome::writeFile(u"tmp/foreign"_s, "foreign");
     return ::chown(QFile::encodeName(path).constData(), nobody, nobody) == 0 ? path : QString();
+}
+
+QString endlessFile()
+{
+    QString path = testhome::path() + "/tmp/pipe"_L1;
+    if (::mkfifo(QFile::encodeName(path).constData(), S_IRWXU) != 0) {
+        qFatal("cannot make the pipe %s", qUtf8Printable(path));
+    }
+    return path;
 }
 
 bool isUpdated(const QString &downloadPath, const QString &programPath)

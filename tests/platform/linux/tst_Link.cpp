@@ -197,6 +197,7 @@ void tst_Link::passesOnTheEnvironment()
 
 void tst_Link::passesOnNoFurtherFiles()
 {
+    // The program must not inherit it. NOLINTNEXTLINE(android-cloexec-open)
     const int inherited = open("/dev/null", O_RDONLY);
     const auto closeIt = qScopeGuard([inherited] { close(inherited); });
     QVERIFY(inherited > 2);

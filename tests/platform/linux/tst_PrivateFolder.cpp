@@ -54,6 +54,11 @@ private Q_SLOTS:
     void refusesWhatIsNoFolder_data();
     void refusesWhatIsNoFolder();
     void failsIfTheFolderCannotBeCreated();
+    void protectionDependsOnEachParent_data();
+    void protectionDependsOnEachParent();
+    void protectionDependsOnSymbolicLinks_data();
+    void protectionDependsOnSymbolicLinks();
+    void missingFolderIsNotProtected();
 };
 
 void tst_PrivateFolder::makesTheFolderForTheUserAlone()
@@ -114,6 +119,59 @@ void tst_PrivateFolder::failsIfTheFolderCannotBeCreated()
 {
     testhome::writeFile(u"tmp/a"_s, "a file in the way of the parents");
     QVERIFY(!platform::makePrivateFolder(folderPath()));
+}
+
+void tst_PrivateFolder::protectionDependsOnEachParent_data()
+{
+    QTest::addColumn<QString>("changed");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("isProtected");
+    QTest::newRow("none") << u"tmp"_s << 0700 << true;
+    QTest::newRow("the folder, shared") << u"tmp/a/b/folder"_s << 0777 << false;
+    QTest::newRow("the folder, shared and sticky") << u"tmp/a/b/folder"_s << 01777 << true;
+    QTest::newRow("its parent, shared") << u"tmp/a/b"_s << 0777 << false;
+    QTest::newRow("its parent, shared and sticky") << u"tmp/a/b"_s << 01777 << true;
+    QTest::newRow("a farther one, shared") << u"tmp"_s << 0777 << false;
+    QTest::newRow("a farther one, shared and sticky") << u"tmp"_s << 01777 << true;
+}
+
+void tst_PrivateFolder::protectionDependsOnEachParent()
+{
+    QFETCH(QString, changed);
+    QFETCH(int, mode);
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+    const QByteArray name = QFile::encodeName(testhome::path() + u'/' + changed);
+    QCOMPARE(::chmod(name.constData(), mode_t(mode)), 0);
+    QTEST(platform::isProtectedFolder(folderPath()), "isProtected");
+}
+
+void tst_PrivateFolder::protectionDependsOnSymbolicLinks_data()
+{
+    QTest::addColumn<int>("modeAtLink");
+    QTest::addColumn<int>("modeAtTarget");
+    QTest::addColumn<bool>("isProtected");
+    QTest::newRow("private") << 0700 << 0700 << true;
+    QTest::newRow("others can replace the link") << 0777 << 0700 << false;
+    QTest::newRow("others can replace the target") << 0700 << 0777 << false;
+}
+
+void tst_PrivateFolder::protectionDependsOnSymbolicLinks()
+{
+    QFETCH(int, modeAtLink);
+    QFETCH(int, modeAtTarget);
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+    const QString links = testhome::path() + "/links"_L1;
+    QVERIFY(QDir().mkdir(links));
+    QVERIFY(QFile::link(folderPath(), links + "/link"_L1));
+    const QByteArray parent = QFile::encodeName(testhome::path() + "/tmp/a/b"_L1);
+    QCOMPARE(::chmod(QFile::encodeName(links).constData(), mode_t(modeAtLink)), 0);
+    QCOMPARE(::chmod(parent.constData(), mode_t(modeAtTarget)), 0);
+    QTEST(platform::isProtectedFolder(links + "/link"_L1), "isProtected");
+}
+
+void tst_PrivateFolder::missingFolderIsNotProtected()
+{
+    QVERIFY(!platform::isProtectedFolder(folderPath()));
 }
 
 VASKEL_TEST(tst_PrivateFolder, QCoreApplication)

@@ -6,9 +6,12 @@
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QTest>
+
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 using iconthemefiles::colorOf;
@@ -63,6 +66,10 @@ void tst_ShellIcon::showsTheIconOfTheEntry_data()
     row("broken file", "Icon=" + home + "/broken.png", Qt::gray);
     row("folder", "Icon=" + home, Qt::gray);
     row("empty name", "Icon=", Qt::gray);
+    row("path out of the theme", "Icon=../../../loose", Qt::gray);
+    row("pipe", "Icon=" + home + "/pipe.png", Qt::gray);
+    row("symbolic link to a pipe", "Icon=" + home + "/link-to-pipe.svg", Qt::gray);
+    row("endless device", "Icon=/dev/zero", Qt::gray);
     row("no icon", "Comment=None", Qt::gray);
     row("not listed", "Icon=own\nNoDisplay=true", Qt::red);
 }
@@ -110,6 +117,11 @@ int tst_ShellIcon::main(int argc, char *argv[])
 {
     iconthemefiles::leaveTheDesktop();
     iconthemefiles::installIcons();
+    const QString pipe = testhome::path() + "/pipe.png"_L1;
+    if (::mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU) != 0
+        || !QFile::link(pipe, testhome::path() + "/link-to-pipe.svg"_L1)) {
+        qFatal("cannot make the pipe");
+    }
     QGuiApplication application(argc, argv);
     platform::ensureIconTheme();
     tst_ShellIcon test;

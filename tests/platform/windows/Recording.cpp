@@ -62,4 +62,20 @@ void becomeFileManager()
     }
 }
 
+// Wine passes the path on as it is given. A separator before the closing quotation mark of the
+// command then hides that mark.
+QStringList shownFolders(const QString &filePath)
+{
+    QStringList folders;
+    const QList<QStringList> all = starts(filePath);
+    for (const QStringList &start : all) {
+        QString path = QDir::fromNativeSeparators(start.value(2));
+        while (path.endsWith(u'"') || path.endsWith(u'/')) {
+            path.chop(1);
+        }
+        folders.append(path);
+    }
+    return folders;
+}
+
 } // namespace recording

@@ -25,4 +25,7 @@ void makeStartMenu();
 /// variable VASKEL_SHOWN_FOLDERS.
 void becomeFileManager();
 
+/// The folders that it has recorded there since, without the separator at their end.
+QStringList shownFolders(const QString &filePath);
+
 } // namespace recording

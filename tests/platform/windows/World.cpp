@@ -156,12 +156,7 @@ bool canLackFileManager()
 
 QStringList shownFolders()
 {
-    QStringList folders;
-    const QList<QStringList> starts = recording::starts(shownFoldersFile());
-    for (const QStringList &start : starts) {
-        folders.append(QDir::fromNativeSeparators(start.value(2)));
-    }
-    return folders;
+    return recording::shownFolders(shownFoldersFile());
 }
 
 QStringList installIndex(const QStringList &fileNames)
@@ -200,6 +195,12 @@ QString foreignFolder()
 QString foreignFile()
 {
     return qEnvironmentVariable("VASKEL_FOREIGN_FILE");
+}
+
+// Every folder has this name of the console.
+QString endlessFile()
+{
+    return testhome::path() + "/tmp/CON"_L1;
 }
 
 bool isUpdated(const QString &downloadPath, const QString &programPath)

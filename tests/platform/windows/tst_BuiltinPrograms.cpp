@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/BuiltinPrograms.h"
 
+#include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include <QDir>
+#include <QFile>
 #include <QScopeGuard>
 #include <QTest>
 #include <QTranslator>
@@ -27,6 +30,38 @@ public:
     }
 };
 
+/// Sets PATH while it exists.
+class SearchPath
+{
+public:
+    explicit SearchPath(const QString &value)
+        : m_before(qgetenv("PATH"))
+    {
+        qputenv("PATH", value.toLocal8Bit());
+    }
+    ~SearchPath() { qputenv("PATH", m_before); }
+    Q_DISABLE_COPY_MOVE(SearchPath)
+
+private:
+    QByteArray m_before;
+};
+
+/// Works in a folder while it exists.
+class CurrentFolder
+{
+public:
+    explicit CurrentFolder(const QString &path)
+        : m_before(QDir::currentPath())
+    {
+        QDir::setCurrent(path);
+    }
+    ~CurrentFolder() { QDir::setCurrent(m_before); }
+    Q_DISABLE_COPY_MOVE(CurrentFolder)
+
+private:
+    QString m_before;
+};
+
 } // namespace
 
 class tst_BuiltinPrograms : public QObject
@@ -39,6 +74,10 @@ private Q_SLOTS:
     void asksForTheSystemFolderAtEachCall();
     void doesWithoutASystemFolder();
     void describesInTheUsersLanguage();
+    void findsCommandsInTheSystemFoldersFirst_data();
+    void findsCommandsInTheSystemFoldersFirst();
+    void findsCommandsInNoRelativeFolder();
+    void takesAPathAsItIs();
 };
 
 void tst_BuiltinPrograms::namesTheProgramsOfWindows_data()
@@ -102,6 +141,54 @@ void tst_BuiltinPrograms::describesInTheUsersLanguage()
     QCOMPARE(platform::builtinProgram(BuiltinProgram::Paint).description, u"[Windows Paint]"_s);
     QCOMPARE(platform::builtinProgram(BuiltinProgram::Browser).description,
              u"[Open Bing Search]"_s);
+}
+
+void tst_BuiltinPrograms::findsCommandsInTheSystemFoldersFirst_data()
+{
+    const QString windows = qEnvironmentVariable("SystemRoot");
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("cmd") << u"cmd"_s << windows + uR"(\System32\cmd.exe)"_s;
+    QTest::newRow("notepad") << u"notepad"_s << windows + uR"(\System32\notepad.exe)"_s;
+    QTest::newRow("with its suffix") << u"cmd.exe"_s << windows + uR"(\System32\cmd.exe)"_s;
+    // Wine has one in the folder of the commands as well.
+    const QString explorer = windows + uR"(\System32\explorer.exe)"_s;
+    QTest::newRow("explorer") << u"explorer"_s
+                              << (QFile::exists(explorer) ? explorer
+                                                          : windows + uR"(\explorer.exe)"_s);
+}
+
+void tst_BuiltinPrograms::findsCommandsInTheSystemFoldersFirst()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, path);
+    const QString folder = testhome::path() + "/tmp"_L1;
+    for (const auto &name : {u"cmd.exe"_s, u"notepad.exe"_s, u"explorer.exe"_s}) {
+        testhome::writeFile("tmp/"_L1 + name, "planted");
+    }
+    const SearchPath searchPath(QDir::toNativeSeparators(folder));
+    const CurrentFolder current(folder);
+    QCOMPARE(platform::programFile(command).toLower(), path.toLower());
+}
+
+void tst_BuiltinPrograms::findsCommandsInNoRelativeFolder()
+{
+    const QString folder = testhome::path() + "/tmp"_L1;
+    const QString path = QDir::toNativeSeparators(testhome::writeFile(u"tmp/own.exe"_s, "planted"));
+    const CurrentFolder current(folder);
+    for (const QString &relative : {u""_s, u"."_s, u";"_s, u".;.."_s}) {
+        const SearchPath searchPath(relative);
+        QCOMPARE(platform::programFile(u"own"_s), QString());
+    }
+    const SearchPath searchPath(QDir::toNativeSeparators(folder));
+    QCOMPARE(platform::programFile(u"own"_s), path);
+}
+
+void tst_BuiltinPrograms::takesAPathAsItIs()
+{
+    for (const QString &path : {uR"(C:\a b\c.exe)"_s, u"C:/a/c"_s, uR"(.\c.exe)"_s}) {
+        QCOMPARE(platform::programFile(path), path);
+    }
 }
 
 VASKEL_TEST(tst_BuiltinPrograms, QCoreApplication)

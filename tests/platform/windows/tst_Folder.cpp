@@ -9,6 +9,7 @@
 #include "plugins/DirectoryPlugin.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTest>
 
 #include <windows.h>
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void init();
     void opensTheChosenFolder_data();
     void opensTheChosenFolder();
+    void opensTheFolderBesideAProgramOfItsName();
     void refusesAFolderThatIsMissing();
     void leavesOutHiddenEntries();
     void hasNoNameForADrive();
@@ -77,9 +79,21 @@ void tst_Folder::opensTheChosenFolder()
     }
     QCOMPARE(action.value(u"type"_s), type);
     QVERIFY(plugin.execute(action));
-    QTRY_COMPARE(recording::starts(shownFoldersFile()).size(), 1);
-    QCOMPARE(QDir::fromNativeSeparators(recording::starts(shownFoldersFile()).first().value(2)),
-             path);
+    QTRY_COMPARE(recording::shownFolders(shownFoldersFile()), QStringList{path});
+}
+
+// The shell of Windows tries the suffixes of programs for a name without one.
+void tst_Folder::opensTheFolderBesideAProgramOfItsName()
+{
+    const QString path = testhome::path() + "/Photos"_L1;
+    QVERIFY(QDir().mkpath(path));
+    QVERIFY(QFile::copy(recording::program(), path + ".exe"_L1));
+    QVERIFY(platform::openFolder(path));
+    QTRY_COMPARE(recording::shownFolders(shownFoldersFile()), QStringList{path});
+    QVERIFY(!QFile::exists(path + ".exe.txt"_L1));
+    // Wine tries no suffixes for a folder that exists, but it passes the separator on.
+    const QString given = recording::starts(shownFoldersFile()).first().value(2);
+    QVERIFY2(given.size() > path.size(), qPrintable(given));
 }
 
 void tst_Folder::refusesAFolderThatIsMissing()

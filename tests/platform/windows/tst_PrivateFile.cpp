@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PrivateFile.h"
 
+#include "platform/windows/AccessList.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -46,6 +47,7 @@ private Q_SLOTS:
     void keepsOtherHardLinksOfAnEarlierFile();
     void refusesAFileThatAnotherProgramHolds();
     void takesAPathWithBackslashes();
+    void inheritsNoRightsFromASharedFolder();
 };
 
 void tst_PrivateFile::endsLinesAsTheSystemDoes()
@@ -90,6 +92,25 @@ void tst_PrivateFile::takesAPathWithBackslashes()
     QVERIFY(platform::openPrivateFile(file, QIODevice::WriteOnly));
     file.close();
     QCOMPARE(contentOf(filePath()), "");
+}
+
+void tst_PrivateFile::inheritsNoRightsFromASharedFolder()
+{
+    openToEverybody(testhome::path() + "/tmp"_L1);
+    QFile inheriting(testhome::path() + "/tmp/other"_L1);
+    QVERIFY(inheriting.open(QIODevice::WriteOnly));
+    QVERIFY2(accessList(inheriting.fileName()).contains(";;;WD)"_L1),
+             qPrintable(accessList(inheriting.fileName())));
+
+    QFile file(filePath());
+    QVERIFY(platform::openPrivateFile(file, QIODevice::WriteOnly));
+    QCOMPARE(file.write("content"), 7);
+    file.close();
+    const QString list = accessList(filePath());
+    QVERIFY2(list.contains("(A;"_L1), qPrintable(list));
+    for (const auto &others : {";;;WD)"_L1, ";;;BU)"_L1, ";;;AU)"_L1}) {
+        QVERIFY2(!list.contains(others), qPrintable(list));
+    }
 }
 
 VASKEL_TEST(tst_PrivateFile, QCoreApplication)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PrivateFolder.h"
 
+#include "platform/windows/AccessList.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -8,42 +9,7 @@
 #include <QFile>
 #include <QTest>
 
-#include <windows.h>
-
-#include <aclapi.h>
-#include <sddl.h>
-
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// In the security descriptor definition language (SDDL).
-QString accessList(const QString &path)
-{
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    LPWSTR text = nullptr;
-    GetNamedSecurityInfoW(qUtf16Printable(QDir::toNativeSeparators(path)), SE_FILE_OBJECT,
-                          DACL_SECURITY_INFORMATION, nullptr, nullptr, nullptr, nullptr,
-                          &descriptor);
-    ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor, SDDL_REVISION_1,
-                                                         DACL_SECURITY_INFORMATION, &text, nullptr);
-    QString list = QString::fromWCharArray(text);
-    LocalFree(text);
-    LocalFree(descriptor);
-    return list;
-}
-
-void openToEverybody(const QString &path)
-{
-    PSECURITY_DESCRIPTOR descriptor = nullptr;
-    QVERIFY(ConvertStringSecurityDescriptorToSecurityDescriptorW(
-        L"D:P(A;OICI;FA;;;WD)", SDDL_REVISION_1, &descriptor, nullptr));
-    QVERIFY(SetFileSecurityW(qUtf16Printable(QDir::toNativeSeparators(path)),
-                             DACL_SECURITY_INFORMATION, descriptor));
-    LocalFree(descriptor);
-}
-
-} // namespace
 
 class tst_PrivateFolder : public QObject
 {

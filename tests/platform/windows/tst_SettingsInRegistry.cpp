@@ -126,7 +126,7 @@ void tst_SettingsInRegistry::storesUnderItsKey_data()
         [](Settings &s) {
             s.setWindowPosition({300, -7});
         },
-        {u"windowPosition"_s, u"REG_SZ"_s, u"@Point(300 -7)"_s});
+        {u"windowPosition"_s, u"REG_SZ"_s, u"@Point(300"_s, u"-7)"_s});
 }
 
 void tst_SettingsInRegistry::storesUnderItsKey()

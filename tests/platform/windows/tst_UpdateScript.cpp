@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UpdateScript.h"
 
+#include "platform/ProcessEnvironment.h"
 #include "platform/windows/Recording.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
@@ -89,6 +90,8 @@ private Q_SLOTS:
     void hasThisManyCharactersBesideThePaths();
     void updatesTheRunningProgram_data();
     void updatesTheRunningProgram();
+    void looksForCommandsInTheSystemFolderFirst();
+    void newProgramForgetsTheSearchOrder();
     void keepsBothFilesAndReportsARunningProgram();
     void keepsTheProgramAndReportsAMissingDownload();
     void keepsBothFilesAndReportsAPathOutsideTheCodePage_data();
@@ -213,6 +216,43 @@ void tst_UpdateScript::updatesTheRunningProgram()
     QVERIFY(!QFile::exists(downloadPath()));
     QTRY_VERIFY(!QFile::exists(scriptPath()));
     QCOMPARE(QDir(QFileInfo(m_program).path()).entryList(QDir::Files | QDir::Hidden).size(), 3);
+}
+
+void tst_UpdateScript::looksForCommandsInTheSystemFolderFirst()
+{
+    // An interpreter that the user's folders offer would not write the file.
+    QVERIFY(QFile::copy(recording::program(), temporary(u"cmd.exe"_s)));
+    const QByteArray searchPath = qgetenv("PATH");
+    qputenv("PATH", QDir::toNativeSeparators(temporary({})).toLocal8Bit() + ';' + searchPath);
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(temporary({}));
+    const QString written = temporary(u"environment.txt"_s);
+    testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
+                        "@echo off\r\n"
+                        "echo %PATH%>environment.part\r\n"
+                        "echo %NoDefaultCurrentDirectoryInExePath%>>environment.part\r\n"
+                        "ren environment.part environment.txt\r\n");
+    platform::startUpdateScript(scriptPath());
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(written), 30000);
+    QDir::setCurrent(before);
+    qputenv("PATH", searchPath);
+    const QByteArrayList lines = contentOf(written).split('\n');
+    const QString system = qEnvironmentVariable("SystemRoot") + uR"(\system32;)"_s;
+    QVERIFY2(QString::fromLocal8Bit(lines.value(0)).startsWith(system, Qt::CaseInsensitive),
+             lines.value(0).constData());
+    QCOMPARE(lines.value(1).trimmed(), "Vaskel");
+    QVERIFY(recording::starts(temporary(u"cmd.exe.txt"_s)).isEmpty());
+}
+
+void tst_UpdateScript::newProgramForgetsTheSearchOrder()
+{
+    qputenv("NoDefaultCurrentDirectoryInExePath", "Vaskel");
+    platform::unsetPrivateVariables();
+    QVERIFY(!qEnvironmentVariableIsSet("NoDefaultCurrentDirectoryInExePath"));
+    qputenv("NoDefaultCurrentDirectoryInExePath", "1");
+    platform::unsetPrivateVariables();
+    QCOMPARE(qgetenv("NoDefaultCurrentDirectoryInExePath"), "1");
+    qunsetenv("NoDefaultCurrentDirectoryInExePath");
 }
 
 void tst_UpdateScript::keepsBothFilesAndReportsARunningProgram()
