@@ -35,20 +35,28 @@ inline QString userFolder(const QString &name)
            + name;
 }
 
+/// A command whose `exec` is the list. Its folder is "script" in the home.
+inline CommandFile command(const QStringList &exec)
+{
+    CommandFile file;
+    // Also makes the folder.
+    testhome::writeFile(QStringLiteral("script/command.json"), {});
+    file.folder = testhome::path() + QStringLiteral("/script");
+    file.command = QStringLiteral("mine");
+    file.name = QStringLiteral("My command");
+    file.exec = exec;
+    file.output = CommandFile::Output::Lines;
+    file.timeoutMs = 60'000;
+    return file;
+}
+
 /// A command whose program is a shell script with these lines; its first argument is the query.
 inline CommandFile script(const QByteArray &lines)
 {
     const QString path =
         testhome::writeFile(QStringLiteral("script/program"), "#!/bin/sh\n" + lines);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    CommandFile file;
-    file.folder = testhome::path() + QStringLiteral("/script");
-    file.command = QStringLiteral("mine");
-    file.name = QStringLiteral("My command");
-    file.exec = QStringList{QStringLiteral("./program"), QStringLiteral("{query}")};
-    file.output = CommandFile::Output::Lines;
-    file.timeoutMs = 60'000;
-    return file;
+    return command({QStringLiteral("./program"), QStringLiteral("{query}")});
 }
 
 } // namespace commandfolder

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "commands/ScriptPlugin.h"
 
-#include "commands/CommandFolder.h"
 #include "commands/ScriptAnswer.h"
 #include "commands/ScriptProcess.h"
+#include "commands/Steps.h"
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
 #include "plugins/OpenedFiles.h"
+#include "support/RunningProcess.h"
 #include "support/TestProgram.h"
 
 #include <QClipboard>
-#include <QDir>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTest>
@@ -18,6 +18,13 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The content of a file that a program has written into its folder.
+QByteArray contentOf(const QString &name)
+{
+    QFile file(testhome::path() + "/script/"_L1 + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
 
 QString titles(const QVariantList &records)
 {
@@ -38,7 +45,7 @@ bool exists(const QString &path)
     return QFile::exists(testhome::path() + u'/' + path);
 }
 
-// Lets the scripts go on that wait for the file.
+// Lets the programs go on that wait for the file.
 void release(const QString &name)
 {
     testhome::writeFile("script/"_L1 + name, {});
@@ -78,7 +85,7 @@ private Q_SLOTS:
 void tst_ScriptPlugin::hasTheTextsOfTheFile()
 {
     RowsChanged rowsChanged;
-    CommandFile file = commandfolder::script({});
+    CommandFile file = commandfolder::steps({});
     QCOMPARE(ScriptPlugin(file, &rowsChanged).command(), u"mine"_s);
     QCOMPARE(ScriptPlugin(file, &rowsChanged).description(), u"My command"_s);
     file.description = u"What it does"_s;
@@ -88,7 +95,7 @@ void tst_ScriptPlugin::hasTheTextsOfTheFile()
 void tst_ScriptPlugin::answersAtOnceThatTheProgramIsAsked()
 {
     RowsChanged rowsChanged;
-    ScriptPlugin plugin(commandfolder::script("exec sleep 1000"), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({u"wait"_s, u"never"_s}), &rowsChanged);
     const QVariantList records = plugin.query(u"a"_s);
     QCOMPARE(titles(records), waiting);
     QVERIFY(isInert(records));
@@ -98,7 +105,9 @@ void tst_ScriptPlugin::returnsTheRowsWhenTheProgramHasEnded()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("echo \"$1 1\"; echo \"$1 2\""), &rowsChanged);
+    ScriptPlugin plugin(
+        commandfolder::steps({u"print"_s, u"{query} 1"_s, u"print"_s, u"{query} 2"_s}),
+        &rowsChanged);
     plugin.query(u"a"_s);
     QTRY_COMPARE(changed.size(), 1);
     QCOMPARE(changed.first().first().toString(), u"mine"_s);
@@ -111,7 +120,7 @@ void tst_ScriptPlugin::trimsTheText()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("echo \"($1)\""), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({u"print"_s, u"({query})"_s}), &rowsChanged);
     plugin.query(u"  a b "_s);
     QTRY_COMPARE(changed.size(), 1);
     QCOMPARE(titles(plugin.query(u"a b"_s)), u"(a b)"_s);
@@ -121,8 +130,8 @@ void tst_ScriptPlugin::startsOnceForOneText()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("echo x >> starts; until [ -e go ]; do sleep 0.01; "
-                                              "done; cat starts"),
+    ScriptPlugin plugin(commandfolder::steps({u"append"_s, u"starts"_s, u"x"_s, u"wait"_s, u"go"_s,
+                                              u"show"_s, u"starts"_s}),
                         &rowsChanged);
     plugin.query(u"a"_s);
     QTRY_VERIFY(exists(u"script/starts"_s));
@@ -136,7 +145,9 @@ void tst_ScriptPlugin::startsAgainForTheSameTextAfterItsAnswer()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("echo x >> starts; cat starts"), &rowsChanged);
+    ScriptPlugin plugin(
+        commandfolder::steps({u"append"_s, u"starts"_s, u"x"_s, u"show"_s, u"starts"_s}),
+        &rowsChanged);
     plugin.query(u"a"_s);
     QTRY_COMPARE(changed.size(), 1);
     QCOMPARE(titles(plugin.query(u"a"_s)), u"x"_s);
@@ -149,7 +160,7 @@ void tst_ScriptPlugin::keepsTheRowsOfTheTextBefore()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("echo \"$1\""), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({u"print"_s, u"{query}"_s}), &rowsChanged);
     plugin.query(u"a"_s);
     QTRY_COMPARE(changed.size(), 1);
     plugin.query(u"a"_s);
@@ -161,8 +172,9 @@ void tst_ScriptPlugin::dropsOldRowsWhenTheNewOnesDoNotCome()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("[ \"$1\" = a ] || exec sleep 1000; echo a"),
+    ScriptPlugin plugin(commandfolder::steps({u"wait"_s, u"go-{query}"_s, u"print"_s, u"a"_s}),
                         &rowsChanged);
+    release(u"go-a"_s);
     plugin.query(u"a"_s);
     QTRY_COMPARE(changed.size(), 1);
     plugin.query(u"a"_s);
@@ -176,26 +188,29 @@ void tst_ScriptPlugin::endsTheProgramOfAnEarlierText()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    // Whichever waits would print its row when it is let go.
-    ScriptPlugin plugin(commandfolder::script("echo > started-$1; [ \"$1\" = b ] || "
-                                              "until [ -e go ]; do sleep 0.01; done; "
-                                              "echo > ended-$1; echo $1"),
-                        &rowsChanged);
+    ScriptPlugin plugin(
+        commandfolder::steps({u"pid"_s, u"{query}"_s, u"child"_s, u"child-{query}"_s, u"wait"_s,
+                              u"go-{query}"_s, u"print"_s, u"{query}"_s}),
+        &rowsChanged);
+    release(u"go-b"_s);
     plugin.query(u"a"_s);
-    QTRY_VERIFY(exists(u"script/started-a"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(exists(u"script/child-a"_s), 60'000);
+    const qint64 program = contentOf(u"a"_s).toLongLong();
+    const qint64 child = contentOf(u"child-a"_s).toLongLong();
+    QVERIFY(isRunning(program));
+    QVERIFY(isRunning(child));
     plugin.query(u"b"_s);
+    QTRY_VERIFY(!isRunning(program));
+    QTRY_VERIFY(!isRunning(child));
     QTRY_COMPARE(changed.size(), 1);
-    release(u"go"_s);
     QCOMPARE(titles(plugin.query(u"b"_s)), u"b"_s);
-    plugin.query(u"c"_s);
-    QTRY_VERIFY(exists(u"script/ended-c"_s)); // as the first would have by now
-    QVERIFY(!exists(u"script/ended-a"_s));
 }
 
 void tst_ScriptPlugin::startsAfterTheDelay()
 {
     RowsChanged rowsChanged;
-    CommandFile file = commandfolder::script("echo \"$1\" >> starts; echo row");
+    CommandFile file =
+        commandfolder::steps({u"append"_s, u"starts"_s, u"{query}"_s, u"print"_s, u"row"_s});
     file.delayMs = 200;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
     ScriptPlugin plugin(file, &rowsChanged);
@@ -203,21 +218,20 @@ void tst_ScriptPlugin::startsAfterTheDelay()
     QCOMPARE(titles(plugin.query(u"ab"_s)), waiting);
     QVERIFY(!plugin.findChild<ScriptProcess *>());
     QTRY_COMPARE(changed.size(), 1);
-    QFile starts(file.folder + "/starts"_L1);
-    QVERIFY(starts.open(QIODevice::ReadOnly));
-    QCOMPARE(starts.readAll(), QByteArray("ab\n")); // the first had no time to start
+    QCOMPARE(contentOf(u"starts"_s), QByteArray("ab\n")); // the first had no time to start
 }
 
 void tst_ScriptPlugin::showsAnErrorAsOneInertRow()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script("echo row; echo no network >&2; exit 3"),
-                        &rowsChanged);
+    const CommandFile file = commandfolder::steps(
+        {u"print"_s, u"row"_s, u"error"_s, u"no network"_s, u"exit"_s, u"3"_s});
+    ScriptPlugin plugin(file, &rowsChanged);
     plugin.query(u"a"_s);
     QTRY_COMPARE(changed.size(), 1);
     const QVariantList records = plugin.query(u"a"_s);
-    QCOMPARE(titles(records), u"./program has ended with status 3"_s);
+    QCOMPARE(titles(records), file.exec.first() + " has ended with status 3"_L1);
     QCOMPARE(recordSubtitle(records.first().toMap()), u"no network"_s);
     QVERIFY(isInert(records));
 }
@@ -226,7 +240,7 @@ void tst_ScriptPlugin::showsAWrongAnswerAsOneInertRow()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    CommandFile file = commandfolder::script("echo '{}'");
+    CommandFile file = commandfolder::steps({u"print"_s, u"{}"_s});
     file.output = CommandFile::Output::Items;
     ScriptPlugin plugin(file, &rowsChanged);
     plugin.query(u"a"_s);
@@ -240,7 +254,7 @@ void tst_ScriptPlugin::hasARowForAnEmptyAnswer()
 {
     RowsChanged rowsChanged;
     const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
-    ScriptPlugin plugin(commandfolder::script({}), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({}), &rowsChanged);
     plugin.query(u"a"_s);
     QTRY_COMPARE(changed.size(), 1);
     const QVariantList records = plugin.query(u"a"_s);
@@ -332,7 +346,7 @@ void tst_ScriptPlugin::runsScriptsOfTheUsualForms()
 void tst_ScriptPlugin::copies()
 {
     RowsChanged rowsChanged;
-    ScriptPlugin plugin(commandfolder::script({}), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({}), &rowsChanged);
     QVERIFY(plugin.execute(makeAction(actiontype::copy, u"a\nb"_s, u"mine"_s)));
     QCOMPARE(QGuiApplication::clipboard()->text(), u"a\nb"_s);
 }
@@ -341,7 +355,7 @@ void tst_ScriptPlugin::opensAFile()
 {
     const OpenedFiles opened;
     RowsChanged rowsChanged;
-    ScriptPlugin plugin(commandfolder::script({}), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({}), &rowsChanged);
     QVERIFY(plugin.execute(makeAction(actiontype::openFile, u"/a b#c"_s, u"mine"_s)));
     QVERIFY(plugin.execute(makeAction(actiontype::openUrl, u"file:///d%20e"_s, u"mine"_s)));
     QCOMPARE(opened.paths, QStringList({u"/a b#c"_s, u"/d e"_s}));
@@ -350,27 +364,24 @@ void tst_ScriptPlugin::opensAFile()
 void tst_ScriptPlugin::runsAProgram()
 {
     RowsChanged rowsChanged;
-    CommandFile file = commandfolder::script("pwd -P > part; printf '%s|' \"$@\" >> part; "
-                                             "mv part done");
+    CommandFile file = commandfolder::steps({});
     file.action = CommandFile::Action::Run;
-    file.run = QStringList{u"./program"_s, u"{arg}"_s, u"--for={arg}"_s};
+    const QString program = file.exec.first();
+    file.run = QStringList{program,     u"append"_s, u"done"_s,       u"({arg})"_s,
+                           u"append"_s, u"done"_s,   u"--for={arg}"_s};
     ScriptPlugin plugin(file, &rowsChanged);
-    QVERIFY(plugin.execute(makeAction(ScriptAnswer::runType, u"a 'b' $c"_s, u"mine"_s)));
-    QTRY_VERIFY(exists(u"script/done"_s));
-    QFile done(file.folder + "/done"_L1);
-    QVERIFY(done.open(QIODevice::ReadOnly));
-    QCOMPARE(done.readAll(),
-             QDir(file.folder).canonicalPath().toUtf8() + "\na 'b' $c|--for=a 'b' $c|");
+    QVERIFY(plugin.execute(makeAction(ScriptAnswer::runType, u"a 'b' \"$c"_s, u"mine"_s)));
+    QTRY_COMPARE(contentOf(u"done"_s), QByteArray("(a 'b' \"$c)\n--for=a 'b' \"$c\n"));
 }
 
 void tst_ScriptPlugin::refusesOtherActions()
 {
     RowsChanged rowsChanged;
-    ScriptPlugin plugin(commandfolder::script({}), &rowsChanged);
+    ScriptPlugin plugin(commandfolder::steps({}), &rowsChanged);
     QVERIFY(!plugin.execute(makeAction(actiontype::copy, QString(), u"mine"_s)));
     QVERIFY(!plugin.execute(makeAction(actiontype::launch, u"/bin/true"_s, u"mine"_s)));
     QVERIFY(!plugin.execute(makeAction(ScriptAnswer::runType, u"a"_s, u"mine"_s))); // no program
-    CommandFile file = commandfolder::script({});
+    CommandFile file = commandfolder::steps({});
     file.run = QStringList{u"./none"_s};
     QVERIFY(!ScriptPlugin(file, &rowsChanged)
                  .execute(makeAction(ScriptAnswer::runType, u"a"_s, u"mine"_s)));

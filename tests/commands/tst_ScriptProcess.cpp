@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "commands/ScriptProcess.h"
 
-#include "commands/CommandFolder.h"
+#include "commands/Steps.h"
+#include "support/RunningProcess.h"
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QPointer>
 #include <QScopeGuard>
 #include <QSignalSpy>
@@ -39,24 +41,23 @@ Outcome run(const CommandFile &file, const QString &query = {})
     return {arguments[0].toByteArray(), arguments[1].toString(), arguments[2].toString()};
 }
 
-QByteArray outputOf(const QByteArray &lines, const QString &query = {})
+QByteArray outputOf(const CommandFile &file, const QString &query = {})
 {
-    const Outcome outcome = run(commandfolder::script(lines), query);
-    return outcome.error.isEmpty() ? outcome.output : outcome.error.toUtf8();
+    const Outcome outcome = run(file, query);
+    return commandfolder::withoutReturns(outcome.error.isEmpty() ? outcome.output
+                                                                 : outcome.error.toUtf8());
 }
 
-// The content of a file that a script writes, relative to the home.
-QByteArray readFile(const QString &path)
+QByteArray outputOfScript(const QByteArray &lines)
 {
-    QFile file(testhome::path() + u'/' + path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return outputOf(commandfolder::script(lines));
 }
 
-// Whether a process runs; one that has ended may still wait for its parent.
-bool isRunning(pid_t process)
+// The number of a process, from a file that a program has written into its folder; 0 without it.
+qint64 processIn(const QString &name)
 {
-    QFile status(u"/proc/%1/stat"_s.arg(process));
-    return status.open(QIODevice::ReadOnly) && !status.readAll().contains(") Z ");
+    QFile file(testhome::path() + "/script/"_L1 + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toLongLong() : 0;
 }
 
 } // namespace
@@ -70,6 +71,7 @@ private Q_SLOTS:
     void passesTheTextWithoutAShell();
     void putsTheTextIntoLongerArguments();
     void runsInTheFolder();
+    void findsAProgramInItsFolder();
     void findsAProgramOnThePath();
     void hasAnEmptyStandardInput();
     void hasNoTerminal();
@@ -88,40 +90,57 @@ private Q_SLOTS:
 
 void tst_ScriptProcess::passesTheTextWithoutAShell()
 {
-    const QString query = u"a  'b' \"c\" $HOME `id` ; {query} *\n-n \\ ü"_s;
-    QCOMPARE(outputOf("printf %s \"$1\"", query), query.toUtf8());
-    QCOMPARE(outputOf("printf %s \"$#\"", QString()), QByteArray("1"));
+    const QString query = u"a  'b' \"c\" $HOME %PATH% `id` ; & | {query} *\\ \\\" -n ^ ü"_s;
+    QCOMPARE(outputOf(commandfolder::steps({u"arguments"_s, u"{query}"_s}), query),
+             query.toUtf8() + '\n');
+    QCOMPARE(outputOf(commandfolder::steps({u"arguments"_s, u"{query}"_s})), QByteArray("\n"));
 }
 
 void tst_ScriptProcess::putsTheTextIntoLongerArguments()
 {
-    CommandFile file = commandfolder::script("printf '%s|' \"$@\"");
-    file.exec = QStringList{u"./program"_s, u"--text={query}"_s, u"{query}{query}"_s, u"end"_s};
-    QCOMPARE(run(file, u"a b"_s).output, QByteArray("--text=a b|a ba b|end|"));
+    const CommandFile file =
+        commandfolder::steps({u"arguments"_s, u"--text={query}"_s, u"{query}{query}"_s, u"end"_s});
+    QCOMPARE(outputOf(file, u"a b"_s), QByteArray("--text=a b\na ba b\nend\n"));
 }
 
 void tst_ScriptProcess::runsInTheFolder()
 {
-    const QByteArray output = outputOf("pwd -P");
-    QCOMPARE(output, QDir(testhome::path() + "/script"_L1).canonicalPath().toUtf8() + '\n');
+    const CommandFile file = commandfolder::steps({u"folder"_s});
+    QCOMPARE(QString::fromUtf8(outputOf(file).trimmed()), QDir(file.folder).canonicalPath());
+}
+
+void tst_ScriptProcess::findsAProgramInItsFolder()
+{
+    CommandFile file = commandfolder::steps({u"print"_s, u"{query}"_s});
+    const QString program = file.exec.first();
+    const QString name = QFileInfo(program).fileName();
+    QVERIFY(QFile::copy(program, file.folder + u'/' + name));
+    file.exec.first() = "./"_L1 + name;
+    QCOMPARE(outputOf(file, u"text"_s), QByteArray("text\n"));
 }
 
 void tst_ScriptProcess::findsAProgramOnThePath()
 {
-    CommandFile file = commandfolder::script({});
-    file.exec = QStringList{u"echo"_s, u"{query}"_s};
-    QCOMPARE(run(file, u"text"_s).output, QByteArray("text\n"));
+    CommandFile file = commandfolder::steps({u"print"_s, u"{query}"_s});
+    const QFileInfo program(file.exec.first());
+    const QByteArray before = qgetenv("PATH");
+    qputenv("PATH", QDir::toNativeSeparators(program.path()).toLocal8Bit());
+    file.exec.first() = program.completeBaseName(); // on Windows without ".exe"
+    const QByteArray output = outputOf(file, u"text"_s);
+    qputenv("PATH", before);
+    QCOMPARE(output, QByteArray("text\n"));
 }
 
 void tst_ScriptProcess::hasAnEmptyStandardInput()
 {
-    QCOMPARE(outputOf("cat; echo end"), QByteArray("end\n"));
+    QCOMPARE(outputOf(commandfolder::steps({u"input"_s, u"print"_s, u"end"_s})),
+             QByteArray("end\n"));
 }
 
 void tst_ScriptProcess::hasNoTerminal()
 {
     // A session of its own has no controlling terminal.
-    QCOMPARE(outputOf("set -- $(cat /proc/$$/stat); echo $(($6 == $$)) $(($5 == $$)) $7"),
+    QCOMPARE(outputOfScript("set -- $(cat /proc/$$/stat); echo $(($6 == $$)) $(($5 == $$)) $7"),
              QByteArray("1 1 0\n"));
 }
 
@@ -130,36 +149,36 @@ void tst_ScriptProcess::inheritsNoOpenFile()
     const int descriptor = ::open("/dev/null", O_RDONLY); // without the flag for exec()
     QVERIFY(descriptor > STDERR_FILENO);
     const auto guard = qScopeGuard([descriptor] { ::close(descriptor); });
-    QCOMPARE(outputOf("cd /proc/$$/fd; for n in *; do [ $n -gt 2 ] && readlink $n; done; true")
-                 .replace(testhome::path().toUtf8() + "/script/program\n", {}),
-             QByteArray());
+    QCOMPARE(
+        outputOfScript("cd /proc/$$/fd; for n in *; do [ $n -gt 2 ] && readlink $n; done; true")
+            .replace(testhome::path().toUtf8() + "/script/program\n", {}),
+        QByteArray());
 }
 
 void tst_ScriptProcess::reportsAMissingProgram()
 {
-    CommandFile file = commandfolder::script({});
-    file.exec = QStringList{u"./none"_s};
-    const Outcome outcome = run(file);
+    const Outcome outcome = run(commandfolder::command({u"./none"_s}));
     QCOMPARE(outcome.error, u"./none cannot be started"_s);
     QCOMPARE(outcome.details, u"There is no such program."_s);
-    file.exec = QStringList{u"no-such-program-anywhere"_s};
-    QCOMPARE(run(file).details, u"There is no such program."_s);
+    QCOMPARE(run(commandfolder::command({u"no-such-program-anywhere"_s})).details,
+             u"There is no such program."_s);
 }
 
 void tst_ScriptProcess::reportsAFileThatIsNotExecutable()
 {
-    const CommandFile file = commandfolder::script({});
-    QFile::setPermissions(file.folder + "/program"_L1, QFile::ReadOwner | QFile::WriteOwner);
+    const CommandFile file = commandfolder::command({u"./program.txt"_s});
+    testhome::writeFile(u"script/program.txt"_s, "no program");
     const Outcome outcome = run(file);
-    QCOMPARE(outcome.error, u"./program cannot be started"_s);
+    QCOMPARE(outcome.error, u"./program.txt cannot be started"_s);
     QCOMPARE(outcome.details, u"The file is not executable."_s);
 }
 
 void tst_ScriptProcess::reportsTheExitStatus()
 {
-    const Outcome outcome =
-        run(commandfolder::script("echo row; echo first >&2; echo 'no network' >&2; exit 3"));
-    QCOMPARE(outcome.error, u"./program has ended with status 3"_s);
+    const CommandFile file = commandfolder::steps({u"print"_s, u"row"_s, u"error"_s, u"first"_s,
+                                                   u"error"_s, u"no network"_s, u"exit"_s, u"3"_s});
+    const Outcome outcome = run(file);
+    QCOMPARE(outcome.error, file.exec.first() + " has ended with status 3"_L1);
     QCOMPARE(outcome.details, u"no network"_s);
 }
 
@@ -170,50 +189,51 @@ void tst_ScriptProcess::reportsACrash()
 
 void tst_ScriptProcess::endsAProgramThatDoesNotAnswer()
 {
-    CommandFile file = commandfolder::script("echo $$ > pid; echo row; exec sleep 1000");
-    file.timeoutMs = 500;
+    CommandFile file = commandfolder::steps({u"pid"_s, u"pid"_s, u"wait"_s, u"never"_s});
+    file.timeoutMs = 1500;
     const Outcome outcome = run(file);
-    QCOMPARE(outcome.error, u"./program has not answered within 0.5 s"_s);
-    const QByteArray pid = readFile(u"script/pid"_s).trimmed();
-    if (!pid.isEmpty()) { // a busy machine may not have come so far
-        QTRY_VERIFY(!isRunning(pid.toInt()));
+    QCOMPARE(outcome.error, file.exec.first() + " has not answered within 1.5 s"_L1);
+    if (const qint64 process = processIn(u"pid"_s)) { // a busy machine may not have come so far
+        QTRY_VERIFY(!isRunning(process));
     }
 }
 
 void tst_ScriptProcess::endsAProgramThatPrintsWithoutEnd()
 {
-    const Outcome outcome = run(commandfolder::script("echo $$ > pid; exec yes"));
-    QCOMPARE(outcome.error, u"./program has printed more than 1 MiB"_s);
-    const pid_t pid = readFile(u"script/pid"_s).trimmed().toInt();
-    QVERIFY(pid > 0);
-    QTRY_VERIFY(!isRunning(pid));
+    const CommandFile file = commandfolder::steps({u"pid"_s, u"pid"_s, u"flood"_s});
+    const Outcome outcome = run(file);
+    QCOMPARE(outcome.error, file.exec.first() + " has printed more than 1 MiB"_L1);
+    const qint64 process = processIn(u"pid"_s);
+    QVERIFY(process > 0);
+    QTRY_VERIFY(!isRunning(process));
 }
 
 void tst_ScriptProcess::survivesErrorsWithoutEnd()
 {
-    const Outcome outcome = run(
-        commandfolder::script("yes | head -c 3000000 >&2; printf 'x%.0s' $(seq 9000) >&2; exit 1"));
-    QCOMPARE(outcome.error, u"./program has ended with status 1"_s);
+    const CommandFile file = commandfolder::steps({u"flood-errors"_s, u"exit"_s, u"1"_s});
+    const Outcome outcome = run(file);
+    QCOMPARE(outcome.error, file.exec.first() + " has ended with status 1"_L1);
     QCOMPARE(outcome.details, QString(4096, u'x'));
 }
 
 void tst_ScriptProcess::endsAChildThatStaysBehind()
 {
     // The child keeps the standard output open.
-    QCOMPARE(outputOf("sleep 1000 & echo $! > child; echo row"), QByteArray("row\n"));
-    const pid_t child = readFile(u"script/child"_s).trimmed().toInt();
+    QCOMPARE(outputOf(commandfolder::steps({u"child"_s, u"child"_s, u"print"_s, u"row"_s})),
+             QByteArray("row\n"));
+    const qint64 child = processIn(u"child"_s);
     QVERIFY(child > 0);
     QTRY_VERIFY(!isRunning(child));
 }
 
 void tst_ScriptProcess::abandonEndsTheProgramAndItsChildren()
 {
-    const QPointer<ScriptProcess> process = new ScriptProcess(
-        commandfolder::script("sleep 1000 & echo $! > child; mv child done; wait"));
+    const QPointer<ScriptProcess> process =
+        new ScriptProcess(commandfolder::steps({u"child"_s, u"child"_s, u"wait"_s, u"never"_s}));
     const QSignalSpy finished(process, &ScriptProcess::finished);
     process->start({});
-    QTRY_VERIFY(!readFile(u"script/done"_s).isEmpty());
-    const pid_t child = readFile(u"script/done"_s).trimmed().toInt();
+    QTRY_VERIFY_WITH_TIMEOUT(processIn(u"child"_s) > 0, 60'000);
+    const qint64 child = processIn(u"child"_s);
     QVERIFY(isRunning(child));
     process->abandon();
     QTRY_VERIFY(!isRunning(child));
@@ -224,10 +244,10 @@ void tst_ScriptProcess::abandonEndsTheProgramAndItsChildren()
 void tst_ScriptProcess::deletionEndsTheProgramAndItsChildren()
 {
     auto process = std::make_unique<ScriptProcess>(
-        commandfolder::script("sleep 1000 & echo $! > child; mv child done; wait"));
+        commandfolder::steps({u"child"_s, u"child"_s, u"wait"_s, u"never"_s}));
     process->start({});
-    QTRY_VERIFY(!readFile(u"script/done"_s).isEmpty());
-    const pid_t child = readFile(u"script/done"_s).trimmed().toInt();
+    QTRY_VERIFY_WITH_TIMEOUT(processIn(u"child"_s) > 0, 60'000);
+    const qint64 child = processIn(u"child"_s);
     QVERIFY(isRunning(child));
     process.reset();
     QTRY_VERIFY(!isRunning(child));
