@@ -6,6 +6,7 @@
 #include "commands/ScriptAnswer.h"
 #include "commands/ScriptProcess.h"
 #include "core/ResultRecord.h"
+#include "platform/ParentConsole.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
 
@@ -79,6 +80,12 @@ int printError(QTextStream &errors, const QString &error, const QString &details
 
 } // namespace
 
+QStringList commandcheck::builtinCommands()
+{
+    // Without the plugins, whose services need a display.
+    return {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"plugin"_s, u"set"_s, u"todo"_s, u"user"_s};
+}
+
 bool commandcheck::isRequested(int argc, const char *const argv[])
 {
     return argc > 1 && std::strcmp(argv[1], "--check-command") == 0;
@@ -86,6 +93,7 @@ bool commandcheck::isRequested(int argc, const char *const argv[])
 
 int commandcheck::run(int &argc, char *argv[])
 {
+    const platform::ParentConsole console;
     const QCoreApplication app(argc, argv);
     platform::unsetPrivateVariables();
     QTranslator translator;
@@ -110,6 +118,9 @@ int commandcheck::check(const QString &folder, const QString &text, QTextStream 
     const std::optional<CommandFile> file = CommandFile::load(folder, error);
     if (!file) {
         return printError(errors, error);
+    }
+    if (const QString taken = file->errorIfIn(builtinCommands()); !taken.isEmpty()) {
+        return printError(errors, taken);
     }
     const Outcome outcome = runProgram(*file, text.trimmed());
     if (!outcome.error.isEmpty()) {

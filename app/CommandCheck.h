@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class QTextStream;
 
 /// "Vaskel --check-command FOLDER [TEXT]": checks the folder of a command for its author, without a
 /// window.
 namespace commandcheck {
+
+/// The commands that no folder can have, with their aliases.
+QStringList builtinCommands();
 
 /// Whether the command line asks for a check.
 bool isRequested(int argc, const char *const argv[]);

@@ -276,6 +276,15 @@ std::optional<CommandFile> CommandFile::load(const QString &folder, QString &err
     return file;
 }
 
+QString CommandFile::errorIfIn(const QStringList &builtinCommands) const
+{
+    if (!builtinCommands.contains(command)) {
+        return {};
+    }
+    return QDir::toNativeSeparators(pathIn(folder))
+           + u": command: expected a command that is not built in, not \"%1\""_s.arg(command);
+}
+
 QString CommandFile::absolutePath(const QString &path) const
 {
     return QDir::cleanPath(QDir(folder).absoluteFilePath(QDir::fromNativeSeparators(path)));

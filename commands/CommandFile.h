@@ -39,6 +39,9 @@ struct CommandFile
     /// expected.
     static std::optional<CommandFile> load(const QString &folder, QString &error);
 
+    /// One line for the log if the command is one of these, which are built in; otherwise nothing.
+    QString errorIfIn(const QStringList &builtinCommands) const;
+
     /// The file in the folder.
     static QString pathIn(const QString &folder);
 

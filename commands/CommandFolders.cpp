@@ -79,15 +79,15 @@ void Registration::addFolder(const QFileInfo &folder, const QString &root)
 
 void Registration::addCommand(const CommandFile &file, const QString &root)
 {
-    const QString prefix = QDir::toNativeSeparators(CommandFile::pathIn(file.folder))
-                           + ": command: expected a command "_L1;
-    if (m_builtin.contains(file.command)) {
-        addError(prefix + u"that is not built in, not \"%1\""_s.arg(file.command));
+    if (const QString error = file.errorIfIn(m_builtin); !error.isEmpty()) {
+        addError(error);
     } else if (!m_roots.contains(file.command)) {
         m_roots.insert(file.command, root);
         m_manager.registerPlugin(new ScriptPlugin(file, m_manager.rowsChanged(), &m_manager));
     } else if (m_roots.value(file.command) == root) {
-        addError(prefix + u"that no other folder has, not \"%1\""_s.arg(file.command));
+        addError(QDir::toNativeSeparators(CommandFile::pathIn(file.folder))
+                 + u": command: expected a command that no other folder has, not \"%1\""_s.arg(
+                     file.command));
     } // else the user replaces a command of the system
 }
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CommandCheck.h"
 
-#include "commands/CommandFolder.h"
+#include "commands/Steps.h"
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTest>
 #include <QTextStream>
 
@@ -28,12 +29,11 @@ Printed check(const QString &folder, const QString &text = {})
     return printed;
 }
 
-// A folder whose program is a shell script with these lines.
-QString writeCommand(const QByteArray &lines)
+// A folder whose program carries out the steps.
+QString writeCommand(const QStringList &steps)
 {
     QJsonObject file = commandfolder::smallestFile(u"mine"_s);
-    file["exec"_L1] = QJsonArray{u"./program"_s, u"{query}"_s};
-    commandfolder::script(lines);
+    file["exec"_L1] = QJsonArray::fromStringList(commandfolder::steps(steps).exec);
     return commandfolder::write(u"script"_s, file);
 }
 
@@ -48,6 +48,7 @@ private Q_SLOTS:
     void isRequestedByTheFirstArgument();
     void printsTheRows();
     void reportsAWrongFile();
+    void reportsABuiltInCommand();
     void reportsAProgramThatFails();
     void reportsAProgramThatCannotBeStarted();
     void reportsAWrongAnswer();
@@ -64,14 +65,10 @@ void tst_CommandCheck::isRequestedByTheFirstArgument()
 
 void tst_CommandCheck::printsTheRows()
 {
-    const QString folder = writeCommand(R"sh(cat <<END
-{"items": [
-  {"title": "($1)", "subtitle": "First", "arg": "1", "icon": {"path": "a.png"},
-   "autocomplete": "b"},
-  {"title": "two", "valid": false}]
-}
-END
-)sh");
+    const QString folder = writeCommand(
+        {u"print"_s,
+         uR"x({"items": [{"title": "({query})", "subtitle": "First", "arg": "1",)x"
+         R"x( "icon": {"path": "a.png"}, "autocomplete": "b"}, {"title": "two", "valid": false}]})x"_s});
     const Printed printed = check(folder, u" a b "_s);
     QCOMPARE(printed.errors, QString());
     QCOMPARE(printed.output, "(a b)\n    subtitle: First\n    icon: "_L1 + folder
@@ -86,15 +83,27 @@ void tst_CommandCheck::reportsAWrongFile()
     const Printed printed = check(folder);
     QCOMPARE(printed.status, 1);
     QCOMPARE(printed.output, QString());
+    QCOMPARE(printed.errors, QDir::toNativeSeparators(folder + "/command.json"_L1)
+                                 + ": command: expected a string that is not empty\n"_L1);
+}
+
+void tst_CommandCheck::reportsABuiltInCommand()
+{
+    const QString folder = commandfolder::write(u"a"_s, commandfolder::smallestFile(u"calc"_s));
+    const Printed printed = check(folder);
+    QCOMPARE(printed.status, 1);
+    QCOMPARE(printed.output, QString());
     QCOMPARE(printed.errors,
-             folder + "/command.json: command: expected a string that is not empty\n"_L1);
+             QDir::toNativeSeparators(folder + "/command.json"_L1)
+                 + ": command: expected a command that is not built in, not \"calc\"\n"_L1);
 }
 
 void tst_CommandCheck::reportsAProgramThatFails()
 {
-    const Printed printed = check(writeCommand("echo no network >&2; exit 3"));
+    const Printed printed = check(writeCommand({u"error"_s, u"no network"_s, u"exit"_s, u"3"_s}));
     QCOMPARE(printed.status, 1);
-    QCOMPARE(printed.errors, u"./program has ended with status 3\nno network\n"_s);
+    QCOMPARE(printed.errors,
+             QStringLiteral(STEPS_PROGRAM) + " has ended with status 3\nno network\n"_L1);
 }
 
 void tst_CommandCheck::reportsAProgramThatCannotBeStarted()
@@ -107,7 +116,7 @@ void tst_CommandCheck::reportsAProgramThatCannotBeStarted()
 
 void tst_CommandCheck::reportsAWrongAnswer()
 {
-    const Printed printed = check(writeCommand("echo '[]'"));
+    const Printed printed = check(writeCommand({u"print"_s, u"[]"_s}));
     QCOMPARE(printed.status, 1);
     QCOMPARE(printed.errors, u"The answer is no JSON object with a list \"items\".\n"_s);
 }
