@@ -16,7 +16,7 @@
 //   folder            prints the working folder
 //   variable NAME     prints the value of an environment variable
 //   wait FILE         waits until the file exists
-//   child FILE        starts itself to wait for ever, and writes its process number into the file
+//   child FILE        starts itself to wait for FILE.end, and writes the number into the file
 //   pid FILE          writes its own process number into the file
 //   arguments ...     prints all that follow, each with a line feed
 //   exit STATUS       ends with the status
@@ -106,7 +106,7 @@ void startChild(const QString &path)
 {
     auto *child = new QProcess;
     child->setProcessChannelMode(QProcess::ForwardedChannels);
-    child->start(QCoreApplication::applicationFilePath(), {u"wait"_s, u"nothing-of-this-name"_s},
+    child->start(QCoreApplication::applicationFilePath(), {u"wait"_s, path + ".end"_L1},
                  QIODevice::NotOpen);
     child->waitForStarted();
     writeFile(path, QByteArray::number(child->processId()));

@@ -5,19 +5,26 @@
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>
+#include <QDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
+// On Windows absolute paths begin with a drive.
+QString absolute(const QString &path)
+{
+    return QDir::rootPath() + path;
+}
+
 CommandFile commandFile(CommandFile::Output output,
                         CommandFile::Action action = CommandFile::Action::Copy)
 {
     CommandFile file;
-    file.folder = u"/commands/mine"_s;
+    file.folder = absolute(u"commands/mine"_s);
     file.command = u"mine"_s;
-    file.icon = u"/commands/mine/icon.png"_s;
+    file.icon = absolute(u"commands/mine/icon.png"_s);
     file.output = output;
     file.action = action;
     return file;
@@ -82,7 +89,7 @@ void tst_ScriptAnswer::readsAnItem()
     const QVariantMap row = record(answer, 0);
     QCOMPARE(recordTitle(row), u"One"_s);
     QCOMPARE(recordSubtitle(row), u"First"_s);
-    QCOMPARE(recordIcon(row), u"/commands/mine/a.png"_s);
+    QCOMPARE(recordIcon(row), absolute(u"commands/mine/a.png"_s));
     QCOMPARE(recordAction(row), makeAction(actiontype::copy, u"1"_s, u"mine"_s));
     QCOMPARE(recordCompletion(row), u"one "_s);
 }
@@ -92,7 +99,7 @@ void tst_ScriptAnswer::readsAnItemThatHasATitleAlone()
     const QVariantMap row = record(items(R"({"items": [{"title": "One"}]})"), 0);
     QCOMPARE(recordTitle(row), u"One"_s);
     QCOMPARE(recordSubtitle(row), QString());
-    QCOMPARE(recordIcon(row), u"/commands/mine/icon.png"_s);
+    QCOMPARE(recordIcon(row), absolute(u"commands/mine/icon.png"_s));
     QVERIFY(!row.contains(u"completion"_s));
 }
 
@@ -134,13 +141,14 @@ void tst_ScriptAnswer::readsNumbersAndSeveralArguments()
 
 void tst_ScriptAnswer::findsIconsInTheFolder()
 {
-    const ScriptAnswer answer = items(R"({"items": [
+    QByteArray output = R"({"items": [
         {"title": "a", "icon": {"path": "./icons/a.png"}},
-        {"title": "b", "icon": {"path": "/usr/share/b.png"}},
-        {"title": "c", "icon": {"path": "/etc", "type": "fileicon"}}]})");
-    QCOMPARE(recordIcon(record(answer, 0)), u"/commands/mine/icons/a.png"_s);
-    QCOMPARE(recordIcon(record(answer, 1)), u"/usr/share/b.png"_s);
-    QCOMPARE(recordIcon(record(answer, 2)), u"/commands/mine/icon.png"_s);
+        {"title": "b", "icon": {"path": "ROOTusr/share/b.png"}},
+        {"title": "c", "icon": {"path": "ROOTetc", "type": "fileicon"}}]})";
+    const ScriptAnswer answer = items(output.replace("ROOT", absolute({}).toUtf8()));
+    QCOMPARE(recordIcon(record(answer, 0)), absolute(u"commands/mine/icons/a.png"_s));
+    QCOMPARE(recordIcon(record(answer, 1)), absolute(u"usr/share/b.png"_s));
+    QCOMPARE(recordIcon(record(answer, 2)), absolute(u"commands/mine/icon.png"_s));
 }
 
 void tst_ScriptAnswer::opensFilesAndAddresses_data()
@@ -154,8 +162,8 @@ void tst_ScriptAnswer::opensFilesAndAddresses_data()
     const auto url = [](const QString &address) {
         return makeAction(actiontype::openUrl, address, u"mine"_s);
     };
-    QTest::newRow("absolute path") << u"/etc/hosts"_s << file(u"/etc/hosts"_s);
-    QTest::newRow("relative path") << u"a b.txt"_s << file(u"/commands/mine/a b.txt"_s);
+    QTest::newRow("absolute path") << absolute(u"etc/hosts"_s) << file(absolute(u"etc/hosts"_s));
+    QTest::newRow("relative path") << u"a b.txt"_s << file(absolute(u"commands/mine/a b.txt"_s));
     QTest::newRow("address of a file") << u"file:///a%20b"_s << file(u"/a b"_s);
     QTest::newRow("web") << u"https://example.org/?q=a%20b"_s
                          << url(u"https://example.org/?q=a%20b"_s);
@@ -218,7 +226,7 @@ void tst_ScriptAnswer::readsLines()
     QCOMPARE(titles(answer), QStringList({u"one"_s, u"zwei ü"_s, u"last"_s}));
     const QVariantMap row = record(answer, 1);
     QCOMPARE(recordSubtitle(row), QString());
-    QCOMPARE(recordIcon(row), u"/commands/mine/icon.png"_s);
+    QCOMPARE(recordIcon(row), absolute(u"commands/mine/icon.png"_s));
     QCOMPARE(recordAction(row), makeAction(actiontype::copy, u"zwei ü"_s, u"mine"_s));
 }
 
@@ -235,8 +243,8 @@ void tst_ScriptAnswer::readsTheOptionsOfALine()
                                                         "firefox\x1fmeta\x1fx\n"
                                                         "three\0nonselectable\x1ftrue\n"));
     QCOMPARE(titles(answer), QStringList({u"one"_s, u"two"_s, u"three"_s}));
-    QCOMPARE(recordIcon(record(answer, 0)), u"/commands/mine/images/one.png"_s);
-    QCOMPARE(recordIcon(record(answer, 1)), u"/commands/mine/icon.png"_s);
+    QCOMPARE(recordIcon(record(answer, 0)), absolute(u"commands/mine/images/one.png"_s));
+    QCOMPARE(recordIcon(record(answer, 1)), absolute(u"commands/mine/icon.png"_s));
     QCOMPARE(actionData(recordAction(record(answer, 1))), u"two"_s);
     QVERIFY(recordAction(record(answer, 2)).isEmpty());
 }
