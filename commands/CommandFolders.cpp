@@ -4,6 +4,7 @@
 #include "commands/CommandFile.h"
 #include "commands/ScriptPlugin.h"
 #include "core/PluginManager.h"
+#include "platform/PrivateFolder.h"
 
 #include <QDebug>
 #include <QDir>
@@ -67,6 +68,11 @@ void Registration::addFolder(const QFileInfo &folder, const QString &root)
     if (QFileInfo(folder.canonicalFilePath()).path() != root) {
         addError(QDir::toNativeSeparators(path)
                  + ": expected a folder, not a link to elsewhere"_L1);
+        return;
+    }
+    if (!platform::isProtectedFolder(path)) {
+        addError(QDir::toNativeSeparators(path)
+                 + ": expected a folder that no other user can change"_L1);
         return;
     }
     QString error;

@@ -9,10 +9,26 @@ namespace platform {
 
 namespace {
 
+// With a buffer, since the console cannot put the bytes of a character together.
+void openConsole(std::FILE *stream)
+{
+    constexpr std::size_t bufferSize = 65536;
+    if (std::freopen("CONOUT$", "w", stream)) {
+        std::setvbuf(stream, nullptr, _IOFBF, bufferSize);
+    }
+}
+
+// Into a file or a pipe, or to NUL, which is no console either.
 bool isRedirected(DWORD stream)
 {
     const HANDLE handle = GetStdHandle(stream);
-    return handle && handle != INVALID_HANDLE_VALUE && GetFileType(handle) != FILE_TYPE_UNKNOWN;
+    if (!handle || handle == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    DWORD mode = 0;
+    const DWORD type = GetFileType(handle);
+    return type == FILE_TYPE_DISK || type == FILE_TYPE_PIPE
+           || (type == FILE_TYPE_CHAR && !GetConsoleMode(handle, &mode));
 }
 
 } // namespace
@@ -24,16 +40,14 @@ struct ParentConsole::Data
 
 ParentConsole::ParentConsole()
 {
-    const bool isOutputRedirected = isRedirected(STD_OUTPUT_HANDLE);
-    const bool isErrorRedirected = isRedirected(STD_ERROR_HANDLE);
-    if ((isOutputRedirected && isErrorRedirected) || !AttachConsole(ATTACH_PARENT_PROCESS)) {
-        return;
+    if (!AttachConsole(ATTACH_PARENT_PROCESS) && GetLastError() != ERROR_ACCESS_DENIED) {
+        return; // the program that has started this one has none either
     }
-    if (!isOutputRedirected) {
-        std::freopen("CONOUT$", "w", stdout);
+    if (!isRedirected(STD_OUTPUT_HANDLE)) {
+        openConsole(stdout);
     }
-    if (!isErrorRedirected) {
-        std::freopen("CONOUT$", "w", stderr);
+    if (!isRedirected(STD_ERROR_HANDLE)) {
+        openConsole(stderr);
     }
     // Qt prints UTF-8. The code page is that of the console, which others use afterwards.
     m_data = std::make_unique<Data>(Data{GetConsoleOutputCP()});

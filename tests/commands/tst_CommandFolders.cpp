@@ -45,6 +45,7 @@ private Q_SLOTS:
     void keepsTheFirstOfTwoFoldersWithACommand();
     void usesTheFoldersOfTheSystem();
     void leavesOutALinkToElsewhere();
+    void leavesOutAFolderThatOthersCanChange();
     void ignoresFilesBesideTheFolders();
     void registersAThousandFoldersAndNoMore();
 };
@@ -130,6 +131,18 @@ void tst_CommandFolders::leavesOutALinkToElsewhere()
     QTest::ignoreMessage(QtWarningMsg, qUtf8Printable(line));
     QCOMPARE(commandfolders::registerAll(manager), QStringList(line));
     QCOMPARE(sortedCommands(manager), u"two"_s);
+}
+
+void tst_CommandFolders::leavesOutAFolderThatOthersCanChange()
+{
+    const QString folder = commandfolder::write(commandfolder::userFolder(u"a"_s),
+                                                commandfolder::smallestFile(u"one"_s));
+    QFile::setPermissions(folder, QFile::permissions(folder) | QFile::WriteOther);
+    PluginManager manager;
+    const QString line = folder + ": expected a folder that no other user can change"_L1;
+    QTest::ignoreMessage(QtWarningMsg, qUtf8Printable(line));
+    QCOMPARE(commandfolders::registerAll(manager), QStringList(line));
+    QCOMPARE(sortedCommands(manager), QString());
 }
 
 void tst_CommandFolders::ignoresFilesBesideTheFolders()

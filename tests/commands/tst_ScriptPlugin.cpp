@@ -152,8 +152,7 @@ void tst_ScriptPlugin::startsAgainForTheSameTextAfterItsAnswer()
     QTRY_COMPARE(changed.size(), 1);
     QCOMPARE(titles(plugin.query(u"a"_s)), u"x"_s);
     QCOMPARE(titles(plugin.query(u"a"_s)), u"x"_s);
-    QTRY_COMPARE(changed.size(), 2);
-    QCOMPARE(titles(plugin.query(u"a"_s)), u"x|x"_s);
+    QTRY_COMPARE(titles(plugin.query(u"a"_s)), u"x|x"_s);
 }
 
 void tst_ScriptPlugin::keepsTheRowsOfTheTextBefore()

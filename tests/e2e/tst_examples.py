@@ -3,6 +3,7 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 
@@ -40,6 +41,28 @@ class Examples(EndToEndCase):
         path = self.home.folder / program
         wait_until(path.exists, f"{program} has run")
         return path.read_text().splitlines()
+
+    def test_guide_leads_to_a_first_command(self):
+        """Does what docs/COMMANDS.md says, word by word."""
+        guide = (EXAMPLES.parents[1] / "docs/COMMANDS.md").read_text()
+        section = guide.split("\n## ")[1]
+        make, file, program, check, printed = re.findall(r"^```\w+\n(.*?)^```$", section,
+                                                         re.DOTALL | re.MULTILINE)
+        folder = self.home.data / "Vaskel/commands/up"
+        environment = self.launcher.environment | {
+            "PATH": f"{pathlib.Path(self.program).parent}:/usr/bin:/bin"}
+        subprocess.run(["sh", "-ec", make], env=environment, check=True)
+        (folder / re.search(r"Save this in it as `(.+?)`", section)[1]).write_text(file)
+        (folder / re.search(r"and this as `(.+?)`", section)[1]).write_text(program)
+        output = subprocess.run(["sh", "-ec", check], env=environment, cwd=folder, check=True,
+                                stdout=subprocess.PIPE, text=True).stdout
+        self.assertEqual(output, printed)
+        self.start()
+        self.launcher.type(re.search(r"type `(up .+?)`", section)[1])
+        self.shows_titles("HELLO")
+        self.launcher.press("Return")
+        self.hides()
+        self.becomes(self.desktop.clipboard, "HELLO")
 
     def test_are_short(self):
         folders = sorted(EXAMPLES.iterdir())
