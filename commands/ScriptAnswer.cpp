@@ -50,8 +50,9 @@ QString argumentOf(const QJsonValue &value)
 
 QString iconOf(const QJsonObject &item, const CommandFile &file)
 {
-    const QJsonObject icon = item.value("icon"_L1).toObject();
-    const QString path = icon.value("path"_L1).toString();
+    const QJsonValue value = item.value("icon"_L1);
+    const QJsonObject icon = value.toObject();
+    const QString path = value.isString() ? value.toString() : icon.value("path"_L1).toString();
     // With a type, the path names something else whose icon is meant.
     return path.isEmpty() || icon.contains("type"_L1) ? file.icon : file.absolutePath(path);
 }
@@ -177,16 +178,19 @@ void ScriptAnswer::readLine(const QString &line, const CommandFile &file)
         return;
     }
     QString icon = file.icon;
+    QString title = text;
     bool isValid = true;
     const QStringList options = end < 0 ? QStringList() : line.mid(end + 1).split(optionSeparator);
     for (qsizetype i = 0; i + 1 < options.size(); i += 2) {
         // A name of a themed icon has no slash.
         if (options[i] == "icon"_L1 && options[i + 1].contains(u'/')) {
             icon = file.absolutePath(options[i + 1]);
+        } else if (options[i] == "display"_L1) {
+            title = options[i + 1];
         } else if (options[i] == "nonselectable"_L1) {
             isValid = options[i + 1] != "true"_L1;
         }
     }
-    records.append(isValid ? makeRow(text, QString(), icon, text, file)
-                           : makeInertRow(text, QString(), icon, file));
+    records.append(isValid ? makeRow(title, QString(), icon, text, file)
+                           : makeInertRow(title, QString(), icon, file));
 }

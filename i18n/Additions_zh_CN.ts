@@ -144,6 +144,69 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     </message>
 </context>
 <context>
+    <name>QJsonParseError</name>
+    <message>
+        <source>garbage at the end of the document</source>
+        <translation>文档末尾有多余内容</translation>
+    </message>
+    <message>
+        <source>illegal number</source>
+        <translation>非法的数字</translation>
+    </message>
+    <message>
+        <source>illegal value</source>
+        <translation>非法的值</translation>
+    </message>
+    <message>
+        <source>invalid UTF8 string</source>
+        <translation>无效的 UTF-8 字符串</translation>
+    </message>
+    <message>
+        <source>invalid escape sequence</source>
+        <translation>无效的转义序列</translation>
+    </message>
+    <message>
+        <source>invalid termination by number</source>
+        <translation>不能以数字结尾</translation>
+    </message>
+    <message>
+        <source>missing name separator</source>
+        <translation>缺少名称分隔符</translation>
+    </message>
+    <message>
+        <source>missing value separator</source>
+        <translation>缺少值分隔符</translation>
+    </message>
+    <message>
+        <source>no error occurred</source>
+        <translation>没有错误</translation>
+    </message>
+    <message>
+        <source>object is missing after a comma</source>
+        <translation>逗号后缺少对象</translation>
+    </message>
+    <message>
+        <source>too deeply nested document</source>
+        <translation>文档嵌套过深</translation>
+    </message>
+    <message>
+        <source>too large document</source>
+        <translation>文档过大</translation>
+    </message>
+    <message>
+        <source>unterminated array</source>
+        <translation>数组未结束</translation>
+    </message>
+    <message>
+        <source>unterminated object</source>
+        <translation>对象未结束</translation>
+    </message>
+    <message>
+        <source>unterminated string</source>
+        <translation>字符串未结束</translation>
+    </message>
+</context>
+<context>
     <name>QKeySequenceEdit</name>
     <message>
         <source>Press shortcut</source>

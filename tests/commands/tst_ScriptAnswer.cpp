@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "commands/ScriptAnswer.h"
 
+#include "app/Translation.h"
 #include "core/ResultRecord.h"
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QJsonParseError>
 #include <QTest>
+#include <QTranslator>
 
 using namespace Qt::StringLiterals;
 
@@ -76,6 +79,8 @@ private Q_SLOTS:
     void readsLines();
     void readsAtMost200Lines();
     void readsTheOptionsOfALine();
+    void ignoresAByteOrderMark();
+    void translatesTheErrorsOfJson();
     void hasNoRecordsForAnEmptyAnswer();
 };
 
@@ -144,11 +149,13 @@ void tst_ScriptAnswer::findsIconsInTheFolder()
     QByteArray output = R"({"items": [
         {"title": "a", "icon": {"path": "./icons/a.png"}},
         {"title": "b", "icon": {"path": "ROOTusr/share/b.png"}},
-        {"title": "c", "icon": {"path": "ROOTetc", "type": "fileicon"}}]})";
+        {"title": "c", "icon": {"path": "ROOTetc", "type": "fileicon"}},
+        {"title": "d", "icon": "d.png"}]})";
     const ScriptAnswer answer = items(output.replace("ROOT", absolute({}).toUtf8()));
     QCOMPARE(recordIcon(record(answer, 0)), absolute(u"commands/mine/icons/a.png"_s));
     QCOMPARE(recordIcon(record(answer, 1)), absolute(u"usr/share/b.png"_s));
     QCOMPARE(recordIcon(record(answer, 2)), absolute(u"commands/mine/icon.png"_s));
+    QCOMPARE(recordIcon(record(answer, 3)), absolute(u"commands/mine/d.png"_s));
 }
 
 void tst_ScriptAnswer::opensFilesAndAddresses_data()
@@ -241,12 +248,38 @@ void tst_ScriptAnswer::readsTheOptionsOfALine()
                                                         "one\0icon\x1fimages/one.png\n"
                                                         "two\0icon\x1f"
                                                         "firefox\x1fmeta\x1fx\n"
-                                                        "three\0nonselectable\x1ftrue\n"));
-    QCOMPARE(titles(answer), QStringList({u"one"_s, u"two"_s, u"three"_s}));
+                                                        "three\0nonselectable\x1ftrue\n"
+                                                        "four\0display\x1fThe fourth\n"
+                                                        "five\0icon\n"));
+    QCOMPARE(titles(answer),
+             QStringList({u"one"_s, u"two"_s, u"three"_s, u"The fourth"_s, u"five"_s}));
+    QCOMPARE(actionData(recordAction(record(answer, 3))), u"four"_s);
     QCOMPARE(recordIcon(record(answer, 0)), absolute(u"commands/mine/images/one.png"_s));
     QCOMPARE(recordIcon(record(answer, 1)), absolute(u"commands/mine/icon.png"_s));
     QCOMPARE(actionData(recordAction(record(answer, 1))), u"two"_s);
     QVERIFY(recordAction(record(answer, 2)).isEmpty());
+}
+
+void tst_ScriptAnswer::ignoresAByteOrderMark()
+{
+    QCOMPARE(titles(lines("\xef\xbb\xbfone\r\ntwo\r\n")), QStringList({u"one"_s, u"two"_s}));
+    const ScriptAnswer answer = items("\xef\xbb\xbf{\"items\":\r\n [{\"title\": \"a\"}]}\r\n");
+    QCOMPARE(answer.error, QString());
+    QCOMPARE(titles(answer), QStringList(u"a"_s));
+}
+
+void tst_ScriptAnswer::translatesTheErrorsOfJson()
+{
+    QTranslator translator;
+    QVERIFY(loadTranslation(translator, {u"zh-CN"_s}, u"/nonexistent"_s));
+    QCoreApplication::installTranslator(&translator);
+    QCOMPARE(items("{").error, u"返回结果不是有效的 JSON：对象未结束（第 1 字节）。"_s);
+    for (int i = QJsonParseError::NoError; i <= QJsonParseError::GarbageAtEnd; ++i) {
+        QJsonParseError error;
+        error.error = static_cast<QJsonParseError::ParseError>(i);
+        QVERIFY2(error.errorString().at(0).script() == QChar::Script_Han,
+                 qUtf8Printable(error.errorString()));
+    }
 }
 
 void tst_ScriptAnswer::hasNoRecordsForAnEmptyAnswer()

@@ -79,6 +79,14 @@ class Commands(EndToEndCase):
         self.shows_rows(("./program has ended with status 3", "no network"))
         self.picture("failed-program")
 
+    def test_passes_no_private_variable(self):
+        (self.folder / "program").write_text(
+            "#!/bin/sh\necho \"{\\\"items\\\": [{\\\"title\\\": \\\"$1 ($DESKTOP_STARTUP_ID)\\\"}]}\"\n")
+        self.launcher.environment["DESKTOP_STARTUP_ID"] = "for-vaskel-alone"
+        self.start()
+        self.launcher.type("mine x")
+        self.shows_titles("x ()")
+
     def test_names_a_wrong_file_on_the_page_of_the_plugins(self):
         self.write(command="mine", name="My command", exec="./program", output="items")
         other = self.home.data / "Vaskel/commands/other"
