@@ -104,6 +104,44 @@ class Commands(EndToEndCase):
         self.assertIn(line, names)
         self.picture("wrong-file")
 
+    def test_has_a_switch_and_a_hotkey(self):
+        self.start()
+        self.launcher.open_page("plugin", "Save")
+        self.launcher.tab_to("mine Hotkey")
+        self.launcher.press("ctrl+shift+F8")
+        self.save("pluginHotkeys/mine", "Ctrl+Shift+F8")
+        self.launcher.empty_box()
+        self.launcher.press("Escape")
+        self.hides()
+        self.launcher.press("ctrl+shift+F8")
+        self.launcher.wait_until_ready()
+        self.becomes(self.launcher.badge, "mine")
+        self.launcher.type("x")
+        self.shows_titles("One x", "Two")
+
+        self.launcher.open_page("plugin", "Save")
+        self.launcher.tab_to("mine Enabled")
+        self.launcher.press("space")
+        self.save("plugins/mine", "false")
+        self.launcher.empty_box()
+        self.launcher.type("mine x")
+        self.shows_titles("Plugin disabled")
+
+    def save(self, key, value):
+        self.launcher.tab_to("Save")
+        self.launcher.press("space")
+        self.becomes(lambda: self.home.preferences().get(key), value)
+
+    def test_speaks_chinese(self):
+        self.write(**{"command": "mine", "name": "My command", "name[zh_CN]": "我的命令",
+                      "exec": ["./missing", "{query}"], "output": "items"})
+        self.launcher.environment |= {"LANG": "zh_CN.UTF-8", "LANGUAGE": "zh_CN"}
+        self.start()
+        self.launcher.type("mine x")
+        self.becomes(self.launcher.status, "mine | 我的命令")
+        self.shows_rows(("无法启动 ./missing", "没有这个程序。"))
+        self.picture("error")
+
     def test_is_checked_without_a_display(self):
         environment = {**os.environ, **self.home.environment()}
         for variable in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"):
