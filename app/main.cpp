@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CommandCheck.h"
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/Logger.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/Translation.h"
+#include "commands/CommandFolders.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
@@ -104,6 +106,7 @@ SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, S
     plugins.setSettings(&settings);
     plugins.registerPlugin(new FilePlugin(plugins.rowsChanged(), &plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
+    settingsPlugin->setCommandErrors(commandfolders::registerAll(plugins));
     return settingsPlugin;
 }
 
@@ -214,6 +217,10 @@ void greet(QSystemTrayIcon &tray, const AppLauncher &launcher, const GlobalHotke
 
 int main(int argc, char *argv[])
 {
+    if (commandcheck::isRequested(argc, argv)) {
+        return commandcheck::run(argc, argv);
+    }
+
     Logger::instance().init({});
     qInstallMessageHandler(qtMessageHandler);
     platform::chooseWindowSystem();

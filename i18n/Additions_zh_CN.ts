@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CommandErrorList</name>
+    <message>
+        <source>Commands that could not be loaded</source>
+        <translation>无法加载的命令</translation>
+    </message>
+</context>
+<context>
     <name>CommandLineEdit</name>
     <message>
         <source>To find a name that begins with a command, type a blank first.
@@ -134,6 +141,69 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>Unknown protocol specified</source>
         <translation>未知的协议</translation>
+    </message>
+</context>
+<context>
+    <name>QJsonParseError</name>
+    <message>
+        <source>garbage at the end of the document</source>
+        <translation>文档末尾有多余内容</translation>
+    </message>
+    <message>
+        <source>illegal number</source>
+        <translation>非法的数字</translation>
+    </message>
+    <message>
+        <source>illegal value</source>
+        <translation>非法的值</translation>
+    </message>
+    <message>
+        <source>invalid UTF8 string</source>
+        <translation>无效的 UTF-8 字符串</translation>
+    </message>
+    <message>
+        <source>invalid escape sequence</source>
+        <translation>无效的转义序列</translation>
+    </message>
+    <message>
+        <source>invalid termination by number</source>
+        <translation>不能以数字结尾</translation>
+    </message>
+    <message>
+        <source>missing name separator</source>
+        <translation>缺少名称分隔符</translation>
+    </message>
+    <message>
+        <source>missing value separator</source>
+        <translation>缺少值分隔符</translation>
+    </message>
+    <message>
+        <source>no error occurred</source>
+        <translation>没有错误</translation>
+    </message>
+    <message>
+        <source>object is missing after a comma</source>
+        <translation>逗号后缺少对象</translation>
+    </message>
+    <message>
+        <source>too deeply nested document</source>
+        <translation>文档嵌套过深</translation>
+    </message>
+    <message>
+        <source>too large document</source>
+        <translation>文档过大</translation>
+    </message>
+    <message>
+        <source>unterminated array</source>
+        <translation>数组未结束</translation>
+    </message>
+    <message>
+        <source>unterminated object</source>
+        <translation>对象未结束</translation>
+    </message>
+    <message>
+        <source>unterminated string</source>
+        <translation>字符串未结束</translation>
     </message>
 </context>
 <context>
@@ -558,6 +628,67 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>Saved</source>
         <translation>已保存</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptAnswer</name>
+    <message>
+        <source>Item %1 of the answer has no title.</source>
+        <translation>返回结果的第 %1 项没有标题。</translation>
+    </message>
+    <message>
+        <source>The answer is no JSON object with a list &quot;items&quot;.</source>
+        <translation>返回结果不是带有“items”列表的 JSON 对象。</translation>
+    </message>
+    <message>
+        <source>The answer is not valid JSON: %1 at byte %2.</source>
+        <translation>返回结果不是有效的 JSON：%1（第 %2 字节）。</translation>
+    </message>
+    <message>
+        <source>The answer is not valid UTF-8.</source>
+        <translation>返回结果不是有效的 UTF-8 文本。</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptPlugin</name>
+    <message>
+        <source>No results</source>
+        <translation>无结果</translation>
+    </message>
+    <message>
+        <source>Waiting for %1...</source>
+        <translation>正在等待 %1...</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptProcess</name>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>无法启动 %1</translation>
+    </message>
+    <message>
+        <source>%1 has crashed</source>
+        <translation>%1 已崩溃</translation>
+    </message>
+    <message>
+        <source>%1 has ended with status %2</source>
+        <translation>%1 已退出，状态码为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has not answered within %2 s</source>
+        <translation>%1 在 %2 秒内没有返回结果</translation>
+    </message>
+    <message>
+        <source>%1 has printed more than 1 MiB</source>
+        <translation>%1 的输出超过 1 MiB</translation>
+    </message>
+    <message>
+        <source>The file is not executable.</source>
+        <translation>该文件不可执行。</translation>
+    </message>
+    <message>
+        <source>There is no such program.</source>
+        <translation>没有这个程序。</translation>
     </message>
 </context>
 <context>

@@ -59,6 +59,9 @@ QWidget *SettingsPlugin::createView()
     if (!m_view) {
         m_view = new SettingsView(m_settings, m_pluginManager);
         m_view->setHotkeyCheck(m_hotkeyCheck);
+        if (!m_commandErrors.isEmpty()) {
+            m_view->addCommandErrors(m_commandErrors);
+        }
         connect(m_view, &SettingsView::closeRequested, this, &SettingsPlugin::viewCloseRequested);
         connect(m_view, &QObject::destroyed, this, [this] { m_view = nullptr; });
     }

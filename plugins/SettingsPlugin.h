@@ -4,6 +4,8 @@
 #include "core/IPlugin.h"
 #include "settings/HotkeyHints.h"
 
+#include <QStringList>
+
 class PluginManager;
 class Settings;
 class SettingsView;
@@ -21,6 +23,9 @@ public:
 
     /// Sets how the page learns that another program holds a hotkey. Call it before the page opens.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hotkeyCheck = check; }
+
+    /// Sets what the page says of wrong files of commands. Call it before the page opens.
+    void setCommandErrors(const QStringList &lines) { m_commandErrors = lines; }
 
     QString command() const override;
     QStringList aliases() const override;
@@ -45,5 +50,6 @@ private:
     PluginManager *m_pluginManager;
     SettingsView *m_view = nullptr;
     HotkeyHints::Check m_hotkeyCheck;
+    QStringList m_commandErrors;
     QString m_viewCommand = QStringLiteral("set");
 };

@@ -38,6 +38,10 @@ public:
     /// Sets how the page learns that another program holds a hotkey, for the next reload() or Save.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hints.setCheck(check); }
 
+    /// Shows above the plugins which commands of the user's own have a wrong file; call it at most
+    /// once, and only if there are some.
+    void addCommandErrors(const QStringList &lines);
+
 Q_SIGNALS:
     /// The user has pressed Cancel and wants to leave the page.
     void closeRequested();

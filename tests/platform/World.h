@@ -51,6 +51,9 @@ bool setCompositing(bool isCompositing);
 /// Whether the window system may give the focus to the window, which has a native window.
 bool mayHaveFocus(const QWindow &window);
 
+/// Whether a program of a process tree, or this one, is running.
+bool isStillRunning(qint64 process);
+
 /// An environment variable that is meant for this process alone.
 QString privateVariable();
 

@@ -13,6 +13,7 @@
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProcessEnvironment.h"
+#include "platform/ProcessTree.h"
 #include "platform/RegularFile.h"
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
@@ -22,6 +23,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -247,6 +249,21 @@ void startUpdateScript(const QString &scriptPath)
 void refuseFocus(QWindow *window)
 {
     fakePlatform().windowsWithoutFocus.append(window);
+}
+
+struct ProcessTree::Data
+{
+};
+
+ProcessTree::ProcessTree() = default;
+ProcessTree::~ProcessTree() = default;
+
+void ProcessTree::prepare(QProcess & /*process*/) {}
+
+void ProcessTree::end(QProcess &process)
+{
+    ++fakePlatform().endedProcessTrees;
+    process.kill();
 }
 
 } // namespace platform

@@ -84,6 +84,9 @@ struct FakePlatform
     QStringList privateFolders;
     QStringList unprotectedFolders;
 
+    // ProcessTree.h; only the program itself ends
+    int endedProcessTrees = 0;
+
     // RegularFile.h; other files open normally
     QStringList irregularFiles;
 

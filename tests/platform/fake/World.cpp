@@ -4,6 +4,7 @@
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -90,6 +91,11 @@ bool setCompositing(bool isCompositing)
 bool mayHaveFocus(const QWindow &window)
 {
     return !fakePlatform().windowsWithoutFocus.contains(&window);
+}
+
+bool isStillRunning(qint64 process)
+{
+    return process == QCoreApplication::applicationPid() || fakePlatform().endedProcessTrees == 0;
 }
 
 QString privateVariable()

@@ -2,6 +2,7 @@
 #include "platform/World.h"
 
 #include "platform/linux/Plocate.h"
+#include "support/RunningProcess.h"
 #include "support/TestHome.h"
 
 #include <QDesktopServices>
@@ -199,6 +200,11 @@ bool mayHaveFocus(const QWindow &window)
     // The request of the program's own connection must have arrived.
     QGuiApplication::sync();
     return otherClient().acceptsFocus(xcb_window_t(window.winId()));
+}
+
+bool isStillRunning(qint64 process)
+{
+    return isRunning(process);
 }
 
 QString privateVariable()

@@ -4,6 +4,7 @@
 #include "platform/windows/EverythingLibrary.h"
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
+#include "support/RunningProcess.h"
 #include "support/TestHome.h"
 
 #include "platform/StartMenu.h"
@@ -125,6 +126,11 @@ bool mayHaveFocus(const QWindow &window)
 {
     const auto handle = reinterpret_cast<HWND>(window.winId());
     return !(GetWindowLongPtrW(handle, GWL_EXSTYLE) & WS_EX_NOACTIVATE);
+}
+
+bool isStillRunning(qint64 process)
+{
+    return isRunning(process);
 }
 
 QString privateVariable()
