@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CommandCheck.h"
+#include "app/CommandLine.h"
+#include "app/CommandLineAnswer.h"
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/Logger.h"
 #include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
+#include "app/RequestAction.h"
 #include "app/Translation.h"
 #include "commands/CommandFolders.h"
 #include "core/PluginManager.h"
@@ -48,15 +51,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto firstMessageDelay = 2s;
-
-void toggle(MainWindow &window)
-{
-    if (isShowing(window)) {
-        window.hide();
-    } else {
-        window.showAndActivate();
-    }
-}
 
 void installTranslation(QTranslator &translator)
 {
@@ -129,6 +123,14 @@ void connectSecondStart(const SingleApplication &app, MainWindow &window)
 {
     QObject::connect(&app, &SingleApplication::instanceStarted, &window,
                      &MainWindow::showAndActivate);
+    QObject::connect(&app, &SingleApplication::receivedMessage, &window,
+                     [&window](quint32, const QByteArray &message) {
+                         if (const auto request = InstanceRequest::fromMessage(message)) {
+                             carryOut(*request, window);
+                         } else {
+                             qWarning("Ignored a message of another process");
+                         }
+                     });
 }
 
 void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
@@ -220,12 +222,21 @@ int main(int argc, char *argv[])
     if (commandcheck::isRequested(argc, argv)) {
         return commandcheck::run(argc, argv);
     }
+    const CommandLine commandLine = CommandLine::parse(argc, argv);
+    if (const std::optional<int> status = commandlineanswer::answer(commandLine, argc, argv)) {
+        return *status;
+    }
+    commandlineanswer::keepQtArguments(commandLine, argc, argv);
 
     Logger::instance().init({});
     qInstallMessageHandler(qtMessageHandler);
     platform::chooseWindowSystem();
     // A second process of the same user notifies the first one and ends here.
-    SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+    SingleApplication app(argc, argv, commandLine.request.has_value(),
+                          SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+    if (app.isSecondary()) { // another process was faster
+        return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
+    }
     platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
@@ -252,6 +263,9 @@ int main(int argc, char *argv[])
 
     connectSecondStart(app, window);
     window.showAndActivate();
+    if (commandLine.request && commandLine.request->verb == InstanceRequest::Verb::Query) {
+        carryOut(*commandLine.request, window);
+    }
     connectHotkeys(hotkey, plugins, settings, window);
     QSystemTrayIcon tray(appIcon);
     QMenu trayMenu;

@@ -9,6 +9,69 @@
     </message>
 </context>
 <context>
+    <name>CommandLine</name>
+    <message>
+        <source>%1 cannot follow another such option.</source>
+        <translation>%1 不能与另一个此类选项同时使用。</translation>
+    </message>
+    <message>
+        <source>A text must follow %1.</source>
+        <translation>%1 之后必须有文本。</translation>
+    </message>
+    <message>
+        <source>The options are listed by: %1</source>
+        <translation>查看所有选项：%1</translation>
+    </message>
+    <message>
+        <source>The text after %1 is too long.</source>
+        <translation>%1 之后的文本过长。</translation>
+    </message>
+    <message>
+        <source>Unexpected argument: %1</source>
+        <translation>多余的参数：%1</translation>
+    </message>
+    <message>
+        <source>Unknown option: %1</source>
+        <translation>未知选项：%1</translation>
+    </message>
+    <message>
+        <source>Usage: Vaskel [--toggle | --show | --hide | --query TEXT | --quit] [--version] [--help]
+
+Starts Vaskel, or shows the window of the Vaskel that is running.
+
+  --toggle      show the window, or hide it if it shows
+  --show        show the window
+  --hide        hide the window
+  --query TEXT  show the window with this text in its box
+  --quit        quit Vaskel
+  --version     print the version
+  --help        print this help
+
+If Vaskel is not running, --toggle, --show and --query start it.</source>
+        <translation>用法：Vaskel [--toggle | --show | --hide | --query 文本 | --quit] [--version] [--help]
+
+启动 Vaskel；如果它已在运行，则显示其窗口。
+
+  --toggle      显示窗口；如果已显示，则隐藏
+  --show        显示窗口
+  --hide        隐藏窗口
+  --query 文本  显示窗口，并在输入框中填入该文本
+  --quit        退出 Vaskel
+  --version     显示版本号
+  --help        显示本帮助
+
+如果 Vaskel 未在运行，--toggle、--show 和 --query 会启动它。</translation>
+    </message>
+    <message>
+        <source>Vaskel does not answer.</source>
+        <translation>Vaskel 没有响应。</translation>
+    </message>
+    <message>
+        <source>Vaskel is not running.</source>
+        <translation>Vaskel 未在运行。</translation>
+    </message>
+</context>
+<context>
     <name>CommandLineEdit</name>
     <message>
         <source>To find a name that begins with a command, type a blank first.

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "platform/ColorScheme.h"
+#include "platform/Console.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 class QWindow;
 
@@ -59,6 +62,9 @@ QString privateVariable();
 
 /// Whether a write into a pipe without a reader fails; otherwise it may end the process.
 bool failsToWriteIntoAClosedPipe();
+
+/// What "write" writes while the starter of this process has redirected the stream into a file.
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write);
 
 /// Installs a desktop that can show folders.
 void installFileManager();

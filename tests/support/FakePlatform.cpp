@@ -4,6 +4,7 @@
 #include "platform/AutoStart.h"
 #include "platform/ClosedPipe.h"
 #include "platform/Compositor.h"
+#include "platform/Console.h"
 #include "platform/ContainingFolder.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
@@ -94,6 +95,12 @@ void watchColorScheme(QObject *context, const std::function<void()> &changed)
 bool isCompositing()
 {
     return fakePlatform().isCompositing;
+}
+
+void writeToConsole(ConsoleStream stream, const QString &text)
+{
+    (stream == ConsoleStream::Output ? fakePlatform().consoleOutput : fakePlatform().consoleErrors)
+        .append(text);
 }
 
 QIcon linkIcon(const QString &filePath)
@@ -216,6 +223,9 @@ void unsetPrivateVariables()
 {
     qunsetenv("VASKEL_PRIVATE");
 }
+
+WithoutWindowSystem::WithoutWindowSystem() = default;
+WithoutWindowSystem::~WithoutWindowSystem() = default;
 
 QStringList startMenuRoots()
 {

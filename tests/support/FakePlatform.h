@@ -50,6 +50,10 @@ struct FakePlatform
     // Compositor.h
     bool isCompositing = true;
 
+    // Console.h
+    QString consoleOutput;
+    QString consoleErrors;
+
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;

@@ -108,6 +108,13 @@ bool failsToWriteIntoAClosedPipe()
     return fakePlatform().ignoresClosedPipes;
 }
 
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write)
+{
+    write();
+    return stream == platform::ConsoleStream::Output ? fakePlatform().consoleOutput
+                                                     : fakePlatform().consoleErrors;
+}
+
 void installFileManager()
 {
     fakePlatform().openFolderResult = true;

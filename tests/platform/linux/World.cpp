@@ -18,6 +18,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -222,6 +223,24 @@ bool failsToWriteIntoAClosedPipe()
     const bool fails = write(ends[1], "x", 1) == -1 && errno == EPIPE;
     close(ends[1]);
     return fails;
+}
+
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write)
+{
+    const int number = stream == platform::ConsoleStream::Output ? STDOUT_FILENO : STDERR_FILENO;
+    QFile file(testhome::path() + "/console"_L1);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
+        return {};
+    }
+    std::fflush(nullptr);
+    const int original = dup(number);
+    dup2(file.handle(), number);
+    write();
+    std::fflush(nullptr);
+    dup2(original, number);
+    close(original);
+    file.seek(0);
+    return QString::fromUtf8(file.readAll());
 }
 
 void installFileManager()

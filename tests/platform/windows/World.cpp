@@ -152,6 +152,22 @@ bool failsToWriteIntoAClosedPipe()
     return fails;
 }
 
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write)
+{
+    const DWORD number =
+        stream == platform::ConsoleStream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE;
+    const QString path = testhome::path() + "/console"_L1;
+    const HANDLE original = GetStdHandle(number);
+    const HANDLE redirected = CreateFileW(qUtf16Printable(path), GENERIC_WRITE, FILE_SHARE_READ,
+                                          nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    SetStdHandle(number, redirected);
+    write();
+    SetStdHandle(number, original);
+    CloseHandle(redirected);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
 // Every Windows has one; reset() installs it.
 void installFileManager() {}
 
