@@ -17,6 +17,7 @@
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
 #include "platform/WindowFocus.h"
+#include "support/FakeDesktopHotkeys.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -85,6 +86,11 @@ ColorScheme colorScheme()
 void watchColorScheme(QObject *context, const std::function<void()> &changed)
 {
     fakePlatform().colorSchemeWatchers.append({context, changed});
+}
+
+std::unique_ptr<DesktopHotkeys> createDesktopHotkeys(QWindow *)
+{
+    return fakePlatform().hasDesktopHotkeys ? std::make_unique<FakeDesktopHotkeys>() : nullptr;
 }
 
 bool isCompositing()
