@@ -22,6 +22,12 @@ public:
     /// Sets how the page learns that another program holds a hotkey. Call it before the page opens.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hotkeyCheck = check; }
 
+    /// Sets how the page learns where a hotkey comes from. Call it before the page opens.
+    void setHotkeyOrigins(const HotkeyHints::Origins &origins) { m_hotkeyOrigins = origins; }
+
+    /// Call this when an origin has changed by itself.
+    void updateHotkeyHints();
+
     QString command() const override;
     QStringList aliases() const override;
     QString description() const override;
@@ -45,5 +51,6 @@ private:
     PluginManager *m_pluginManager;
     SettingsView *m_view = nullptr;
     HotkeyHints::Check m_hotkeyCheck;
+    HotkeyHints::Origins m_hotkeyOrigins;
     QString m_viewCommand = QStringLiteral("set");
 };

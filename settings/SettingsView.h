@@ -38,6 +38,12 @@ public:
     /// Sets how the page learns that another program holds a hotkey, for the next reload() or Save.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hints.setCheck(check); }
 
+    /// Sets how the page learns where a hotkey comes from, for the next reload() or Save.
+    void setHotkeyOrigins(const HotkeyHints::Origins &origins) { m_hints.setOrigins(origins); }
+
+    /// Shows anew what holds the stored hotkeys.
+    void updateHotkeyHints() { m_hints.refresh(); }
+
 Q_SIGNALS:
     /// The user has pressed Cancel and wants to leave the page.
     void closeRequested();
