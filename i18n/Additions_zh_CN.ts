@@ -42,6 +42,17 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     </message>
 </context>
 <context>
+    <name>HotkeyRegistration</name>
+    <message>
+        <source>Show or hide the window</source>
+        <translation>显示或隐藏主界面</translation>
+    </message>
+    <message>
+        <source>Show the command %1</source>
+        <translation>显示命令 %1</translation>
+    </message>
+</context>
+<context>
     <name>Main</name>
     <message>
         <source>Press %1 to show or hide the window. You can change this hotkey on the settings page: click this icon with the right button.</source>
