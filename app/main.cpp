@@ -4,8 +4,8 @@
 #include "app/CommandLineAnswer.h"
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
+#include "app/HotkeyRegistration.h"
 #include "app/Logger.h"
-#include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
 #include "app/RequestAction.h"
 #include "app/Translation.h"
@@ -14,6 +14,7 @@
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/DesktopHotkeys.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
@@ -133,25 +134,36 @@ void connectSecondStart(const SingleApplication &app, MainWindow &window)
                      });
 }
 
-void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
+void connectHotkeys(GlobalHotkey &hotkey, HotkeyRegistration &registration, Settings &settings,
                     MainWindow &window)
 {
     QObject::connect(&hotkey, &GlobalHotkey::activated, &window, [&window] { toggle(window); });
 
     const auto setMainHotkey = [&] {
-        hotkey.setMainHotkey(settings.globalHotkey());
+        registration.registerMainHotkey();
     };
     QObject::connect(&settings, &Settings::globalHotkeyChanged, &hotkey, setMainHotkey);
     setMainHotkey();
 
     const auto reload = [&] {
-        reloadPluginHotkeys(hotkey, plugins, settings);
+        registration.registerPluginHotkeys();
     };
     QObject::connect(&settings, &Settings::pluginHotkeyChanged, &hotkey, reload);
     QObject::connect(&settings, &Settings::pluginEnabledChanged, &hotkey, reload);
     QObject::connect(&hotkey, &GlobalHotkey::commandActivated, &window,
                      &MainWindow::activateCommand);
     reload();
+}
+
+void tellHotkeyOrigins(SettingsPlugin &settingsPlugin, const HotkeyRegistration &registration,
+                       const platform::DesktopHotkeys *desktop)
+{
+    settingsPlugin.setHotkeyOrigins(
+        [&registration](const QString &command) { return registration.origin(command); });
+    if (desktop) {
+        QObject::connect(desktop, &platform::DesktopHotkeys::changed, &settingsPlugin,
+                         &SettingsPlugin::updateHotkeyHints);
+    }
 }
 
 void restart()
@@ -255,7 +267,7 @@ int main(int argc, char *argv[])
     Updater updater;
     connectTheme(app, theme, settings);
     PluginManager plugins;
-    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
+    SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
     MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
     FloatIcon floatIcon(&settings, &theme, &window);
@@ -266,7 +278,10 @@ int main(int argc, char *argv[])
     if (commandLine.request && commandLine.request->verb == InstanceRequest::Verb::Query) {
         carryOut(*commandLine.request, window);
     }
-    connectHotkeys(hotkey, plugins, settings, window);
+    const auto desktopHotkeys = platform::createDesktopHotkeys(window.windowHandle());
+    HotkeyRegistration registration(&hotkey, &plugins, &settings, desktopHotkeys.get());
+    connectHotkeys(hotkey, registration, settings, window);
+    tellHotkeyOrigins(*settingsPlugin, registration, desktopHotkeys.get());
     QSystemTrayIcon tray(appIcon);
     QMenu trayMenu;
     showTray(tray, trayMenu, window, *settingsPlugin);

@@ -83,12 +83,43 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
 <context>
     <name>HotkeyHints</name>
     <message>
+        <source>Change…</source>
+        <translation>更改…</translation>
+    </message>
+    <message>
+        <source>For a hotkey that works in all windows, bind &quot;Vaskel --toggle&quot; in your desktop&apos;s settings.</source>
+        <translation>要让快捷键在所有窗口中生效，请在桌面环境的设置中将其绑定到“Vaskel --toggle”。</translation>
+    </message>
+    <message>
+        <source>The desktop holds this hotkey.</source>
+        <translation>此快捷键由桌面环境管理。</translation>
+    </message>
+    <message>
+        <source>The desktop holds this hotkey: %1</source>
+        <translation>此快捷键由桌面环境管理：%1</translation>
+    </message>
+    <message>
         <source>This hotkey is held by another program.</source>
         <translation>此快捷键已被其他程序占用。</translation>
     </message>
     <message>
         <source>This key is taken from all programs.</source>
         <translation>其他程序无法使用此键。</translation>
+    </message>
+    <message>
+        <source>Vaskel holds this hotkey.</source>
+        <translation>此快捷键由 Vaskel 管理。</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyRegistration</name>
+    <message>
+        <source>Show or hide the window</source>
+        <translation>显示或隐藏主界面</translation>
+    </message>
+    <message>
+        <source>Show the command %1</source>
+        <translation>显示命令 %1</translation>
     </message>
 </context>
 <context>

@@ -15,6 +15,13 @@ SettingsPlugin::SettingsPlugin(Settings *settings, PluginManager *pluginManager,
 
 SettingsPlugin::~SettingsPlugin() = default;
 
+void SettingsPlugin::updateHotkeyHints()
+{
+    if (m_view) {
+        m_view->updateHotkeyHints();
+    }
+}
+
 QString SettingsPlugin::command() const
 {
     return u"set"_s;
@@ -62,6 +69,7 @@ QWidget *SettingsPlugin::createView()
         if (!m_commandErrors.isEmpty()) {
             m_view->addCommandErrors(m_commandErrors);
         }
+        m_view->setHotkeyOrigins(m_hotkeyOrigins);
         connect(m_view, &SettingsView::closeRequested, this, &SettingsPlugin::viewCloseRequested);
         connect(m_view, &QObject::destroyed, this, [this] { m_view = nullptr; });
     }

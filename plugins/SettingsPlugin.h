@@ -27,6 +27,12 @@ public:
     /// Sets what the page says of wrong files of commands. Call it before the page opens.
     void setCommandErrors(const QStringList &lines) { m_commandErrors = lines; }
 
+    /// Sets how the page learns where a hotkey comes from. Call it before the page opens.
+    void setHotkeyOrigins(const HotkeyHints::Origins &origins) { m_hotkeyOrigins = origins; }
+
+    /// Call this when an origin has changed by itself.
+    void updateHotkeyHints();
+
     QString command() const override;
     QStringList aliases() const override;
     QString description() const override;
@@ -51,5 +57,6 @@ private:
     SettingsView *m_view = nullptr;
     HotkeyHints::Check m_hotkeyCheck;
     QStringList m_commandErrors;
+    HotkeyHints::Origins m_hotkeyOrigins;
     QString m_viewCommand = QStringLiteral("set");
 };

@@ -42,6 +42,12 @@ public:
     /// once, and only if there are some.
     void addCommandErrors(const QStringList &lines);
 
+    /// Sets how the page learns where a hotkey comes from, for the next reload() or Save.
+    void setHotkeyOrigins(const HotkeyHints::Origins &origins) { m_hints.setOrigins(origins); }
+
+    /// Shows anew what holds the stored hotkeys.
+    void updateHotkeyHints() { m_hints.refresh(); }
+
 Q_SIGNALS:
     /// The user has pressed Cancel and wants to leave the page.
     void closeRequested();

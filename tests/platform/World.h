@@ -51,6 +51,10 @@ bool preferColors(platform::ColorScheme scheme);
 /// has one.
 bool setCompositing(bool isCompositing);
 
+/// Makes the desktop one that holds hotkeys for programs, or one on which programs grab the keys.
+/// False if no desktop of this system holds them.
+bool setDesktopHoldsHotkeys(bool isHolding);
+
 /// Whether the window system may give the focus to the window, which has a native window.
 bool mayHaveFocus(const QWindow &window);
 

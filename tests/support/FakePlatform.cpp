@@ -20,6 +20,7 @@
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
 #include "platform/WindowFocus.h"
+#include "support/FakeDesktopHotkeys.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -90,6 +91,11 @@ ColorScheme colorScheme()
 void watchColorScheme(QObject *context, const std::function<void()> &changed)
 {
     fakePlatform().colorSchemeWatchers.append({context, changed});
+}
+
+std::unique_ptr<DesktopHotkeys> createDesktopHotkeys(QWindow *)
+{
+    return fakePlatform().hasDesktopHotkeys ? std::make_unique<FakeDesktopHotkeys>() : nullptr;
 }
 
 bool isCompositing()

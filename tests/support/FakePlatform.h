@@ -15,6 +15,7 @@
 #include <optional>
 #include <utility>
 
+class FakeDesktopHotkeys;
 class QWindow;
 
 /// Recording bodies of the platform headers: they answer from fields that a test sets, and record
@@ -53,6 +54,10 @@ struct FakePlatform
     // Console.h
     QString consoleOutput;
     QString consoleErrors;
+
+    // DesktopHotkeys.h
+    bool hasDesktopHotkeys = false;
+    FakeDesktopHotkeys *desktopHotkeys = nullptr; // the newest
 
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");

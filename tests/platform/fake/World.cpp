@@ -88,6 +88,12 @@ bool setCompositing(bool isCompositing)
     return true;
 }
 
+bool setDesktopHoldsHotkeys(bool isHolding)
+{
+    fakePlatform().hasDesktopHotkeys = isHolding;
+    return true;
+}
+
 bool mayHaveFocus(const QWindow &window)
 {
     return !fakePlatform().windowsWithoutFocus.contains(&window);

@@ -196,6 +196,17 @@ bool setCompositing(bool isCompositing)
     return true;
 }
 
+bool setDesktopHoldsHotkeys(bool isHolding)
+{
+    qunsetenv("XDG_SESSION_TYPE");
+    if (isHolding) {
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+    } else {
+        qunsetenv("WAYLAND_DISPLAY");
+    }
+    return true;
+}
+
 bool mayHaveFocus(const QWindow &window)
 {
     // The request of the program's own connection must have arrived.

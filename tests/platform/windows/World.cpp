@@ -122,6 +122,11 @@ bool setCompositing(bool)
     return false;
 }
 
+bool setDesktopHoldsHotkeys(bool)
+{
+    return false;
+}
+
 bool mayHaveFocus(const QWindow &window)
 {
     const auto handle = reinterpret_cast<HWND>(window.winId());
