@@ -6,13 +6,11 @@
 #include "commands/ScriptAnswer.h"
 #include "commands/ScriptProcess.h"
 #include "core/ResultRecord.h"
-#include "platform/ParentConsole.h"
+#include "platform/Console.h"
 #include "platform/ProcessEnvironment.h"
-#include "platform/QtVersion.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QLocale>
 #include <QTextStream>
 #include <QTranslator>
 
@@ -93,22 +91,30 @@ bool commandcheck::isRequested(int argc, const char *const argv[])
 
 int commandcheck::run(int &argc, char *argv[])
 {
-    const platform::ParentConsole console;
     const QCoreApplication app(argc, argv);
     platform::unsetPrivateVariables();
     QTranslator translator;
-    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
-                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
-        QCoreApplication::installTranslator(&translator);
-    }
-    QTextStream output(stdout);
-    QTextStream errors(stderr);
+    installTranslation(translator);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 3 || arguments.size() > 4) {
-        errors << "usage: Vaskel --check-command FOLDER [TEXT]\n";
+        platform::writeToConsole(platform::ConsoleStream::Errors,
+                                 u"usage: Vaskel --check-command FOLDER [TEXT]\n"_s);
         return misused;
     }
-    return check(arguments.at(2), arguments.value(3), output, errors);
+    QString output;
+    QString errors;
+    QTextStream outputStream(&output);
+    QTextStream errorStream(&errors);
+    const int status = check(arguments.at(2), arguments.value(3), outputStream, errorStream);
+    outputStream.flush();
+    errorStream.flush();
+    if (!output.isEmpty()) {
+        platform::writeToConsole(platform::ConsoleStream::Output, output);
+    }
+    if (!errors.isEmpty()) {
+        platform::writeToConsole(platform::ConsoleStream::Errors, errors);
+    }
+    return status;
 }
 
 int commandcheck::check(const QString &folder, const QString &text, QTextStream &output,

@@ -4,10 +4,8 @@
 #include "app/InstanceChannel.h"
 #include "app/Translation.h"
 #include "platform/Console.h"
-#include "platform/QtVersion.h"
 
 #include <QCoreApplication>
-#include <QLocale>
 #include <QTranslator>
 
 using namespace Qt::StringLiterals;
@@ -35,6 +33,8 @@ QString helpText()
         "  --quit        quit Vaskel\n"
         "  --version     print the version\n"
         "  --help        print this help\n"
+        "  --check-command FOLDER [TEXT]\n"
+        "                check a command of your own, and print its rows for the text\n"
         "\n"
         "If Vaskel is not running, --toggle, --show and --query start it.");
 }
@@ -98,10 +98,7 @@ template <typename Print> int translated(int argc, char *argv[], const Print &pr
 {
     const QCoreApplication app(argc, argv);
     QTranslator translator;
-    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
-                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
-        QCoreApplication::installTranslator(&translator);
-    }
+    installTranslation(translator);
     return printWith();
 }
 

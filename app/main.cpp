@@ -17,7 +17,6 @@
 #include "platform/DesktopHotkeys.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
-#include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
@@ -33,7 +32,6 @@
 #include "update/Updater.h"
 
 #include <QIcon>
-#include <QLocale>
 #include <QMenu>
 #include <QProcess>
 #include <QScreen>
@@ -52,14 +50,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto firstMessageDelay = 2s;
-
-void installTranslation(QTranslator &translator)
-{
-    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
-                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
-        QCoreApplication::installTranslator(&translator);
-    }
-}
 
 void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
 {

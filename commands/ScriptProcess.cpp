@@ -26,8 +26,7 @@ ScriptProcess::ScriptProcess(const CommandFile &file, QObject *parent)
     connect(&m_process, &QProcess::finished, this, &ScriptProcess::handleEnd);
     connect(&m_timeout, &QTimer::timeout, this, [this] {
         finish(tr("%1 has not answered within %2 s")
-                   .arg(m_file.exec.first())
-                   .arg(m_file.timeoutMs / 1000.0));
+                   .arg(m_file.exec.first(), QString::number(m_file.timeoutMs / 1000.0)));
     });
 }
 
@@ -89,8 +88,9 @@ void ScriptProcess::handleEnd(int exitCode, QProcess::ExitStatus status)
     if (status == QProcess::CrashExit) {
         finish(tr("%1 has crashed").arg(m_file.exec.first()), lastErrorLine());
     } else if (exitCode != 0) {
-        finish(tr("%1 has ended with status %2").arg(m_file.exec.first()).arg(exitCode),
-               lastErrorLine());
+        finish(
+            tr("%1 has ended with status %2").arg(m_file.exec.first(), QString::number(exitCode)),
+            lastErrorLine());
     } else {
         finish({});
     }

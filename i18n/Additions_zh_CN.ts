@@ -46,6 +46,8 @@ Starts Vaskel, or shows the window of the Vaskel that is running.
   --quit        quit Vaskel
   --version     print the version
   --help        print this help
+  --check-command FOLDER [TEXT]
+                check a command of your own, and print its rows for the text
 
 If Vaskel is not running, --toggle, --show and --query start it.</source>
         <translation>用法：Vaskel [--toggle | --show | --hide | --query 文本 | --quit] [--version] [--help]
@@ -59,6 +61,8 @@ If Vaskel is not running, --toggle, --show and --query start it.</source>
   --quit        退出 Vaskel
   --version     显示版本号
   --help        显示本帮助
+  --check-command 文件夹 [文本]
+                检查自定义命令，并输出它对该文本给出的各行
 
 如果 Vaskel 未在运行，--toggle、--show 和 --query 会启动它。</translation>
     </message>

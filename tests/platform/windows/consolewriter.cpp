@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// A program with windows, which prints a line on each standard stream.
-#include "platform/ParentConsole.h"
+// A program with windows, which writes a line to its output and one to its errors.
+#include "platform/Console.h"
 
-#include <cstdio>
+using namespace Qt::StringLiterals;
 
 int main()
 {
-    const platform::ParentConsole console;
-    std::puts("gr\xc3\xbcn");
-    std::fflush(stdout);
-    std::fputs("error\n", stderr);
+    platform::writeToConsole(platform::ConsoleStream::Output, u"grün\n"_s);
+    platform::writeToConsole(platform::ConsoleStream::Errors, u"error\n"_s);
     return 0;
 }

@@ -18,12 +18,11 @@ namespace {
 
 constexpr int patience = 60'000; // the machine may be busy
 
-// The console's first line.
-QString firstLine(HANDLE screen)
+QString lineAt(HANDLE screen, SHORT row)
 {
     std::array<wchar_t, 80> line = {};
     DWORD count = 0;
-    ReadConsoleOutputCharacterW(screen, line.data(), DWORD(line.size()), {0, 0}, &count);
+    ReadConsoleOutputCharacterW(screen, line.data(), DWORD(line.size()), {0, row}, &count);
     return QString::fromWCharArray(line.data(), int(count)).trimmed();
 }
 
@@ -45,16 +44,16 @@ bool runWithoutStreams(QString command)
 
 } // namespace
 
-class tst_ParentConsole : public QObject
+class tst_Console : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
     void keepsRedirectedStreams();
-    void printsIntoTheConsoleOfTheParent();
+    void writesToTheConsoleOfTheParent();
 };
 
-void tst_ParentConsole::keepsRedirectedStreams()
+void tst_Console::keepsRedirectedStreams()
 {
     QProcess process;
     process.start(QStringLiteral(CONSOLE_WRITER), QStringList());
@@ -63,7 +62,7 @@ void tst_ParentConsole::keepsRedirectedStreams()
     QCOMPARE(process.readAllStandardError().trimmed(), QByteArray("error"));
 }
 
-void tst_ParentConsole::printsIntoTheConsoleOfTheParent()
+void tst_Console::writesToTheConsoleOfTheParent()
 {
     FreeConsole();
     if (!AllocConsole()) {
@@ -76,10 +75,11 @@ void tst_ParentConsole::printsIntoTheConsoleOfTheParent()
     QVERIFY(screen != INVALID_HANDLE_VALUE);
     SetConsoleOutputCP(437);
     QVERIFY(runWithoutStreams(QDir::toNativeSeparators(QStringLiteral(CONSOLE_WRITER))));
-    QCOMPARE(firstLine(screen), u"grün"_s);
+    QCOMPARE(lineAt(screen, 1), u"grün"_s); // below the prompt of the shell
+    QCOMPARE(lineAt(screen, 3), u"error"_s);
     QCOMPARE(GetConsoleOutputCP(), 437U);
     CloseHandle(screen);
 }
 
-VASKEL_TEST(tst_ParentConsole, QCoreApplication)
-#include "tst_ParentConsole.moc"
+VASKEL_TEST(tst_Console, QCoreApplication)
+#include "tst_Console.moc"
