@@ -6,3 +6,7 @@ class QFont;
 /// Substitutes the desktop's font for missing fonts of the style sheet. The system's own fallback
 /// could be any font.
 void substituteDesktopFont(const QFont &desktopFont);
+
+/// Sets the font that the style sheet gives to widgets for the application too. Call before the
+/// first widget, which would otherwise load another font until the sheet reaches it.
+void setApplicationFont();

@@ -3,6 +3,7 @@
 
 #include "platform/QtVersion.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <QTranslator>
 
@@ -18,4 +19,12 @@ bool loadTranslation(QTranslator &translator, const QStringList &languages, cons
         }
     }
     return false;
+}
+
+void installTranslation(QTranslator &translator)
+{
+    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
+                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
+        QCoreApplication::installTranslator(&translator);
+    }
 }

@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CommandCheck.h"
+#include "app/CommandLine.h"
+#include "app/CommandLineAnswer.h"
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
+#include "app/HotkeyRegistration.h"
 #include "app/Logger.h"
-#include "app/PluginHotkeys.h"
 #include "app/QuitFilter.h"
+#include "app/RequestAction.h"
 #include "app/Translation.h"
+#include "commands/CommandFolders.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/DesktopHotkeys.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
-#include "platform/QtVersion.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
@@ -27,7 +32,6 @@
 #include "update/Updater.h"
 
 #include <QIcon>
-#include <QLocale>
 #include <QMenu>
 #include <QProcess>
 #include <QScreen>
@@ -47,23 +51,6 @@ namespace {
 
 constexpr auto firstMessageDelay = 2s;
 
-void toggle(MainWindow &window)
-{
-    if (isShowing(window)) {
-        window.hide();
-    } else {
-        window.showAndActivate();
-    }
-}
-
-void installTranslation(QTranslator &translator)
-{
-    if (loadTranslation(translator, qtversion::uiLanguages(QLocale::system()),
-                        QCoreApplication::applicationDirPath() + "/i18n"_L1)) {
-        QCoreApplication::installTranslator(&translator);
-    }
-}
-
 void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
 {
     const auto setTheme = [&] {
@@ -73,6 +60,7 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
 
     QApplication::setStyle(new ApplicationStyle);
     substituteDesktopFont(QApplication::font());
+    setApplicationFont();
     const auto apply = [&] {
         // Applying a style sheet is expensive, and not every theme has a palette of its own.
         const QString sheet = theme.styleSheet();
@@ -103,6 +91,7 @@ SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, S
     plugins.setSettings(&settings);
     plugins.registerPlugin(new FilePlugin(plugins.rowsChanged(), &plugins));
     plugins.registerPlugin(new TodoPlugin(&plugins));
+    settingsPlugin->setCommandErrors(commandfolders::registerAll(plugins));
     return settingsPlugin;
 }
 
@@ -125,27 +114,46 @@ void connectSecondStart(const SingleApplication &app, MainWindow &window)
 {
     QObject::connect(&app, &SingleApplication::instanceStarted, &window,
                      &MainWindow::showAndActivate);
+    QObject::connect(&app, &SingleApplication::receivedMessage, &window,
+                     [&window](quint32, const QByteArray &message) {
+                         if (const auto request = InstanceRequest::fromMessage(message)) {
+                             carryOut(*request, window);
+                         } else {
+                             qWarning("Ignored a message of another process");
+                         }
+                     });
 }
 
-void connectHotkeys(GlobalHotkey &hotkey, PluginManager &plugins, Settings &settings,
+void connectHotkeys(GlobalHotkey &hotkey, HotkeyRegistration &registration, Settings &settings,
                     MainWindow &window)
 {
     QObject::connect(&hotkey, &GlobalHotkey::activated, &window, [&window] { toggle(window); });
 
     const auto setMainHotkey = [&] {
-        hotkey.setMainHotkey(settings.globalHotkey());
+        registration.registerMainHotkey();
     };
     QObject::connect(&settings, &Settings::globalHotkeyChanged, &hotkey, setMainHotkey);
     setMainHotkey();
 
     const auto reload = [&] {
-        reloadPluginHotkeys(hotkey, plugins, settings);
+        registration.registerPluginHotkeys();
     };
     QObject::connect(&settings, &Settings::pluginHotkeyChanged, &hotkey, reload);
     QObject::connect(&settings, &Settings::pluginEnabledChanged, &hotkey, reload);
     QObject::connect(&hotkey, &GlobalHotkey::commandActivated, &window,
                      &MainWindow::activateCommand);
     reload();
+}
+
+void tellHotkeyOrigins(SettingsPlugin &settingsPlugin, const HotkeyRegistration &registration,
+                       const platform::DesktopHotkeys *desktop)
+{
+    settingsPlugin.setHotkeyOrigins(
+        [&registration](const QString &command) { return registration.origin(command); });
+    if (desktop) {
+        QObject::connect(desktop, &platform::DesktopHotkeys::changed, &settingsPlugin,
+                         &SettingsPlugin::updateHotkeyHints);
+    }
 }
 
 void restart()
@@ -213,11 +221,24 @@ void greet(QSystemTrayIcon &tray, const AppLauncher &launcher, const GlobalHotke
 
 int main(int argc, char *argv[])
 {
+    if (commandcheck::isRequested(argc, argv)) {
+        return commandcheck::run(argc, argv);
+    }
+    const CommandLine commandLine = CommandLine::parse(argc, argv);
+    if (const std::optional<int> status = commandlineanswer::answer(commandLine, argc, argv)) {
+        return *status;
+    }
+    commandlineanswer::keepQtArguments(commandLine, argc, argv);
+
     Logger::instance().init({});
     qInstallMessageHandler(qtMessageHandler);
     platform::chooseWindowSystem();
     // A second process of the same user notifies the first one and ends here.
-    SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+    SingleApplication app(argc, argv, commandLine.request.has_value(),
+                          SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+    if (app.isSecondary()) { // another process was faster
+        return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
+    }
     platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
@@ -236,7 +257,7 @@ int main(int argc, char *argv[])
     Updater updater;
     connectTheme(app, theme, settings);
     PluginManager plugins;
-    const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
+    SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
     MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
     FloatIcon floatIcon(&settings, &theme, &window);
@@ -244,7 +265,13 @@ int main(int argc, char *argv[])
 
     connectSecondStart(app, window);
     window.showAndActivate();
-    connectHotkeys(hotkey, plugins, settings, window);
+    if (commandLine.request && commandLine.request->verb == InstanceRequest::Verb::Query) {
+        carryOut(*commandLine.request, window);
+    }
+    const auto desktopHotkeys = platform::createDesktopHotkeys(window.windowHandle());
+    HotkeyRegistration registration(&hotkey, &plugins, &settings, desktopHotkeys.get());
+    connectHotkeys(hotkey, registration, settings, window);
+    tellHotkeyOrigins(*settingsPlugin, registration, desktopHotkeys.get());
     QSystemTrayIcon tray(appIcon);
     QMenu trayMenu;
     showTray(tray, trayMenu, window, *settingsPlugin);

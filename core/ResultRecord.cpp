@@ -11,6 +11,7 @@ const QString subtitleKey = u"subtitle"_s;
 const QString descriptionKey = u"desc"_s;
 const QString iconKey = u"icon"_s;
 const QString pathKey = u"path"_s;
+const QString completionKey = u"completion"_s;
 const QString actionKey = u"action"_s;
 
 const QString typeKey = u"type"_s;
@@ -86,6 +87,11 @@ void setRecordAction(QVariantMap &record, const QVariantMap &action)
     record.insert(actionKey, action);
 }
 
+void setRecordCompletion(QVariantMap &record, const QString &arguments)
+{
+    record.insert(completionKey, arguments);
+}
+
 QString recordTitle(const QVariantMap &record)
 {
     return firstPresent(record, titleKey, nameKey);
@@ -104,6 +110,11 @@ QString recordIcon(const QVariantMap &record)
 QString recordPath(const QVariantMap &record)
 {
     return record.value(pathKey).toString();
+}
+
+QString recordCompletion(const QVariantMap &record)
+{
+    return record.value(completionKey).toString();
 }
 
 QVariantMap recordAction(const QVariantMap &record)

@@ -10,6 +10,7 @@
 // - "subtitle" or else "desc": string, second line of the row
 // - "icon": string, file or resource path of the icon
 // - "path": string, the argument of AppLauncher::launch; makes the row launchable and pinnable
+// - "completion": string, the arguments that the Tab key writes into the box
 // - "action": the action map, a QVariantMap of the strings
 //   - "type": what to do; "none" makes the row inert
 //   - "data": the operand, such as a path, a URL or a text
@@ -57,6 +58,9 @@ QVariantMap makeProgramRecord(const QString &name, const QString &path, const QS
 /// Sets the action of the record, and replaces an earlier one.
 void setRecordAction(QVariantMap &record, const QVariantMap &action);
 
+/// Sets the completion of the record.
+void setRecordCompletion(QVariantMap &record, const QString &arguments);
+
 /// "title", or else "name". The presence of the key decides, not its value.
 QString recordTitle(const QVariantMap &record);
 
@@ -68,6 +72,9 @@ QString recordIcon(const QVariantMap &record);
 
 /// "path"
 QString recordPath(const QVariantMap &record);
+
+/// "completion"
+QString recordCompletion(const QVariantMap &record);
 
 /// The action; empty also if its type is "none".
 QVariantMap recordAction(const QVariantMap &record);

@@ -2,6 +2,80 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN" sourcelanguage="en">
 <context>
+    <name>CommandErrorList</name>
+    <message>
+        <source>Commands that could not be loaded</source>
+        <translation>无法加载的命令</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>%1 cannot follow another such option.</source>
+        <translation>%1 不能与另一个此类选项同时使用。</translation>
+    </message>
+    <message>
+        <source>A text must follow %1.</source>
+        <translation>%1 之后必须有文本。</translation>
+    </message>
+    <message>
+        <source>The options are listed by: %1</source>
+        <translation>查看所有选项：%1</translation>
+    </message>
+    <message>
+        <source>The text after %1 is too long.</source>
+        <translation>%1 之后的文本过长。</translation>
+    </message>
+    <message>
+        <source>Unexpected argument: %1</source>
+        <translation>多余的参数：%1</translation>
+    </message>
+    <message>
+        <source>Unknown option: %1</source>
+        <translation>未知选项：%1</translation>
+    </message>
+    <message>
+        <source>Usage: Vaskel [--toggle | --show | --hide | --query TEXT | --quit] [--version] [--help]
+
+Starts Vaskel, or shows the window of the Vaskel that is running.
+
+  --toggle      show the window, or hide it if it shows
+  --show        show the window
+  --hide        hide the window
+  --query TEXT  show the window with this text in its box
+  --quit        quit Vaskel
+  --version     print the version
+  --help        print this help
+  --check-command FOLDER [TEXT]
+                check a command of your own, and print its rows for the text
+
+If Vaskel is not running, --toggle, --show and --query start it.</source>
+        <translation>用法：Vaskel [--toggle | --show | --hide | --query 文本 | --quit] [--version] [--help]
+
+启动 Vaskel；如果它已在运行，则显示其窗口。
+
+  --toggle      显示窗口；如果已显示，则隐藏
+  --show        显示窗口
+  --hide        隐藏窗口
+  --query 文本  显示窗口，并在输入框中填入该文本
+  --quit        退出 Vaskel
+  --version     显示版本号
+  --help        显示本帮助
+  --check-command 文件夹 [文本]
+                检查自定义命令，并输出它对该文本给出的各行
+
+如果 Vaskel 未在运行，--toggle、--show 和 --query 会启动它。</translation>
+    </message>
+    <message>
+        <source>Vaskel does not answer.</source>
+        <translation>Vaskel 没有响应。</translation>
+    </message>
+    <message>
+        <source>Vaskel is not running.</source>
+        <translation>Vaskel 未在运行。</translation>
+    </message>
+</context>
+<context>
     <name>CommandLineEdit</name>
     <message>
         <source>To find a name that begins with a command, type a blank first.
@@ -13,12 +87,43 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
 <context>
     <name>HotkeyHints</name>
     <message>
+        <source>Change…</source>
+        <translation>更改…</translation>
+    </message>
+    <message>
+        <source>For a hotkey that works in all windows, bind &quot;Vaskel --toggle&quot; in your desktop&apos;s settings.</source>
+        <translation>要让快捷键在所有窗口中生效，请在桌面环境的设置中将其绑定到“Vaskel --toggle”。</translation>
+    </message>
+    <message>
+        <source>The desktop holds this hotkey.</source>
+        <translation>此快捷键由桌面环境管理。</translation>
+    </message>
+    <message>
+        <source>The desktop holds this hotkey: %1</source>
+        <translation>此快捷键由桌面环境管理：%1</translation>
+    </message>
+    <message>
         <source>This hotkey is held by another program.</source>
         <translation>此快捷键已被其他程序占用。</translation>
     </message>
     <message>
         <source>This key is taken from all programs.</source>
         <translation>其他程序无法使用此键。</translation>
+    </message>
+    <message>
+        <source>Vaskel holds this hotkey.</source>
+        <translation>此快捷键由 Vaskel 管理。</translation>
+    </message>
+</context>
+<context>
+    <name>HotkeyRegistration</name>
+    <message>
+        <source>Show or hide the window</source>
+        <translation>显示或隐藏主界面</translation>
+    </message>
+    <message>
+        <source>Show the command %1</source>
+        <translation>显示命令 %1</translation>
     </message>
 </context>
 <context>
@@ -134,6 +239,69 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>Unknown protocol specified</source>
         <translation>未知的协议</translation>
+    </message>
+</context>
+<context>
+    <name>QJsonParseError</name>
+    <message>
+        <source>garbage at the end of the document</source>
+        <translation>文档末尾有多余内容</translation>
+    </message>
+    <message>
+        <source>illegal number</source>
+        <translation>非法的数字</translation>
+    </message>
+    <message>
+        <source>illegal value</source>
+        <translation>非法的值</translation>
+    </message>
+    <message>
+        <source>invalid UTF8 string</source>
+        <translation>无效的 UTF-8 字符串</translation>
+    </message>
+    <message>
+        <source>invalid escape sequence</source>
+        <translation>无效的转义序列</translation>
+    </message>
+    <message>
+        <source>invalid termination by number</source>
+        <translation>不能以数字结尾</translation>
+    </message>
+    <message>
+        <source>missing name separator</source>
+        <translation>缺少名称分隔符</translation>
+    </message>
+    <message>
+        <source>missing value separator</source>
+        <translation>缺少值分隔符</translation>
+    </message>
+    <message>
+        <source>no error occurred</source>
+        <translation>没有错误</translation>
+    </message>
+    <message>
+        <source>object is missing after a comma</source>
+        <translation>逗号后缺少对象</translation>
+    </message>
+    <message>
+        <source>too deeply nested document</source>
+        <translation>文档嵌套过深</translation>
+    </message>
+    <message>
+        <source>too large document</source>
+        <translation>文档过大</translation>
+    </message>
+    <message>
+        <source>unterminated array</source>
+        <translation>数组未结束</translation>
+    </message>
+    <message>
+        <source>unterminated object</source>
+        <translation>对象未结束</translation>
+    </message>
+    <message>
+        <source>unterminated string</source>
+        <translation>字符串未结束</translation>
     </message>
 </context>
 <context>
@@ -558,6 +726,67 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
     <message>
         <source>Saved</source>
         <translation>已保存</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptAnswer</name>
+    <message>
+        <source>Item %1 of the answer has no title.</source>
+        <translation>返回结果的第 %1 项没有标题。</translation>
+    </message>
+    <message>
+        <source>The answer is no JSON object with a list &quot;items&quot;.</source>
+        <translation>返回结果不是带有“items”列表的 JSON 对象。</translation>
+    </message>
+    <message>
+        <source>The answer is not valid JSON: %1 at byte %2.</source>
+        <translation>返回结果不是有效的 JSON：%1（第 %2 字节）。</translation>
+    </message>
+    <message>
+        <source>The answer is not valid UTF-8.</source>
+        <translation>返回结果不是有效的 UTF-8 文本。</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptPlugin</name>
+    <message>
+        <source>No results</source>
+        <translation>无结果</translation>
+    </message>
+    <message>
+        <source>Waiting for %1...</source>
+        <translation>正在等待 %1...</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptProcess</name>
+    <message>
+        <source>%1 cannot be started</source>
+        <translation>无法启动 %1</translation>
+    </message>
+    <message>
+        <source>%1 has crashed</source>
+        <translation>%1 已崩溃</translation>
+    </message>
+    <message>
+        <source>%1 has ended with status %2</source>
+        <translation>%1 已退出，状态码为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has not answered within %2 s</source>
+        <translation>%1 在 %2 秒内没有返回结果</translation>
+    </message>
+    <message>
+        <source>%1 has printed more than 1 MiB</source>
+        <translation>%1 的输出超过 1 MiB</translation>
+    </message>
+    <message>
+        <source>The file is not executable.</source>
+        <translation>该文件不可执行。</translation>
+    </message>
+    <message>
+        <source>There is no such program.</source>
+        <translation>没有这个程序。</translation>
     </message>
 </context>
 <context>

@@ -1,26 +1,30 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "launcher/PinyinConverter.h"
-
 #include <QString>
 
+/// A description that all entries of a folder share.
+struct AppDescription
+{
+    explicit AppDescription(const QString &description)
+        : text(description)
+        , lowerText(description.toLower())
+    {
+    }
+
+    QString text;
+    QString lowerText; ///< in lower case
+};
+
 /// An entry of the catalogue. The constructor derives all that a search compares from the name and
-/// the description, which are in the language of the program at its start.
+/// the description, which are in the language of the program at its start. Every entry has all of
+/// its texts; equal ones share their memory.
 struct AppEntry
 {
     AppEntry(const QString &appName, const QString &appPath, const QString &appDescription,
-             const QString &appIconPath)
-        : name(appName)
-        , path(appPath)
-        , description(appDescription)
-        , iconPath(appIconPath)
-        , pinyin(PinyinConverter::instance().toPinyin(name))
-        , pinyinInitials(PinyinConverter::instance().toPinyinInitials(name))
-        , lowerName(name.toLower())
-        , lowerDescription(description.toLower())
-    {
-    }
+             const QString &appIconPath);
+    AppEntry(const QString &appName, const QString &appPath, const AppDescription &appDescription,
+             const QString &appIconPath);
 
     QString name;             ///< first line of the row
     QString path;             ///< the argument of AppLauncher::launch

@@ -4,6 +4,7 @@
 #include "core/ResultRecord.h"
 #include "launcher/AppSearch.h"
 #include "launcher/IconCache.h"
+#include "launcher/MenuFolder.h"
 #include "platform/BuiltinPrograms.h"
 #include "platform/Link.h"
 #include "platform/PrivateFolder.h"
@@ -20,6 +21,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QSaveFile>
+#include <QSet>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -35,21 +37,25 @@ constexpr auto pinNameKey = "name"_L1;
 constexpr auto pinPathKey = "path"_L1;
 constexpr auto pinIconKey = "iconPath"_L1;
 
-bool isLink(const QString &path)
-{
-    const QString suffix = platform::linkSuffix();
-    return path.endsWith(suffix, Qt::CaseInsensitive)
-           && QStringView(path).chopped(suffix.size()).endsWith(u'.');
-}
+const IconRules iconRules{.asksShell = true};
 
 } // namespace
+
+/// What the entries of one scan share.
+struct AppLauncher::Scan
+{
+    IconCache icons;
+    QSet<QString> seenNames = {}; // one for all roots: the first of the same name is listed
+};
 
 AppLauncher::AppLauncher(QObject *parent)
     : QObject(parent)
     , m_iconCacheDir(makeIconFolder())
 {
-    loadBuiltinApps();
-    scanStartMenu();
+    Scan scan{IconCache(m_iconCacheDir, iconRules)};
+    scan.icons.listFolder();
+    loadBuiltinApps(&scan);
+    scanStartMenu(&scan);
     m_isFirstStart = !QFile::exists(pinsFilePath());
     if (!loadPins()) {
         using platform::BuiltinProgram;
@@ -122,7 +128,7 @@ QVariantList AppLauncher::pinnedApps() const
     return records;
 }
 
-void AppLauncher::loadBuiltinApps()
+void AppLauncher::loadBuiltinApps(Scan *scan)
 {
     using platform::BuiltinProgram;
     const std::pair<BuiltinProgram, QString> programs[] = {
@@ -137,7 +143,8 @@ void AppLauncher::loadBuiltinApps()
     };
     for (const auto &[program, name] : programs) {
         const platform::ProgramInfo info = platform::builtinProgram(program);
-        m_apps.append(AppEntry(name, info.path, info.description, extractIcon(info.iconSource)));
+        m_apps.append(
+            AppEntry(name, info.path, info.description, scan->icons.iconFile(info.iconSource)));
     }
 }
 
@@ -146,56 +153,42 @@ QString AppLauncher::startMenuText()
     return tr("Start Menu");
 }
 
-void AppLauncher::scanStartMenu()
+void AppLauncher::scanStartMenu(Scan *scan)
 {
-    // One set for all roots: of files with the same name only the first is listed.
-    QSet<QString> seenNames;
     const QStringList roots = platform::startMenuRoots();
     for (const QString &root : roots) {
         const QDir folder(root);
         if (!folder.exists()) {
             continue;
         }
-        const QStringList subfolders = addPrograms(root, folder, startMenuText(), &seenNames);
+        const QStringList subfolders = addPrograms(root, root, startMenuText(), scan);
         for (const QString &name : subfolders) {
-            addPrograms(root, QDir(folder.absoluteFilePath(name)),
-                        QString(startMenuText() + " / "_L1 + name), &seenNames);
+            addPrograms(root, folder.absoluteFilePath(name),
+                        QString(startMenuText() + " / "_L1 + name), scan);
         }
     }
 }
 
-QStringList AppLauncher::addPrograms(const QString &root, const QDir &folder,
-                                     const QString &description, QSet<QString> *seenNames)
+QStringList AppLauncher::addPrograms(const QString &root, const QString &folder,
+                                     const QString &description, Scan *scan)
 {
-    // Read the folder once for files and subfolders. A name filter would be slower, since it
-    // matches a regular expression for each name. NoSort keeps the order of QDir: by name, ignoring
-    // case.
-    const QFileInfoList entries =
-        folder.entryInfoList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::NoSort);
-    QStringList subfolders;
-    QStringList paths;
-    for (const QFileInfo &entry : entries) {
-        const QString name = entry.fileName();
-        if (entry.isDir()) {
-            subfolders.append(name);
-        } else if (isLink(name)) {
-            paths.append(folder.absoluteFilePath(name));
-        }
-    }
-    const QHash<QString, QString> names = platform::startMenuNames(root, paths);
-    for (const QString &path : std::as_const(paths)) {
+    const MenuFolder menu = readMenuFolder(folder);
+    const QHash<QString, QString> names = platform::startMenuNames(root, menu.links);
+    const AppDescription shared(description);
+    m_apps.reserve(m_apps.size() + menu.links.size());
+    for (const QString &path : menu.links) {
         const auto name = names.constFind(path);
-        if (name != names.cend() && !seenNames->contains(*name)) {
-            seenNames->insert(*name);
-            m_apps.append(AppEntry(*name, path, description, extractIcon(path)));
+        if (name != names.cend() && !scan->seenNames.contains(*name)) {
+            scan->seenNames.insert(*name);
+            m_apps.emplaceBack(*name, path, shared, scan->icons.iconFile(path));
         }
     }
-    return subfolders;
+    return menu.subfolders;
 }
 
 QString AppLauncher::extractIcon(const QString &path) const
 {
-    return IconCache(m_iconCacheDir, {.asksShell = true}).iconFile(path);
+    return IconCache(m_iconCacheDir, iconRules).iconFile(path);
 }
 
 bool AppLauncher::loadPins()

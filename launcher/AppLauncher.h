@@ -6,11 +6,8 @@
 
 #include <QList>
 #include <QObject>
-#include <QSet>
 #include <QStringList>
 #include <QVariantList>
-
-class QDir;
 
 /// Finds and launches programs. The catalogue has the built-in entries and those of the start menu;
 /// the constructor builds it, and a program that is installed later appears at the next start. Also
@@ -60,10 +57,12 @@ Q_SIGNALS:
     void pinsChanged();
 
 private:
-    void loadBuiltinApps();
-    void scanStartMenu();
-    QStringList addPrograms(const QString &root, const QDir &folder, const QString &description,
-                            QSet<QString> *seenNames);
+    struct Scan;
+
+    void loadBuiltinApps(Scan *scan);
+    void scanStartMenu(Scan *scan);
+    QStringList addPrograms(const QString &root, const QString &folder, const QString &description,
+                            Scan *scan);
     QString extractIcon(const QString &path) const;
     bool loadPins();
     void savePins() const;

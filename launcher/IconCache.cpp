@@ -18,6 +18,7 @@
 #include <QtMath>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -88,17 +89,29 @@ IconCache::IconCache(const QString &folder, const IconRules &rules)
 {
 }
 
+void IconCache::listFolder()
+{
+    m_listed.clear();
+    m_entries = platform::folderEntries(m_folder);
+    m_listed.reserve(m_entries.size());
+    for (const platform::FolderEntry &entry : std::as_const(m_entries)) {
+        if (!entry.isFolder) {
+            m_listed.insert(entry.name);
+        }
+    }
+}
+
 QString IconCache::iconFile(const QString &path)
 {
-    return findOrDraw(path, QFileInfo(path));
+    return findOrDraw(path, nullptr);
 }
 
 QString IconCache::iconFile(const QFileInfo &entry)
 {
-    return findOrDraw(entry.absoluteFilePath(), entry);
+    return findOrDraw(entry.absoluteFilePath(), &entry);
 }
 
-QString IconCache::findOrDraw(const QString &path, const QFileInfo &source)
+QString IconCache::findOrDraw(const QString &path, const QFileInfo *source)
 {
     if (m_folder.isEmpty()) {
         return {};
@@ -106,16 +119,25 @@ QString IconCache::findOrDraw(const QString &path, const QFileInfo &source)
     // A fixed seed gives a path the same file in every run.
     const QString key = QString::number(qHash(QStringView(path), 0), 16);
     QString target = m_folder % u'/' % m_rules.prefix % key % ".png"_L1;
-    if (!QFile::exists(target) && !draw(path, source, target, 1)) {
+    const auto drawInto = [&](const QString &file, int factor) {
+        return draw(path, source ? *source : QFileInfo(path), file, factor);
+    };
+    if (!exists(target) && !drawInto(target, 1)) {
         return {};
     }
     for (const int factor : m_factors) {
         const QString file = iconFileOfFactor(target, factor);
-        if (!QFile::exists(file)) {
-            draw(path, source, file, factor);
+        if (!exists(file)) {
+            drawInto(file, factor);
         }
     }
     return target;
+}
+
+// The folder may have got the file since it was listed.
+bool IconCache::exists(const QString &file) const
+{
+    return m_listed.contains(QStringView(file).sliced(m_folder.size() + 1)) || QFile::exists(file);
 }
 
 bool IconCache::draw(const QString &path, const QFileInfo &source, const QString &target,

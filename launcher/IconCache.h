@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "platform/FolderEntries.h"
+
 #include <QFileIconProvider>
 #include <QList>
 #include <QPixmap>
+#include <QSet>
 #include <QString>
+#include <QStringView>
 
 #include <optional>
 
@@ -45,6 +49,9 @@ public:
     /// Takes the folder that makeIconFolder() returned; with an empty one there are no icon files.
     explicit IconCache(const QString &folder, const IconRules &rules = {});
 
+    /// Reads once which files there are, for a list of hundreds: asking for each takes longer.
+    void listFolder();
+
     /// Returns the path of the icon file for a path, which is not normalised. Empty if the icon
     /// cannot be drawn or saved.
     QString iconFile(const QString &path);
@@ -53,7 +60,8 @@ public:
     QString iconFile(const QFileInfo &entry);
 
 private:
-    QString findOrDraw(const QString &path, const QFileInfo &source);
+    QString findOrDraw(const QString &path, const QFileInfo *source);
+    bool exists(const QString &file) const;
     bool draw(const QString &path, const QFileInfo &source, const QString &target, int factor);
     QPixmap pixmapOf(const QFileInfo &source, int factor);
     bool save(const QPixmap &pixmap, const QString &target, int factor) const;
@@ -61,5 +69,7 @@ private:
     const QString m_folder;
     const IconRules m_rules;
     const QList<int> m_factors;                  // above 1, of the screens
+    QList<platform::FolderEntry> m_entries;      // of listFolder()
+    QSet<QStringView> m_listed;                  // the names in m_entries
     std::optional<QFileIconProvider> m_provider; // created for the first icon that is drawn
 };

@@ -9,6 +9,37 @@
 
 namespace {
 
+// Most names. Their characters have no readings, and their case needs no table.
+bool isAscii(const QString &text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+char16_t lowerAscii(QChar c)
+{
+    return c >= u'A' && c <= u'Z' ? c.unicode() + (u'a' - u'A') : c.unicode();
+}
+
+QString asciiPinyin(const QString &text)
+{
+    QString result(text.size(), Qt::Uninitialized);
+    std::transform(text.begin(), text.end(), result.begin(), lowerAscii);
+    return result;
+}
+
+QString asciiInitials(const QString &text)
+{
+    QString result(text.size(), Qt::Uninitialized);
+    auto end = result.begin();
+    for (const QChar c : text) {
+        if (const char16_t lower = lowerAscii(c); lower >= u'a' && lower <= u'z') {
+            *end++ = lower;
+        }
+    }
+    result.truncate(end - result.begin());
+    return result;
+}
+
 // Empty for a character without a reading.
 QLatin1StringView syllableOf(QChar c)
 {
@@ -30,6 +61,9 @@ const PinyinConverter &PinyinConverter::instance()
 
 QString PinyinConverter::toPinyin(const QString &text) const
 {
+    if (isAscii(text)) {
+        return asciiPinyin(text);
+    }
     QString result;
     result.reserve(4 * text.size());
     for (const QChar c : text) {
@@ -47,6 +81,9 @@ QString PinyinConverter::toPinyin(const QString &text) const
 
 QString PinyinConverter::toPinyinInitials(const QString &text) const
 {
+    if (isAscii(text)) {
+        return asciiInitials(text);
+    }
     QString result;
     result.reserve(text.size());
     for (const QChar c : text) {

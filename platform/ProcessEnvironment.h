@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
+
 namespace platform {
 
 /// Call before QApplication. Selects X11, where global hotkeys and window positions work, unless
@@ -10,5 +12,17 @@ void chooseWindowSystem();
 /// Call after QApplication has read its environment. Unsets the variables that were meant for this
 /// process alone, such as startup tokens, so that started programs do not inherit them.
 void unsetPrivateVariables();
+
+/// While it exists, a new application object uses no window system, where it could lack one.
+class WithoutWindowSystem
+{
+public:
+    WithoutWindowSystem();
+    ~WithoutWindowSystem();
+    Q_DISABLE_COPY_MOVE(WithoutWindowSystem)
+
+private:
+    QByteArray m_windowSystem; // of the user
+};
 
 } // namespace platform

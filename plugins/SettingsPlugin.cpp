@@ -15,6 +15,13 @@ SettingsPlugin::SettingsPlugin(Settings *settings, PluginManager *pluginManager,
 
 SettingsPlugin::~SettingsPlugin() = default;
 
+void SettingsPlugin::updateHotkeyHints()
+{
+    if (m_view) {
+        m_view->updateHotkeyHints();
+    }
+}
+
 QString SettingsPlugin::command() const
 {
     return u"set"_s;
@@ -59,6 +66,10 @@ QWidget *SettingsPlugin::createView()
     if (!m_view) {
         m_view = new SettingsView(m_settings, m_pluginManager);
         m_view->setHotkeyCheck(m_hotkeyCheck);
+        if (!m_commandErrors.isEmpty()) {
+            m_view->addCommandErrors(m_commandErrors);
+        }
+        m_view->setHotkeyOrigins(m_hotkeyOrigins);
         connect(m_view, &SettingsView::closeRequested, this, &SettingsPlugin::viewCloseRequested);
         connect(m_view, &QObject::destroyed, this, [this] { m_view = nullptr; });
     }

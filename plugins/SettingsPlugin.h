@@ -4,6 +4,8 @@
 #include "core/IPlugin.h"
 #include "settings/HotkeyHints.h"
 
+#include <QStringList>
+
 class PluginManager;
 class Settings;
 class SettingsView;
@@ -21,6 +23,15 @@ public:
 
     /// Sets how the page learns that another program holds a hotkey. Call it before the page opens.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hotkeyCheck = check; }
+
+    /// Sets what the page says of wrong files of commands. Call it before the page opens.
+    void setCommandErrors(const QStringList &lines) { m_commandErrors = lines; }
+
+    /// Sets how the page learns where a hotkey comes from. Call it before the page opens.
+    void setHotkeyOrigins(const HotkeyHints::Origins &origins) { m_hotkeyOrigins = origins; }
+
+    /// Call this when an origin has changed by itself.
+    void updateHotkeyHints();
 
     QString command() const override;
     QStringList aliases() const override;
@@ -45,5 +56,7 @@ private:
     PluginManager *m_pluginManager;
     SettingsView *m_view = nullptr;
     HotkeyHints::Check m_hotkeyCheck;
+    QStringList m_commandErrors;
+    HotkeyHints::Origins m_hotkeyOrigins;
     QString m_viewCommand = QStringLiteral("set");
 };

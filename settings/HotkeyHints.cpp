@@ -16,7 +16,7 @@ bool isBareKey(const QKeySequence &sequence)
 
 void HotkeyHints::add(HotkeyEdit *edit, const QString &command)
 {
-    m_fields.append({edit, command, {}, false});
+    m_fields.append({edit, command, {}, false, {}});
     connect(edit, &HotkeyEdit::keySequenceChanged, this, [this, edit] { showHintOf(edit); });
 }
 
@@ -24,20 +24,54 @@ void HotkeyHints::update()
 {
     for (Field &field : m_fields) {
         field.stored = field.edit->hotkey();
-        field.isHeld = !field.stored.isEmpty() && m_check && m_check(field.command);
+    }
+    refresh();
+}
+
+void HotkeyHints::refresh()
+{
+    for (Field &field : m_fields) {
+        const bool isStored = !field.stored.isEmpty();
+        field.isHeld = isStored && m_check && m_check(field.command);
+        field.origin = isStored && m_origins ? m_origins(field.command) : HotkeyOrigin();
         showHint(field);
     }
 }
 
+// The desktop tells which keys it takes, so its line replaces the warning of a single key.
 void HotkeyHints::showHint(const Field &field)
 {
+    const bool isStored = field.edit->hotkey() == field.stored;
+    const bool isOfDesktop = isStored && field.origin.holder == HotkeyOrigin::Holder::Desktop;
     QString text;
-    if (field.isHeld && field.edit->hotkey() == field.stored) {
+    if (isStored && field.isHeld) {
         text = tr("This hotkey is held by another program.");
-    } else if (isBareKey(field.edit->keySequence())) {
+    } else if (!isOfDesktop && isBareKey(field.edit->keySequence())) {
         text = tr("This key is taken from all programs.");
+    } else if (isStored) {
+        text = originText(field.origin);
     }
     HintLine::setHint(field.edit, text);
+    HintLine::setButton(field.edit, tr("Change…"),
+                        isOfDesktop ? field.origin.configure : std::function<void()>());
+}
+
+QString HotkeyHints::originText(const HotkeyOrigin &origin)
+{
+    switch (origin.holder) {
+    case HotkeyOrigin::Holder::Untold:
+        return {};
+    case HotkeyOrigin::Holder::Program:
+        return tr("Vaskel holds this hotkey.");
+    case HotkeyOrigin::Holder::Desktop:
+        return origin.trigger.isEmpty()
+                   ? tr("The desktop holds this hotkey.")
+                   : tr("The desktop holds this hotkey: %1").arg(origin.trigger);
+    case HotkeyOrigin::Holder::Nobody:
+        return tr("For a hotkey that works in all windows, bind \"Vaskel --toggle\" in your "
+                  "desktop's settings.");
+    }
+    return {};
 }
 
 void HotkeyHints::showHintOf(const HotkeyEdit *edit) const

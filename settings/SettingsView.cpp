@@ -3,6 +3,7 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
+#include "settings/CommandErrorList.h"
 #include "settings/SavedNotice.h"
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
@@ -152,6 +153,12 @@ void SettingsView::reload()
 {
     m_bindings.load();
     m_hints.update();
+}
+
+void SettingsView::addCommandErrors(const QStringList &lines)
+{
+    const auto *area = static_cast<QScrollArea *>(m_pages->widget(PluginsPage));
+    CommandErrorList::insertInto(area->widget(), lines);
 }
 
 bool SettingsView::eventFilter(QObject *watched, QEvent *event)

@@ -38,6 +38,16 @@ public:
     /// Sets how the page learns that another program holds a hotkey, for the next reload() or Save.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hints.setCheck(check); }
 
+    /// Shows above the plugins which commands of the user's own have a wrong file; call it at most
+    /// once, and only if there are some.
+    void addCommandErrors(const QStringList &lines);
+
+    /// Sets how the page learns where a hotkey comes from, for the next reload() or Save.
+    void setHotkeyOrigins(const HotkeyHints::Origins &origins) { m_hints.setOrigins(origins); }
+
+    /// Shows anew what holds the stored hotkeys.
+    void updateHotkeyHints() { m_hints.refresh(); }
+
 Q_SIGNALS:
     /// The user has pressed Cancel and wants to leave the page.
     void closeRequested();

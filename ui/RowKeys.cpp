@@ -138,7 +138,7 @@ bool RowKeys::pressInBox(const QKeyEvent &key)
     }
     switch (key.key()) {
     case Qt::Key_Tab:
-        return !isControl && enterFolder();
+        return !isControl && (completeArguments() || enterFolder());
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:
         if (!isControl) {
@@ -249,6 +249,16 @@ bool RowKeys::executeArguments()
         m_box->setText(text.command + u' ');
         Q_EMIT argumentsTaken();
     }
+    return true;
+}
+
+bool RowKeys::completeArguments()
+{
+    const QString arguments = recordCompletion(m_list->currentRecord());
+    if (arguments.isEmpty() || !m_lastQuery->isCommand()) {
+        return false;
+    }
+    m_box->setText(m_lastQuery->command() + u' ' + arguments);
     return true;
 }
 

@@ -19,8 +19,8 @@ class ResultList;
 /// - Ctrl+D pins or unpins the row;
 /// - Ctrl+Enter carries out the action of the arguments if the command has one, and otherwise shows
 ///   the file of the row in its folder;
-/// - Tab writes the folder of a row into the box, and Alt+Up the parent of the listed one, if the
-///   command lists folders;
+/// - Tab writes the completion of a row into the box, or, if the command lists folders, the folder of
+///   the row; Alt+Up then writes the parent of the listed folder;
 /// - letters that are typed into the list go to the box.
 ///
 /// It is an event filter and not a set of shortcuts, so that keys that mean nothing for the current
@@ -54,6 +54,7 @@ private:
     bool togglePin();
     bool showRowInFolder();
     bool executeArguments();
+    bool completeArguments();
     bool enterFolder();
     bool enterParentFolder();
     bool canListFolder(const QVariantMap &action) const;

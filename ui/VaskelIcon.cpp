@@ -3,12 +3,29 @@
 
 #include "ui/PngFile.h"
 
+#include <QImage>
 #include <QPixmapCache>
+#include <QResource>
 #include <QString>
+#include <QSysInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The pixels beside the PNG file, in the form of Format_ARGB32_Premultiplied and in place. Null on
+// a machine with another order of bytes, or where they are not aligned.
+QPixmap pixmapInPlace(int size)
+{
+    const QResource pixels(u":/assets/icons/%1.argb"_s.arg(size));
+    const auto address = reinterpret_cast<quintptr>(pixels.data());
+    if (QSysInfo::ByteOrder != QSysInfo::LittleEndian || address % alignof(QRgb) != 0
+        || pixels.size() != qint64(size) * size * qint64(sizeof(QRgb))) {
+        return {};
+    }
+    const QImage image(pixels.data(), size, size, QImage::Format_ARGB32_Premultiplied);
+    return QPixmap::fromImage(image, Qt::NoFormatConversion);
+}
 
 // Cached, since the windows and the command box each create the icon.
 QPixmap pixmapOfSize(int size)
@@ -16,7 +33,10 @@ QPixmap pixmapOfSize(int size)
     const QString path = u":/assets/icons/%1.png"_s.arg(size);
     QPixmap pixmap;
     if (!QPixmapCache::find(path, &pixmap)) {
-        pixmap = readPng(path);
+        pixmap = pixmapInPlace(size);
+        if (pixmap.isNull()) {
+            pixmap = readPng(path);
+        }
         QPixmapCache::insert(path, pixmap);
     }
     return pixmap;

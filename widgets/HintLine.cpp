@@ -2,6 +2,7 @@
 #include "widgets/HintLine.h"
 
 #include <QBoxLayout>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -51,6 +52,20 @@ void HintLine::setHint(QWidget *field, const QString &text)
     field->setAccessibleDescription(text);
 }
 
+void HintLine::setButton(QWidget *field, const QString &text, const std::function<void()> &pressed)
+{
+    HintLine *line = of(field);
+    if (!line || (!line->m_button && !pressed)) {
+        return;
+    }
+    if (!line->m_button) {
+        line->addButton();
+    }
+    line->m_pressed = pressed;
+    line->m_button->setText(text);
+    line->m_button->setVisible(pressed != nullptr);
+}
+
 HintLine *HintLine::of(const QWidget *field)
 {
     const QList<HintLine *> lines =
@@ -73,4 +88,18 @@ void HintLine::placeUnder()
     column->addWidget(m_field);
     column->addWidget(this);
     layout->insertLayout(index, column);
+}
+
+// A row with the line and the button takes the place of the line.
+void HintLine::addButton()
+{
+    m_button = new QPushButton(parentWidget());
+    connect(m_button, &QPushButton::clicked, this, [this] { m_pressed(); });
+    QWidget::setTabOrder(m_field, m_button);
+    QBoxLayout *column = layoutOf(parentWidget()->layout(), this);
+    column->removeWidget(this);
+    auto *row = new QHBoxLayout;
+    row->addWidget(this, 1);
+    row->addWidget(m_button);
+    column->addLayout(row);
 }

@@ -2,10 +2,12 @@
 #include "singleapplication.h"
 
 #include "InstanceLock.h"
+#include "InstanceMessage.h"
 
 #include <QDeadlineTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QTimer>
 
 #include <chrono>
 #include <cstdlib>
@@ -18,7 +20,10 @@ namespace {
 // How long to wait for a primary instance that is starting or ending.
 constexpr auto retryInterval = 10ms;
 
-// The connection itself is the message.
+// How long another process may keep its connection open.
+constexpr auto longestConnection = 5s;
+
+// A connection without a message reports the start.
 bool notifyPrimary(const QString &serverName, const QDeadlineTimer &deadline)
 {
     InstanceLock::allowActivation();
@@ -62,6 +67,13 @@ bool SingleApplication::isSecondary() const
     return !isPrimary();
 }
 
+bool SingleApplication::sendMessage(const QByteArray &message, int timeout)
+{
+    InstanceLock::allowActivation();
+    return isSecondary() && !message.isEmpty()
+           && sendInstanceMessage(m_lock->serverName(), message, QDeadlineTimer(timeout));
+}
+
 void SingleApplication::listen()
 {
     m_server = std::make_unique<QLocalServer>();
@@ -72,8 +84,7 @@ void SingleApplication::listen()
         m_server.get(), &QLocalServer::newConnection, this,
         [this] {
             while (QLocalSocket *socket = m_server->nextPendingConnection()) {
-                socket->deleteLater();
-                Q_EMIT instanceStarted();
+                receive(socket);
             }
         },
         Qt::QueuedConnection);
@@ -82,5 +93,41 @@ void SingleApplication::listen()
     if (!m_server->listen(m_lock->serverName())) {
         qWarning("SingleApplication: cannot listen for further instances: %ls",
                  qUtf16Printable(m_server->errorString()));
+    }
+}
+
+// The end of the connection is the end of the message.
+void SingleApplication::receive(QLocalSocket *socket)
+{
+    if (!isConnectionOfUser(socket->socketDescriptor())) {
+        qWarning("SingleApplication: ignored a process of another user");
+        socket->deleteLater();
+        return;
+    }
+    const auto end = [this, socket] {
+        socket->disconnect(this);
+        socket->deleteLater();
+        takeMessage(socket->readAll());
+    };
+    connect(socket, &QLocalSocket::readyRead, this, [this, socket, end] {
+        if (socket->bytesAvailable() > maximumInstanceMessageSize) {
+            end();
+        }
+    });
+    connect(socket, &QLocalSocket::disconnected, this, end);
+    QTimer::singleShot(longestConnection, socket, &QLocalSocket::abort);
+    if (socket->state() == QLocalSocket::UnconnectedState) {
+        end();
+    }
+}
+
+void SingleApplication::takeMessage(const QByteArray &message)
+{
+    if (message.isEmpty()) {
+        Q_EMIT instanceStarted();
+    } else if (message.size() > maximumInstanceMessageSize) {
+        qWarning("SingleApplication: ignored a message that is too long");
+    } else {
+        Q_EMIT receivedMessage(0, message);
     }
 }

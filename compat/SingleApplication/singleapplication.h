@@ -7,6 +7,7 @@
 
 class InstanceLock;
 class QLocalServer;
+class QLocalSocket;
 
 /// An application with one primary instance for each user. The executable's path and version do not
 /// matter: copies of a program count as one.
@@ -32,14 +33,24 @@ public:
     bool isPrimary() const;
     bool isSecondary() const;
 
+    /// Sends a message of at most 4096 bytes from a secondary instance to the primary one. Returns
+    /// false if that takes longer than "timeout" milliseconds, or for an empty message.
+    bool sendMessage(const QByteArray &message, int timeout = 100);
+
 Q_SIGNALS:
     /// The user started the program again; that process has ended or is about to. The primary
     /// instance emits it from the event loop, once for each start, including starts before the loop
     /// ran.
     void instanceStarted();
 
+    /// A process of the same user has sent this message. Emitted from the event loop. The number,
+    /// by which the library tells secondary instances apart, is always 0.
+    void receivedMessage(quint32 instanceId, QByteArray message);
+
 private:
     void listen();
+    void receive(QLocalSocket *socket);
+    void takeMessage(const QByteArray &message);
 
     // Destroyed in reverse: the next primary instance listens under the same name once it has the
     // lock.

@@ -42,4 +42,19 @@ void unsetPrivateVariables()
     }
 }
 
+WithoutWindowSystem::WithoutWindowSystem()
+    : m_windowSystem(qgetenv(windowSystem))
+{
+    qputenv(windowSystem, "offscreen");
+}
+
+WithoutWindowSystem::~WithoutWindowSystem()
+{
+    if (m_windowSystem.isNull()) {
+        qunsetenv(windowSystem);
+    } else {
+        qputenv(windowSystem, m_windowSystem);
+    }
+}
+
 } // namespace platform

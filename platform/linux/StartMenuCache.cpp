@@ -4,12 +4,14 @@
 #include "platform/RegularFile.h"
 
 #include <QCryptographicHash>
-#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
+
+#include <cstring>
+#include <type_traits>
 
 #include <glib.h>
 
@@ -19,21 +21,13 @@ namespace platform {
 
 namespace {
 
-constexpr quint32 formatNumber = 0x564b5302; // "VKS" and the version of the format
-constexpr int fileStateSize = sizeof(StartMenuCache::FileState);
+constexpr quint32 formatNumber = 0x564b5303; // "VKS" and the version of the format
 
 QString cacheFile(const QString &folder)
 {
     const QByteArray key = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1);
     return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation)
            + "/Vaskel/start-menu/"_L1 + QLatin1String(key.toHex());
-}
-
-// Little-endian, as on nearly all machines, so that names need no conversion.
-void prepare(QDataStream &stream)
-{
-    stream.setVersion(QDataStream::Qt_6_4);
-    stream.setByteOrder(QDataStream::LittleEndian);
 }
 
 // Names and visibility depend on the desktop and the languages, too.
@@ -47,24 +41,83 @@ QByteArray sessionKey()
     return text;
 }
 
-} // namespace
+// The file is a sequence of values as they are in memory, since the same machine reads it again. A
+// text is its size and its characters, with a zero at the end, and begins at a multiple of eight.
+constexpr qsizetype alignment = 8;
 
-QDataStream &operator<<(QDataStream &stream, const StartMenuCache::Entry &entry)
+qsizetype aligned(qsizetype size)
 {
-    stream << entry.name << entry.program << entry.tryExec;
-    stream.writeRawData(reinterpret_cast<const char *>(entry.state.data()), fileStateSize);
-    return stream;
+    return (size + alignment - 1) / alignment * alignment;
 }
 
-QDataStream &operator>>(QDataStream &stream, StartMenuCache::Entry &entry)
+class Writer
 {
-    stream >> entry.name >> entry.program >> entry.tryExec;
-    auto *state = reinterpret_cast<char *>(entry.state.data());
-    if (stream.readRawData(state, fileStateSize) != fileStateSize) {
-        stream.setStatus(QDataStream::ReadPastEnd);
+public:
+    template <typename Value> void write(const Value &value)
+    {
+        static_assert(sizeof value % alignment == 0 && std::is_trivially_copyable_v<Value>);
+        m_content.append(reinterpret_cast<const char *>(&value), sizeof value);
     }
-    return stream;
-}
+
+    template <typename Text> void writeText(const Text &text)
+    {
+        const qsizetype size = text.size() * qsizetype(sizeof *text.constData());
+        write(qint64(text.size()));
+        m_content.append(reinterpret_cast<const char *>(text.constData()), size);
+        m_content.append(aligned(size + 2) - size, '\0');
+    }
+
+    QByteArray content() const { return m_content; }
+
+private:
+    QByteArray m_content;
+};
+
+class Reader
+{
+public:
+    explicit Reader(const QByteArray &content)
+        : m_content(content)
+    {
+    }
+
+    bool atEnd() const { return m_position == m_content.size(); }
+
+    template <typename Value> bool read(Value &value)
+    {
+        if (m_content.size() - m_position < qsizetype(sizeof value)) {
+            return false;
+        }
+        std::memcpy(&value, m_content.constData() + m_position, sizeof value);
+        m_position += sizeof value;
+        return true;
+    }
+
+    // The text stays a part of the content.
+    template <typename Text> bool readText(Text &text)
+    {
+        using Character = std::remove_cv_t<std::remove_reference_t<decltype(*text.constData())>>;
+        qint64 length = 0;
+        const qsizetype limit = m_content.size();
+        if (!read(length) || length < 0 || length > limit) {
+            return false;
+        }
+        const qsizetype size = length * qsizetype(sizeof(Character));
+        const char *begin = m_content.constData() + m_position;
+        if (aligned(size + 2) > limit - m_position || begin[size] != 0 || begin[size + 1] != 0) {
+            return false;
+        }
+        text = Text::fromRawData(reinterpret_cast<const Character *>(begin), length);
+        m_position += aligned(size + 2);
+        return true;
+    }
+
+private:
+    const QByteArray &m_content;
+    qsizetype m_position = 0;
+};
+
+} // namespace
 
 StartMenuCache::StartMenuCache(const QString &folder)
     : m_file(cacheFile(folder))
@@ -73,53 +126,86 @@ StartMenuCache::StartMenuCache(const QString &folder)
     if (!openRegularFile(file)) {
         return;
     }
-    QDataStream stream(file.readAll());
-    prepare(stream);
-    quint32 format = 0;
-    QByteArray then;
-    stream >> format >> then;
-    if (format != formatNumber || then != sessionKey()) {
-        return;
-    }
-    stream >> m_entries;
-    if (stream.status() != QDataStream::Ok) {
-        m_entries.clear();
+    m_content = file.readAll();
+    if (!load()) {
+        m_files.clear();
     }
 }
 
-const StartMenuCache::Entry *StartMenuCache::find(const QString &fileName, const FileState &state)
+bool StartMenuCache::load()
 {
-    const auto entry = m_entries.find(fileName);
-    if (entry == m_entries.end() || entry->state != state) {
+    Reader reader(m_content);
+    qint64 format = 0;
+    qint64 count = 0;
+    QByteArray then;
+    if (!reader.read(format) || format != formatNumber || !reader.readText(then)
+        || then != sessionKey() || !reader.read(count)) {
+        return false;
+    }
+    m_files.reserve(qMin(count, qint64(m_content.size() / qint64(sizeof(FileState)))));
+    for (qint64 index = 0; index < count; ++index) {
+        File &file = m_files.emplaceBack();
+        if (!reader.read(file.entry.state) || !reader.readText(file.name)
+            || !reader.readText(file.entry.name) || !reader.readText(file.entry.program)
+            || !reader.readText(file.entry.tryExec)) {
+            return false;
+        }
+    }
+    return reader.atEnd();
+}
+
+const StartMenuCache::Entry *StartMenuCache::find(QStringView fileName, const FileState &state)
+{
+    const bool isNext = m_next < m_files.size() && m_files.at(m_next).name == fileName;
+    const qsizetype index = isNext ? m_next : indexOf(fileName);
+    if (index < 0) {
         return nullptr;
     }
-    entry->isUsed = true;
-    return &*entry;
+    m_next = index + 1;
+    File &file = m_files[index];
+    if (file.entry.state != state) {
+        return nullptr;
+    }
+    file.isUsed = true;
+    return &file.entry;
+}
+
+qsizetype StartMenuCache::indexOf(QStringView fileName)
+{
+    if (m_indices.isEmpty()) {
+        for (qsizetype index = 0; index < m_files.size(); ++index) {
+            m_indices.insert(m_files.at(index).name, index);
+        }
+    }
+    return m_indices.value(fileName, -1);
 }
 
 void StartMenuCache::insert(const QString &fileName, const Entry &entry)
 {
-    const auto place = m_entries.insert(fileName, entry);
-    place->isUsed = true;
+    m_files.append({fileName, entry, true});
     m_isChanged = true;
 }
 
 void StartMenuCache::save()
 {
-    const auto forgotten =
-        m_entries.removeIf([](QHash<QString, Entry>::iterator entry) { return !entry->isUsed; });
+    const auto forgotten = m_files.removeIf([](const File &file) { return !file.isUsed; });
     if (!m_isChanged && forgotten == 0) {
         return;
     }
+    Writer writer;
+    writer.write(qint64(formatNumber));
+    writer.writeText(sessionKey());
+    writer.write(qint64(m_files.size()));
+    for (const File &file : std::as_const(m_files)) {
+        writer.write(file.entry.state);
+        writer.writeText(file.name);
+        writer.writeText(file.entry.name);
+        writer.writeText(file.entry.program);
+        writer.writeText(file.entry.tryExec);
+    }
     QDir().mkpath(QFileInfo(m_file).path());
     QSaveFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly)) {
-        return;
-    }
-    QDataStream stream(&file);
-    prepare(stream);
-    stream << formatNumber << sessionKey() << m_entries;
-    if (stream.status() == QDataStream::Ok) {
+    if (file.open(QIODevice::WriteOnly) && file.write(writer.content()) >= 0) {
         file.commit();
     }
 }

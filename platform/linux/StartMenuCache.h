@@ -3,11 +3,10 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QList>
 #include <QString>
 
 #include <array>
-
-class QDataStream;
 
 namespace platform {
 
@@ -24,19 +23,18 @@ public:
     /// The data of one file that the menu needs.
     struct Entry
     {
-        QString name;        ///< empty if the file is not to be listed
-        QByteArray program;  ///< path of the program in Exec; may be empty
-        QByteArray tryExec;  ///< path of the program in TryExec; may be empty
-        FileState state{};   ///< state of the file when it was read
-        bool isUsed = false; ///< found or inserted in this start; save() keeps only these
+        QString name;       ///< empty if the file is not to be listed
+        QByteArray program; ///< path of the program in Exec; may be empty
+        QByteArray tryExec; ///< path of the program in TryExec; may be empty
+        FileState state{};  ///< state of the file when it was read
     };
 
     /// Loads the cache of the folder.
     explicit StartMenuCache(const QString &folder);
 
-    /// Returns null for a file that is not cached or has changed. The pointer is valid until
-    /// insert().
-    const Entry *find(const QString &fileName, const FileState &state);
+    /// Returns null for a file that is not cached or has changed. Call once for each file. The
+    /// pointer is valid until insert(), and the texts of the entry as long as this object.
+    const Entry *find(QStringView fileName, const FileState &state);
 
     void insert(const QString &fileName, const Entry &entry);
 
@@ -45,12 +43,22 @@ public:
     void save();
 
 private:
+    struct File
+    {
+        QString name;
+        Entry entry;
+        bool isUsed = false; // found or inserted in this start; save() keeps only these
+    };
+
+    bool load();
+    qsizetype indexOf(QStringView fileName);
+
     QString m_file;
-    QHash<QString, Entry> m_entries; // by file name
+    QByteArray m_content; // of the file; the texts of its entries are parts of it
+    QList<File> m_files;
+    qsizetype m_next = 0;                    // most folders are read in the same order each time
+    QHash<QStringView, qsizetype> m_indices; // of the loaded files, once the order differs
     bool m_isChanged = false;
 };
-
-QDataStream &operator<<(QDataStream &stream, const StartMenuCache::Entry &entry);
-QDataStream &operator>>(QDataStream &stream, StartMenuCache::Entry &entry);
 
 } // namespace platform

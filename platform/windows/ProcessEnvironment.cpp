@@ -17,4 +17,7 @@ void unsetPrivateVariables()
     }
 }
 
+WithoutWindowSystem::WithoutWindowSystem() = default;
+WithoutWindowSystem::~WithoutWindowSystem() = default;
+
 } // namespace platform

@@ -4,6 +4,7 @@
 #include "settings/ThemeManager.h"
 #include "support/TestProgram.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QGlyphRun>
@@ -32,6 +33,7 @@ class tst_FontFallback : public QObject
 private Q_SLOTS:
     void desktopFontReplacesTheStyleSheetsFont();
     void chineseGlyphsAreFound();
+    void applicationHasTheStyleSheetsFont();
 };
 
 void tst_FontFallback::desktopFontReplacesTheStyleSheetsFont()
@@ -63,6 +65,17 @@ void tst_FontFallback::chineseGlyphsAreFound()
         QVERIFY(!run.glyphIndexes().contains(0U)); // 0 is the glyph for missing characters
     }
     QFont::removeSubstitutions(u"Segoe UI"_s);
+}
+
+void tst_FontFallback::applicationHasTheStyleSheetsFont()
+{
+    const QFont sheet = sheetFont();
+    const QFont before = QApplication::font();
+    setApplicationFont();
+    const QFont after = QApplication::font();
+    QApplication::setFont(before);
+    QCOMPARE(after.families(), sheet.families());
+    QCOMPARE(after.pixelSize(), sheet.pixelSize());
 }
 
 VASKEL_TEST(tst_FontFallback, QApplication)

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// usage: SingleInstance USER-DATA TIMEOUT [secondary | child]
+// usage: SingleInstance USER-DATA TIMEOUT [secondary | send | child]
 //
-// An instance for tst_SingleApplication. Prints its state, one word per line, and ends with its
-// standard input. "secondary" allows it to be a secondary instance. "child" makes it start a
-// program that outlives it and print that program's process id.
+// An instance for tst_SingleApplication. Prints its state, one word per line, and the messages that
+// it gets, and ends with its standard input. "secondary" allows it to be a secondary instance, and
+// "send" makes it send a message then. "child" makes it start a program that outlives it and print
+// that program's process id.
 
 #include <SingleApplication>
 
@@ -19,9 +20,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void report(const char *text)
+void report(const QByteArray &text)
 {
-    std::puts(text);
+    std::puts(text.constData());
     std::fflush(stdout);
 }
 
@@ -34,15 +35,20 @@ int main(int argc, char *argv[])
     const QByteArray extra(argc > 3 ? argv[3] : "");
 
     report("starting");
-    SingleApplication app(argc, argv, extra == "secondary", SingleApplication::Mode::User, timeout,
-                          userData);
+    SingleApplication app(argc, argv, extra == "secondary" || extra == "send",
+                          SingleApplication::Mode::User, timeout, userData);
     QObject::connect(&app, &SingleApplication::instanceStarted, &app, [] { report("told"); });
+    QObject::connect(&app, &SingleApplication::receivedMessage, &app,
+                     [](quint32, const QByteArray &message) { report("got " + message); });
     report(app.isPrimary() ? "primary" : "secondary");
+    if (extra == "send") {
+        report(app.sendMessage("hello", timeout) ? "sent" : "not sent");
+    }
 
     if (extra == "child") {
         qint64 pid = 0;
         QProcess::startDetached(u"sleep"_s, {u"600"_s}, QString(), &pid);
-        report(QByteArray::number(pid).constData());
+        report(QByteArray::number(pid));
     }
 
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);

@@ -2,12 +2,15 @@
 #include <SingleApplication>
 
 #include "compat/SingleApplication/InstanceLock.h"
+#include "compat/SingleApplication/InstanceMessage.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLocalServer>
+#include <QLocalSocket>
 #include <QProcess>
 #include <QScopeGuard>
 #include <QTest>
@@ -100,6 +103,12 @@ QString pathOf(const QString &suffix, const QString &folderName = u"runtime"_s)
     return names.size() == 1 ? folder.filePath(names.first()) : QString();
 }
 
+bool send(const QByteArray &message)
+{
+    return sendInstanceMessage(InstanceLock(userData).serverName(), message,
+                               QDeadlineTimer(timeout));
+}
+
 // Opens the session's runtime folder to other users, and puts a file in place of Qt's fallback.
 void blockRuntimeFolders()
 {
@@ -131,6 +140,13 @@ private Q_SLOTS:
     void waitingStartTakesOverFromAnInstanceThatEnds();
     void otherUserDataIsAnotherProgram();
     void secondaryInstanceIsNotReported();
+    void messageArrivesWithoutAStart();
+    void messageWithoutAnInstanceFails();
+    void messageToAStoppedInstanceArrivesWhenItContinues();
+    void primaryInstanceSendsNothing();
+    void longMessageIsIgnored();
+    void messageInPiecesArrivesWhole();
+    void connectionThatStaysOpenBlocksNobody();
     void otherUsersHaveNoAccess();
     void folderThatOthersMayWriteToIsNotUsed();
     void startsWithoutAnyFolder();
@@ -341,6 +357,86 @@ void tst_SingleApplication::secondaryInstanceIsNotReported()
     first.quit();
     Instance third(u"secondary"_s);
     QTRY_VERIFY(isPrimary(third));
+}
+
+void tst_SingleApplication::messageArrivesWithoutAStart()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    Instance second(u"send"_s);
+    QTRY_COMPARE(second.output(), (QStringList{u"starting"_s, u"secondary"_s, u"sent"_s}));
+    QTRY_VERIFY(first.output().contains(u"got hello"_s));
+    QVERIFY(send("without an application"));
+    QTRY_VERIFY(first.output().contains(u"got without an application"_s));
+    QCOMPARE(first.notificationCount(), 0);
+}
+
+void tst_SingleApplication::messageWithoutAnInstanceFails()
+{
+    QVERIFY(!send("hello"));
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    first.signal(SIGKILL);
+    QVERIFY(first.process().waitForFinished());
+    QVERIFY(!pathOf(u".socket"_s).isEmpty());
+    QVERIFY(!send("hello"));
+}
+
+void tst_SingleApplication::messageToAStoppedInstanceArrivesWhenItContinues()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    first.signal(SIGSTOP);
+    QVERIFY(send("hello"));
+    first.signal(SIGCONT);
+    QTRY_VERIFY(first.output().contains(u"got hello"_s));
+}
+
+void tst_SingleApplication::primaryInstanceSendsNothing()
+{
+    Instance first(u"send"_s);
+    QTRY_COMPARE(first.output(), (QStringList{u"starting"_s, u"primary"_s, u"not sent"_s}));
+}
+
+void tst_SingleApplication::longMessageIsIgnored()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    const QByteArray longest(4096, 'x');
+    QVERIFY(send(longest + 'x'));
+    QVERIFY(send(QByteArray(100'000, 'y')));
+    QVERIFY(send(longest));
+    QTRY_COMPARE(first.output().size(), 3);
+    QCOMPARE(first.output().last(), QString("got "_L1 + QString::fromLatin1(longest)));
+    QCOMPARE(first.notificationCount(), 0);
+}
+
+void tst_SingleApplication::messageInPiecesArrivesWhole()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    QLocalSocket socket;
+    socket.connectToServer(InstanceLock(userData).serverName());
+    QVERIFY(socket.waitForConnected());
+    socket.write("hel");
+    QVERIFY(socket.waitForBytesWritten());
+    QVERIFY(send("between"));
+    QTRY_VERIFY(first.output().contains(u"got between"_s));
+    socket.write("lo");
+    socket.disconnectFromServer();
+    QTRY_VERIFY(first.output().contains(u"got hello"_s));
+}
+
+void tst_SingleApplication::connectionThatStaysOpenBlocksNobody()
+{
+    Instance first;
+    QTRY_VERIFY(isPrimary(first));
+    QLocalSocket socket;
+    socket.connectToServer(InstanceLock(userData).serverName());
+    QVERIFY(socket.waitForConnected());
+    QVERIFY(send("hello"));
+    QTRY_VERIFY(first.output().contains(u"got hello"_s));
+    QTRY_COMPARE_WITH_TIMEOUT(socket.state(), QLocalSocket::UnconnectedState, 60000);
 }
 
 void tst_SingleApplication::otherUsersHaveNoAccess()

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void actionOfTypeNoneIsNoAction();
     void pathAndIconAreEmptyWhenMissing();
     void readsTheFieldsOfAnAction();
+    void addsACompletion();
 };
 
 void tst_ResultRecord::makesARecordOfItsArguments()
@@ -163,6 +164,17 @@ void tst_ResultRecord::readsTheFieldsOfAnAction()
     QCOMPARE(actionType(action), u"openFile"_s);
     QCOMPARE(actionData(action), u"/p"_s);
     QCOMPARE(actionCommand(action), u"file"_s);
+}
+
+void tst_ResultRecord::addsACompletion()
+{
+    QVariantMap record = makeRecord(u"t"_s, u"s"_s);
+    QCOMPARE(recordCompletion(record), QString());
+    setRecordCompletion(record, u"a "_s);
+    QCOMPARE(
+        record,
+        (QVariantMap{{u"title"_s, u"t"_s}, {u"subtitle"_s, u"s"_s}, {u"completion"_s, u"a "_s}}));
+    QCOMPARE(recordCompletion(record), u"a "_s);
 }
 
 VASKEL_TEST(tst_ResultRecord, QCoreApplication)

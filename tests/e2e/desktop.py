@@ -186,10 +186,10 @@ class Desktop:
         """The windows of a process that show."""
         return self.run("xdotool", "search", "--onlyvisible", "--pid", str(process)).splitlines()
 
-    def open_window(self):
-        """Opens a window of another program and waits until it is active; returns its process and
-        the window."""
-        process = self._start(["xterm", "-geometry", "80x24+10+10"],
+    def open_window(self, *options):
+        """Opens a window of another program, xterm with these options, and waits until it is
+        active; returns its process and the window."""
+        process = self._start(["xterm", "-geometry", "80x24+10+10", *options],
                               env=os.environ | self.environment())
 
         def active():

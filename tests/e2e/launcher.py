@@ -269,9 +269,9 @@ class Launcher:
         self.process = None
         self.window = None
 
-    def start(self):
+    def start(self, *options):
         """Starts the program and waits until a user could type."""
-        self.attach(self.start_process())
+        self.attach(self.start_process(*options))
 
     def attach(self, process):
         """Makes a process of this program the one under test."""
@@ -283,10 +283,17 @@ class Launcher:
         """Like attach(), for a process that this one did not start."""
         self.attach(ForeignProcess(pid))
 
-    def start_process(self, console=None, **variables):
+    def start_process(self, *options, console=None, **variables):
         """Starts the program with further variables; its output goes to the log or to "console"."""
-        return start_tied([self.program], env=self.environment | variables,
+        return start_tied([self.program, *options], env=self.environment | variables,
                           stdout=console or self.log, stderr=self.log)
+
+    def order(self, *options, **variables):
+        """Runs the program to its end; returns the status, the output and the errors."""
+        result = subprocess.run([self.program, *options], env=self.environment | variables,
+                                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                stderr=subprocess.PIPE, text=True, timeout=PATIENCE)
+        return result.returncode, result.stdout, result.stderr
 
     def wait_until_ready(self):
         wait_until(self.is_visible, "the window shows")

@@ -23,7 +23,7 @@ class Log(EndToEndCase):
                 for day in (today, today + datetime.timedelta(days=1))]
 
     def works(self, console=None):
-        self.launcher.attach(self.launcher.start_process(console))
+        self.launcher.attach(self.launcher.start_process(console=console))
         self.shows_titles(*BUILTINS)
         self.launcher.type("note")
         self.shows_titles("Notepad")

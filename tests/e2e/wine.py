@@ -225,10 +225,17 @@ class WineLauncher(Launcher):
         self._home = home
         self._reader = None
 
-    def start_process(self, console=None, **variables):
-        return start_tied(self._home.command(self.program, options=["--desktop"]),
+    def start_process(self, *options, console=None, **variables):
+        return start_tied(self._home.command(self.program, *options, options=["--desktop"]),
                           env=self.environment | variables, stdout=console or self.log,
                           stderr=self.log)
+
+    def order(self, *options, **variables):
+        result = subprocess.run(self._home.command(self.program, *options, options=["--desktop"]),
+                                env=self.environment | variables, stdin=subprocess.DEVNULL,
+                                stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=PATIENCE)
+        return (result.returncode, result.stdout.decode("utf-8", "replace"),
+                result.stderr.decode("utf-8", "replace"))
 
     def stop(self):
         if self._reader:

@@ -239,8 +239,8 @@ QList<Text> textsOfSources()
 {
     QStringList folders;
     for (const QString &name :
-         {u"app"_s, u"core"_s, u"hotkey"_s, u"launcher"_s, u"platform"_s, u"plugins"_s,
-          u"settings"_s, u"tasks"_s, u"ui"_s, u"update"_s, u"widgets"_s}) {
+         {u"app"_s, u"commands"_s, u"core"_s, u"hotkey"_s, u"launcher"_s, u"platform"_s,
+          u"plugins"_s, u"settings"_s, u"tasks"_s, u"ui"_s, u"update"_s, u"widgets"_s}) {
         const QString folder = QStringLiteral(SOURCE_FOLDER) + u'/' + name;
         if (QDir(folder).exists()) {
             folders.append(folder);

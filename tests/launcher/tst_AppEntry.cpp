@@ -15,6 +15,7 @@ private Q_SLOTS:
     void keepsItsArguments();
     void convertsOnlyTheName();
     void lowersTheComparedFields();
+    void equalTextsShareTheirMemory();
 };
 
 void tst_AppEntry::keepsItsArguments()
@@ -38,6 +39,21 @@ void tst_AppEntry::lowersTheComparedFields()
     const AppEntry app(u"Éclair QQ"_s, u"PATH"_s, u"START Menu / ÄÖ"_s, QString());
     QCOMPARE(app.lowerName, u"éclair qq"_s);
     QCOMPARE(app.lowerDescription, u"start menu / äö"_s);
+}
+
+void tst_AppEntry::equalTextsShareTheirMemory()
+{
+    const AppDescription shared(u"Start Menu"_s);
+    const AppEntry first(u"Firefox"_s, u"1"_s, shared, QString());
+    const AppEntry second(u"音乐"_s, u"2"_s, shared, QString());
+    QCOMPARE(first.lowerName, u"firefox"_s);
+    QCOMPARE(first.pinyin, u"firefox"_s);
+    QCOMPARE(first.pinyinInitials, u"firefox"_s);
+    QCOMPARE(first.pinyin.constData(), first.lowerName.constData());
+    QCOMPARE(first.pinyinInitials.constData(), first.lowerName.constData());
+    QCOMPARE(second.lowerName.constData(), second.name.constData());
+    QCOMPARE(first.lowerDescription, u"start menu"_s);
+    QCOMPARE(first.lowerDescription.constData(), second.lowerDescription.constData());
 }
 
 VASKEL_TEST(tst_AppEntry, QCoreApplication)

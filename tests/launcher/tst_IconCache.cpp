@@ -58,6 +58,8 @@ private Q_SLOTS:
     void drawsTheIconOfTheFileType();
     void drawsAMissingFileUnlessTheShellIsAsked();
     void usesAStaleFile();
+    void asksOnlyTheFolderForListedFiles();
+    void findsAFileThatIsNewerThanTheListing();
     void keepsTheFilesOfPrefixesApart();
     void returnsNothingWithoutAFolder();
     void savesAPixmapWholeOrNotAtAll();
@@ -143,6 +145,30 @@ void tst_IconCache::usesAStaleFile()
     QVERIFY(plainPixmap({3, 3}).save(icon));
     QCOMPARE(IconCache(makeIconFolder()).iconFile(path), icon);
     QCOMPARE(QImage(icon).size(), QSize(3, 3));
+}
+
+void tst_IconCache::asksOnlyTheFolderForListedFiles()
+{
+    const QString path = addFile({32, 32});
+    const QString icon = IconCache(makeIconFolder()).iconFile(path);
+    IconCache icons(makeIconFolder());
+    icons.listFolder();
+    QVERIFY(QFile::remove(icon));
+    QCOMPARE(icons.iconFile(path), icon);
+    QVERIFY(!QFile::exists(icon));
+    QCOMPARE(fakePlatform().listedFolders, QStringList(iconFolder()));
+}
+
+void tst_IconCache::findsAFileThatIsNewerThanTheListing()
+{
+    const QString path = addFile({32, 32});
+    IconCache icons(makeIconFolder());
+    icons.listFolder();
+    const QString icon = icons.iconFile(path);
+    QCOMPARE(QImage(icon).size(), QSize(32, 32));
+    fakePlatform().linkIcons.insert(path, QIcon(plainPixmap({32, 32}, Qt::blue)));
+    QCOMPARE(icons.iconFile(path), icon);
+    QCOMPARE(QImage(icon).pixelColor(16, 16), QColor(Qt::red));
 }
 
 void tst_IconCache::keepsTheFilesOfPrefixesApart()

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "platform/ColorScheme.h"
+#include "platform/Console.h"
 
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 class QWindow;
 
@@ -48,14 +51,24 @@ bool preferColors(platform::ColorScheme scheme);
 /// has one.
 bool setCompositing(bool isCompositing);
 
+/// Makes the desktop one that holds hotkeys for programs, or one on which programs grab the keys.
+/// False if no desktop of this system holds them.
+bool setDesktopHoldsHotkeys(bool isHolding);
+
 /// Whether the window system may give the focus to the window, which has a native window.
 bool mayHaveFocus(const QWindow &window);
+
+/// Whether a program of a process tree, or this one, is running.
+bool isStillRunning(qint64 process);
 
 /// An environment variable that is meant for this process alone.
 QString privateVariable();
 
 /// Whether a write into a pipe without a reader fails; otherwise it may end the process.
 bool failsToWriteIntoAClosedPipe();
+
+/// What "write" writes while the starter of this process has redirected the stream into a file.
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write);
 
 /// Installs a desktop that can show folders.
 void installFileManager();

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void unsetsPrivateVariables();
     void keepsAllOtherVariables();
     void leavesTheUsersWindowSystem();
+    void restoresTheWindowSystem_data();
+    void restoresTheWindowSystem();
 };
 
 void tst_ProcessEnvironmentContract::init()
@@ -48,6 +50,26 @@ void tst_ProcessEnvironmentContract::leavesTheUsersWindowSystem()
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
     platform::unsetPrivateVariables();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+}
+
+void tst_ProcessEnvironmentContract::restoresTheWindowSystem_data()
+{
+    QTest::addColumn<QByteArray>("windowSystem");
+    QTest::newRow("none") << QByteArray();
+    QTest::newRow("chosen by the user") << QByteArray("xcb");
+}
+
+void tst_ProcessEnvironmentContract::restoresTheWindowSystem()
+{
+    QFETCH(const QByteArray, windowSystem);
+    if (!windowSystem.isNull()) {
+        qputenv("QT_QPA_PLATFORM", windowSystem);
+    }
+    {
+        const platform::WithoutWindowSystem withoutWindowSystem;
+    }
+    QCOMPARE(qEnvironmentVariableIsSet("QT_QPA_PLATFORM"), !windowSystem.isNull());
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), windowSystem);
 }
 
 VASKEL_TEST(tst_ProcessEnvironmentContract, QCoreApplication)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CommandCheck.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
@@ -151,6 +152,7 @@ void tst_CommandList::isTheSameInEachDocument_data()
 
     QTest::newRow("README.md: all") << commandsOfReadme() << true;
     QTest::newRow("manual page: all") << commandsOfManualPage() << true;
+    QTest::newRow("--check-command: all") << commandcheck::builtinCommands() << true;
     QTest::newRow("AppStream file, English: no aliases") << commandsOfMetadata({}) << false;
     QTest::newRow("AppStream file, Chinese: no aliases") << commandsOfMetadata(u"zh-CN"_s) << false;
     QTest::newRow("ARCHITECTURE.md: no aliases") << commandsOfDiagram() << false;

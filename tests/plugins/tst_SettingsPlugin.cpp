@@ -2,6 +2,8 @@
 #include "plugins/SettingsPlugin.h"
 
 #include "core/PluginManager.h"
+#include "plugins/CalcPlugin.h"
+#include "settings/CommandErrorList.h"
 #include "settings/Settings.h"
 #include "settings/SettingsView.h"
 #include "support/FakePlatform.h"
@@ -11,11 +13,15 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
+#include <QFrame>
+#include <QLabel>
+#include <QLayout>
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStackedWidget>
 #include <QTest>
 #include <QTranslator>
 
@@ -92,6 +98,7 @@ private Q_SLOTS:
     void eachOpeningShowsTheStoredValues();
     void createsANewPageAfterTheOldOneIsDestroyed();
     void passesOnTheCloseRequest();
+    void tellsWhichFilesOfCommandsAreWrong();
 };
 
 void tst_SettingsPlugin::init()
@@ -247,6 +254,30 @@ void tst_SettingsPlugin::passesOnTheCloseRequest()
     QCOMPARE(closed.size(), 0);
     buttons->button(QDialogButtonBox::Cancel)->click();
     QCOMPARE(closed.size(), 1);
+}
+
+void tst_SettingsPlugin::tellsWhichFilesOfCommandsAreWrong()
+{
+    World w;
+    const std::unique_ptr<QWidget> without(w.plugin.createView());
+    QVERIFY(!without->findChild<CommandErrorList *>());
+
+    World v;
+    CalcPlugin calculator;
+    v.plugins.registerPlugin(&calculator);
+    v.plugin.setCommandErrors({u"/commands/a/command.json: name: expected x"_s, u"second"_s});
+    const std::unique_ptr<QWidget> page(v.plugin.createView());
+    const auto *list = page->findChild<CommandErrorList *>();
+    QVERIFY(list);
+    const auto *label = list->findChild<QLabel *>(u"muted"_s);
+    QCOMPARE(label->accessibleName(), u"/commands/a/command.json: name: expected x\nsecond"_s);
+    QCOMPARE(label->text().remove(QChar(0x200b)), label->accessibleName());
+    auto *pages = page->findChild<QStackedWidget *>(u"settingsPages"_s);
+    QVERIFY(pages->widget(2)->isAncestorOf(list)); // that of the plugins
+    // Above the cards, since no key scrolls to a text below the last field.
+    const auto *layout = list->parentWidget()->layout();
+    QCOMPARE(layout->indexOf(list) + 1,
+             layout->indexOf(page->findChild<QFrame *>(u"pluginCard"_s)));
 }
 
 VASKEL_TEST(tst_SettingsPlugin, QApplication)

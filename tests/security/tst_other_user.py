@@ -18,6 +18,7 @@ import unittest
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "e2e"))
 
 from case import EndToEndCase, main  # noqa: E402
+from desktop import wait_until  # noqa: E402
 from elf import readelf  # noqa: E402
 
 NOBODY = 65534
@@ -138,6 +139,31 @@ class OtherUser(EndToEndCase):
         # Nothing but the name of the parent keeps the other user out.
         as_nobody("import os, sys; os.rename(*sys.argv[1:])", temporary,
                   self.shared / "parent/renamed")
+
+    def test_sends_messages_to_the_running_program(self):
+        self.start()
+        runtime = self.home.folder / "runtime"
+        socket = next(runtime.glob("SingleApplication-*.socket"))
+        send = """
+import socket, sys
+connection = socket.socket(socket.AF_UNIX)
+try:
+    connection.connect(sys.argv[1])
+    connection.send(sys.argv[2].encode())
+    sys.stdout.write("sent")
+except OSError:
+    sys.stdout.write("denied")
+"""
+        self.assertEqual(as_nobody(send, socket, "hide"), "denied")
+        # Even if the folder were open, only the user's own processes are heard.
+        runtime.chmod(0o755)
+        socket.chmod(0o777)
+        self.assertEqual(as_nobody(send, socket, "hide"), "sent")
+        wait_until(lambda: "another user" in self.launcher.messages(), "the message is refused")
+        self.assertTrue(self.launcher.is_visible())
+        runtime.chmod(0o700)
+        self.assertEqual(self.launcher.order("--hide"), (0, "", ""))
+        self.hides()
 
 
 if __name__ == "__main__":

@@ -4,22 +4,28 @@
 #include "platform/AutoStart.h"
 #include "platform/ClosedPipe.h"
 #include "platform/Compositor.h"
+#include "platform/Console.h"
 #include "platform/ContainingFolder.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
+#include "platform/FolderEntries.h"
 #include "platform/IconTheme.h"
 #include "platform/Link.h"
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProcessEnvironment.h"
+#include "platform/ProcessTree.h"
 #include "platform/RegularFile.h"
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
 #include "platform/WindowFocus.h"
+#include "support/FakeDesktopHotkeys.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
+#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
@@ -87,9 +93,20 @@ void watchColorScheme(QObject *context, const std::function<void()> &changed)
     fakePlatform().colorSchemeWatchers.append({context, changed});
 }
 
+std::unique_ptr<DesktopHotkeys> createDesktopHotkeys(QWindow *)
+{
+    return fakePlatform().hasDesktopHotkeys ? std::make_unique<FakeDesktopHotkeys>() : nullptr;
+}
+
 bool isCompositing()
 {
     return fakePlatform().isCompositing;
+}
+
+void writeToConsole(ConsoleStream stream, const QString &text)
+{
+    (stream == ConsoleStream::Output ? fakePlatform().consoleOutput : fakePlatform().consoleErrors)
+        .append(text);
 }
 
 QIcon linkIcon(const QString &filePath)
@@ -149,6 +166,18 @@ bool openFolder(const QString &path)
     return fakePlatform().openFolderResult;
 }
 
+QList<FolderEntry> folderEntries(const QString &path)
+{
+    fakePlatform().listedFolders.append(path);
+    QList<FolderEntry> entries;
+    QDirIterator found(path, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
+    while (found.hasNext()) {
+        found.next();
+        entries.append({found.fileName(), found.fileInfo().isDir()});
+    }
+    return entries;
+}
+
 void ensureIconTheme() {}
 
 QIcon fileTypeIcon(const QFileInfo &file)
@@ -201,6 +230,9 @@ void unsetPrivateVariables()
     qunsetenv("VASKEL_PRIVATE");
 }
 
+WithoutWindowSystem::WithoutWindowSystem() = default;
+WithoutWindowSystem::~WithoutWindowSystem() = default;
+
 QStringList startMenuRoots()
 {
     return fakePlatform().startMenuRoots;
@@ -233,6 +265,21 @@ void startUpdateScript(const QString &scriptPath)
 void refuseFocus(QWindow *window)
 {
     fakePlatform().windowsWithoutFocus.append(window);
+}
+
+struct ProcessTree::Data
+{
+};
+
+ProcessTree::ProcessTree() = default;
+ProcessTree::~ProcessTree() = default;
+
+void ProcessTree::prepare(QProcess & /*process*/) {}
+
+void ProcessTree::end(QProcess &process)
+{
+    ++fakePlatform().endedProcessTrees;
+    process.kill();
 }
 
 } // namespace platform

@@ -15,6 +15,7 @@
 #include <optional>
 #include <utility>
 
+class FakeDesktopHotkeys;
 class QWindow;
 
 /// Recording bodies of the platform headers: they answer from fields that a test sets, and record
@@ -50,6 +51,14 @@ struct FakePlatform
     // Compositor.h
     bool isCompositing = true;
 
+    // Console.h
+    QString consoleOutput;
+    QString consoleErrors;
+
+    // DesktopHotkeys.h
+    bool hasDesktopHotkeys = false;
+    FakeDesktopHotkeys *desktopHotkeys = nullptr; // the newest
+
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;
@@ -62,6 +71,9 @@ struct FakePlatform
     // Folder.h
     bool openFolderResult = true;
     QStringList openedFolders;
+
+    // FolderEntries.h; the real folders
+    QStringList listedFolders;
 
     // ContainingFolder.h; a path that does not exist is refused
     bool showInFolderResult = true;
@@ -80,6 +92,9 @@ struct FakePlatform
     QStringList foreignFolders;
     QStringList privateFolders;
     QStringList unprotectedFolders;
+
+    // ProcessTree.h; only the program itself ends
+    int endedProcessTrees = 0;
 
     // RegularFile.h; other files open normally
     QStringList irregularFiles;

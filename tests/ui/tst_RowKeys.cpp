@@ -2,6 +2,7 @@
 #include "ui/RowKeys.h"
 
 #include "core/ArgumentsAction.h"
+#include "core/ResultRecord.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
@@ -122,6 +123,7 @@ private Q_SLOTS:
     void controlEnterAddsNoTaskTwice();
     void controlEnterOpensNoPage();
 
+    void tabCompletesTheArguments();
     void tabEntersTheFolder();
     void tabEntersAFolderWithABlankAtTheEnd();
     void tabInTheRootKeepsItsOneSeparator();
@@ -644,6 +646,31 @@ void tst_RowKeys::controlEnterOpensNoPage()
     QVERIFY(!t.w.searchTimer().isActive());
     QVERIFY(t.w.isListCurrent());
     QVERIFY(t.w.edit->hasFocus());
+}
+
+void tst_RowKeys::tabCompletesTheArguments()
+{
+    Window w;
+    QVariantMap first = testRecord(u"first"_s, action(u"copy"_s, u"1"_s, u"calc"_s));
+    setRecordCompletion(first, u"one "_s);
+    QVariantMap inert = testRecord(u"second"_s, action(u"none"_s, {}, u"calc"_s));
+    setRecordCompletion(inert, u"two"_s);
+    w.calc.records = {first, inert, testRecord(u"third"_s, action(u"copy"_s, u"3"_s, u"calc"_s))};
+    QVERIFY(w.showActive());
+    w.enter(u"calc o"_s);
+    w.settle();
+    QTest::keyClick(w.edit, Qt::Key_Tab);
+    QCOMPARE(w.box->text(), u"calc one "_s);
+    QVERIFY(w.edit->hasFocus());
+    w.search();
+    w.list->setCurrentRow(1);
+    QTest::keyClick(w.edit, Qt::Key_Tab);
+    QCOMPARE(w.box->text(), u"calc two"_s);
+    w.search();
+    w.list->setCurrentRow(2);
+    QTest::keyClick(w.edit, Qt::Key_Tab);
+    QCOMPARE(w.box->text(), u"calc two"_s);
+    QVERIFY(!w.edit->hasFocus());
 }
 
 void tst_RowKeys::tabEntersTheFolder()

@@ -3,6 +3,7 @@
 
 #include "support/TestProgram.h"
 
+#include <QFile>
 #include <QIcon>
 #include <QImage>
 #include <QTest>
@@ -20,6 +21,8 @@ private Q_SLOTS:
     void hasTheSizesThatAreShown_data();
     void hasTheSizesThatAreShown();
     void leavesTheMasterOut();
+    void paintsThePixelsOfThePngFile_data() { hasTheSizesThatAreShown_data(); }
+    void paintsThePixelsOfThePngFile();
 };
 
 namespace {
@@ -77,6 +80,25 @@ void tst_VaskelIcon::leavesTheMasterOut()
     const QList<QSize> sizes = vaskelIcon().availableSizes();
     QVERIFY(!sizes.contains(QSize(1024, 1024)));
     QCOMPARE(sizes.size(), 7);
+}
+
+void tst_VaskelIcon::paintsThePixelsOfThePngFile()
+{
+    QFETCH(int, size);
+    const QImage expected(u":/assets/icons/%1.png"_s.arg(size));
+    QCOMPARE(expected.size(), QSize(size, size));
+    QCOMPARE(comparable(vaskelIcon().pixmap(QSize(size, size), 1.0).toImage()),
+             comparable(expected));
+
+    QFile pixels(u":/assets/icons/%1.argb"_s.arg(size));
+    QVERIFY(pixels.open(QIODevice::ReadOnly));
+    const QByteArray content = pixels.readAll();
+    QCOMPARE(content.size(), qsizetype(size) * size * 4);
+    const QImage read(reinterpret_cast<const uchar *>(content.constData()), size, size,
+                      QImage::Format_ARGB32_Premultiplied);
+    if (QSysInfo::ByteOrder == QSysInfo::LittleEndian) {
+        QCOMPARE(read, comparable(expected));
+    }
 }
 
 VASKEL_TEST(tst_VaskelIcon, QApplication)

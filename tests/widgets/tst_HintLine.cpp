@@ -5,6 +5,7 @@
 
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -43,6 +44,8 @@ private Q_SLOTS:
     void hidesWithoutAText();
     void isTheDescriptionOfTheField();
     void eachFieldHasItsOwn();
+    void hasAButtonWhenAsked();
+    void hasNoButtonWithoutALine();
 };
 
 void tst_HintLine::isMadeForTheFirstHint()
@@ -105,6 +108,47 @@ void tst_HintLine::eachFieldHasItsOwn()
     HintLine::setHint(form.right, u"right"_s);
     QCOMPARE(HintLine::of(form.left)->text(), u"left"_s);
     QCOMPARE(HintLine::of(form.right)->text(), u"right"_s);
+}
+
+void tst_HintLine::hasAButtonWhenAsked()
+{
+    const Form form;
+    int first = 0;
+    int second = 0;
+    HintLine::setHint(form.left, u"hint"_s);
+    HintLine::setButton(form.left, u"Press"_s, {});
+    QVERIFY(form.window.findChildren<QPushButton *>().isEmpty());
+
+    HintLine::setButton(form.left, u"Press"_s, [&first] { ++first; });
+    const auto *button = form.window.findChild<QPushButton *>();
+    QVERIFY(button);
+    QVERIFY(button->isVisible());
+    QCOMPARE(button->text(), u"Press"_s);
+    QCoreApplication::processEvents();
+    const HintLine *line = HintLine::of(form.left);
+    QVERIFY(button->geometry().left() > line->geometry().right());
+    QVERIFY(line->geometry().top() > form.left->geometry().bottom());
+    QCOMPARE(form.left->nextInFocusChain(), button);
+    QTest::mouseClick(form.window.findChild<QPushButton *>(), Qt::LeftButton);
+    QCOMPARE(first, 1);
+
+    HintLine::setButton(form.left, u"Again"_s, [&second] { ++second; });
+    QCOMPARE(form.window.findChildren<QPushButton *>().size(), 1);
+    QCOMPARE(button->text(), u"Again"_s);
+    QTest::mouseClick(form.window.findChild<QPushButton *>(), Qt::LeftButton);
+    QCOMPARE(first, 1);
+    QCOMPARE(second, 1);
+
+    HintLine::setButton(form.left, u"Again"_s, {});
+    QVERIFY(button->isHidden());
+    QVERIFY(line->isVisible());
+}
+
+void tst_HintLine::hasNoButtonWithoutALine()
+{
+    const Form form;
+    HintLine::setButton(form.left, u"Press"_s, [] {});
+    QVERIFY(form.window.findChildren<QPushButton *>().isEmpty());
 }
 
 VASKEL_TEST(tst_HintLine, QApplication)

@@ -4,6 +4,7 @@
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -87,9 +88,20 @@ bool setCompositing(bool isCompositing)
     return true;
 }
 
+bool setDesktopHoldsHotkeys(bool isHolding)
+{
+    fakePlatform().hasDesktopHotkeys = isHolding;
+    return true;
+}
+
 bool mayHaveFocus(const QWindow &window)
 {
     return !fakePlatform().windowsWithoutFocus.contains(&window);
+}
+
+bool isStillRunning(qint64 process)
+{
+    return process == QCoreApplication::applicationPid() || fakePlatform().endedProcessTrees == 0;
 }
 
 QString privateVariable()
@@ -100,6 +112,13 @@ QString privateVariable()
 bool failsToWriteIntoAClosedPipe()
 {
     return fakePlatform().ignoresClosedPipes;
+}
+
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write)
+{
+    write();
+    return stream == platform::ConsoleStream::Output ? fakePlatform().consoleOutput
+                                                     : fakePlatform().consoleErrors;
 }
 
 void installFileManager()

@@ -2,6 +2,7 @@
 #include "platform/World.h"
 
 #include "platform/linux/Plocate.h"
+#include "support/RunningProcess.h"
 #include "support/TestHome.h"
 
 #include <QDesktopServices>
@@ -17,6 +18,7 @@
 #include <array>
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -194,11 +196,27 @@ bool setCompositing(bool isCompositing)
     return true;
 }
 
+bool setDesktopHoldsHotkeys(bool isHolding)
+{
+    qunsetenv("XDG_SESSION_TYPE");
+    if (isHolding) {
+        qputenv("WAYLAND_DISPLAY", "wayland-0");
+    } else {
+        qunsetenv("WAYLAND_DISPLAY");
+    }
+    return true;
+}
+
 bool mayHaveFocus(const QWindow &window)
 {
     // The request of the program's own connection must have arrived.
     QGuiApplication::sync();
     return otherClient().acceptsFocus(xcb_window_t(window.winId()));
+}
+
+bool isStillRunning(qint64 process)
+{
+    return isRunning(process);
 }
 
 QString privateVariable()
@@ -216,6 +234,24 @@ bool failsToWriteIntoAClosedPipe()
     const bool fails = write(ends[1], "x", 1) == -1 && errno == EPIPE;
     close(ends[1]);
     return fails;
+}
+
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write)
+{
+    const int number = stream == platform::ConsoleStream::Output ? STDOUT_FILENO : STDERR_FILENO;
+    QFile file(testhome::path() + "/console"_L1);
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate)) {
+        return {};
+    }
+    std::fflush(nullptr);
+    const int original = dup(number);
+    dup2(file.handle(), number);
+    write();
+    std::fflush(nullptr);
+    dup2(original, number);
+    close(original);
+    file.seek(0);
+    return QString::fromUtf8(file.readAll());
 }
 
 void installFileManager()

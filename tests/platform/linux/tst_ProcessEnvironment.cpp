@@ -18,6 +18,7 @@ private Q_SLOTS:
     void keepsAllOtherVariables();
     void prefersX11WhereItIs_data();
     void prefersX11WhereItIs();
+    void needsNoDisplayWithoutAWindowSystem();
 };
 
 void tst_ProcessEnvironment::unsetsPrivateVariables_data()
@@ -105,6 +106,13 @@ void tst_ProcessEnvironment::prefersX11WhereItIs()
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), preferred);
     platform::unsetPrivateVariables();
     QCOMPARE(qgetenv("QT_QPA_PLATFORM"), chosen);
+}
+
+void tst_ProcessEnvironment::needsNoDisplayWithoutAWindowSystem()
+{
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    const platform::WithoutWindowSystem withoutWindowSystem;
+    QCOMPARE(qgetenv("QT_QPA_PLATFORM"), "offscreen"_ba);
 }
 
 VASKEL_TEST(tst_ProcessEnvironment, QCoreApplication)

@@ -4,6 +4,7 @@
 #include "platform/windows/EverythingLibrary.h"
 #include "platform/windows/Recording.h"
 #include "platform/windows/ShellLink.h"
+#include "support/RunningProcess.h"
 #include "support/TestHome.h"
 
 #include "platform/StartMenu.h"
@@ -121,10 +122,20 @@ bool setCompositing(bool)
     return false;
 }
 
+bool setDesktopHoldsHotkeys(bool)
+{
+    return false;
+}
+
 bool mayHaveFocus(const QWindow &window)
 {
     const auto handle = reinterpret_cast<HWND>(window.winId());
     return !(GetWindowLongPtrW(handle, GWL_EXSTYLE) & WS_EX_NOACTIVATE);
+}
+
+bool isStillRunning(qint64 process)
+{
+    return isRunning(process);
 }
 
 QString privateVariable()
@@ -144,6 +155,22 @@ bool failsToWriteIntoAClosedPipe()
     const bool fails = !WriteFile(otherEnd, "x", 1, &written, nullptr);
     CloseHandle(otherEnd);
     return fails;
+}
+
+QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void()> &write)
+{
+    const DWORD number =
+        stream == platform::ConsoleStream::Output ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE;
+    const QString path = testhome::path() + "/console"_L1;
+    const HANDLE original = GetStdHandle(number);
+    const HANDLE redirected = CreateFileW(qUtf16Printable(path), GENERIC_WRITE, FILE_SHARE_READ,
+                                          nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    SetStdHandle(number, redirected);
+    write();
+    SetStdHandle(number, original);
+    CloseHandle(redirected);
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
 // Every Windows has one; reset() installs it.

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/CommandCheck.h"
+
+#include "app/Translation.h"
+#include "commands/CommandFile.h"
+#include "commands/ScriptAnswer.h"
+#include "commands/ScriptProcess.h"
+#include "core/ResultRecord.h"
+#include "platform/Console.h"
+#include "platform/ProcessEnvironment.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTextStream>
+#include <QTranslator>
+
+#include <cstring>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int succeeded = 0;
+constexpr int failed = 1;
+constexpr int misused = 2;
+
+struct Outcome
+{
+    QByteArray output;
+    QString error;
+    QString details;
+};
+
+Outcome runProgram(const CommandFile &file, const QString &text)
+{
+    Outcome outcome;
+    QEventLoop loop;
+    auto *process = new ScriptProcess(file); // deletes itself
+    QObject::connect(
+        process, &ScriptProcess::finished, &loop,
+        [&](const QByteArray &output, const QString &error, const QString &details) {
+            outcome = {output, error, details};
+            loop.quit();
+        },
+        Qt::QueuedConnection); // it may fail before the loop runs
+    process->start(text);
+    loop.exec();
+    return outcome;
+}
+
+void printLine(QTextStream &output, const QString &name, const QString &value)
+{
+    if (!value.isEmpty()) {
+        output << "    " << name << ": " << value << '\n';
+    }
+}
+
+void printRow(QTextStream &output, const QVariantMap &record)
+{
+    const QVariantMap action = recordAction(record);
+    output << recordTitle(record) << '\n';
+    printLine(output, u"subtitle"_s, recordSubtitle(record));
+    printLine(output, u"icon"_s, recordIcon(record));
+    printLine(output, u"autocomplete"_s, recordCompletion(record));
+    printLine(output, u"Enter"_s,
+              action.isEmpty() ? u"nothing"_s : actionType(action) + u' ' + actionData(action));
+}
+
+int printError(QTextStream &errors, const QString &error, const QString &details = {})
+{
+    errors << error << '\n';
+    if (!details.isEmpty()) {
+        errors << details << '\n';
+    }
+    return failed;
+}
+
+} // namespace
+
+QStringList commandcheck::builtinCommands()
+{
+    // Without the plugins, whose services need a display.
+    return {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"plugin"_s, u"set"_s, u"todo"_s, u"user"_s};
+}
+
+bool commandcheck::isRequested(int argc, const char *const argv[])
+{
+    return argc > 1 && std::strcmp(argv[1], "--check-command") == 0;
+}
+
+int commandcheck::run(int &argc, char *argv[])
+{
+    const QCoreApplication app(argc, argv);
+    platform::unsetPrivateVariables();
+    QTranslator translator;
+    installTranslation(translator);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 3 || arguments.size() > 4) {
+        platform::writeToConsole(platform::ConsoleStream::Errors,
+                                 u"usage: Vaskel --check-command FOLDER [TEXT]\n"_s);
+        return misused;
+    }
+    QString output;
+    QString errors;
+    QTextStream outputStream(&output);
+    QTextStream errorStream(&errors);
+    const int status = check(arguments.at(2), arguments.value(3), outputStream, errorStream);
+    outputStream.flush();
+    errorStream.flush();
+    if (!output.isEmpty()) {
+        platform::writeToConsole(platform::ConsoleStream::Output, output);
+    }
+    if (!errors.isEmpty()) {
+        platform::writeToConsole(platform::ConsoleStream::Errors, errors);
+    }
+    return status;
+}
+
+int commandcheck::check(const QString &folder, const QString &text, QTextStream &output,
+                        QTextStream &errors)
+{
+    QString error;
+    const std::optional<CommandFile> file = CommandFile::load(folder, error);
+    if (!file) {
+        return printError(errors, error);
+    }
+    if (const QString taken = file->errorIfIn(builtinCommands()); !taken.isEmpty()) {
+        return printError(errors, taken);
+    }
+    const Outcome outcome = runProgram(*file, text.trimmed());
+    if (!outcome.error.isEmpty()) {
+        return printError(errors, outcome.error, outcome.details);
+    }
+    const ScriptAnswer answer = ScriptAnswer::parse(outcome.output, *file);
+    if (!answer.error.isEmpty()) {
+        return printError(errors, answer.error);
+    }
+    for (const QVariant &record : answer.records) {
+        printRow(output, record.toMap());
+    }
+    return succeeded;
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "platform/DesktopHotkeys.h"
+#include "settings/HotkeyOrigin.h"
+
+#include <QObject>
+#include <QTimer>
+
+class GlobalHotkey;
+class PluginManager;
+class Settings;
+
+/// Registers the hotkeys of the settings: with the desktop where it holds hotkeys for programs, and
+/// with GlobalHotkey as long as it does not.
+class HotkeyRegistration : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The objects must live as long as this one; the desktop may be null.
+    HotkeyRegistration(GlobalHotkey *hotkey, const PluginManager *plugins, const Settings *settings,
+                       platform::DesktopHotkeys *desktop);
+
+    /// Call these at the start and after a change of the settings. The desktop learns of all
+    /// changes at once, from the event loop.
+    void registerMainHotkey();
+    void registerPluginHotkeys();
+
+    /// Where the hotkey of a command comes from, or of the window if the command is empty.
+    HotkeyOrigin origin(const QString &command) const;
+
+private:
+    bool isBound() const { return m_desktop && m_desktop->isBound(); }
+    void bind();
+    void follow();
+    QList<platform::DesktopHotkeys::Hotkey> hotkeys() const;
+
+    GlobalHotkey *m_hotkey;
+    const PluginManager *m_plugins;
+    const Settings *m_settings;
+    platform::DesktopHotkeys *m_desktop;
+    QTimer m_bindTimer;
+    bool m_wasBound = false;
+};

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/InstanceChannel.h"
+
+#include "platform/ProcessEnvironment.h"
+
+#include <SingleApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace instancechannel {
+
+// The library sends messages only from an application object. This one has no window system, and
+// main() creates another one if no instance runs.
+Delivery deliver(const QByteArray &message)
+{
+    constexpr int timeout = 1000;
+    const platform::WithoutWindowSystem withoutWindowSystem;
+    int argc = 1;
+    char name[] = "Vaskel";
+    char *argv[] = {name, nullptr};
+    SingleApplication app(argc, argv, true, SingleApplication::Mode::User, timeout, u"Vaskel"_s);
+    if (app.isPrimary()) {
+        return Delivery::NotRunning;
+    }
+    return app.sendMessage(message, timeout) ? Delivery::Delivered : Delivery::NoAnswer;
+}
+
+} // namespace instancechannel

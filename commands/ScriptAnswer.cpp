@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "commands/ScriptAnswer.h"
+
+#include "core/ResultRecord.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringDecoder>
+#include <QUrl>
+
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The documented form of a line: its text, and after a NUL pairs of key and value, all separated by
+// this character.
+constexpr QChar optionSeparator = u'\x1f';
+
+// Nothing if the bytes are not valid UTF-8.
+std::optional<QString> decode(const QByteArray &output)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    QString text = decoder(output);
+    return decoder.hasError() ? std::nullopt : std::optional(text);
+}
+
+// Programs also print numbers where a text is expected.
+QString textOf(const QJsonValue &value)
+{
+    return value.isDouble() || value.isString() ? value.toVariant().toString() : QString();
+}
+
+// Several arguments are separated by line feeds.
+QString argumentOf(const QJsonValue &value)
+{
+    if (!value.isArray()) {
+        return textOf(value);
+    }
+    QStringList arguments;
+    const QJsonArray array = value.toArray();
+    for (const QJsonValue &argument : array) {
+        arguments.append(textOf(argument));
+    }
+    return arguments.join(u'\n');
+}
+
+QString iconOf(const QJsonObject &item, const CommandFile &file)
+{
+    const QJsonValue value = item.value("icon"_L1);
+    const QJsonObject icon = value.toObject();
+    const QString path = value.isString() ? value.toString() : icon.value("path"_L1).toString();
+    // With a type, the path names something else whose icon is meant.
+    return path.isEmpty() || icon.contains("type"_L1) ? file.icon : file.absolutePath(path);
+}
+
+QVariantMap openAction(const QString &argument, const CommandFile &file)
+{
+    const QUrl url(argument);
+    if (url.isLocalFile()) {
+        return makeAction(actiontype::openFile, url.toLocalFile(), file.command);
+    }
+    // One letter is the drive of a path of Windows.
+    if (url.scheme().size() > 1 && !QDir::isAbsolutePath(argument)) {
+        return makeAction(actiontype::openUrl, argument, file.command);
+    }
+    return makeAction(actiontype::openFile, file.absolutePath(argument), file.command);
+}
+
+QVariantMap makeInertRow(const QString &title, const QString &subtitle, const QString &icon,
+                         const CommandFile &file)
+{
+    QVariantMap record = makeInertRecord(title, subtitle, file.command);
+    record.insert(u"icon"_s, icon);
+    return record;
+}
+
+QVariantMap makeRow(const QString &title, const QString &subtitle, const QString &icon,
+                    const QString &argument, const CommandFile &file)
+{
+    const bool isRun = file.action == CommandFile::Action::Run;
+    if (argument.isEmpty() && !isRun) { // there is nothing to copy or to open
+        return makeInertRow(title, subtitle, icon, file);
+    }
+    if (file.action == CommandFile::Action::Open) {
+        return makeRecord(title, subtitle, icon, openAction(argument, file));
+    }
+    const QString type = isRun ? ScriptAnswer::runType : actiontype::copy;
+    return makeRecord(title, subtitle, icon, makeAction(type, argument, file.command));
+}
+
+} // namespace
+
+const QString ScriptAnswer::runType = u"run"_s;
+
+ScriptAnswer ScriptAnswer::parse(const QByteArray &output, const CommandFile &file)
+{
+    ScriptAnswer answer;
+    const std::optional<QString> text = decode(output);
+    if (!text) {
+        answer.error = tr("The answer is not valid UTF-8.");
+    } else if (file.output == CommandFile::Output::Lines) {
+        answer.readLines(*text, file);
+    } else {
+        answer.readItems(text->toUtf8(), file);
+    }
+    if (!answer.error.isEmpty()) {
+        answer.records.clear();
+    }
+    return answer;
+}
+
+void ScriptAnswer::readItems(const QByteArray &output, const CommandFile &file)
+{
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(output, &parseError);
+    if (parseError.error != QJsonParseError::NoError) {
+        error = tr("The answer is not valid JSON: %1 at byte %2.")
+                    .arg(parseError.errorString())
+                    .arg(parseError.offset);
+        return;
+    }
+    const QJsonValue items = document.object().value("items"_L1);
+    if (!items.isArray()) {
+        error = tr("The answer is no JSON object with a list \"items\".");
+        return;
+    }
+    const QJsonArray array = items.toArray();
+    for (const QJsonValue &item : array) {
+        if (records.size() == maximumRows || !error.isEmpty()) {
+            return;
+        }
+        readItem(item.toObject(), file);
+    }
+}
+
+void ScriptAnswer::readItem(const QJsonObject &item, const CommandFile &file)
+{
+    const QString title = textOf(item.value("title"_L1));
+    if (title.isEmpty()) {
+        error = tr("Item %1 of the answer has no title.").arg(records.size() + 1);
+        return;
+    }
+    const QString subtitle = textOf(item.value("subtitle"_L1));
+    const QString icon = iconOf(item, file);
+    const bool isValid = item.value("valid"_L1).toBool(true);
+    QVariantMap record =
+        isValid ? makeRow(title, subtitle, icon, argumentOf(item.value("arg"_L1)), file)
+                : makeInertRow(title, subtitle, icon, file);
+    const QString completion = textOf(item.value("autocomplete"_L1));
+    if (!completion.isEmpty()) {
+        setRecordCompletion(record, completion);
+    }
+    records.append(record);
+}
+
+void ScriptAnswer::readLines(const QString &text, const CommandFile &file)
+{
+    for (QStringView line : QStringView(text).split(u'\n')) {
+        if (records.size() == maximumRows) {
+            return;
+        }
+        if (line.endsWith(u'\r')) {
+            line.chop(1);
+        }
+        readLine(line.toString(), file);
+    }
+}
+
+void ScriptAnswer::readLine(const QString &line, const CommandFile &file)
+{
+    const qsizetype end = line.indexOf(QChar::Null);
+    const QString text = line.left(end);
+    if (text.trimmed().isEmpty()) { // also a line of options for the whole list
+        return;
+    }
+    QString icon = file.icon;
+    QString title = text;
+    bool isValid = true;
+    const QStringList options = end < 0 ? QStringList() : line.mid(end + 1).split(optionSeparator);
+    for (qsizetype i = 0; i + 1 < options.size(); i += 2) {
+        // A name of a themed icon has no slash.
+        if (options[i] == "icon"_L1 && options[i + 1].contains(u'/')) {
+            icon = file.absolutePath(options[i + 1]);
+        } else if (options[i] == "display"_L1) {
+            title = options[i + 1];
+        } else if (options[i] == "nonselectable"_L1) {
+            isValid = options[i + 1] != "true"_L1;
+        }
+    }
+    records.append(isValid ? makeRow(title, QString(), icon, text, file)
+                           : makeInertRow(title, QString(), icon, file));
+}

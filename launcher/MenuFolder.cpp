@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "launcher/MenuFolder.h"
+
+#include "platform/FolderEntries.h"
+#include "platform/Link.h"
+
+#include <QDir>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A name with what decides on its place, which would be made anew for each comparison otherwise.
+struct SortedName
+{
+    QString key;
+    QString name;
+};
+
+QStringList sorted(QList<SortedName> names)
+{
+    std::sort(names.begin(), names.end(), [](const SortedName &left, const SortedName &right) {
+        const int order = left.key.compare(right.key);
+        return order != 0 ? order < 0 : left.name < right.name;
+    });
+    QStringList result;
+    result.reserve(names.size());
+    for (SortedName &name : names) {
+        result.append(std::move(name.name));
+    }
+    return result;
+}
+
+} // namespace
+
+MenuFolder readMenuFolder(const QString &path)
+{
+    const QList<platform::FolderEntry> entries = platform::folderEntries(path);
+    QList<SortedName> links;
+    QList<SortedName> subfolders;
+    for (const platform::FolderEntry &entry : entries) {
+        if (entry.isFolder) {
+            subfolders.append({entry.name.toLower(), entry.name});
+        } else if (isLink(entry.name)) {
+            links.append({entry.name.toLower(), entry.name});
+        }
+    }
+    MenuFolder folder{sorted(std::move(links)), sorted(std::move(subfolders))};
+    QString prefix = QDir(path).absolutePath();
+    if (!prefix.endsWith(u'/')) {
+        prefix += u'/';
+    }
+    for (QString &link : folder.links) {
+        link.prepend(prefix);
+    }
+    return folder;
+}
+
+bool isLink(const QString &path)
+{
+    const QString suffix = platform::linkSuffix();
+    if (path.size() <= suffix.size() || path.at(path.size() - suffix.size() - 1) != u'.') {
+        return false;
+    }
+    // Nearly all are equal, which is faster to tell.
+    const QStringView last = QStringView(path).last(suffix.size());
+    return last == suffix || last.compare(suffix, Qt::CaseInsensitive) == 0;
+}

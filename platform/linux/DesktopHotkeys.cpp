@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/DesktopHotkeys.h"
+
+#include "platform/linux/PortalHotkeys.h"
+
+#include <QByteArray>
+
+namespace platform {
+
+namespace {
+
+// A compositor sets the first variable for its clients. The second one is for a program that was
+// started without it, as a service of the user may be.
+bool isWaylandSession()
+{
+    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+           || qgetenv("XDG_SESSION_TYPE") == "wayland";
+}
+
+} // namespace
+
+std::unique_ptr<DesktopHotkeys> createDesktopHotkeys(QWindow *window)
+{
+    return isWaylandSession() ? std::make_unique<PortalHotkeys>(window) : nullptr;
+}
+
+} // namespace platform

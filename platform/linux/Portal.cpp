@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/Portal.h"
+
+#include <QDBusArgument>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+
+#include <limits>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+constexpr auto service = "org.freedesktop.portal.Desktop"_L1;
+constexpr auto portalPath = "/org/freedesktop/portal/desktop"_L1;
+constexpr auto requestInterface = "org.freedesktop.portal.Request"_L1;
+
+// Each object has its own connection. The portal must know the name of the program before the first
+// other call on a connection, and Qt calls the portal on its own connection, too.
+QString newConnectionName()
+{
+    static int count = 0;
+    return u"Vaskel portal %1"_s.arg(++count);
+}
+
+} // namespace
+
+Portal::Portal(QObject *parent)
+    : QObject(parent)
+    , m_bus(newConnectionName())
+{
+}
+
+Portal::~Portal()
+{
+    if (m_bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(m_bus.name());
+    }
+}
+
+bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
+{
+    if (m_bus.isConnected()) {
+        return true;
+    }
+    m_signals = signalsToReceive;
+    m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, newConnectionName());
+    auto *watcher =
+        new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString &, const QString &older, const QString &newer) {
+                handleOwner(older, newer);
+            });
+    return m_bus.isConnected();
+}
+
+void Portal::call(const QString &interface, const QString &method, const QVariantList &arguments,
+                  const Replied &replied, const QString &path)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(
+        service, path.isEmpty() ? QString(portalPath) : path, interface, method);
+    message.setArguments(arguments);
+    constexpr int never = std::numeric_limits<int>::max();
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message, never), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this,
+            [this, watcher, replied, generation = m_generation] {
+                watcher->deleteLater();
+                if (generation == m_generation) {
+                    const QDBusMessage reply = watcher->reply();
+                    subscribe(reply.service());
+                    replied(reply);
+                }
+            });
+}
+
+// The signal comes at a path that is known before the call, and perhaps before the reply.
+void Portal::request(const QString &interface, const QString &method, const QVariantList &arguments,
+                     const QVariantMap &options, const Answered &answered)
+{
+    static int count = 0;
+    const QString token = u"vaskel%1"_s.arg(++count);
+    m_request = pathOf(u"request"_s, token);
+    m_answered = answered;
+    QVariantMap allOptions = options;
+    allOptions.insert(u"handle_token"_s, token);
+    call(interface, method, arguments + QVariantList{allOptions},
+         [this](const QDBusMessage &reply) {
+             if (const QString error = errorOf(reply); !error.isEmpty()) {
+                 m_request.clear();
+                 std::exchange(m_answered, {})(error, {});
+             }
+         });
+}
+
+void Portal::cancel()
+{
+    ++m_generation;
+    closeRequest();
+}
+
+QString Portal::sessionPath(const QString &token) const
+{
+    return pathOf(u"session"_s, token);
+}
+
+QString Portal::errorOf(const QDBusMessage &reply)
+{
+    return reply.type() == QDBusMessage::ErrorMessage
+               ? reply.errorName() + ": "_L1 + reply.errorMessage()
+               : QString();
+}
+
+void Portal::handleResponse(const QDBusMessage &signal)
+{
+    if (m_request.isEmpty() || signal.path() != m_request) {
+        return;
+    }
+    m_request.clear();
+    const QVariantList arguments = signal.arguments();
+    const uint response = arguments.value(0).toUInt();
+    const QString error = response == 0 ? QString() : u"the answer is %1"_s.arg(response);
+    // The function may make the next request.
+    std::exchange(m_answered, {})(error, qdbus_cast<QVariantMap>(arguments.value(1)));
+}
+
+void Portal::handleSignal(const QDBusMessage &signal)
+{
+    Q_EMIT received(signal);
+}
+
+void Portal::handleOwner(const QString &older, const QString &newer)
+{
+    if (!older.isEmpty()) {
+        m_request.clear(); // it has gone
+        Q_EMIT ended();
+    }
+    if (!newer.isEmpty()) {
+        Q_EMIT started();
+    }
+}
+
+// By the unique name, which all replies have: to find the owner of the other one, Qt would wait for
+// the bus. An error of the bus has the name of the bus.
+void Portal::subscribe(const QString &owner)
+{
+    if (owner == m_owner || !owner.startsWith(u':')) {
+        return;
+    }
+    const QString older = std::exchange(m_owner, owner);
+    const QString anyPath;
+    const auto subscribeTo = [&](const QString &interface, const QString &name, const char *slot) {
+        if (!older.isEmpty()) {
+            m_bus.disconnect(older, anyPath, interface, name, this, slot);
+        }
+        m_bus.connect(owner, anyPath, interface, name, this, slot);
+    };
+    subscribeTo(requestInterface, u"Response"_s, SLOT(handleResponse(QDBusMessage)));
+    for (const Signal &signal : std::as_const(m_signals)) {
+        subscribeTo(signal.interface, signal.name, SLOT(handleSignal(QDBusMessage)));
+    }
+}
+
+void Portal::closeRequest()
+{
+    if (!m_request.isEmpty()) {
+        m_bus.send(
+            QDBusMessage::createMethodCall(service, m_request, requestInterface, u"Close"_s));
+        m_request.clear();
+    }
+}
+
+QString Portal::pathOf(const QString &kind, const QString &token) const
+{
+    const QString sender = m_bus.baseService().mid(1).replace(u'.', u'_');
+    return portalPath + u'/' + kind + u'/' + sender + u'/' + token;
+}
+
+} // namespace platform

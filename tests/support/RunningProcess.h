@@ -1,0 +1,7 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QtGlobal>
+
+/// Whether the process of this number runs. One that has ended may still wait for its parent.
+bool isRunning(qint64 process);
