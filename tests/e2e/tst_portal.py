@@ -107,7 +107,7 @@ class HotkeysOfThePortal(EndToEndCase):
         self.start_portal()
         self.start_hidden()
         wait_until(self.is_bound, "the hotkeys are bound")
-        self.press("command-calc")
+        self.press("command-calc-CTRL+ALT+c")
         self.comes_up()
         self.becomes(self.launcher.badge, "calc")
 
@@ -149,7 +149,7 @@ class HotkeysOfThePortal(EndToEndCase):
         self.launcher.press("space")
         wait_until(lambda: TOLD_BY_DESKTOP.replace("space", "k") in self.names(),
                    "the page tells the new keys")
-        self.assertIn("BindShortcuts x11 toggle=CTRL+ALT+k", self.portal.calls())
+        self.assertIn("BindShortcuts x11 toggle-CTRL+ALT+k=CTRL+ALT+k", self.portal.calls())
 
     def test_opens_the_dialog_of_the_desktop(self):
         self.start_portal(version=2)
