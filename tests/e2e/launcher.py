@@ -122,8 +122,8 @@ def press_until(press, is_done, what, interval=5):
 class Home:
     """A user's home and a system of installed programs, in a folder that remove() deletes."""
 
-    def __init__(self):
-        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-home-"))
+    def __init__(self, folder=None):
+        self.folder = folder or pathlib.Path(tempfile.mkdtemp(prefix="vaskel-home-"))
         self.data = self.folder / ".local/share"
         self.applications = self.data / "applications"
         self.configuration = self.folder / ".config"
@@ -182,6 +182,14 @@ class Home:
                        self.system / "applications", NoDisplay="true", MimeType=types)
         with open(self.configuration / "mimeapps.list", "a") as file:
             file.writelines(f"{type}={name}.desktop\n" for type in types.split(";") if type)
+
+    def hide_system_index(self, programs):
+        """Makes plocate behave as on a system without a database, by a program in this folder."""
+        program = programs / "plocate"
+        missing = self.folder / "missing.db"
+        program.write_text(f'#!/bin/sh\n[ "$1" = --database ] || set -- --database {missing} "$@"\n'
+                           f'exec {shutil.which("plocate")} "$@"\n')
+        program.chmod(0o755)
 
     def recorded(self, file):
         """The recorder's record, or None until it has run."""
@@ -449,6 +457,13 @@ class Launcher:
         if self.badge():
             self.press("BackSpace", "shift+Home", "BackSpace")
         wait_until(lambda: self.badge() is None and self.text() == "", "the box is empty")
+
+    def enter(self, text):
+        """Types the text, or pastes it if it has characters that the keyboard lacks."""
+        if text.isascii():
+            self.type(text)
+        else:
+            self.paste(text)
 
     def paste(self, text):
         self.desktop.set_clipboard(text)

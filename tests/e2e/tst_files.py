@@ -20,14 +20,6 @@ class Files(EndToEndCase):
         self.programs.mkdir()
         self.launcher.environment["PATH"] = f"{self.programs}:{self.launcher.environment['PATH']}"
 
-    def use_home_database(self):
-        """Makes plocate behave as on a system without a database."""
-        program = self.programs / "plocate"
-        missing = self.home.folder / "missing.db"
-        program.write_text(f'#!/bin/sh\n[ "$1" = --database ] || set -- --database {missing} "$@"\n'
-                           f'exec {shutil.which("plocate")} "$@"\n')
-        program.chmod(0o755)
-
     def search(self, text):
         """Types until the index answers, since its database may not be complete yet."""
         self.launcher.type(text)
@@ -42,7 +34,7 @@ class Files(EndToEndCase):
         self.becomes(answers, True)
 
     def test_finds_files_and_opens_one(self):
-        self.use_home_database()
+        self.home.hide_system_index(self.programs)
         self.start()
         self.search("file zebra")
         self.becomes(lambda: sorted(self.launcher.rows()),
@@ -56,7 +48,7 @@ class Files(EndToEndCase):
                          [str(self.docs / "Quarterly Zebra.txt")])
 
     def test_repeats_the_search_when_the_database_is_complete(self):
-        self.use_home_database()
+        self.home.hide_system_index(self.programs)
         go = self.home.folder / "go"
         real = shutil.which("updatedb.plocate", path="/usr/sbin:/usr/bin")
         updater = self.programs / "updatedb.plocate"
@@ -72,7 +64,7 @@ class Files(EndToEndCase):
 
     def test_shows_a_file_in_its_folder(self):
         self.home.add_opener("file-manager", "inode/directory;")
-        self.use_home_database()
+        self.home.hide_system_index(self.programs)
         self.start()
         self.search("file herd")
         self.shows_titles("zebra herd.md")
@@ -84,7 +76,7 @@ class Files(EndToEndCase):
         self.assertIsNone(self.home.recorded("text-editor"))
 
     def test_hints_and_finds_nothing(self):
-        self.use_home_database()
+        self.home.hide_system_index(self.programs)
         self.start()
         self.launcher.type("file")
         self.shows_rows(HINT)
