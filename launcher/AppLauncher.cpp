@@ -212,6 +212,7 @@ QString AppLauncher::pinsFilePath()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     if (!platform::makePrivateFolder(folder)) {
+        qWarning() << "Other users may be able to enter" << folder;
         QDir().mkpath(folder);
     }
     return folder + "/pins.json"_L1;
