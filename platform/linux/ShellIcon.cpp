@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ShellIcon.h"
 
+#include "platform/ImageFile.h"
 #include "platform/Link.h"
-#include "platform/RegularFile.h"
 #include "platform/linux/DesktopEntry.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -24,8 +23,7 @@ bool canBeDrawn(const QIcon &icon)
 QIcon iconOf(const QString &name)
 {
     if (name.startsWith(u'/')) {
-        QFile file(name);
-        return openRegularFile(file) ? QIcon(name) : QIcon();
+        return iconOfImageFile(name);
     }
     return name.contains(u'/') ? QIcon() : QIcon::fromTheme(name);
 }
