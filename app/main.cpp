@@ -9,6 +9,7 @@
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
@@ -220,6 +221,8 @@ int main(int argc, char *argv[])
     // A second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, false, SingleApplication::Mode::User, 1000, u"Vaskel"_s);
     platform::unsetPrivateVariables();
+    // QApplication has set the locale, and the plug-ins that it loads may change the environment.
+    platform::FontLibrary fonts;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);
@@ -235,6 +238,7 @@ int main(int argc, char *argv[])
     ThemeManager theme;
     GlobalHotkey hotkey;
     Updater updater;
+    fonts.wait();
     connectTheme(app, theme, settings);
     PluginManager plugins;
     const SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);

@@ -8,6 +8,7 @@
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/FolderEntries.h"
+#include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/Link.h"
 #include "platform/PrivateFile.h"
@@ -162,6 +163,10 @@ QList<FolderEntry> folderEntries(const QString &path)
     }
     return entries;
 }
+
+FontLibrary::FontLibrary() = default;
+
+void FontLibrary::wait() {}
 
 void ensureIconTheme() {}
 
