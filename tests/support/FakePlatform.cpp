@@ -95,8 +95,21 @@ bool isCompositing()
     return fakePlatform().isCompositing;
 }
 
+struct LinkIcons::Memory
+{
+};
+
+LinkIcons::LinkIcons() = default;
+LinkIcons::~LinkIcons() = default;
+
+QIcon LinkIcons::icon(const QString &filePath)
+{
+    return linkIcon(filePath);
+}
+
 QIcon linkIcon(const QString &filePath)
 {
+    fakePlatform().linkIconCalls.append(filePath);
     return fakePlatform().linkIcons.value(filePath);
 }
 
