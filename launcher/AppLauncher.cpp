@@ -148,6 +148,11 @@ void AppLauncher::loadBuiltinApps(Scan *scan)
     }
 }
 
+QString AppLauncher::startMenuText()
+{
+    return tr("Start Menu");
+}
+
 void AppLauncher::scanStartMenu(Scan *scan)
 {
     const QStringList roots = platform::startMenuRoots();
@@ -156,10 +161,10 @@ void AppLauncher::scanStartMenu(Scan *scan)
         if (!folder.exists()) {
             continue;
         }
-        const QStringList subfolders = addPrograms(root, root, tr("Start Menu"), scan);
+        const QStringList subfolders = addPrograms(root, root, startMenuText(), scan);
         for (const QString &name : subfolders) {
             addPrograms(root, folder.absoluteFilePath(name),
-                        QString(tr("Start Menu") + " / "_L1 + name), scan);
+                        QString(startMenuText() + " / "_L1 + name), scan);
         }
     }
 }
