@@ -81,7 +81,8 @@ void Logger::init(const QString &logDir)
 {
     const QString folder = logFolder(logDir);
     // The log has what the user typed. A symbolic link to a folder stays as it is.
-    if (!platform::makePrivateFolder(folder)) {
+    const bool isPrivate = platform::makePrivateFolder(folder);
+    if (!isPrivate) {
         QDir().mkpath(folder);
     }
     removeExpiredLogs(folder, QDate::currentDate());
@@ -99,6 +100,9 @@ void Logger::init(const QString &logDir)
     m_logger->set_level(level);
     m_logger->flush_on(level);
     m_logger->info("Logger initialized, log dir: {}", folder.toLocal8Bit().constData());
+    if (!isPrivate && QFileInfo(folder).isDir()) {
+        m_logger->warn("Other users may be able to read the log");
+    }
 }
 
 void qtMessageHandler(QtMsgType type, const QMessageLogContext &context, const QString &message)

@@ -15,6 +15,7 @@
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
 #include "platform/DesktopHotkeys.h"
+#include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "plugins/AppPlugin.h"
@@ -240,6 +241,8 @@ int main(int argc, char *argv[])
         return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
     }
     platform::unsetPrivateVariables();
+    // QApplication has set the locale, and the plug-ins that it loads may change the environment.
+    platform::FontLibrary fonts;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);
@@ -255,6 +258,7 @@ int main(int argc, char *argv[])
     ThemeManager theme;
     GlobalHotkey hotkey;
     Updater updater;
+    fonts.wait();
     connectTheme(app, theme, settings);
     PluginManager plugins;
     SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);

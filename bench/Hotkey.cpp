@@ -5,6 +5,8 @@
 #include <xcb/xtest.h>
 
 #include <cstdlib>
+#include <thread>
+#include <vector>
 
 Hotkey::Hotkey()
     : m_connection(xcb_connect(nullptr, nullptr))
@@ -31,6 +33,23 @@ Hotkey::Clock::time_point Hotkey::press()
     fake(XCB_KEY_RELEASE, control);
     xcb_flush(m_connection);
     return moment;
+}
+
+void Hotkey::pressAndType(std::chrono::milliseconds delay, const std::string &letters)
+{
+    // The questions to the server would take time between the keys.
+    std::vector<xcb_keycode_t> keys;
+    keys.reserve(letters.size());
+    for (const char letter : letters) {
+        keys.push_back(keyOf(static_cast<xcb_keysym_t>(letter)));
+    }
+    press();
+    std::this_thread::sleep_for(delay);
+    for (const xcb_keycode_t key : keys) {
+        fake(XCB_KEY_PRESS, key);
+        fake(XCB_KEY_RELEASE, key);
+    }
+    xcb_flush(m_connection);
 }
 
 xcb_keycode_t Hotkey::keyOf(xcb_keysym_t symbol) const

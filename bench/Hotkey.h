@@ -4,6 +4,7 @@
 #include <xcb/xcb.h>
 
 #include <chrono>
+#include <string>
 
 /// Presses Ctrl+Alt+Space, the default hotkey of Vaskel. For other programs the keys come from the
 /// keyboard.
@@ -21,8 +22,13 @@ public:
     /// Presses and releases the keys; returns the time just before the last press.
     Clock::time_point press();
 
-private:
+    /// Presses and releases the hotkey, and after the delay the keys of these lower-case letters.
+    void pressAndType(std::chrono::milliseconds delay, const std::string &letters);
+
+    /// The key of this symbol, or 0.
     xcb_keycode_t keyOf(xcb_keysym_t symbol) const;
+
+private:
     void fake(uint8_t type, xcb_keycode_t key);
     void sync();
 

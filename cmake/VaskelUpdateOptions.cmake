@@ -20,10 +20,11 @@ if(VASKEL_UPDATE_SERVER MATCHES "^https://[^/]")
     set(is_https ON)
 endif()
 
-if(VASKEL_UPDATE_SERVER AND NOT is_loopback AND NOT is_https)
+# Not by if(VASKEL_...), which takes "NO" or "x-NOTFOUND" for nothing.
+if(NOT VASKEL_UPDATE_SERVER STREQUAL "" AND NOT is_loopback AND NOT is_https)
     message(FATAL_ERROR "VASKEL_UPDATE_SERVER must begin with https://, unless it is this machine.")
 endif()
-if(VASKEL_UPDATE_KEY AND NOT is_loopback AND NOT is_https)
+if(NOT VASKEL_UPDATE_KEY STREQUAL "" AND NOT is_loopback AND NOT is_https)
     message(FATAL_ERROR "VASKEL_UPDATE_KEY needs a VASKEL_UPDATE_SERVER that begins with https://.")
 endif()
 
@@ -35,5 +36,9 @@ foreach(key IN LISTS VASKEL_UPDATE_KEY)
     string(LENGTH "${key}" key_length)
     if(NOT key MATCHES "^[0-9A-Fa-f]+$" OR NOT key_length EQUAL 64)
         message(FATAL_ERROR "A key in VASKEL_UPDATE_KEY is 64 hexadecimal digits, not \"${key}\".")
+    endif()
+    # No key of a pair, but a point for which signatures can be made by anybody.
+    if(key MATCHES "^0[01]0+[08]0$")
+        message(FATAL_ERROR "VASKEL_UPDATE_KEY is no key of a pair: \"${key}\".")
     endif()
 endforeach()

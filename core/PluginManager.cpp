@@ -5,6 +5,7 @@
 #include "core/IPlugin.h"
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
+#include "platform/BuiltinPrograms.h"
 #include "settings/Settings.h"
 
 #include <QClipboard>
@@ -123,7 +124,7 @@ bool PluginManager::executeAction(const QVariantMap &action)
         return false;
     }
     if (type == actiontype::launch) {
-        return QProcess::startDetached(data, {}, QString(), nullptr);
+        return QProcess::startDetached(platform::programFile(data), {}, QString(), nullptr);
     }
     if (type == actiontype::openUrl) {
         return QDesktopServices::openUrl(QUrl(data));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/ExpressionParser.h"
 
+#include "fuzz/Fuzz.h"
+
 #include <QString>
 
 #include <bit>
@@ -12,12 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void check(bool holds, const char *what)
-{
-    if (!holds) {
-        qFatal("%s", what);
-    }
-}
+using fuzz::check;
 
 struct Answer
 {
@@ -73,7 +70,7 @@ void checkNegatedGroup(const QString &text, const Answer &answer)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const QString text = QString::fromUtf8(QByteArrayView(data, static_cast<qsizetype>(size)));
+    const QString text = fuzz::textOf(data, size);
     const Answer answer = evaluate(text);
     checkLeadingBlank(text, answer);
     checkNegatedGroup(text, answer);

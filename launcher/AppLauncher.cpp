@@ -16,9 +16,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QSaveFile>
 #include <QSet>
@@ -26,16 +23,12 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The keys of the pins file; those of a record are independent of them.
-constexpr auto pinNameKey = "name"_L1;
-constexpr auto pinPathKey = "path"_L1;
-constexpr auto pinIconKey = "iconPath"_L1;
 
 const IconRules iconRules{.asksShell = true};
 
@@ -197,34 +190,18 @@ bool AppLauncher::loadPins()
     if (!platform::openRegularFile(file)) {
         return false;
     }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    if (!document.isArray()) {
-        return false;
-    }
-    const QJsonArray pins = document.array();
-    for (const QJsonValueConstRef value : pins) {
-        const QJsonObject pin = value.toObject();
-        m_pinnedApps.append({pin.value(pinNameKey).toString(), pin.value(pinPathKey).toString(),
-                             pin.value(pinIconKey).toString()});
-    }
-    return true;
+    const std::optional<QList<PinnedApp>> pins = pinsFromJson(file.readAll());
+    m_pinnedApps = pins.value_or(QList<PinnedApp>());
+    return pins.has_value();
 }
 
 void AppLauncher::savePins() const
 {
-    QJsonArray pins;
-    for (const PinnedApp &app : m_pinnedApps) {
-        pins.append(QJsonObject{
-            {pinNameKey, app.name},
-            {pinPathKey, app.path},
-            {pinIconKey, app.iconPath},
-        });
-    }
     QSaveFile file(pinsFilePath());
     if (!file.open(QIODevice::WriteOnly)) {
         return;
     }
-    if (file.write(QJsonDocument(pins).toJson(QJsonDocument::Compact)) >= 0) {
+    if (file.write(pinsToJson(m_pinnedApps)) >= 0) {
         file.commit();
     }
 }
@@ -233,6 +210,7 @@ QString AppLauncher::pinsFilePath()
 {
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     if (!platform::makePrivateFolder(folder)) {
+        qWarning() << "Other users may be able to enter" << folder;
         QDir().mkpath(folder);
     }
     return folder + "/pins.json"_L1;

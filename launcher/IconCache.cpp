@@ -3,8 +3,8 @@
 
 #include "platform/IconTheme.h"
 #include "platform/PrivateFolder.h"
-#include "platform/ShellIcon.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -46,6 +46,25 @@ QList<int> factorsOfScreens()
     return factors;
 }
 
+// Empty for a null pixmap.
+QByteArray pngContent(const QPixmap &pixmap)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    return !pixmap.isNull() && pixmap.save(&buffer, "PNG", -1) ? buffer.data() : QByteArray();
+}
+
+// Not QSaveFile: it would wait for the disk, once per program at the first start.
+bool saveContent(const QByteArray &content, const QString &filePath)
+{
+    QTemporaryFile file(QFileInfo(filePath).path() + "/XXXXXX.tmp"_L1);
+    if (!file.open() || file.write(content) != content.size() || !file.rename(filePath)) {
+        return false;
+    }
+    file.setAutoRemove(false);
+    return true;
+}
+
 } // namespace
 
 QString makeIconFolder()
@@ -64,16 +83,8 @@ QString makeIconFolder()
 
 bool saveIcon(const QPixmap &pixmap, const QString &filePath)
 {
-    if (pixmap.isNull()) {
-        return false;
-    }
-    // Not QSaveFile: it would wait for the disk, once per program at the first start.
-    QTemporaryFile file(QFileInfo(filePath).path() + "/XXXXXX.tmp"_L1);
-    if (!file.open() || !pixmap.save(&file, "PNG", -1) || !file.rename(filePath)) {
-        return false;
-    }
-    file.setAutoRemove(false);
-    return true;
+    const QByteArray content = pngContent(pixmap);
+    return !content.isEmpty() && saveContent(content, filePath);
 }
 
 QString iconFileOfFactor(const QString &filePath, int factor)
@@ -144,15 +155,19 @@ bool IconCache::draw(const QString &path, const QFileInfo &source, const QString
                      int factor)
 {
     if (!m_rules.asksShell) {
-        return save(pixmapOf(source, factor), target, factor);
+        return drawIcon(iconOf(source), target, factor);
     }
-    return (source.exists() && save(pixmapOf(source, factor), target, factor))
-           || save(platform::shellPixmap(path, factor * iconSize.width()), target, factor);
+    return (source.exists() && drawIcon(iconOf(source), target, factor))
+           || saveIcon(fitted(platform::shellPixmap(path, factor * iconSize.width()), factor),
+                       target);
 }
 
-QPixmap IconCache::pixmapOf(const QFileInfo &source, int factor)
+QIcon IconCache::iconOf(const QFileInfo &source)
 {
-    QIcon icon = platform::linkIcon(source.filePath());
+    if (!m_links) {
+        m_links.emplace();
+    }
+    QIcon icon = m_links->icon(source.filePath());
     if (icon.isNull()) {
         icon = platform::fileTypeIcon(source);
     }
@@ -162,15 +177,27 @@ QPixmap IconCache::pixmapOf(const QFileInfo &source, int factor)
         }
         icon = m_provider->icon(source);
     }
-    return factor > 1 ? icon.pixmap(iconSize, factor, QIcon::Normal, QIcon::Off)
-                      : icon.pixmap(iconSize, QIcon::Normal, QIcon::Off);
+    return icon;
 }
 
-bool IconCache::save(const QPixmap &pixmap, const QString &target, int factor) const
+// Many programs have the same icon, which is drawn for the first of them.
+bool IconCache::drawIcon(const QIcon &icon, const QString &target, int factor)
+{
+    if (icon.isNull()) {
+        return false;
+    }
+    QByteArray &content = m_drawn[{icon.cacheKey(), factor}];
+    if (content.isEmpty()) {
+        content =
+            pngContent(fitted(icon.pixmap(iconSize, factor, QIcon::Normal, QIcon::Off), factor));
+    }
+    return !content.isEmpty() && saveContent(content, target);
+}
+
+QPixmap IconCache::fitted(const QPixmap &pixmap, int factor) const
 {
     const QSize size = iconSize * factor;
-    if (pixmap.isNull() || !m_rules.isScaled || pixmap.size() == size) {
-        return saveIcon(pixmap, target);
-    }
-    return saveIcon(pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation), target);
+    return pixmap.isNull() || !m_rules.isScaled || pixmap.size() == size
+               ? pixmap
+               : pixmap.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }

@@ -2,8 +2,11 @@
 #pragma once
 
 #include "platform/FolderEntries.h"
+#include "platform/ShellIcon.h"
 
+#include <QByteArray>
 #include <QFileIconProvider>
+#include <QHash>
 #include <QList>
 #include <QPixmap>
 #include <QSet>
@@ -11,6 +14,7 @@
 #include <QStringView>
 
 #include <optional>
+#include <utility>
 
 class QFileInfo;
 
@@ -63,13 +67,16 @@ private:
     QString findOrDraw(const QString &path, const QFileInfo *source);
     bool exists(const QString &file) const;
     bool draw(const QString &path, const QFileInfo &source, const QString &target, int factor);
-    QPixmap pixmapOf(const QFileInfo &source, int factor);
-    bool save(const QPixmap &pixmap, const QString &target, int factor) const;
+    QIcon iconOf(const QFileInfo &source);
+    bool drawIcon(const QIcon &icon, const QString &target, int factor);
+    QPixmap fitted(const QPixmap &pixmap, int factor) const;
 
     const QString m_folder;
     const IconRules m_rules;
-    const QList<int> m_factors;                  // above 1, of the screens
-    QList<platform::FolderEntry> m_entries;      // of listFolder()
-    QSet<QStringView> m_listed;                  // the names in m_entries
-    std::optional<QFileIconProvider> m_provider; // created for the first icon that is drawn
+    const QList<int> m_factors;                 // above 1, of the screens
+    QList<platform::FolderEntry> m_entries;     // of listFolder()
+    QSet<QStringView> m_listed;                 // the names in m_entries
+    std::optional<platform::LinkIcons> m_links; // both created for the first icon that is drawn
+    std::optional<QFileIconProvider> m_provider;
+    QHash<std::pair<qint64, int>, QByteArray> m_drawn; // PNG files, by the icon's key and factor
 };

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
+
+#include <optional>
 
 /// A pin. It does not depend on an entry of the catalogue.
 struct PinnedApp
@@ -10,3 +14,10 @@ struct PinnedApp
     QString path;     ///< identifies the pin, compared exactly
     QString iconPath; ///< a PNG file, or empty
 };
+
+/// Reads the text of the pins file, a JSON array with one object for each pin, in their order. A
+/// missing or mistyped key gives an empty field. Nothing if it is no array.
+std::optional<QList<PinnedApp>> pinsFromJson(const QByteArray &text);
+
+/// The text of the pins file.
+QByteArray pinsToJson(const QList<PinnedApp> &pins);

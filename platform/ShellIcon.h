@@ -5,10 +5,32 @@
 #include <QPixmap>
 #include <QString>
 
+#include <memory>
+
 namespace platform {
 
-/// The icon that a start-menu file names, for which QFileIconProvider returns that of the file
-/// type. Null for other files, and on systems where the provider returns the right icon.
+/// The icons that start-menu files name, for which QFileIconProvider returns that of the file type.
+/// Use one object for one list: it remembers what it has read of the icon themes, and does not see
+/// what is installed later.
+class LinkIcons
+{
+public:
+    LinkIcons();
+    ~LinkIcons();
+    LinkIcons(const LinkIcons &) = delete;
+    LinkIcons &operator=(const LinkIcons &) = delete;
+
+    /// Null for other files, and on systems where the provider returns the right icon. Files that
+    /// name the same icon get one with the same QIcon::cacheKey().
+    QIcon icon(const QString &filePath);
+
+private:
+    struct Memory;
+
+    std::unique_ptr<Memory> m_memory;
+};
+
+/// The icon of one file.
 QIcon linkIcon(const QString &filePath);
 
 /// The icon of the desktop shell for a path without an icon so far. The path need not exist: it may

@@ -2,6 +2,7 @@
 #include "ui/PngFile.h"
 
 #include "launcher/IconCache.h"
+#include "platform/ImageFile.h"
 #include "platform/RegularFile.h"
 
 #include <QFile>
@@ -40,8 +41,7 @@ QIcon iconOfFile(const QString &filePath)
 {
     const QPixmap pixmap = readPng(filePath);
     if (pixmap.isNull()) {
-        QFile file(filePath);
-        return platform::openRegularFile(file) ? QIcon(filePath) : QIcon();
+        return platform::iconOfImageFile(filePath);
     }
     QIcon icon(pixmap);
     if (qGuiApp->devicePixelRatio() > 1) {

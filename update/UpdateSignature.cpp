@@ -47,11 +47,36 @@ QByteArray bytesOf(const QByteArray &digits, int size)
     return bytes.size() == size && bytes.toHex() == digits ? bytes : QByteArray();
 }
 
+// The first coordinates of the points of small order, for which anybody can make signatures.
+const QByteArrayList &weakPoints()
+{
+    static const QByteArrayList points = {
+        QByteArray(keySize, '\0'),
+        QByteArray(1, '\1') + QByteArray(keySize - 1, '\0'),
+        QByteArray::fromHex("26e8958fc2b227b045c3f489f2ef98f0d5dfac05d3c63339b13802886d53fc05"),
+        QByteArray::fromHex("c7176a703d4dd84fba3c0b760d10670f2a2053fa2c39ccc64ec7fd7792ac037a"),
+    };
+    return points;
+}
+
+// No pair has another kind of key, and libgcrypt ends the process for some.
+bool canBeKey(QByteArray point)
+{
+    if (point.isEmpty()) {
+        return false;
+    }
+    point.back() = char(point.back() & 0x7f); // without the sign of the other coordinate
+    // The prime is 2^255 - 19; the number below it is the last weak point.
+    const QByteArray primeWithoutItsFirstByte = QByteArray(keySize - 2, '\xff') + '\x7f';
+    const bool isPrimeOrMore = point.endsWith(primeWithoutItsFirstByte) && quint8(point[0]) >= 0xec;
+    return !isPrimeOrMore && !weakPoints().contains(point);
+}
+
 bool isSigned(const QByteArray &key, const QByteArray &text, const QByteArray &signature)
 {
     const QByteArray point = bytesOf(key.toLower(), keySize);
     const QByteArray bytes = bytesOf(signature, signatureSize);
-    if (point.isEmpty() || bytes.isEmpty()) {
+    if (!canBeKey(point) || bytes.isEmpty()) {
         return false;
     }
     const Expression publicKey = buildExpression(

@@ -3,19 +3,21 @@
 
 #include "platform/PrivateFile.h"
 #include "platform/UpdateScript.h"
+#include "update/AnonymousProxyFactory.h"
+#include "update/UpdateAddress.h"
 #include "update/UpdateServer.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHostAddress>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QStandardPaths>
+#include <QTimer>
 #include <QUrl>
 
 #include <memory>
@@ -33,47 +35,6 @@ constexpr int maximumRedirects = 50; // as many as Qt follows
 QString temporaryPath(const QString &fileName)
 {
     return QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation)).filePath(fileName);
-}
-
-bool isThisMachine(const QUrl &url)
-{
-    return url.host() == "localhost"_L1 || QHostAddress(url.host()).isLoopback();
-}
-
-// With a key only https, so that nobody on the way learns or decides what is transferred.
-bool mayConnectTo(const QUrl &url)
-{
-    const bool mayBeHttp = updateKeys().isEmpty() || isThisMachine(url);
-    return url.isValid()
-           && (url.scheme() == "https"_L1 || (url.scheme() == "http"_L1 && mayBeHttp));
-}
-
-bool isRedirect(const QNetworkReply &reply)
-{
-    return QList<int>{301, 302, 303, 305, 307, 308}.contains(
-        reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt());
-}
-
-// Empty for a redirect without an address.
-QUrl redirectTarget(const QNetworkReply &reply)
-{
-    const QUrl target = reply.attribute(QNetworkRequest::RedirectionTargetAttribute).toUrl();
-    return target.isEmpty() ? target : reply.url().resolved(target);
-}
-
-QString refusal(const QUrl &url)
-{
-    return u"Refused to connect to \"%1\""_s.arg(url.toDisplayString());
-}
-
-// Empty if the redirect may be followed.
-QString redirectError(const QUrl &from, const QUrl &to, int redirectsLeft)
-{
-    if (redirectsLeft == 0) {
-        return u"Too many redirects"_s;
-    }
-    const bool leavesHttps = from.scheme() == "https"_L1 && to.scheme() != "https"_L1;
-    return leavesHttps || !mayConnectTo(to) ? refusal(to) : QString();
 }
 
 QString errorText(const QNetworkReply &reply)
@@ -137,6 +98,7 @@ Updater::Updater(QObject *parent)
     : QObject(parent)
     , m_manager(new QNetworkAccessManager(this))
 {
+    m_manager->setProxyFactory(new AnonymousProxyFactory);
 }
 
 QString Updater::currentVersion() const
@@ -149,7 +111,13 @@ void Updater::setTransferTimeout(std::chrono::milliseconds timeout)
     m_transferTimeout = timeout;
 }
 
-QNetworkReply *Updater::get(const QUrl &url)
+void Updater::setTotalTimeouts(std::chrono::milliseconds check, std::chrono::milliseconds download)
+{
+    m_checkTimeout = check;
+    m_downloadTimeout = download;
+}
+
+QNetworkReply *Updater::get(const QUrl &url, std::chrono::milliseconds total)
 {
     QNetworkRequest request(url);
     request.setTransferTimeout(int(m_transferTimeout.count()));
@@ -159,7 +127,12 @@ QNetworkReply *Updater::get(const QUrl &url)
     // followRedirect() does it: Qt's own way may lead to other schemes.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::ManualRedirectPolicy);
-    return m_manager->get(request);
+    QNetworkReply *reply = m_manager->get(request);
+    // A server that sends a byte now and then would never be silent.
+    auto *limit = new QTimer(reply);
+    limit->callOnTimeout(reply, &QNetworkReply::abort);
+    limit->start(total);
+    return reply;
 }
 
 template <typename Next, typename Fail>
@@ -191,7 +164,7 @@ void Updater::checkForUpdate()
 
 void Updater::check(const QUrl &url, int redirectsLeft)
 {
-    QNetworkReply *reply = get(url);
+    QNetworkReply *reply = get(url, m_checkTimeout);
     // More than the limit: Qt reports the last piece only when another arrives, and a full buffer
     // would let none arrive.
     reply->setReadBufferSize(2 * answerLimit);
@@ -264,7 +237,7 @@ void Updater::downloadAndInstall(const QString &url)
 
 void Updater::download(const QUrl &url, int redirectsLeft)
 {
-    m_downloadReply = get(url);
+    m_downloadReply = get(url, m_downloadTimeout);
     m_downloadReply->setReadBufferSize(downloadBufferSize);
     followRedirect(
         m_downloadReply, redirectsLeft,

@@ -21,7 +21,8 @@ class QUrl;
 /// file that cannot be created.
 ///
 /// Only http and https addresses are contacted, no server is told who the user is, and a server
-/// that is silent for 30 seconds counts as failed.
+/// that is silent for 30 seconds counts as failed. So does one that takes more than five minutes
+/// for its answer, or four hours for a file.
 ///
 /// If updateKeys() has a key, an offer counts only with a signature by it for this platform and a
 /// version above currentVersion(). Only https addresses are contacted then, except for this
@@ -43,9 +44,12 @@ public:
     /// How long a server may be silent, for requests from now on.
     void setTransferTimeout(std::chrono::milliseconds timeout);
 
+    /// How long a check and a download may take in all, for requests from now on.
+    void setTotalTimeouts(std::chrono::milliseconds check, std::chrono::milliseconds download);
+
     /// Asks the server once. Emits updateAvailable(), noUpdateAvailable() or checkError(), but
-    /// nothing as long as the server goes on with its answer, or if there is no server. An answer
-    /// may have up to 1 MiB.
+    /// nothing before the server has answered, or if there is no server. An answer may have up to
+    /// 1 MiB.
     Q_INVOKABLE void checkForUpdate();
 
     /// Downloads the new executable into the folder for temporary files, installs it and quits.
@@ -77,7 +81,7 @@ private Q_SLOTS:
     void onDownloadReadyRead();
 
 private:
-    QNetworkReply *get(const QUrl &url);
+    QNetworkReply *get(const QUrl &url, std::chrono::milliseconds total);
     template <typename Next, typename Fail>
     void followRedirect(QNetworkReply *reply, int redirectsLeft, Next next, Fail fail);
     void check(const QUrl &url, int redirectsLeft);
@@ -90,6 +94,8 @@ private:
 
     QNetworkAccessManager *m_manager = nullptr;
     std::chrono::milliseconds m_transferTimeout = std::chrono::seconds(30);
+    std::chrono::milliseconds m_checkTimeout = std::chrono::minutes(5);
+    std::chrono::milliseconds m_downloadTimeout = std::chrono::hours(4);
     QNetworkReply *m_downloadReply = nullptr; // null while no download runs
     QFile *m_downloadFile = nullptr;
     QString m_downloadUrl; // from the server's last offer

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "SystemHotkeys.h"
 
+#include "X11Connection.h"
+#include "X11GrabWatchdog.h"
 #include "X11Keyboard.h"
+#include "X11KeyboardHold.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QDebug>
@@ -24,14 +27,6 @@ namespace {
 constexpr quint8 xkbNewKeyboardNotify = 0;
 constexpr quint8 xkbMapNotify = 1;
 
-// Null on other platforms, and while there is no application object.
-xcb_connection_t *connection()
-{
-    auto *app = qobject_cast<QGuiApplication *>(QCoreApplication::instance());
-    auto *x11 = app ? app->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
-    return x11 ? x11->connection() : nullptr;
-}
-
 quint8 xkbEventType(xcb_connection_t *display)
 {
     constexpr char name[] = "XKEYBOARD";
@@ -49,8 +44,9 @@ class X11Hotkeys final : public SystemHotkeys, private QAbstractNativeEventFilte
 public:
     explicit X11Hotkeys(Pressed pressed)
         : m_pressed(std::move(pressed))
-        , m_keyboard(connection())
-        , m_xkbEventType(xkbEventType(connection()))
+        , m_keyboard(x11Connection())
+        , m_watchdog(x11Connection(), x11DisplayName())
+        , m_xkbEventType(xkbEventType(x11Connection()))
     {
         QCoreApplication::instance()->installNativeEventFilter(this);
     }
@@ -69,7 +65,6 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &type, void *message, qintptr *result) override;
     void handlePress(const xcb_key_press_event_t &event);
-    static void ungrabKeyboard(xcb_timestamp_t pressTime);
     void updateKeyboard();
     std::set<X11Key> withLocks(const QList<X11Key> &keys) const;
     bool isGrabbed(const QList<X11Key> &keys) const;
@@ -79,6 +74,8 @@ private:
 
     Pressed m_pressed;
     X11Keyboard m_keyboard;
+    X11GrabWatchdog m_watchdog;
+    X11KeyboardHold m_hold;
     QHash<QKeyCombination, QList<X11Key>> m_keys;
     std::set<X11Key> m_grabbed;      ///< with every set of locks
     xcb_keycode_t m_releasedKey = 0; ///< the key that was released last
@@ -144,8 +141,9 @@ void X11Hotkeys::handlePress(const xcb_key_press_event_t &event)
     if (event.event != event.root) {
         return;
     }
-    ungrabKeyboard(event.time);
+    m_hold.begin(event.time);
     if (isRepeated) {
+        m_hold.end();
         return;
     }
     constexpr quint16 allModifiers = 0xff;
@@ -155,26 +153,17 @@ void X11Hotkeys::handlePress(const xcb_key_press_event_t &event)
             m_pressed(it.key());
         }
     }
-}
-
-// The press of a grabbed key grabs the whole keyboard until the key is up. Further keys would be
-// lost until then, and the active window would lose the focus.
-void X11Hotkeys::ungrabKeyboard(xcb_timestamp_t pressTime)
-{
-    if (xcb_connection_t *display = connection()) {
-        // The time of the press leaves later grabs alone.
-        xcb_ungrab_keyboard(display, pressTime);
-        xcb_flush(display);
-    }
+    // After what the press has queued.
+    QMetaObject::invokeMethod(&m_hold, &X11KeyboardHold::endWithFocus, Qt::QueuedConnection);
 }
 
 void X11Hotkeys::updateKeyboard()
 {
     m_isKeyboardOutdated = false;
-    if (!connection()) {
+    if (!x11Connection()) {
         return;
     }
-    m_keyboard = X11Keyboard(connection());
+    m_keyboard = X11Keyboard(x11Connection());
     for (auto it = m_keys.begin(); it != m_keys.end(); ++it) {
         // A letter that the new layout lacks keeps its key.
         const QList<X11Key> keys = m_keyboard.keysOf(it.key());
@@ -231,7 +220,7 @@ void X11Hotkeys::updateGrabs()
 
 void X11Hotkeys::grab(const std::vector<X11Key> &keys)
 {
-    xcb_connection_t *display = connection();
+    xcb_connection_t *display = x11Connection();
     if (!display) {
         return;
     }
@@ -240,7 +229,7 @@ void X11Hotkeys::grab(const std::vector<X11Key> &keys)
     cookies.reserve(keys.size());
     for (const X11Key &key : keys) {
         cookies.push_back(xcb_grab_key_checked(display, false, root, key.modifiers, key.code,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));
     }
     for (size_t i = 0; i < keys.size(); ++i) {
         xcb_generic_error_t *error = xcb_request_check(display, cookies[i]);
@@ -256,7 +245,7 @@ void X11Hotkeys::ungrab(const std::vector<X11Key> &keys)
     for (const X11Key &key : keys) {
         m_grabbed.erase(key);
     }
-    xcb_connection_t *display = connection();
+    xcb_connection_t *display = x11Connection();
     if (!display || keys.empty()) {
         return;
     }
@@ -278,5 +267,5 @@ std::unique_ptr<SystemHotkeys> SystemHotkeys::create(Pressed pressed)
 
 bool SystemHotkeys::isSupported()
 {
-    return connection() != nullptr;
+    return x11Connection() != nullptr;
 }

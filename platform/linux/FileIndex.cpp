@@ -2,10 +2,9 @@
 #include "platform/FileIndex.h"
 
 #include "platform/linux/HomeDatabase.h"
+#include "platform/linux/PlocateText.h"
 
-#include <QByteArrayList>
 #include <QDeadlineTimer>
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
@@ -42,53 +41,9 @@ QString program()
     return QStandardPaths::findExecutable(u"plocate"_s);
 }
 
-// plocate treats brackets as a set of characters and the backslash as an escape character.
-QString pattern(QString word, bool isPath)
-{
-    const bool isWildcard = word.contains(u'*') || word.contains(u'?');
-    word.replace(u'\\', "\\\\"_L1).replace(u'[', "\\["_L1).replace(u']', "\\]"_L1);
-    if (isPath && isWildcard && !word.startsWith(u'/') && !word.startsWith(u'*')) {
-        word.prepend("*/"_L1); // a pattern must match the path from its start
-    }
-    return word;
-}
-
-QStringList searchArguments(const QString &text, unsigned limit)
-{
-    const bool isPath = text.contains(u'/');
-    QStringList arguments = {u"--null"_s, u"--ignore-case"_s, u"--limit"_s, QString::number(limit)};
-    if (!isPath) {
-        arguments.append(u"--basename"_s);
-    }
-    arguments.append(u"--"_s); // a word may begin with "-"
-    const QStringList words = text.simplified().split(u' ');
-    for (const QString &word : words) {
-        arguments.append(pattern(word, isPath));
-    }
-    return arguments;
-}
-
 QStringList databaseArguments(QString path)
 {
     return {u"--database"_s, path.replace(u'\\', "\\\\"_L1).replace(u':', "\\:"_L1)};
-}
-
-// Returns an empty path for a name that is not valid Unicode.
-QString decodedPath(const QByteArray &bytes)
-{
-    QString path = QFile::decodeName(bytes);
-    return QFile::encodeName(path) == bytes ? path : QString();
-}
-
-QStringList decodedPaths(const QByteArray &output)
-{
-    QByteArrayList names = output.split('\0');
-    names.removeLast(); // empty: it follows the last terminator
-    QStringList paths;
-    for (const QByteArray &name : std::as_const(names)) {
-        paths.append(decodedPath(name));
-    }
-    return paths;
 }
 
 // Do not wait for the process: if it hangs on a dead disk, it does not even end when killed.
@@ -121,7 +76,7 @@ Answer runPlocate(const QStringList &arguments, const QProcessEnvironment &envir
         killAndDeleteLater(std::move(process));
         return {TooSlow, {}};
     }
-    const QStringList paths = decodedPaths(process->readAllStandardOutput());
+    const QStringList paths = plocatePaths(process->readAllStandardOutput());
     // A failure and a search without a match have the same exit status.
     if (paths.isEmpty()
         && (process->exitStatus() != QProcess::NormalExit || process->exitCode() > 1
@@ -166,7 +121,7 @@ void watch(QObject *context, const std::function<void()> &completed)
 Answer search(const QString &text, unsigned limit)
 {
     const QDeadlineTimer deadline(timeLimit);
-    const QStringList arguments = searchArguments(text, limit);
+    const QStringList arguments = plocateArguments(text, limit);
     const Answer answer = runPlocate(arguments, searchEnvironment(), deadline);
     return answer.error == Failed ? searchHomeDatabase(arguments, deadline) : answer;
 }

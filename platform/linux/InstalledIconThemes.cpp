@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/InstalledIconThemes.h"
 
-#include "platform/linux/KeyFile.h"
+#include "platform/RegularFile.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <algorithm>
 
@@ -12,6 +13,29 @@ using namespace Qt::StringLiterals;
 namespace platform {
 
 namespace {
+
+// The index of the largest icon theme has 100,000 bytes.
+constexpr qint64 maximumSize = 1 << 22;
+
+// Reads no further than the key, which is near the beginning: most of an index describes each of
+// its hundreds of folders.
+bool hasDirectories(const QString &indexFile)
+{
+    QFile file(indexFile);
+    if (!openRegularFile(file) || file.size() > maximumSize) {
+        return false;
+    }
+    bool isInGroup = false;
+    while (!file.atEnd()) {
+        const QByteArray line = file.readLine().trimmed();
+        if (line.startsWith('[')) {
+            isInGroup = line == "[Icon Theme]";
+        } else if (isInGroup && line.left(line.indexOf('=')).trimmed() == "Directories") {
+            return true;
+        }
+    }
+    return false;
+}
 
 // Every theme falls back to hicolor anyway, and locolor has too few colours.
 QStringList furtherThemes(const QStringList &searchPaths)
@@ -31,9 +55,7 @@ QStringList furtherThemes(const QStringList &searchPaths)
 bool isIconTheme(const QStringList &searchPaths, const QString &name)
 {
     return std::any_of(searchPaths.begin(), searchPaths.end(), [&name](const QString &path) {
-        const KeyFilePointer index(g_key_file_new());
-        readKeyFile(index.get(), path + u'/' + name + "/index.theme"_L1);
-        return g_key_file_has_key(index.get(), "Icon Theme", "Directories", nullptr);
+        return hasDirectories(path + u'/' + name + "/index.theme"_L1);
     });
 }
 

@@ -29,12 +29,21 @@ constexpr auto programId = "vaskel"_L1;
 // A session that the portal closes is opened again, but not for ever.
 constexpr int mostClosures = 3;
 
-constexpr auto windowId = "toggle"_L1;
-constexpr auto commandPrefix = "command-"_L1;
-
-QString idOf(const QString &command)
+QString triggerOf(const DesktopHotkeys::Hotkey &hotkey)
 {
-    return command.isEmpty() ? QString(windowId) : commandPrefix + command;
+    return portalTrigger(QKeySequence(hotkey.sequence, QKeySequence::PortableText));
+}
+
+// Desktops remember the keys of an id, whatever keys they are asked for later. So a hotkey with
+// other keys has another id, except the default one: users of Hyprland write its id into a file.
+QString idOf(const DesktopHotkeys::Hotkey &hotkey)
+{
+    constexpr auto defaultTrigger = "CTRL+ALT+space"_L1;
+    const QString trigger = triggerOf(hotkey);
+    if (hotkey.command.isEmpty()) {
+        return trigger == defaultTrigger ? u"toggle"_s : u"toggle-"_s + trigger;
+    }
+    return "command-"_L1 + hotkey.command + u'-' + trigger;
 }
 
 } // namespace
@@ -61,7 +70,7 @@ void PortalHotkeys::bind(const QList<Hotkey> &hotkeys)
 
 std::optional<QString> PortalHotkeys::trigger(const QString &command) const
 {
-    const auto found = m_triggers.constFind(idOf(command));
+    const auto found = m_triggers.constFind(command);
     return m_isBound && found != m_triggers.cend() ? std::optional(*found) : std::nullopt;
 }
 
@@ -196,7 +205,7 @@ void PortalHotkeys::finish(const QVariant &shortcuts)
     m_timer.stop();
     m_triggers.clear();
     takeTriggers(shortcuts);
-    qDebug() << "The desktop holds the hotkeys:" << m_triggers.size();
+    qDebug() << "The desktop holds the hotkeys:" << m_triggers;
     setBound(true);
 }
 
@@ -263,10 +272,8 @@ void PortalHotkeys::handleActivated(const QString &id)
         return;
     }
     m_closures = 0;
-    const auto hotkey =
-        std::find_if(m_hotkeys.cbegin(), m_hotkeys.cend(),
-                     [&id](const Hotkey &candidate) { return idOf(candidate.command) == id; });
-    if (hotkey == m_hotkeys.cend()) {
+    const Hotkey *hotkey = find(id);
+    if (!hotkey) {
         return;
     }
     if (hotkey->command.isEmpty()) {
@@ -291,16 +298,25 @@ void PortalHotkeys::takeTriggers(const QVariant &shortcuts)
 {
     const QList<PortalShortcut> list = toPortalShortcuts(shortcuts);
     for (const PortalShortcut &shortcut : list) {
-        m_triggers.insert(shortcut.id,
-                          shortcut.properties.value(u"trigger_description"_s).toString());
+        if (const Hotkey *hotkey = find(shortcut.id)) {
+            m_triggers.insert(hotkey->command,
+                              shortcut.properties.value(u"trigger_description"_s).toString());
+        }
     }
+}
+
+const PortalHotkeys::Hotkey *PortalHotkeys::find(const QString &id) const
+{
+    const auto found = std::find_if(m_hotkeys.cbegin(), m_hotkeys.cend(),
+                                    [&id](const Hotkey &hotkey) { return idOf(hotkey) == id; });
+    return found == m_hotkeys.cend() ? nullptr : &*found;
 }
 
 bool PortalHotkeys::isEachIn(const QVariant &shortcuts) const
 {
     const QList<PortalShortcut> list = toPortalShortcuts(shortcuts);
     return std::all_of(m_hotkeys.cbegin(), m_hotkeys.cend(), [&list](const Hotkey &hotkey) {
-        const QString id = idOf(hotkey.command);
+        const QString id = idOf(hotkey);
         return std::any_of(list.cbegin(), list.cend(),
                            [&id](const PortalShortcut &shortcut) { return shortcut.id == id; });
     });
@@ -317,12 +333,11 @@ QVariant PortalHotkeys::shortcuts() const
     QList<PortalShortcut> shortcuts;
     for (const Hotkey &hotkey : m_hotkeys) {
         QVariantMap properties{{u"description"_s, hotkey.description}};
-        const QString trigger =
-            portalTrigger(QKeySequence(hotkey.sequence, QKeySequence::PortableText));
+        const QString trigger = triggerOf(hotkey);
         if (!trigger.isEmpty()) {
             properties.insert(u"preferred_trigger"_s, trigger);
         }
-        shortcuts.append({idOf(hotkey.command), properties});
+        shortcuts.append({idOf(hotkey), properties});
     }
     return QVariant::fromValue(shortcuts);
 }

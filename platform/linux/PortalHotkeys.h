@@ -60,6 +60,7 @@ private:
     void handleClosed();
     void takeTriggers(const QVariant &shortcuts);
 
+    const Hotkey *find(const QString &id) const;
     bool isEachIn(const QVariant &shortcuts) const;
     QVariant session() const;
     QVariant shortcuts() const;
@@ -73,7 +74,7 @@ private:
 
     uint m_version = 0;
     QString m_session;                  ///< its path, also while it is created
-    QHash<QString, QString> m_triggers; ///< by the id of a shortcut
+    QHash<QString, QString> m_triggers; ///< by command
     HeldKeys m_heldKeys;
     int m_closures = 0; ///< of sessions by the portal, since a hotkey last worked
 };

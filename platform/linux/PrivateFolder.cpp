@@ -1,9 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PrivateFolder.h"
 
+#include <QByteArrayList>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <climits>
+#include <optional>
 
 #include <fcntl.h>
 #include <grp.h>
@@ -15,21 +21,34 @@ namespace platform {
 
 namespace {
 
+constexpr int maximumLinks = 40; // as many as Linux follows
+
 // Many systems give each user a group of the same name and write permission for it by default.
 bool isUsersOwnGroup(gid_t group)
 {
     const passwd *user = ::getpwuid(::geteuid());
     const QByteArray name(user ? user->pw_name : "");
     const struct group *entry = ::getgrgid(group);
-    return entry && !name.isEmpty() && name == entry->gr_name;
+    if (!entry || name.isEmpty() || name != entry->gr_name) {
+        return false;
+    }
+    const char *const *member = entry->gr_mem;
+    while (*member && name == *member) {
+        ++member;
+    }
+    return !*member;
+}
+
+bool isOwnOrRoots(uid_t owner)
+{
+    return owner == ::geteuid() || owner == 0;
 }
 
 // Other users can replace a file in a folder that they own, or may write to while it is not sticky.
-bool isProtected(const QString &folder)
+bool isProtected(const QByteArray &folder)
 {
     struct stat status = {};
-    if (::stat(QFile::encodeName(folder).constData(), &status) == -1
-        || (status.st_uid != ::geteuid() && status.st_uid != 0)) {
+    if (::stat(folder.constData(), &status) == -1 || !isOwnOrRoots(status.st_uid)) {
         return false;
     }
     const bool isShared = (status.st_mode & S_IWOTH) != 0
@@ -37,14 +56,45 @@ bool isProtected(const QString &folder)
     return !isShared || (status.st_mode & S_ISVTX) != 0;
 }
 
-bool isProtectedUpToTheRoot(QString folder)
+// Nothing if the path is no symbolic link. Its owner may replace it, even in a sticky folder.
+std::optional<QByteArray> targetOfLink(const QByteArray &path)
 {
+    std::array<char, PATH_MAX> target{};
+    const ssize_t size = ::readlink(path.constData(), target.data(), target.size());
+    struct stat status = {};
+    if (size <= 0 || ::lstat(path.constData(), &status) == -1) {
+        return std::nullopt;
+    }
+    return isOwnOrRoots(status.st_uid) ? QByteArray(target.data(), size) : QByteArray();
+}
+
+// Visits the folders in which the system looks up a part of the path, and of the target of each
+// symbolic link on the way.
+bool isProtectedOnTheWay(QByteArrayList parts)
+{
+    QByteArray folder("/");
+    int links = 0;
     while (isProtected(folder)) {
-        const QString parent = QFileInfo(folder).path();
-        if (parent == folder) {
+        if (parts.isEmpty()) {
             return true;
         }
-        folder = parent;
+        const QByteArray part = parts.takeFirst();
+        if (part.isEmpty() || part == ".") {
+            continue;
+        }
+        const QByteArray next = (folder == "/" ? QByteArray() : folder) + '/' + part;
+        const std::optional<QByteArray> target = targetOfLink(next);
+        if (target && (target->isEmpty() || ++links > maximumLinks)) {
+            return false;
+        }
+        if (target) {
+            folder = target->startsWith('/') ? QByteArray("/") : folder;
+            parts = target->split('/') + parts;
+        } else if (part == "..") {
+            folder = folder.left(std::max(folder.lastIndexOf('/'), qsizetype(1)));
+        } else {
+            folder = next;
+        }
     }
     return false;
 }
@@ -71,11 +121,8 @@ bool makePrivateFolder(const QString &path)
 
 bool isProtectedFolder(const QString &path)
 {
-    // Symbolic links on the way can be replaced as well as the folders to which they lead.
-    const QString given = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    const QString canonical = QFileInfo(given).canonicalFilePath();
-    return !canonical.isEmpty() && isProtectedUpToTheRoot(given)
-           && (canonical == given || isProtectedUpToTheRoot(canonical));
+    return QFileInfo(path).isDir()
+           && isProtectedOnTheWay(QFile::encodeName(QFileInfo(path).absoluteFilePath()).split('/'));
 }
 
 } // namespace platform

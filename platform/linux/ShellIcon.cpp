@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ShellIcon.h"
 
+#include "platform/ImageFile.h"
 #include "platform/Link.h"
-#include "platform/RegularFile.h"
 #include "platform/linux/DesktopEntry.h"
+#include "platform/linux/ThemeIcons.h"
 
-#include <QFile>
 #include <QFileInfo>
+#include <QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -17,22 +18,34 @@ namespace {
 // A QIcon is not null even if its file is damaged or no plug-in reads the format.
 bool canBeDrawn(const QIcon &icon)
 {
-    return !icon.pixmap(QSize(32, 32)).isNull();
+    return !icon.pixmap(QSize(32, 32), 1.0).isNull();
 }
 
 // A name with a slash that is no absolute path would leave the folders of the theme.
-QIcon iconOf(const QString &name)
+QIcon iconOf(const QString &name, ThemeIcons &theme)
 {
     if (name.startsWith(u'/')) {
-        QFile file(name);
-        return openRegularFile(file) ? QIcon(name) : QIcon();
+        return iconOfImageFile(name);
     }
-    return name.contains(u'/') ? QIcon() : QIcon::fromTheme(name);
+    return name.contains(u'/') ? QIcon() : theme.icon(name);
 }
 
 } // namespace
 
-QIcon linkIcon(const QString &filePath)
+struct LinkIcons::Memory
+{
+    ThemeIcons theme;
+    QHash<QString, QIcon> icons = {}; // by the name in the file; those that can be drawn
+};
+
+LinkIcons::LinkIcons()
+    : m_memory(std::make_unique<Memory>())
+{
+}
+
+LinkIcons::~LinkIcons() = default;
+
+QIcon LinkIcons::icon(const QString &filePath)
 {
     if (QFileInfo(filePath).suffix().toLower() != linkSuffix()) {
         return {};
@@ -42,12 +55,20 @@ QIcon linkIcon(const QString &filePath)
         return {};
     }
     const QString name = entry->icon();
-    if (name.isEmpty()) {
-        // QIcon::fromTheme() would look into every folder of the theme for no name, each time anew.
-        return QIcon::fromTheme(u"application-x-executable"_s);
+    const auto known = m_memory->icons.constFind(name);
+    if (known != m_memory->icons.cend()) {
+        return *known;
     }
-    const QIcon icon = iconOf(name);
-    return canBeDrawn(icon) ? icon : QIcon::fromTheme(u"application-x-executable"_s);
+    QIcon icon = name.isEmpty() ? QIcon() : iconOf(name, m_memory->theme);
+    if (icon.isNull() || !canBeDrawn(icon)) {
+        icon = m_memory->theme.icon(u"application-x-executable"_s);
+    }
+    return *m_memory->icons.insert(name, icon);
+}
+
+QIcon linkIcon(const QString &filePath)
+{
+    return LinkIcons().icon(filePath);
 }
 
 // Linux has no service that knows more icons than QFileIconProvider.

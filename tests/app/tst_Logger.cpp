@@ -128,6 +128,7 @@ private Q_SLOTS:
     void choosesTheDataFolderWithoutAnother();
     void closesTheFolderToOthers_data();
     void closesTheFolderToOthers();
+    void saysThatOthersMayReadIt();
     void namesTheFileByTheLocalDay_data();
     void namesTheFileByTheLocalDay();
     void appendsToTheFileOfTheDay();
@@ -225,6 +226,18 @@ void tst_Logger::closesTheFolderToOthers()
     constexpr auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
                             | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
     QCOMPARE(QFile::permissions(m_folder) & others, QFile::Permissions());
+}
+
+// A symbolic link of the user's stays as it is, and so does its target.
+void tst_Logger::saysThatOthersMayReadIt()
+{
+    const QString target = testhome::path() + "/target"_L1;
+    QVERIFY(QDir().mkpath(target));
+    QVERIFY(QDir().mkpath(QFileInfo(m_folder).path()));
+    QVERIFY(QFile::link(target, m_folder));
+    Logger::instance().init(m_folder);
+    QCOMPARE(withoutTimes(linesIn(m_folder)).mid(1),
+             QStringList{u"[Vaskel] [warning] Other users may be able to read the log"_s});
 }
 
 void tst_Logger::namesTheFileByTheLocalDay_data()

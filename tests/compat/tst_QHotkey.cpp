@@ -5,6 +5,9 @@
 #include "support/TestProgram.h"
 
 #include <QAbstractNativeEventFilter>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QLineEdit>
 #include <QPointer>
 #include <QProcess>
 #include <QRegularExpression>
@@ -100,6 +103,7 @@ private Q_SLOTS:
     void activatesUnderLocks();
     void activatesOnceForAHeldKey();
     void leavesTheKeyboardToOthersWhileItsKeyIsHeld();
+    void leavesTheKeyboardToOthersWhileTheProgramIsBusy();
     void activatesAllObjectsOfOneSequence();
     void keepsASequenceUntilItsLastObjectGoes();
     void reportsASequenceThatAnotherClientHolds();
@@ -115,6 +119,8 @@ private Q_SLOTS:
     void keepsTheKeyThatANewLayoutLacks();
     void followsALockThatGetsAModifier();
     void usesTheFirstCombinationOfSeveral();
+    // The window manager moves the focus when the window of this case closes.
+    void keepsTypedKeysForTheWindowThatItsPressShows();
 
 private:
     bool isFree(xcb_keysym_t symbol, quint16 modifiers);
@@ -365,6 +371,23 @@ void tst_QHotkey::leavesTheKeyboardToOthersWhileItsKeyIsHeld()
     QCOMPARE(m_other->received(XK_space), 0);
 }
 
+void tst_QHotkey::leavesTheKeyboardToOthersWhileTheProgramIsBusy()
+{
+    QHotkey hotkey(controlAltSpace, true);
+    bool hasOtherReceived = false;
+    connect(&hotkey, &QHotkey::activated, &hotkey, [&] {
+        m_other->type({XK_b});
+        const QDeadlineTimer deadline(30000);
+        while (!hasOtherReceived && !deadline.hasExpired()) {
+            hasOtherReceived = m_other->received(XK_b) > 0;
+        }
+    });
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+    QVERIFY(activated.wait(60000));
+    QVERIFY(hasOtherReceived);
+}
+
 void tst_QHotkey::activatesAllObjectsOfOneSequence()
 {
     QHotkey first(controlAltSpace, true);
@@ -573,6 +596,38 @@ void tst_QHotkey::usesTheFirstCombinationOfSeveral()
     QVERIFY(hotkey.isRegistered());
     QVERIFY(!isFree(XK_space, controlAlt));
     QVERIFY(isFree(XK_y, controlAlt));
+}
+
+void tst_QHotkey::keepsTypedKeysForTheWindowThatItsPressShows()
+{
+    constexpr int rounds = 20; // on a busy machine the window may take longer than the keys wait
+    constexpr int inTime = 250;
+    QHotkey hotkey(controlAltSpace, true);
+    for (int round = 0; round < rounds; ++round) {
+        m_other->reset();
+        QLineEdit box;
+        connect(&hotkey, &QHotkey::activated, &box, [&box] {
+            box.show();
+            box.activateWindow();
+        });
+        QElapsedTimer timer;
+        qint64 duration = 0;
+        connect(qApp, &QApplication::focusWindowChanged, &box, [&] { duration = timer.elapsed(); });
+        timer.start();
+        m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+        m_other->type({XK_b});
+        m_other->type({XK_o});
+        m_other->type({XK_x});
+        QTRY_VERIFY_WITH_TIMEOUT(box.isActiveWindow(), 30000);
+        if (duration < inTime) {
+            QTRY_COMPARE(box.text(), u"box"_s);
+            for (const xcb_keysym_t letter : {XK_b, XK_o, XK_x}) {
+                QCOMPARE(m_other->received(letter), 0);
+            }
+            return;
+        }
+    }
+    QFAIL("the window never got the focus in time");
 }
 
 VASKEL_TEST(tst_QHotkey, QApplication)

@@ -4,6 +4,7 @@
 #include "core/ArgumentsAction.h"
 #include "core/IPlugin.h"
 #include "settings/Settings.h"
+#include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -237,6 +238,7 @@ private Q_SLOTS:
     void launchesADetachedProcess_data();
     void launchesADetachedProcess();
     void doesNotSplitTheProgramToLaunch();
+    void launchesACommandFromTheSystem();
     void launchesOnlyByTheExactType();
     void reportsAProgramThatCannotStart();
     void opensUrls_data();
@@ -668,6 +670,17 @@ void tst_PluginManager::doesNotSplitTheProgramToLaunch()
     const QString recorder = installRecorder(u"bin/record"_s);
     QVERIFY(!manager.executeAction(actionOf(u"launch"_s, QString(recorder + " argument"_L1))));
     QVERIFY(!QFile::exists(recorder + ".ran"_L1));
+}
+
+// On Windows, the system would look for a bare command in the current folder first.
+void tst_PluginManager::launchesACommandFromTheSystem()
+{
+    PluginManager manager;
+    const QString recorder = installRecorder(u"bin/record"_s);
+    fakePlatform().programFiles = {{u"record"_s, recorder}};
+    QVERIFY(manager.executeAction(actionOf(u"launch"_s, u"record"_s)));
+    QTRY_VERIFY(QFile::exists(recorder + ".ran"_L1));
+    fakePlatform().programFiles = {};
 }
 
 void tst_PluginManager::launchesOnlyByTheExactType()

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QIconEngine>
 #include <QImage>
 #include <QTest>
 
@@ -42,6 +43,31 @@ QString addFile(const QSize &size)
 
 } // namespace
 
+namespace {
+
+/// Counts how often the icon is drawn.
+class CountedIconEngine : public QIconEngine
+{
+public:
+    explicit CountedIconEngine(int *count)
+        : m_count(count)
+    {
+    }
+
+    void paint(QPainter *, const QRect &, QIcon::Mode, QIcon::State) override {}
+    QPixmap pixmap(const QSize &size, QIcon::Mode, QIcon::State) override
+    {
+        ++*m_count;
+        return plainPixmap(size, Qt::green);
+    }
+    QIconEngine *clone() const override { return new CountedIconEngine(m_count); }
+
+private:
+    int *m_count;
+};
+
+} // namespace
+
 class tst_IconCache : public QObject
 {
     Q_OBJECT
@@ -58,6 +84,8 @@ private Q_SLOTS:
     void drawsTheIconOfTheFileType();
     void drawsAMissingFileUnlessTheShellIsAsked();
     void usesAStaleFile();
+    void drawsAnIconOfSeveralFilesOnce();
+    void goesOnWhereItWasCutShort();
     void asksOnlyTheFolderForListedFiles();
     void findsAFileThatIsNewerThanTheListing();
     void keepsTheFilesOfPrefixesApart();
@@ -145,6 +173,49 @@ void tst_IconCache::usesAStaleFile()
     QVERIFY(plainPixmap({3, 3}).save(icon));
     QCOMPARE(IconCache(makeIconFolder()).iconFile(path), icon);
     QCOMPARE(QImage(icon).size(), QSize(3, 3));
+}
+
+void tst_IconCache::drawsAnIconOfSeveralFilesOnce()
+{
+    int count = 0;
+    const QIcon icon(new CountedIconEngine(&count));
+    IconCache icons(makeIconFolder());
+    QSet<QString> files;
+    for (int number = 0; number < 3; ++number) {
+        const QString path = testhome::writeFile(u"menu/%1.link"_s.arg(number), {});
+        fakePlatform().linkIcons.insert(path, icon);
+        files.insert(icons.iconFile(path));
+        QCOMPARE(icons.iconFile(path), iconFolder() + u'/' + keyOf(path) + ".png"_L1);
+    }
+    QCOMPARE(files.size(), 3);
+    for (const QString &file : std::as_const(files)) {
+        QCOMPARE(QImage(file).pixelColor(16, 16), QColor(Qt::green));
+    }
+    QCOMPARE(count, 1);
+}
+
+void tst_IconCache::goesOnWhereItWasCutShort()
+{
+    QStringList paths;
+    for (int number = 0; number < 3; ++number) {
+        paths.append(testhome::writeFile(u"menu/%1.link"_s.arg(number), {}));
+        fakePlatform().linkIcons.insert(paths.last(), QIcon(plainPixmap({32, 32})));
+    }
+    {
+        IconCache icons(makeIconFolder());
+        icons.listFolder();
+        for (int number = 0; number < 2; ++number) {
+            // The file is complete before the next icon is drawn.
+            QCOMPARE(QImage(icons.iconFile(paths.at(number))).size(), QSize(32, 32));
+        }
+    }
+    fakePlatform().linkIconCalls.clear();
+    IconCache icons(makeIconFolder());
+    icons.listFolder();
+    for (const QString &path : std::as_const(paths)) {
+        QVERIFY(QFile::exists(icons.iconFile(path)));
+    }
+    QCOMPARE(fakePlatform().linkIconCalls, QStringList(paths.last()));
 }
 
 void tst_IconCache::asksOnlyTheFolderForListedFiles()

@@ -9,6 +9,7 @@
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/FolderEntries.h"
+#include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/Link.h"
 #include "platform/PrivateFile.h"
@@ -109,8 +110,21 @@ void writeToConsole(ConsoleStream stream, const QString &text)
         .append(text);
 }
 
+struct LinkIcons::Memory
+{
+};
+
+LinkIcons::LinkIcons() = default;
+LinkIcons::~LinkIcons() = default;
+
+QIcon LinkIcons::icon(const QString &filePath)
+{
+    return linkIcon(filePath);
+}
+
 QIcon linkIcon(const QString &filePath)
 {
+    fakePlatform().linkIconCalls.append(filePath);
     return fakePlatform().linkIcons.value(filePath);
 }
 
@@ -177,6 +191,10 @@ QList<FolderEntry> folderEntries(const QString &path)
     }
     return entries;
 }
+
+FontLibrary::FontLibrary() = default;
+
+void FontLibrary::wait() {}
 
 void ensureIconTheme() {}
 

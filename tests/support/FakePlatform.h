@@ -44,6 +44,7 @@ struct FakePlatform
 
     // ShellIcon.h
     QHash<QString, QIcon> linkIcons;
+    QStringList linkIconCalls;
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
     QList<int> shellPixmapWidths; // one for each call

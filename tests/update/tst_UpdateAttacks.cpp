@@ -91,6 +91,8 @@ private Q_SLOTS:
     void cutsADownloadThatDripsOn();
     void readsAnAnswerThatDrips();
     void ignoresAnUnsignedAnswerThatDrips();
+    void endsACheckThatDripsOn();
+    void endsADownloadThatDripsOn();
     void endsAfterSilence();
     void installsNothingFromAFullDisk();
     void installsNoFileThatIsExchanged_data();
@@ -465,6 +467,24 @@ void tst_UpdateAttacks::ignoresAnUnsignedAnswerThatDrips()
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^Ignoring an update "_s));
     m_server->answerSlowly(updateCheckPath(), httpAnswer("200 OK", length, {}), body, 1ms);
     QCOMPARE(update(), QStringList{u"none"_s});
+}
+
+void tst_UpdateAttacks::endsACheckThatDripsOn()
+{
+    m_updater->setTotalTimeouts(300ms, 1h);
+    m_server->answerSlowly(updateCheckPath(), httpAnswer("200 OK", {}, {}), QByteArray(100000, ' '),
+                           10ms);
+    QCOMPARE(check(), QStringList{u"check: The server stopped responding"_s});
+}
+
+void tst_UpdateAttacks::endsADownloadThatDripsOn()
+{
+    m_release.file = QByteArray(100000, 'x');
+    serve(m_release.signedBy(m_key));
+    m_updater->setTotalTimeouts(1h, 300ms);
+    m_server->answerSlowly(u"/new"_s, httpAnswer("200 OK", {}, {}), m_release.file, 10ms);
+    QCOMPARE(update(), QStringList({offer(), u"error: The server stopped responding"_s}));
+    QVERIFY(isUntouched());
 }
 
 void tst_UpdateAttacks::endsAfterSilence()

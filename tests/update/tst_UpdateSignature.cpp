@@ -35,6 +35,7 @@ private Q_SLOTS:
     void refusesOtherSignatures();
     void refusesOtherKeys_data();
     void refusesOtherKeys();
+    void refusesKeysThatFitAnySignature();
     void refusesEachFlippedByteOfTheText();
     void refusesEachFlippedBitOfTheSignature();
 };
@@ -105,6 +106,35 @@ void tst_UpdateSignature::refusesOtherKeys()
 {
     QFETCH(QByteArrayList, keys);
     QVERIFY(!isSignedByAny(keys, opensslText, opensslSignature));
+}
+
+// The points of small order, also as numbers above the prime: with such a key, anybody's signature
+// fits one of a few texts.
+void tst_UpdateSignature::refusesKeysThatFitAnySignature()
+{
+    const QByteArrayList points = {
+        "0000000000000000000000000000000000000000000000000000000000000000",
+        "0000000000000000000000000000000000000000000000000000000000000080",
+        "0100000000000000000000000000000000000000000000000000000000000000",
+        "0100000000000000000000000000000000000000000000000000000000000080",
+        "ecffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
+        "ecffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff",
+        "edffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
+        "eeffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
+        "26e8958fc2b227b045c3f489f2ef98f0d5dfac05d3c63339b13802886d53fc05",
+        "26e8958fc2b227b045c3f489f2ef98f0d5dfac05d3c63339b13802886d53fc85",
+        "c7176a703d4dd84fba3c0b760d10670f2a2053fa2c39ccc64ec7fd7792ac037a",
+        "c7176a703d4dd84fba3c0b760d10670f2a2053fa2c39ccc64ec7fd7792ac03fa",
+    };
+    for (const QByteArray &key : points) {
+        for (const QByteArray &point : points) {
+            for (int number = 0; number < 8; ++number) {
+                QVERIFY2(!isSignedByAny({key}, "text " + QByteArray::number(number),
+                                        point + QByteArray(64, '0')),
+                         qPrintable(QString::fromLatin1(key + ' ' + point)));
+            }
+        }
+    }
 }
 
 void tst_UpdateSignature::refusesEachFlippedByteOfTheText()

@@ -29,8 +29,9 @@ const QString windowText = u"Show or hide the window"_s;
 const Hotkeys mainHotkey = {{{}, u"Ctrl+Alt+Space"_s, windowText}};
 const Hotkeys twoHotkeys = mainHotkey + Hotkeys{{u"calc"_s, u"Meta+F5"_s, u"The calculator"_s}};
 
+const QString calcId = u"command-calc-LOGO+F5"_s;
 const QString mainShortcut = u"toggle=CTRL+ALT+space"_s;
-const QString twoShortcuts = u"toggle=CTRL+ALT+space command-calc=LOGO+F5"_s;
+const QString twoShortcuts = u"toggle=CTRL+ALT+space command-calc-LOGO+F5=LOGO+F5"_s;
 
 // What is called for two hotkeys.
 const QStringList byTheBook = {u"Register vaskel"_s, "CreateSession vaskel "_L1 + twoShortcuts,
@@ -93,6 +94,7 @@ private Q_SLOTS:
     void hasNoTriggerOfAnUnboundHotkey();
 
     void bindsOthers();
+    void otherKeysHaveAnotherId();
     void keepsTheSame();
     void givesAllBack();
     void bindsOthersInsteadOfThoseItAsksFor();
@@ -197,8 +199,7 @@ void tst_PortalHotkeys::bindsWithASessionOfKde()
 
 void tst_PortalHotkeys::bindsWhatASessionOfKdeLeavesOut()
 {
-    QVERIFY(m_portal.start(
-        {{u"binds"_s, u"CreateSession"_s}, {u"leaves"_s, QJsonArray{u"command-calc"_s}}}));
+    QVERIFY(m_portal.start({{u"binds"_s, u"CreateSession"_s}, {u"leaves"_s, QJsonArray{calcId}}}));
     QVERIFY(bind());
     QCOMPARE(m_portal.calls(), byTheBook);
 }
@@ -347,7 +348,7 @@ void tst_PortalHotkeys::tellsTheHotkeysApart()
 {
     QVERIFY(m_portal.start());
     QVERIFY(bind());
-    send(u"Activated"_s, u"command-calc"_s);
+    send(u"Activated"_s, calcId);
     QTRY_COMPARE(m_commandActivated->size(), 1);
     QCOMPARE(m_commandActivated->first(), QVariantList{u"calc"_s});
     QVERIFY(m_activated->isEmpty());
@@ -391,7 +392,7 @@ void tst_PortalHotkeys::followsTheTriggers()
 
 void tst_PortalHotkeys::hasNoTriggerOfAnUnboundHotkey()
 {
-    QVERIFY(m_portal.start({{u"leaves"_s, QJsonArray{u"command-calc"_s}}}));
+    QVERIFY(m_portal.start({{u"leaves"_s, QJsonArray{calcId}}}));
     QVERIFY(bind());
     QCOMPARE(m_hotkeys->trigger({}), u"CTRL+ALT+space"_s);
     QVERIFY(!m_hotkeys->trigger(u"calc"_s));
@@ -409,6 +410,16 @@ void tst_PortalHotkeys::bindsOthers()
                           "BindShortcuts x11 "_L1 + mainShortcut}));
     QVERIFY(!m_hotkeys->trigger(u"calc"_s));
     send(u"Activated"_s, u"toggle"_s);
+    QTRY_COMPARE(m_activated->size(), 1);
+}
+
+void tst_PortalHotkeys::otherKeysHaveAnotherId()
+{
+    QVERIFY(m_portal.start());
+    QVERIFY(bind({{{}, u"Ctrl+Alt+K"_s, windowText}}));
+    QCOMPARE(m_portal.calls().last(), u"BindShortcuts x11 toggle-CTRL+ALT+k=CTRL+ALT+k"_s);
+    QCOMPARE(m_hotkeys->trigger({}), u"CTRL+ALT+k"_s);
+    send(u"Activated"_s, u"toggle-CTRL+ALT+k"_s);
     QTRY_COMPARE(m_activated->size(), 1);
 }
 

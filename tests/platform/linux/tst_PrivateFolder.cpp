@@ -58,6 +58,9 @@ private Q_SLOTS:
     void protectionDependsOnEachParent();
     void protectionDependsOnSymbolicLinks_data();
     void protectionDependsOnSymbolicLinks();
+    void protectionDependsOnEachLinkOfAChain_data();
+    void protectionDependsOnEachLinkOfAChain();
+    void protectionDependsOnTheOwnerOfALink();
     void missingFolderIsNotProtected();
 };
 
@@ -167,6 +170,49 @@ void tst_PrivateFolder::protectionDependsOnSymbolicLinks()
     QCOMPARE(::chmod(QFile::encodeName(links).constData(), mode_t(modeAtLink)), 0);
     QCOMPARE(::chmod(parent.constData(), mode_t(modeAtTarget)), 0);
     QTEST(platform::isProtectedFolder(links + "/link"_L1), "isProtected");
+}
+
+void tst_PrivateFolder::protectionDependsOnEachLinkOfAChain_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("isProtected");
+    QTest::newRow("private") << u"../middle/link"_s << 0700 << true;
+    QTest::newRow("others can replace the second link") << u"../middle/link"_s << 0777 << false;
+    QTest::newRow("sticky") << u"../middle/link"_s << 01777 << true;
+    QTest::newRow("absolute") << testhome::path() + "/middle/./link/"_L1 << 0777 << false;
+    QTest::newRow("endless") << u"link"_s << 0700 << false;
+}
+
+// Nothing of the middle is in the path, nor in that of the folder to which it leads.
+void tst_PrivateFolder::protectionDependsOnEachLinkOfAChain()
+{
+    QFETCH(QString, target);
+    QFETCH(int, mode);
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+    const QString middle = testhome::path() + "/middle"_L1;
+    const QString links = testhome::path() + "/links"_L1;
+    QVERIFY(platform::makePrivateFolder(middle));
+    QVERIFY(platform::makePrivateFolder(links));
+    QVERIFY(QFile::link(folderPath(), middle + "/link"_L1));
+    QCOMPARE(::symlink(QFile::encodeName(target).constData(),
+                       QFile::encodeName(links + "/link"_L1).constData()),
+             0);
+    QCOMPARE(::chmod(QFile::encodeName(middle).constData(), mode_t(mode)), 0);
+    QTEST(platform::isProtectedFolder(links + "/link"_L1), "isProtected");
+}
+
+void tst_PrivateFolder::protectionDependsOnTheOwnerOfALink()
+{
+    if (::geteuid() != 0) {
+        QSKIP("only root can give a link away");
+    }
+    QVERIFY(platform::makePrivateFolder(folderPath()));
+    const QString link = testhome::path() + "/link"_L1;
+    QVERIFY(QFile::link(folderPath(), link));
+    QVERIFY(platform::isProtectedFolder(link));
+    QCOMPARE(::lchown(QFile::encodeName(link).constData(), 65534, 65534), 0);
+    QVERIFY(!platform::isProtectedFolder(link));
 }
 
 void tst_PrivateFolder::missingFolderIsNotProtected()

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/ImageFile.h"
+
+#include "platform/RegularFile.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QImageReader>
+#include <QPixmap>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+constexpr qint64 maximumSize = 16 * 1024 * 1024;
+
+// The sides of an icon in the list, for screens with a factor of 1 to 3.
+constexpr int vectorSides[] = {32, 64, 96};
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return openRegularFile(file) && file.size() <= maximumSize ? file.read(maximumSize)
+                                                               : QByteArray();
+}
+
+bool isVector(const QByteArray &format)
+{
+    return format.startsWith("svg");
+}
+
+QByteArray formatOf(QByteArray content)
+{
+    QBuffer buffer(&content);
+    return buffer.open(QIODevice::ReadOnly) ? QImageReader::imageFormat(&buffer) : QByteArray();
+}
+
+// A vector image in there could name files in its turn.
+bool isEmbeddedImage(QStringView address)
+{
+    const qsizetype begin = address.lastIndexOf("base64,"_L1) + 7;
+    const QByteArray format = formatOf(QByteArray::fromBase64(address.mid(begin).toLatin1()));
+    return address.startsWith("data:"_L1) && !format.isEmpty() && !isVector(format);
+}
+
+// Qt opens the file of an <image> and of a style sheet, whatever it is. This reader must find all
+// that Qt's finds, so it ignores namespaces, too.
+bool namesFurtherFiles(const QByteArray &svg)
+{
+    QXmlStreamReader reader(svg);
+    reader.setNamespaceProcessing(false);
+    while (!reader.atEnd()) {
+        reader.readNext();
+        if (reader.isProcessingInstruction()
+            && reader.processingInstructionTarget() == "xml-stylesheet"_L1) {
+            return true;
+        }
+        const QXmlStreamAttributes attributes = reader.attributes();
+        const bool isFile =
+            std::any_of(attributes.begin(), attributes.end(), [](const QXmlStreamAttribute &each) {
+                return each.qualifiedName().endsWith("href"_L1) && !isEmbeddedImage(each.value());
+            });
+        if (reader.isStartElement() && reader.name().endsWith("image"_L1) && isFile) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void addVector(QIcon &icon, QByteArray content)
+{
+    for (const int side : vectorSides) {
+        QBuffer buffer(&content);
+        QImageReader reader(&buffer);
+        reader.setScaledSize(reader.size().scaled(side, side, Qt::KeepAspectRatio));
+        const QPixmap pixmap = QPixmap::fromImageReader(&reader);
+        if (!pixmap.isNull()) {
+            icon.addPixmap(pixmap);
+        }
+    }
+}
+
+// Formats for icons have several images of different sizes.
+void addImages(QIcon &icon, QByteArray content, qreal factor)
+{
+    QBuffer buffer(&content);
+    QImageReader reader(&buffer);
+    do {
+        QPixmap pixmap = QPixmap::fromImageReader(&reader);
+        if (pixmap.isNull()) {
+            return;
+        }
+        pixmap.setDevicePixelRatio(factor);
+        icon.addPixmap(pixmap);
+    } while (reader.jumpToNextImage());
+}
+
+QString fileOfFactor(const QString &path, int factor)
+{
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return dot < 0 ? QString() : path.left(dot) + u"@%1x"_s.arg(factor) + path.mid(dot);
+}
+
+} // namespace
+
+QIcon iconOfImageFile(const QString &path)
+{
+    QIcon icon;
+    const QByteArray content = contentOf(path);
+    const QByteArray format = formatOf(content);
+    if (isVector(format)) {
+        // A compressed one cannot be looked into.
+        if (!content.startsWith("\x1f\x8b") && !namesFurtherFiles(content)) {
+            addVector(icon, content);
+        }
+        return icon;
+    }
+    addImages(icon, content, 1);
+    for (const int factor : {2, 3}) {
+        const QByteArray larger =
+            icon.isNull() ? QByteArray() : contentOf(fileOfFactor(path, factor));
+        if (!larger.isEmpty() && !isVector(formatOf(larger))) {
+            addImages(icon, larger, factor);
+        }
+    }
+    return icon;
+}
+
+} // namespace platform

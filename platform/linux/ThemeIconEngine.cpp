@@ -1,0 +1,146 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/ThemeIconEngine.h"
+
+#include "platform/RegularFile.h"
+
+#include <QFile>
+#include <QIcon>
+#include <QImageReader>
+#include <QPainter>
+#include <QtMath>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace platform {
+
+namespace {
+
+bool isFor(const IconSizes &sizes, int size, int scale)
+{
+    if (sizes.scale != scale) {
+        return false;
+    }
+    switch (sizes.kind) {
+    case IconSizes::Fixed:
+        return size == sizes.size;
+    case IconSizes::Scalable:
+        return size >= sizes.minimum && size <= sizes.maximum;
+    case IconSizes::Threshold:
+        break;
+    }
+    return std::abs(size - sizes.size) <= sizes.threshold;
+}
+
+// In pixels. The distance of a threshold is to its minimum and maximum, as Qt has it.
+int distance(const IconSizes &sizes, int pixels)
+{
+    const bool isThreshold = sizes.kind == IconSizes::Threshold;
+    if (sizes.kind == IconSizes::Fixed) {
+        return std::abs(sizes.size * sizes.scale - pixels);
+    }
+    const int least = isThreshold ? sizes.size - sizes.threshold : sizes.minimum;
+    const int most = isThreshold ? sizes.size + sizes.threshold : sizes.maximum;
+    if (pixels < least * sizes.scale) {
+        return sizes.minimum * sizes.scale - pixels;
+    }
+    return pixels > most * sizes.scale ? pixels - sizes.maximum * sizes.scale : 0;
+}
+
+const IconPicture *bestPicture(const QList<IconPicture> &pictures, int size, int scale)
+{
+    const auto exact =
+        std::find_if(pictures.begin(), pictures.end(),
+                     [&](const IconPicture &picture) { return isFor(picture.sizes, size, scale); });
+    if (exact != pictures.end()) {
+        return &*exact;
+    }
+    const auto nearest = std::min_element(
+        pictures.begin(), pictures.end(), [&](const IconPicture &one, const IconPicture &other) {
+            return distance(one.sizes, size * scale) < distance(other.sizes, size * scale);
+        });
+    return nearest != pictures.end() ? &*nearest : nullptr;
+}
+
+QPixmap reduced(const QPixmap &pixmap, const QSize &size)
+{
+    if (pixmap.width() <= size.width() && pixmap.height() <= size.height()) {
+        return pixmap;
+    }
+    return pixmap.scaled(pixmap.size().scaled(size, Qt::KeepAspectRatio), Qt::IgnoreAspectRatio,
+                         Qt::SmoothTransformation);
+}
+
+QPixmap drawFile(const QString &path, const QSize &size)
+{
+    if (!path.endsWith(".png"_L1)) {
+        return QIcon(path).pixmap(size, 1.0);
+    }
+    QFile file(path);
+    if (!openRegularFile(file)) {
+        return {};
+    }
+    QImageReader reader(&file);
+    return reduced(QPixmap::fromImageReader(&reader), size);
+}
+
+} // namespace
+
+ThemeIconEngine::ThemeIconEngine(QList<IconPicture> pictures)
+    : m_pictures(std::move(pictures))
+{
+}
+
+void ThemeIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode, QIcon::State)
+{
+    const int scale = qCeil(painter->device()->devicePixelRatio());
+    const QPixmap pixmap = draw(rect.size() * scale, scale);
+    QRect target(QPoint(), pixmap.size() / scale);
+    target.moveCenter(rect.center());
+    painter->drawPixmap(target, pixmap);
+}
+
+QPixmap ThemeIconEngine::pixmap(const QSize &size, QIcon::Mode, QIcon::State)
+{
+    return draw(size, 1);
+}
+
+QPixmap ThemeIconEngine::scaledPixmap(const QSize &size, QIcon::Mode, QIcon::State, qreal scale)
+{
+    return draw(size, qCeil(scale));
+}
+
+QSize ThemeIconEngine::actualSize(const QSize &size, QIcon::Mode, QIcon::State)
+{
+    return draw(size, 1).size();
+}
+
+QIconEngine *ThemeIconEngine::clone() const
+{
+    return new ThemeIconEngine(m_pictures);
+}
+
+// Without a plug-in for vector pictures, or with a damaged file, the next best is drawn.
+QPixmap ThemeIconEngine::draw(const QSize &size, int scale)
+{
+    if (size == m_lastSize) {
+        return m_last;
+    }
+    QList<IconPicture> pictures = m_pictures;
+    QPixmap pixmap;
+    const int least = std::min(size.width(), size.height()) / scale;
+    while (const IconPicture *picture = bestPicture(pictures, least, scale)) {
+        pixmap = drawFile(picture->file, size);
+        if (!pixmap.isNull()) {
+            break;
+        }
+        pictures.removeAt(picture - pictures.constData());
+    }
+    m_last = pixmap;
+    m_lastSize = size;
+    return pixmap;
+}
+
+} // namespace platform

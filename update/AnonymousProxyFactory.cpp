@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "update/AnonymousProxyFactory.h"
+
+#include <QNetworkProxy>
+
+QList<QNetworkProxy> AnonymousProxyFactory::queryProxy(const QNetworkProxyQuery &query)
+{
+    QList<QNetworkProxy> proxies = proxyForQuery(query);
+    for (QNetworkProxy &proxy : proxies) {
+        // Qt takes the identity of the desktop's user only where there is no name.
+        if (proxy.type() != QNetworkProxy::NoProxy && proxy.user().isEmpty()) {
+            proxy.setUser(QStringLiteral("anonymous"));
+        }
+    }
+    return proxies;
+}
