@@ -37,9 +37,7 @@ Portal::Portal(QObject *parent)
 
 Portal::~Portal()
 {
-    if (m_bus.isConnected()) {
-        QDBusConnection::disconnectFromBus(m_bus.name());
-    }
+    disconnectFromBus();
 }
 
 bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
@@ -48,14 +46,25 @@ bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
         return true;
     }
     m_signals = signalsToReceive;
+    m_owner.clear();
     m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, newConnectionName());
-    auto *watcher =
-        new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &older, const QString &newer) {
-                handleOwner(older, newer);
-            });
+    m_watcher = std::make_unique<QDBusServiceWatcher>(service, m_bus,
+                                                      QDBusServiceWatcher::WatchForOwnerChange);
+    connect(
+        m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString &, const QString &older, const QString &newer) {
+            handleOwner(older, newer);
+        },
+        Qt::QueuedConnection); // it may replace the watcher
     return m_bus.isConnected();
+}
+
+void Portal::disconnectFromBus()
+{
+    m_watcher.reset();
+    if (m_bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(m_bus.name());
+    }
 }
 
 void Portal::call(const QString &interface, const QString &method, const QVariantList &arguments,
@@ -139,6 +148,14 @@ void Portal::handleOwner(const QString &older, const QString &newer)
         Q_EMIT ended();
     }
     if (!newer.isEmpty()) {
+        if (!m_owner.isEmpty()) {
+            // Behind the portal, the desktop still has the sessions of the former one. Those of
+            // another connection have other paths.
+            cancel();
+            disconnectFromBus();
+            m_bus = QDBusConnection(newConnectionName());
+            connectToBus(m_signals);
+        }
         Q_EMIT started();
     }
 }

@@ -8,8 +8,10 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
 
 class QDBusMessage;
+class QDBusServiceWatcher;
 
 namespace platform {
 
@@ -70,12 +72,14 @@ private Q_SLOTS:
     void handleSignal(const QDBusMessage &signal);
 
 private:
+    void disconnectFromBus();
     void handleOwner(const QString &older, const QString &newer);
     void subscribe(const QString &owner);
     void closeRequest();
     QString pathOf(const QString &kind, const QString &token) const;
 
     QDBusConnection m_bus;
+    std::unique_ptr<QDBusServiceWatcher> m_watcher;
     QList<Signal> m_signals;
     QString m_owner;      ///< the unique name of the portal that replied last
     int m_generation = 0; ///< of the calls; replies to those before cancel() are ignored
