@@ -42,11 +42,15 @@ Portal::~Portal()
 
 bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
 {
-    if (m_bus.isConnected()) {
+    // Behind the portal, the desktop may keep the sessions of one that has ended. Sessions of
+    // another connection have other paths.
+    if (m_bus.isConnected() && !m_hasLostSessions) {
         return true;
     }
-    m_signals = signalsToReceive;
+    disconnectFromBus();
+    m_hasLostSessions = false;
     m_owner.clear();
+    m_signals = signalsToReceive;
     m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, newConnectionName());
     m_watcher = std::make_unique<QDBusServiceWatcher>(service, m_bus,
                                                       QDBusServiceWatcher::WatchForOwnerChange);
@@ -55,7 +59,7 @@ bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
         [this](const QString &, const QString &older, const QString &newer) {
             handleOwner(older, newer);
         },
-        Qt::QueuedConnection); // it may replace the watcher
+        Qt::QueuedConnection); // another connection has another watcher
     return m_bus.isConnected();
 }
 
@@ -143,19 +147,15 @@ void Portal::handleSignal(const QDBusMessage &signal)
 
 void Portal::handleOwner(const QString &older, const QString &newer)
 {
+    if (!newer.isEmpty() && newer == m_owner) {
+        return; // a call has started it, and its reply was quicker
+    }
     if (!older.isEmpty()) {
         m_request.clear(); // it has gone
+        m_hasLostSessions = m_hasLostSessions || !m_owner.isEmpty();
         Q_EMIT ended();
     }
     if (!newer.isEmpty()) {
-        if (!m_owner.isEmpty()) {
-            // Behind the portal, the desktop still has the sessions of the former one. Those of
-            // another connection have other paths.
-            cancel();
-            disconnectFromBus();
-            m_bus = QDBusConnection(newConnectionName());
-            connectToBus(m_signals);
-        }
         Q_EMIT started();
     }
 }
