@@ -10,8 +10,6 @@
 #include <QStringDecoder>
 #include <QUrl>
 
-#include <optional>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,18 +18,10 @@ namespace {
 // this character.
 constexpr QChar optionSeparator = u'\x1f';
 
-// Nothing if the bytes are not valid UTF-8.
-std::optional<QString> decode(const QByteArray &output)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    QString text = decoder(output);
-    return decoder.hasError() ? std::nullopt : std::optional(text);
-}
-
 // Programs also print numbers where a text is expected.
 QString textOf(const QJsonValue &value)
 {
-    return value.isDouble() || value.isString() ? value.toVariant().toString() : QString();
+    return value.isDouble() ? value.toVariant().toString() : value.toString();
 }
 
 // Several arguments are separated by line feeds.
@@ -48,13 +38,14 @@ QString argumentOf(const QJsonValue &value)
     return arguments.join(u'\n');
 }
 
-QString iconOf(const QJsonObject &item, const CommandFile &file)
+// The path of the picture as the item has it; empty for the icon of the command.
+QString iconPathOf(const QJsonObject &item)
 {
     const QJsonValue value = item.value("icon"_L1);
     const QJsonObject icon = value.toObject();
     const QString path = value.isString() ? value.toString() : icon.value("path"_L1).toString();
     // With a type, the path names something else whose icon is meant.
-    return path.isEmpty() || icon.contains("type"_L1) ? file.icon : file.absolutePath(path);
+    return icon.contains("type"_L1) ? QString() : path;
 }
 
 QVariantMap openAction(const QString &argument, const CommandFile &file)
@@ -99,13 +90,13 @@ const QString ScriptAnswer::runType = u"run"_s;
 ScriptAnswer ScriptAnswer::parse(const QByteArray &output, const CommandFile &file)
 {
     ScriptAnswer answer;
-    const std::optional<QString> text = decode(output);
-    if (!text) {
+    if (!QUtf8StringView(output).isValidUtf8()) {
         answer.error = tr("The answer is not valid UTF-8.");
     } else if (file.output == CommandFile::Output::Lines) {
-        answer.readLines(*text, file);
+        QStringDecoder decoder(QStringDecoder::Utf8); // without the mark of the byte order
+        answer.readLines(decoder(output), file);
     } else {
-        answer.readItems(text->toUtf8(), file);
+        answer.readItems(output, file);
     }
     if (!answer.error.isEmpty()) {
         answer.records.clear();
@@ -145,7 +136,7 @@ void ScriptAnswer::readItem(const QJsonObject &item, const CommandFile &file)
         return;
     }
     const QString subtitle = textOf(item.value("subtitle"_L1));
-    const QString icon = iconOf(item, file);
+    const QString icon = iconFor(iconPathOf(item), file);
     const bool isValid = item.value("valid"_L1).toBool(true);
     QVariantMap record =
         isValid ? makeRow(title, subtitle, icon, argumentOf(item.value("arg"_L1)), file)
@@ -155,6 +146,19 @@ void ScriptAnswer::readItem(const QJsonObject &item, const CommandFile &file)
         setRecordCompletion(record, completion);
     }
     records.append(record);
+}
+
+// The rows of a program mostly have the same few pictures, often one after the other.
+const QString &ScriptAnswer::iconFor(const QString &path, const CommandFile &file)
+{
+    if (path.isEmpty()) {
+        return file.icon;
+    }
+    if (path != m_iconPath) {
+        m_iconPath = path;
+        m_icon = file.absolutePath(path);
+    }
+    return m_icon;
 }
 
 void ScriptAnswer::readLines(const QString &text, const CommandFile &file)
@@ -184,7 +188,7 @@ void ScriptAnswer::readLine(const QString &line, const CommandFile &file)
     for (qsizetype i = 0; i + 1 < options.size(); i += 2) {
         // A name of a themed icon has no slash.
         if (options[i] == "icon"_L1 && options[i + 1].contains(u'/')) {
-            icon = file.absolutePath(options[i + 1]);
+            icon = iconFor(options[i + 1], file);
         } else if (options[i] == "display"_L1) {
             title = options[i + 1];
         } else if (options[i] == "nonselectable"_L1) {

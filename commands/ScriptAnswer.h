@@ -33,4 +33,8 @@ private:
     void readItem(const QJsonObject &item, const CommandFile &file);
     void readLines(const QString &text, const CommandFile &file);
     void readLine(const QString &line, const CommandFile &file);
+    const QString &iconFor(const QString &path, const CommandFile &file);
+
+    QString m_iconPath; // of the last row that had one
+    QString m_icon;
 };

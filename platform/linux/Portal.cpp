@@ -37,25 +37,38 @@ Portal::Portal(QObject *parent)
 
 Portal::~Portal()
 {
-    if (m_bus.isConnected()) {
-        QDBusConnection::disconnectFromBus(m_bus.name());
-    }
+    disconnectFromBus();
 }
 
 bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
 {
-    if (m_bus.isConnected()) {
+    // Behind the portal, the desktop may keep the sessions of one that has ended. Sessions of
+    // another connection have other paths.
+    if (m_bus.isConnected() && !m_hasLostSessions) {
         return true;
     }
+    disconnectFromBus();
+    m_hasLostSessions = false;
+    m_owner.clear();
     m_signals = signalsToReceive;
     m_bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, newConnectionName());
-    auto *watcher =
-        new QDBusServiceWatcher(service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &older, const QString &newer) {
-                handleOwner(older, newer);
-            });
+    m_watcher = std::make_unique<QDBusServiceWatcher>(service, m_bus,
+                                                      QDBusServiceWatcher::WatchForOwnerChange);
+    connect(
+        m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
+        [this](const QString &, const QString &older, const QString &newer) {
+            handleOwner(older, newer);
+        },
+        Qt::QueuedConnection); // another connection has another watcher
     return m_bus.isConnected();
+}
+
+void Portal::disconnectFromBus()
+{
+    m_watcher.reset();
+    if (m_bus.isConnected()) {
+        QDBusConnection::disconnectFromBus(m_bus.name());
+    }
 }
 
 void Portal::call(const QString &interface, const QString &method, const QVariantList &arguments,
@@ -134,8 +147,12 @@ void Portal::handleSignal(const QDBusMessage &signal)
 
 void Portal::handleOwner(const QString &older, const QString &newer)
 {
+    if (!newer.isEmpty() && newer == m_owner) {
+        return; // a call has started it, and its reply was quicker
+    }
     if (!older.isEmpty()) {
         m_request.clear(); // it has gone
+        m_hasLostSessions = m_hasLostSessions || !m_owner.isEmpty();
         Q_EMIT ended();
     }
     if (!newer.isEmpty()) {

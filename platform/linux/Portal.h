@@ -8,8 +8,10 @@
 #include <QVariantMap>
 
 #include <functional>
+#include <memory>
 
 class QDBusMessage;
+class QDBusServiceWatcher;
 
 namespace platform {
 
@@ -34,8 +36,8 @@ public:
     ~Portal() override;
     Q_DISABLE_COPY_MOVE(Portal)
 
-    /// Call this first. Returns whether there is a session bus. These signals of the portal are
-    /// passed on as received(), as soon as it has replied to a call.
+    /// Call this before a session. Returns whether there is a session bus. These signals of the
+    /// portal are passed on as received(), as soon as it has replied to a call.
     bool connectToBus(const QList<Signal> &signalsToReceive);
 
     /// Calls a method, however long the reply takes. The path is that of the portal by default.
@@ -70,13 +72,16 @@ private Q_SLOTS:
     void handleSignal(const QDBusMessage &signal);
 
 private:
+    void disconnectFromBus();
     void handleOwner(const QString &older, const QString &newer);
     void subscribe(const QString &owner);
     void closeRequest();
     QString pathOf(const QString &kind, const QString &token) const;
 
     QDBusConnection m_bus;
+    std::unique_ptr<QDBusServiceWatcher> m_watcher;
     QList<Signal> m_signals;
+    bool m_hasLostSessions = false;
     QString m_owner;      ///< the unique name of the portal that replied last
     int m_generation = 0; ///< of the calls; replies to those before cancel() are ignored
     QString m_request;    ///< its path

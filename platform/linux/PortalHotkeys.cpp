@@ -234,6 +234,7 @@ void PortalHotkeys::handleStarted()
 
 void PortalHotkeys::handleEnded()
 {
+    qDebug() << "The desktop's portal has ended";
     end();
     setBound(false);
 }

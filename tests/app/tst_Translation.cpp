@@ -14,6 +14,7 @@ class tst_Translation : public QObject
 private Q_SLOTS:
     void takesTheFirstLanguageWithATranslation_data();
     void takesTheFirstLanguageWithATranslation();
+    void chineseKnowsItsLanguage();
     void looksIntoNoOtherFolder();
 };
 
@@ -39,6 +40,15 @@ void tst_Translation::takesTheFirstLanguageWithATranslation()
     QTranslator translator;
     QCOMPARE(loadTranslation(translator, languages, QStringLiteral(TRANSLATION_FOLDER)), found);
     QCOMPARE(translator.translate("MainWindow", "Pinned"), found ? u"Angeheftet"_s : QString());
+}
+
+// Qt formats with it, and a translation file in another language would still load.
+void tst_Translation::chineseKnowsItsLanguage()
+{
+    QTranslator translator;
+    QVERIFY(loadTranslation(translator, {u"zh-CN"_s}, u"/nonexistent"_s));
+    QCOMPARE(translator.language(), u"zh_CN"_s);
+    QCOMPARE(translator.translate("AppLauncher", "Calculator"), u"计算器"_s);
 }
 
 void tst_Translation::looksIntoNoOtherFolder()

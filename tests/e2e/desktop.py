@@ -21,6 +21,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE = 90  # seconds; far more than any step needs
+PRESS_PAUSE = 0.5  # seconds; longer than a program needs to handle a press
 
 
 class NotYet(Exception):
@@ -127,6 +128,9 @@ class Desktop:
         step = [(b > a) - (b < a) for a, b in zip(start, end)]
         self.move_pointer(*start)
         self.run("xdotool", "mousedown", "1")
+        # The toolkit takes the place of the pointer for that of the press when it handles the press,
+        # of which nothing shows.
+        time.sleep(PRESS_PAUSE)
 
         # The window manager must notice the press before the release, and it reacts to motion only.
         ways = itertools.cycle((20, 24))

@@ -41,6 +41,19 @@ class Log(EndToEndCase):
         self.assertEqual(self.lines()[:len(first)], first)
         self.assertEqual([line[3] for line in self.lines()].count(first[0][3]), 2)
 
+    def test_tells_the_order_of_the_start(self):
+        self.works()
+        texts = [line[3] for line in self.lines()]
+        # The list of tasks is read by the last plugin, which registers itself behind it.
+        steps = ["Logger initialized", "Plugin registered: \"app\"", "Plugin registered: \"calc\"",
+                 "Plugin registered: \"cd\"", "Plugin registered: \"set\"",
+                 "Plugin registered: \"user\"", "Plugin registered: \"plugin\"",
+                 "Plugin registered: \"file\"", "Task storage not found",
+                 "Plugin registered: \"todo\""]
+        found = [next(step for step in steps if step in text) for text in texts
+                 if any(step in text for step in steps)]
+        self.assertEqual(found, steps)
+
     def test_removes_what_is_older_than_seven_days(self):
         self.folder.mkdir()
         old, young = (self.folder / f"Vaskel_{datetime.date.today() - datetime.timedelta(days)}.log"

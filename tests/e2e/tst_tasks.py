@@ -66,7 +66,7 @@ class TaskPage(EndToEndCase):
         return {task["title"]: task for task in self.tasks()}
 
     def states(self):
-        return {task["title"]: task["completed"] for task in self.tasks()}
+        return {task["title"]: task.get("completed", False) for task in self.tasks()}
 
     def stored_path(self, title):
         """The titles of the task and its ancestors, from the top down."""

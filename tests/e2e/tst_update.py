@@ -2,10 +2,12 @@
 import http.server
 import json
 import os
+import pathlib
 import platform
 import shutil
 import signal
 import stat
+import subprocess
 import threading
 
 from case import EndToEndCase, main
@@ -16,6 +18,7 @@ from gi.repository import Atspi  # after desktop, which selects the version
 ARCHITECTURE = {"x86_64": "amd64", "aarch64": "arm64"}.get(platform.machine(), platform.machine())
 QUESTION = WARNING = Atspi.Role.ALERT  # the role of all Qt message boxes
 SIZE = 100_000_000
+SCRIPTS = pathlib.Path(__file__).resolve().parents[2] / "scripts"
 FIRST_MOMENT = 1.5  # seconds; longer than the question drops clicks
 
 
@@ -83,7 +86,7 @@ class Server:
         self._server.server_close()
 
 
-class Update(EndToEndCase):
+class UpdateCase(EndToEndCase):
     def setUp(self):
         super().setUp()
         self.server = Server()
@@ -96,6 +99,26 @@ class Update(EndToEndCase):
         self.launcher.program = str(self.copy)
         self.launcher.environment["VASKEL_TEST_UPDATE_SERVER"] = self.server.address
 
+    def kill_all(self):
+        for pid in self.launcher.processes():
+            os.kill(pid, signal.SIGKILL)
+
+    def wait_for_the_question(self):
+        wait_until(lambda: self.launcher.dialog(QUESTION) is not None, "the question is asked")
+
+    def answer(self, button):
+        self.stays(lambda: self.launcher.dialog(QUESTION), "the question is open", FIRST_MOMENT)
+        self.launcher.click_button(QUESTION, button)
+
+    def warning_text(self):
+        return self.launcher.dialog_texts(WARNING)[0]
+
+    def temporary_files(self):
+        return [path.name for path in (self.home.folder / "tmp").iterdir()
+                if path.name.startswith("Vaskel_")]
+
+
+class Update(UpdateCase):
     def test_replaces_itself_when_the_user_agrees(self):
         new = f'#!/bin/sh\necho "$0" >"{self.home.folder}/new-runs"\n'
         self.server.answer("/new", new.encode())
@@ -136,10 +159,6 @@ class Update(EndToEndCase):
         [pid] = self.launcher.processes()
         self.launcher.attach_to_foreign(pid)
         self.assertEqual(self.launcher.start_process().wait(60), 0)
-
-    def kill_all(self):
-        for pid in self.launcher.processes():
-            os.kill(pid, signal.SIGKILL)
 
     def test_runs_on_when_the_user_declines(self):
         self.server.offer()
@@ -260,24 +279,85 @@ class Update(EndToEndCase):
         self.shows_titles("Notepad")
         self.assertIsNone(self.launcher.dialog(QUESTION))
 
-    def wait_for_the_question(self):
-        wait_until(lambda: self.launcher.dialog(QUESTION) is not None, "the question is asked")
-
-    def answer(self, button):
-        self.stays(lambda: self.launcher.dialog(QUESTION), "the question is open", FIRST_MOMENT)
-        self.launcher.click_button(QUESTION, button)
-
-    def warning_text(self):
-        return self.launcher.dialog_texts(WARNING)[0]
-
-    def temporary_files(self):
-        return [path.name for path in (self.home.folder / "tmp").iterdir()
-                if path.name.startswith("Vaskel_")]
-
     def memory(self, field="VmRSS"):
         """A size of the process in kilobytes."""
         with open(f"/proc/{self.launcher.process.pid}/status") as status:
             return next(int(line.split()[1]) for line in status if line.startswith(field))
+
+
+class SignedUpdate(UpdateCase):
+    """From the maintainer's scripts to the program that runs."""
+
+    def setUp(self):
+        super().setUp()
+        self.public = [self.run_script("new-update-key", self.home.folder / name).strip()
+                       for name in ("first", "second")]
+        self.launcher.environment["VASKEL_TEST_UPDATE_KEYS"] = " ".join(self.public)
+        self.new = self.copy.read_bytes() + b"newer"
+
+    def run_script(self, name, *arguments):
+        return subprocess.run([SCRIPTS / name, *arguments], check=True, text=True,
+                              stdout=subprocess.PIPE).stdout
+
+    def offer_signed(self, key="first", version="2.0.0"):
+        file, news = self.home.folder / "new", self.home.folder / "news"
+        file.write_bytes(self.new)
+        news.write_text("- one é")
+        self.server.answer("/new", self.new)
+        self.server.answer(Server.CHECK, self.run_script(
+            "sign-update", file, "--version", version, "--key", self.home.folder / key,
+            "--changelog", news, "--url", f"{self.server.address}/new").encode())
+
+    def log(self):
+        return "".join(path.read_text() for path in (self.home.data / "Vaskel").glob("*.log"))
+
+    def test_goes_from_the_scripts_to_the_running_program(self):
+        for key in ("first", "second"):
+            with self.subTest(key):
+                self.offer_signed(key)
+                self.start()
+                old = self.launcher.process.pid
+                self.wait_for_the_question()
+                self.assertIn("New version 2.0.0 is available.\n\n- one é\n\nUpdate now?",
+                              self.launcher.dialog_texts(QUESTION))
+                del self.server.answers[Server.CHECK]
+                self.answer("Yes")
+                self.assertEqual(self.launcher.process.wait(60), 0)
+                wait_until(lambda: self.launcher.processes() not in ([], [old]),
+                           "the new version runs")
+                self.assertEqual(self.copy.read_bytes(), self.new)
+                self.becomes(self.temporary_files, [])
+                self.kill_all()
+                self.new += b"!"
+
+    def test_asks_nothing_for_what_nobody_trusted_has_signed(self):
+        self.run_script("new-update-key", self.home.folder / "stranger")
+        self.offer_signed("stranger")
+        self.start()
+        wait_until(lambda: "Ignoring an update without a valid signature" in self.log(),
+                   "the offer is ignored")
+        self.assertIsNone(self.launcher.dialog(QUESTION))
+        self.assertEqual(self.server.requests, [Server.CHECK])
+
+    def test_asks_nothing_for_an_older_version(self):
+        self.offer_signed(version="0.9")
+        self.start()
+        wait_until(lambda: "Ignoring an update that is not newer" in self.log(),
+                   "the offer is ignored")
+        self.assertIsNone(self.launcher.dialog(QUESTION))
+
+    def test_keeps_itself_if_the_server_sends_another_file(self):
+        before = self.copy.read_bytes()
+        self.offer_signed()
+        self.server.answer("/new", self.new[:-1] + b"!")
+        self.start()
+        self.wait_for_the_question()
+        self.answer("Yes")
+        self.becomes(self.warning_text, "The downloaded file is not the one that was signed."
+                                        " Nothing was changed.")
+        self.picture("another-file")
+        self.assertEqual(self.temporary_files(), [])
+        self.assertEqual(self.copy.read_bytes(), before)
 
 
 if __name__ == "__main__":

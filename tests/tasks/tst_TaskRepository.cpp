@@ -5,6 +5,7 @@
 
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -60,6 +61,7 @@ class tst_TaskRepository : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void declaresItsSignalsInOrder();
     void startsEmpty();
     void addsAndReplacesById();
     void givesAnEmptyTaskForAnUnknownId();
@@ -82,6 +84,17 @@ private Q_SLOTS:
     void survivesACycle();
     void survivesALongChain();
 };
+
+void tst_TaskRepository::declaresItsSignalsInOrder()
+{
+    const QMetaObject &meta = TaskRepository::staticMetaObject;
+    QByteArrayList signatures;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        signatures.append(meta.method(index).methodSignature());
+    }
+    QCOMPARE(signatures, QByteArrayList({"taskAdded(QString)", "taskRemoved(QString)",
+                                         "taskUpdated(QString)", "taskMoved(QString)"}));
+}
 
 void tst_TaskRepository::startsEmpty()
 {

@@ -16,6 +16,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 
@@ -84,6 +85,7 @@ class tst_UpdaterDownload : public QObject
 private Q_SLOTS:
     void init();
 
+    void sendsNothingOfTheUser();
     void installsWhatItDownloaded();
     void reportsTheProgress();
     void acceptsAnAnswerWithoutAValidLength_data();
@@ -335,6 +337,26 @@ void tst_UpdaterDownload::failsWithoutAUsableAddress()
     QCOMPARE(listener.heard.size(), 1);
     QVERIFY(listener.heard.constFirst().size() > 7);
     QVERIFY(!exists(downloadPath()));
+}
+
+void tst_UpdaterDownload::sendsNothingOfTheUser()
+{
+    m_server->answerBody(u"/new?a=b"_s, "new");
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new?a=b"_s)), 0);
+    QCOMPARE(m_server->requests.size(), 1);
+    const QByteArray request = m_server->requests.constFirst();
+    QVERIFY2(request.startsWith("GET /new?a=b HTTP/1.1\r\n"), request.constData());
+    QVERIFY2(request.endsWith("\r\n\r\n"), request.constData());
+    QByteArrayList names;
+    const QByteArrayList lines = request.trimmed().split('\n').mid(1);
+    for (const QByteArray &line : lines) {
+        names.append(line.left(line.indexOf(':')).toLower());
+    }
+    std::sort(names.begin(), names.end());
+    QCOMPARE(names, QByteArrayList({"accept-encoding", "accept-language", "connection", "host",
+                                    "user-agent"}));
+    QVERIFY2(request.toLower().contains("\r\nuser-agent: mozilla/5.0\r\n"), request.constData());
 }
 
 // Limits the size of files in place of a full disk.

@@ -477,6 +477,7 @@ void tst_PortalHotkeys::bindsAPortalThatReturns()
     QVERIFY(bind());
     for (int round = 1; round <= 2; ++round) {
         const QSignalSpy changed(m_hotkeys.get(), &PortalHotkeys::changed);
+        const QVariantList older = m_portal.control(u"Session"_s);
         m_portal.end();
         QTRY_VERIFY(!m_hotkeys->isBound());
         QCOMPARE(changed.size(), 1);
@@ -484,6 +485,7 @@ void tst_PortalHotkeys::bindsAPortalThatReturns()
         QTRY_VERIFY(m_hotkeys->isBound());
         QCOMPARE(changed.size(), 2);
         QCOMPARE(m_portal.calls(), byTheBook);
+        QVERIFY(m_portal.control(u"Session"_s) != older);
         send(u"Activated"_s, u"toggle"_s); // held when the portal ends
         QTRY_COMPARE(m_activated->size(), round);
     }
