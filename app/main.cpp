@@ -12,6 +12,7 @@
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
+#include "platform/FloatingWindow.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/QtVersion.h"
@@ -109,7 +110,8 @@ void showFloatIcon(FloatIcon &icon, const Settings &settings)
     icon.move(floatIconPosition(settings.floatIconPos(), available));
 
     const auto updateVisibility = [&] {
-        icon.setVisible(settings.showFloatIcon());
+        // Elsewhere the icon would be somewhere in the middle of the screen.
+        icon.setVisible(settings.showFloatIcon() && platform::canPlaceWindows());
     };
     QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, updateVisibility);
     updateVisibility();

@@ -111,13 +111,14 @@ def system():
     return Linux()
 
 
-def main():
+def main(desktop=Desktop):
+    """Runs the cases of the main module on this kind of desktop."""
     program, pictures = sys.argv[1:3]
     EndToEndCase.program = pathlib.Path(program).resolve()
     EndToEndCase.pictures = pathlib.Path(pictures).resolve()
     EndToEndCase.pictures.mkdir(parents=True, exist_ok=True)
     EndToEndCase.system = system()
-    EndToEndCase.desktop = Desktop(EndToEndCase.system.screen)
+    EndToEndCase.desktop = desktop(EndToEndCase.system.screen)
     try:
         unittest.main(module="__main__", argv=[sys.argv[0], "--verbose", *sys.argv[3:]])
     finally:

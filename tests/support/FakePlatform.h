@@ -15,6 +15,7 @@
 #include <optional>
 #include <utility>
 
+class QWidget;
 class QWindow;
 
 /// Recording bodies of the platform headers: they answer from fields that a test sets, and record
@@ -63,6 +64,11 @@ struct FakePlatform
     /// Ends error 104 and notifies the watchers.
     void completeIndex();
 
+    // FloatingWindow.h
+    QList<const QWindow *> dialogs;
+    QList<const QWindow *> unmanagedWindows;
+    bool canPlaceWindows = true;
+
     // Folder.h
     bool openFolderResult = true;
     QStringList openedFolders;
@@ -98,6 +104,9 @@ struct FakePlatform
     QString updateScript = QStringLiteral("script\n");
     QList<std::pair<QString, QString>> updateScriptCalls;
     QStringList startedUpdateScripts;
+
+    // WindowActivation.h
+    QList<const QWidget *> activatedWindows;
 
     // WindowFocus.h
     QList<const QWindow *> windowsWithoutFocus;
