@@ -266,8 +266,10 @@ class Desktop:
     def _start_window_manager(self):
         home = self.folder / "home"
         home.mkdir()
-        self._start(self.window_manager, env={"PATH": os.environ["PATH"], "HOME": str(home),
-                                      "DISPLAY": self.display, "LANG": "C.UTF-8"})
+        # Without its own way to accessibility, which would hide the one of this desktop.
+        self._start(self.window_manager, env={
+            "PATH": os.environ["PATH"], "HOME": str(home), "DISPLAY": self.display,
+            "LANG": "C.UTF-8", "NO_AT_BRIDGE": "1", "DBUS_SESSION_BUS_ADDRESS": self.bus})
         wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                    "the window manager runs")
 
