@@ -7,6 +7,7 @@
 #include "platform/Console.h"
 #include "platform/ContainingFolder.h"
 #include "platform/FileIndex.h"
+#include "platform/FloatingWindow.h"
 #include "platform/Folder.h"
 #include "platform/FolderEntries.h"
 #include "platform/FontLibrary.h"
@@ -20,6 +21,7 @@
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
+#include "platform/WindowActivation.h"
 #include "platform/WindowFocus.h"
 #include "support/FakeDesktopHotkeys.h"
 
@@ -278,6 +280,22 @@ QString updateScript(const QString &downloadPath, const QString &programPath)
 void startUpdateScript(const QString &scriptPath)
 {
     fakePlatform().startedUpdateScripts.append(scriptPath);
+}
+
+void keepFloating(QWindow *window, Floating floating)
+{
+    (floating == Floating::AsDialog ? fakePlatform().dialogs : fakePlatform().unmanagedWindows)
+        .append(window);
+}
+
+bool canPlaceWindows()
+{
+    return fakePlatform().canPlaceWindows;
+}
+
+void prepareActivation(QWidget *window)
+{
+    fakePlatform().activatedWindows.append(window);
 }
 
 void refuseFocus(QWindow *window)

@@ -16,6 +16,7 @@
 #include <utility>
 
 class FakeDesktopHotkeys;
+class QWidget;
 class QWindow;
 
 /// Recording bodies of the platform headers: they answer from fields that a test sets, and record
@@ -69,6 +70,11 @@ struct FakePlatform
     /// Ends error 104 and notifies the watchers.
     void completeIndex();
 
+    // FloatingWindow.h
+    QList<const QWindow *> dialogs;
+    QList<const QWindow *> unmanagedWindows;
+    bool canPlaceWindows = true;
+
     // Folder.h
     bool openFolderResult = true;
     QStringList openedFolders;
@@ -110,6 +116,9 @@ struct FakePlatform
     QString updateScript = QStringLiteral("script\n");
     QList<std::pair<QString, QString>> updateScriptCalls;
     QStringList startedUpdateScripts;
+
+    // WindowActivation.h
+    QList<const QWidget *> activatedWindows;
 
     // WindowFocus.h
     QList<const QWindow *> windowsWithoutFocus;

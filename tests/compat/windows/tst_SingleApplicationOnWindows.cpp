@@ -2,9 +2,11 @@
 #include <SingleApplication>
 
 #include "compat/SingleApplication/InstanceLock.h"
+#include "compat/SingleApplication/InstanceMessage.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -22,6 +24,12 @@ constexpr int timeout = 1000;
 const QString userData = u"VaskelTest"_s;
 
 int nextNumber = 0;
+
+bool send(const QByteArray &message)
+{
+    return sendInstanceMessage(InstanceLock(userData).serverName(), message,
+                               QDeadlineTimer(testTimeout));
+}
 
 /// A process of the helper program and the file with its state.
 class Instance
@@ -94,6 +102,9 @@ private Q_SLOTS:
     void tenStartsAtOnceLeaveOne();
     void otherUserDataIsAnotherProgram();
     void secondaryInstanceIsNotReported();
+    void messageArrivesWithoutAStart();
+    void messageWithoutAnInstanceFails();
+    void longMessageIsIgnored();
     void lockIsHeldByOneObjectAtATime();
     void waitingStartTakesAReleasedLock();
     void holderThatNeverListensIsGivenTheTimeout();
@@ -188,6 +199,35 @@ void tst_SingleApplicationOnWindows::secondaryInstanceIsNotReported()
     const Instance second(userData, {u"secondary"_s});
     QTRY_VERIFY_WITH_TIMEOUT(second.isSecondary(), testTimeout);
     QVERIFY(second.isRunning());
+    QCOMPARE(first.notificationCount(), 0);
+}
+
+void tst_SingleApplicationOnWindows::messageArrivesWithoutAStart()
+{
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    const Instance second(userData, {u"send"_s}, testTimeout);
+    QTRY_COMPARE_WITH_TIMEOUT(second.output().value(2), u"sent"_s, testTimeout);
+    QTRY_VERIFY_WITH_TIMEOUT(first.output().contains(u"got hello"_s), testTimeout);
+    QVERIFY(send("without an application"));
+    QTRY_VERIFY_WITH_TIMEOUT(first.output().contains(u"got without an application"_s), testTimeout);
+    QCOMPARE(first.notificationCount(), 0);
+}
+
+void tst_SingleApplicationOnWindows::messageWithoutAnInstanceFails()
+{
+    QVERIFY(!send("hello"));
+}
+
+void tst_SingleApplicationOnWindows::longMessageIsIgnored()
+{
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    const QByteArray longest(4096, 'x');
+    QVERIFY(send(longest + 'x'));
+    QVERIFY(send(longest));
+    QTRY_COMPARE_WITH_TIMEOUT(first.output().size(), 3, testTimeout);
+    QCOMPARE(first.output().last(), QString("got "_L1 + QString::fromLatin1(longest)));
     QCOMPARE(first.notificationCount(), 0);
 }
 
