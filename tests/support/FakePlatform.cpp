@@ -5,6 +5,7 @@
 #include "platform/ClosedPipe.h"
 #include "platform/Compositor.h"
 #include "platform/ContainingFolder.h"
+#include "platform/File.h"
 #include "platform/FileIndex.h"
 #include "platform/Folder.h"
 #include "platform/IconTheme.h"
@@ -18,8 +19,10 @@
 #include "platform/UpdateScript.h"
 #include "platform/WindowFocus.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -141,6 +144,12 @@ bool showInFolder(const QString &path)
     }
     fakePlatform().filesShownInFolder.append(path);
     return true;
+}
+
+// Tests replace the desktop.
+bool openFile(const QString &path)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 bool openFolder(const QString &path)

@@ -50,6 +50,8 @@ struct FakePlatform
     // Compositor.h
     bool isCompositing = true;
 
+    // File.h; opens files by QDesktopServices
+
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;
