@@ -6,6 +6,7 @@
 #include "platform/Compositor.h"
 #include "platform/Console.h"
 #include "platform/ContainingFolder.h"
+#include "platform/File.h"
 #include "platform/FileIndex.h"
 #include "platform/FloatingWindow.h"
 #include "platform/Folder.h"
@@ -25,10 +26,12 @@
 #include "platform/WindowFocus.h"
 #include "support/FakeDesktopHotkeys.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QProcess>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -174,6 +177,12 @@ bool showInFolder(const QString &path)
     }
     fakePlatform().filesShownInFolder.append(path);
     return true;
+}
+
+// Tests replace the desktop.
+bool openFile(const QString &path)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
 bool openFolder(const QString &path)

@@ -61,6 +61,8 @@ struct FakePlatform
     bool hasDesktopHotkeys = false;
     FakeDesktopHotkeys *desktopHotkeys = nullptr; // the newest
 
+    // File.h; opens files by QDesktopServices
+
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;

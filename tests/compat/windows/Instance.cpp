@@ -21,11 +21,20 @@ using namespace std::chrono_literals;
 
 namespace {
 
+QString reportPath;
+
 void report(const QString &filePath, const QByteArray &text)
 {
     QFile file(filePath);
     if (file.open(QIODevice::Append)) {
         file.write(text + '\n');
+    }
+}
+
+void reportWarnings(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtWarningMsg) {
+        report(reportPath, ("warning: " + message.toUtf8()).constData());
     }
 }
 
@@ -48,6 +57,8 @@ int main(int argc, char *argv[])
     const int timeout = std::atoi(argv[2]);
     const QString filePath = QString::fromLocal8Bit(argv[3]);
 
+    reportPath = filePath;
+    qInstallMessageHandler(&reportWarnings);
     report(filePath, "starting");
     SingleApplication app(argc, argv, argc > 4, SingleApplication::Mode::User, timeout, userData);
     QObject::connect(&app, &SingleApplication::instanceStarted, &app,

@@ -7,6 +7,7 @@
 #include "support/TestProgram.h"
 
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -14,6 +15,10 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
+
+#include <windows.h>
+
+#include <sddl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -108,6 +113,11 @@ private Q_SLOTS:
     void lockIsHeldByOneObjectAtATime();
     void waitingStartTakesAReleasedLock();
     void holderThatNeverListensIsGivenTheTimeout();
+    void takenPipeNameBlocksNoStart();
+    void startsWithoutAPlaceForTheLock();
+    void lockIsAFileOfTheUser();
+    void tellsWhetherTheHolderWasNotified();
+    void tellsOfAPipeThatRefuses();
 };
 
 void tst_SingleApplicationOnWindows::secondStartNotifiesTheFirstAndEnds()
@@ -262,6 +272,81 @@ void tst_SingleApplicationOnWindows::holderThatNeverListensIsGivenTheTimeout()
     QVERIFY(lock.tryLock() == InstanceLock::State::Held);
     const Instance next;
     QTRY_VERIFY_WITH_TIMEOUT(next.hasExited(), testTimeout);
+}
+
+// Any user can create a pipe of any name.
+void tst_SingleApplicationOnWindows::takenPipeNameBlocksNoStart()
+{
+    const QString name = InstanceLock(userData).serverName();
+    QList<HANDLE> pipes;
+    for (const QString &taken : {name, name + "-lock"_L1}) {
+        pipes += CreateNamedPipeW(qUtf16Printable(uR"(\\.\pipe\)"_s + taken),
+                                  PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
+                                  PIPE_TYPE_BYTE | PIPE_WAIT, 1, 1, 1, 0, nullptr);
+        QVERIFY(pipes.last() != INVALID_HANDLE_VALUE);
+    }
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    for (const HANDLE pipe : pipes) {
+        CloseHandle(pipe);
+    }
+}
+
+void tst_SingleApplicationOnWindows::startsWithoutAPlaceForTheLock()
+{
+    testhome::writeFile("data/"_L1 + userData, "in the way");
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    QVERIFY(first.output().contains(
+        u"warning: SingleApplication: cannot lock, so every start is an instance of its own"_s));
+}
+
+// What stays is in the folder of the program's data.
+void tst_SingleApplicationOnWindows::lockIsAFileOfTheUser()
+{
+    InstanceLock lock(userData);
+    QVERIFY(lock.tryLock() == InstanceLock::State::Held);
+    QCOMPARE(QDir(testhome::path() + "/data"_L1).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList{userData});
+    QCOMPARE(QDir(testhome::path() + "/data/"_L1 + userData).entryList(QDir::Files),
+             QStringList{u"instance.lock"_s});
+}
+
+void tst_SingleApplicationOnWindows::tellsWhetherTheHolderWasNotified()
+{
+    const InstanceLock lock(userData);
+    QVERIFY(lock.notifyHolder(QDeadlineTimer(0)) == InstanceLock::Notice::NotListening);
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    // The macro asks once more than needed, but each notice counts.
+    InstanceLock::Notice notice = InstanceLock::Notice::NotListening;
+    const auto isListening = [&] {
+        if (notice == InstanceLock::Notice::NotListening) {
+            notice = lock.notifyHolder(QDeadlineTimer(0));
+        }
+        return notice != InstanceLock::Notice::NotListening;
+    };
+    QTRY_VERIFY(isListening());
+    QVERIFY(notice == InstanceLock::Notice::Given);
+    QTRY_COMPARE_WITH_TIMEOUT(first.notificationCount(), 1, testTimeout);
+}
+
+// Another user's pipe looks like one that refuses.
+void tst_SingleApplicationOnWindows::tellsOfAPipeThatRefuses()
+{
+    const InstanceLock lock(userData);
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    QVERIFY(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:P(D;;FA;;;WD)", SDDL_REVISION_1, &descriptor, nullptr));
+    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), descriptor, FALSE};
+    const HANDLE pipe =
+        CreateNamedPipeW(qUtf16Printable(uR"(\\.\pipe\)"_s + lock.serverName()),
+                         PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE | PIPE_WAIT, 1, 1, 1, 0, &attributes);
+    LocalFree(descriptor);
+    QVERIFY(pipe != INVALID_HANDLE_VALUE);
+    const InstanceLock::Notice notice = lock.notifyHolder(QDeadlineTimer(0));
+    CloseHandle(pipe);
+    QVERIFY(notice == InstanceLock::Notice::Stolen);
 }
 
 VASKEL_TEST(tst_SingleApplicationOnWindows, QCoreApplication)
