@@ -3,7 +3,7 @@
 
 #include <QString>
 
-/// What the system made of a hotkey.
+/// Whether the system registered a hotkey.
 enum class HotkeyState {
     None, ///< there is no hotkey, or the system has none
     Registered,

@@ -13,6 +13,16 @@ QStringList IPlugin::aliases() const
     return {};
 }
 
+QStringList IPlugin::searchTexts(const QString &) const
+{
+    return {};
+}
+
+bool IPlugin::listsFolders() const
+{
+    return false;
+}
+
 bool IPlugin::hasView() const
 {
     return false;

@@ -32,6 +32,15 @@ public:
     /// bad input it returns a record whose action has the type "none".
     virtual QVariantList query(const QString &args) = 0;
 
+    /// The texts of which query() finds at least one in the name of each program or file that it
+    /// answers with; the window emphasizes them in the rows. Empty for a plugin that makes its
+    /// records in another way, as by default.
+    virtual QStringList searchTexts(const QString &args) const;
+
+    /// Whether the arguments are the path of a folder, whose content query() lists. In the rows of
+    /// such a plugin, Tab enters a folder and Alt+Up goes to its parent. False by default.
+    virtual bool listsFolders() const;
+
     /// Carries out an action that names this plugin. Returns false on failure.
     virtual bool execute(const QVariantMap &action) = 0;
 

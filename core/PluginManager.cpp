@@ -88,10 +88,7 @@ QVariantMap PluginManager::actionForArguments(const QString &cmd, const QString 
 {
     const QString command = cmd.toLower();
     const auto *plugin = dynamic_cast<const ArgumentsAction *>(m_plugins.value(command));
-    if (!plugin || (m_settings && !m_settings->isPluginEnabled(command))) {
-        return {};
-    }
-    return plugin->actionForArguments(args);
+    return plugin && isEnabled(command) ? plugin->actionForArguments(args) : QVariantMap();
 }
 
 QVariantList PluginManager::queryCommand(const QString &cmd, const QString &args)
@@ -103,8 +100,7 @@ QVariantList PluginManager::queryCommand(const QString &cmd, const QString &args
         return {};
     }
 
-    // An alias has its own setting, so it stays enabled when the command of its plugin is disabled.
-    if (m_settings && !m_settings->isPluginEnabled(command)) {
+    if (!isEnabled(command)) {
         return {makeInertRecord(tr("Plugin disabled"),
                                 command + tr(" plugin has been disabled in settings"), command)};
     }
@@ -153,6 +149,11 @@ QString PluginManager::commandDescription(const QString &cmd) const
 bool PluginManager::autoEnterForCommand(const QString &cmd) const
 {
     const IPlugin *plugin = pluginForCommand(cmd);
-    return plugin && plugin->hasView() && m_settings && m_settings->isPluginEnabled(cmd.toLower())
-           && m_settings->pluginAutoEnter();
+    return plugin && plugin->hasView() && m_settings && m_settings->pluginAutoEnter()
+           && isEnabled(cmd.toLower());
+}
+
+bool PluginManager::isEnabled(const QString &command) const
+{
+    return !m_settings || m_settings->isPluginEnabled(command);
 }

@@ -71,6 +71,9 @@ public:
     Q_INVOKABLE bool autoEnterForCommand(const QString &cmd) const;
 
 private:
+    // An alias has its own setting, so it stays enabled when the command of its plugin is disabled.
+    bool isEnabled(const QString &command) const;
+
     QHash<QString, IPlugin *> m_plugins;
     Settings *m_settings = nullptr;
     const std::unique_ptr<RowsChanged> m_rowsChanged;

@@ -8,9 +8,9 @@
 class QHotkey;
 
 /// The system-wide hotkeys of the program: one main hotkey, and any number for plugins. Key
-/// sequences are in QKeySequence::PortableText form. If another program holds a sequence or the
-/// system refuses it, the return value and a later question tell, and there is no retry. The
-/// signals come from the event loop.
+/// sequences are in QKeySequence::PortableText form. A sequence that another program holds, or that
+/// the system refuses, is not registered: the return value says so, and nothing tries again. The
+/// signals are emitted from the event loop.
 class GlobalHotkey : public QObject
 {
     Q_OBJECT

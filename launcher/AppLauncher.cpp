@@ -141,6 +141,11 @@ void AppLauncher::loadBuiltinApps()
     }
 }
 
+QString AppLauncher::startMenuText()
+{
+    return tr("Start Menu");
+}
+
 void AppLauncher::scanStartMenu()
 {
     // One set for all roots: of files with the same name only the first is listed.
@@ -151,10 +156,10 @@ void AppLauncher::scanStartMenu()
         if (!folder.exists()) {
             continue;
         }
-        const QStringList subfolders = addPrograms(root, folder, tr("Start Menu"), &seenNames);
+        const QStringList subfolders = addPrograms(root, folder, startMenuText(), &seenNames);
         for (const QString &name : subfolders) {
             addPrograms(root, QDir(folder.absoluteFilePath(name)),
-                        QString(tr("Start Menu") + " / "_L1 + name), &seenNames);
+                        QString(startMenuText() + " / "_L1 + name), &seenNames);
         }
     }
 }

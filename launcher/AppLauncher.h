@@ -45,6 +45,9 @@ public:
 
     Q_INVOKABLE bool isPinned(const QString &path) const;
 
+    /// With this text begins the description of each program that the start menu lists.
+    static QString startMenuText();
+
     /// Whether there was no pins file when the launcher was created: the user starts the program
     /// for the first time.
     bool isFirstStart() const { return m_isFirstStart; }

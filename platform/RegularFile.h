@@ -5,9 +5,9 @@ class QFile;
 
 namespace platform {
 
-/// Opens a file or a resource of the program for reading. Never waits. Returns false if it cannot
-/// be read, or is no regular file: opening a pipe may wait for ever, and a device may never end. A
-/// symbolic link counts as its target. The file may then no longer know its name.
+/// Opens a regular file or a resource of the program for reading, and never waits. Returns false
+/// for anything else, such as a pipe, which may block for ever, or a device, which may never end. A
+/// symbolic link counts as its target. QFile::fileName() may be empty afterwards.
 bool openRegularFile(QFile &file);
 
 } // namespace platform

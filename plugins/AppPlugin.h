@@ -21,6 +21,7 @@ public:
     QVariantList query(const QString &args) override;
 
     /// Launches "data" for any "type". False if "data" is empty or cannot be launched.
+    QStringList searchTexts(const QString &args) const override { return {args}; }
     bool execute(const QVariantMap &action) override;
 
 private:

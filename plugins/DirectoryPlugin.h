@@ -21,6 +21,7 @@ public:
 
     /// Opens "data": a folder in the file manager for "openFolder" and "navigate", a file in its
     /// program for "openFile". False for any other "type", for an empty "data" and on failure.
+    bool listsFolders() const override { return true; }
     bool execute(const QVariantMap &action) override;
 
 private:

@@ -56,6 +56,11 @@ QVariantList FilePlugin::query(const QString &args)
     return search(args);
 }
 
+QStringList FilePlugin::searchTexts(const QString &args) const
+{
+    return args.simplified().split(u' ');
+}
+
 bool FilePlugin::execute(const QVariantMap &action)
 {
     const QString data = actionData(action);

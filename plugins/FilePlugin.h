@@ -29,6 +29,7 @@ public:
 
     /// Opens "data" in its program. False if it is empty, cannot be opened, or "type" is not
     /// "openFile".
+    QStringList searchTexts(const QString &args) const override;
     bool execute(const QVariantMap &action) override;
 
 private:

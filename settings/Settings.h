@@ -70,7 +70,7 @@ public:
     bool showAllAppsWhenSearchEmpty() const;
     void setShowAllAppsWhenSearchEmpty(bool show);
 
-    /// Whether a plugin is enabled; its name is its command, in lower case.
+    /// Whether a plugin is enabled. The name of a plugin is its command, in lower case.
     Q_INVOKABLE bool isPluginEnabled(const QString &name) const;
     Q_INVOKABLE void setPluginEnabled(const QString &name, bool enabled);
 

@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// The colour of secondary text beside text of this colour, in the palette that has such text. For
-/// what is painted without the ThemeManager at hand.
+/// The colour of secondary text in the palette whose text has this colour; for painting code that
+/// has no ThemeManager.
 QColor secondaryTextColor(const QColor &text);
 
 /// Chooses the dark or the light palette; provides its colours and a style sheet made of them. Does

@@ -2,6 +2,7 @@
 #include "tasks/TaskDelegate.h"
 
 #include "tasks/TaskTree.h"
+#include "widgets/InputMethodKeys.h"
 
 #include <QHelpEvent>
 #include <QLineEdit>
@@ -42,6 +43,7 @@ QWidget *TaskDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
     QWidget *editor = ItemFocusDelegate::createEditor(parent, option, index);
     if (auto *edit = qobject_cast<QLineEdit *>(editor)) {
         edit->setTextMargins(leftPadding, 0, rightPadding, 0);
+        new InputMethodKeys(edit);
     }
     return editor;
 }
@@ -59,6 +61,18 @@ void TaskDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
     rect.setTop(option.rect.top() + (option.rect.height() - height) / 2);
     rect.setHeight(height);
     editor->setGeometry(rect);
+}
+
+// The base class takes Enter, Tab and Escape before the editor's own filters.
+bool TaskDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    const auto *keys = watched->findChild<InputMethodKeys *>();
+    const bool isKey =
+        event->type() == QEvent::KeyPress || event->type() == QEvent::ShortcutOverride;
+    if (isKey && keys && keys->isComposing()) {
+        return false;
+    }
+    return ItemFocusDelegate::eventFilter(watched, event);
 }
 
 bool TaskDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,

@@ -6,6 +6,7 @@
 #include "tasks/TaskService.h"
 #include "tasks/TaskTree.h"
 #include "widgets/AccessibleName.h"
+#include "widgets/InputMethodKeys.h"
 #include "widgets/PaletteWatcher.h"
 
 #include <QAbstractItemDelegate>
@@ -115,6 +116,7 @@ QBoxLayout *TodoView::buildEntry()
     m_input->setObjectName(u"todoInput"_s);
     m_input->setPlaceholderText(tr("Add a task and press Enter"));
     m_input->setAccessibleName(m_input->placeholderText());
+    new InputMethodKeys(m_input);
     m_addButton = new QPushButton(tr("Add"), this);
     m_addButton->setObjectName(u"primary"_s);
 

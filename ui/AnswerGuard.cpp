@@ -57,7 +57,7 @@ bool AnswerGuard::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::FocusIn && isButton && !isByItself(*event)) {
         m_isFocusMoved = true;
     }
-    // Another widget, such as a long text, may need the key, and cannot answer.
+    // Other widgets, such as the long text, keep their keys: no key of theirs answers.
     return event->type() == QEvent::KeyPress && (isButton || watched == m_box)
            && filterKeyPress(*static_cast<QKeyEvent *>(event));
 }

@@ -119,7 +119,7 @@ bool isScrollBarContainer(const QWidget &widget)
            || widget.objectName() == "qt_scrollarea_hcontainer"_L1;
 }
 
-// The class by which Qt shows the messages of a tray icon if the desktop shows none is private.
+// Qt shows the message of a tray icon in a private class if the desktop cannot show it.
 bool isCloseButtonOfTrayMessage(const QWidget &widget)
 {
     return qobject_cast<const QPushButton *>(&widget) && widget.parentWidget()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/CommandLineEdit.h"
 
-#include "ui/InputMethodKeys.h"
 #include "ui/ManagementIcon.h"
+#include "widgets/InputMethodKeys.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>

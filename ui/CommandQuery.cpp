@@ -63,11 +63,8 @@ QStringList CommandQuery::searchTexts() const
     if (!m_isCommand) {
         return {m_text.joined()};
     }
-    const QString command = m_command.toLower();
-    if (command == "app"_L1) {
-        return {arguments()};
-    }
-    return command == "file"_L1 ? arguments().simplified().split(u' ') : QStringList();
+    const IPlugin *plugin = m_pluginManager->pluginForCommand(m_command);
+    return plugin ? plugin->searchTexts(arguments()) : QStringList();
 }
 
 QVariantMap CommandQuery::webSearchRecord(const QString &text) const

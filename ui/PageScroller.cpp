@@ -47,8 +47,7 @@ QScrollArea *putIntoScrollArea(QStackedWidget *stack, QWidget *page)
 void showPage(QStackedWidget *stack, QWidget *page)
 {
     QScrollArea *area = scrollAreaOf(page);
-    const QSize available = stack->screen()->availableSize();
-    if (!area && available.expandedTo(fullWindowSize) != available) {
+    if (!area && isSmallScreen(stack->screen()->availableSize())) {
         area = putIntoScrollArea(stack, page);
     }
     QWidget *shown = area ? area : page;

@@ -165,7 +165,7 @@ void PinnedStrip::fitToScreen()
     }
 }
 
-// That of the screen between the margins of the window.
+// The width of the screen without the margins of the window.
 int PinnedStrip::availableWidth() const
 {
     const QLayout *outer = parentWidget() ? parentWidget()->layout() : nullptr;

@@ -2,6 +2,7 @@
 #include "ui/ResultDelegate.h"
 
 #include "core/ResultRecord.h"
+#include "launcher/AppLauncher.h"
 #include "launcher/AppSearch.h"
 #include "settings/ThemeManager.h"
 #include "ui/PngFile.h"
@@ -11,7 +12,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QBitArray>
-#include <QCoreApplication>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -168,7 +168,7 @@ void paintDigit(QPainter *painter, const QStyleOptionViewItem &item, int digit)
 
 ResultDelegate::ResultDelegate(QObject *parent)
     : ItemFocusDelegate(parent)
-    , m_startMenu(QCoreApplication::translate("AppLauncher", "Start Menu"))
+    , m_startMenu(AppLauncher::startMenuText())
 {
 }
 

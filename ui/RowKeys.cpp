@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/RowKeys.h"
 
+#include "core/IPlugin.h"
 #include "core/PluginManager.h"
 #include "core/ResultRecord.h"
 #include "platform/ContainingFolder.h"
@@ -21,7 +22,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int visibleRowKeys = 9; // Alt+1 to Alt+9
-const QString folderCommand = u"cd"_s;
 
 Qt::KeyboardModifiers modifiersOf(const QKeyEvent &key)
 {
@@ -60,13 +60,11 @@ QString fileOf(const QVariantMap &record)
     return isPath(actionType(action)) ? actionData(action) : recordPath(record);
 }
 
-// The folder of a row of "cd"; empty for other rows.
-QString folderOf(const QVariantMap &record)
+bool opensFolder(const QVariantMap &action)
 {
-    const QVariantMap action = recordAction(record);
     const QString type = actionType(action);
-    const bool isFolder = type == actiontype::navigate || type == actiontype::openFolder;
-    return isFolder && actionCommand(action) == folderCommand ? actionData(action) : QString();
+    return (type == actiontype::navigate || type == actiontype::openFolder)
+           && !actionData(action).isEmpty();
 }
 
 QVariantMap firstRecord(const ResultList &list)
@@ -264,31 +262,40 @@ bool RowKeys::completeArguments()
     return true;
 }
 
+bool RowKeys::canListFolder(const QVariantMap &action) const
+{
+    const IPlugin *plugin = m_pluginManager->pluginForCommand(actionCommand(action));
+    return opensFolder(action) && plugin && plugin->listsFolders();
+}
+
 bool RowKeys::enterFolder()
 {
-    return writeFolder(folderOf(m_list->currentRecord()));
+    const QVariantMap action = recordAction(m_list->currentRecord());
+    if (!canListFolder(action)) {
+        return false;
+    }
+    writeFolder(actionCommand(action), actionData(action));
+    return true;
 }
 
 bool RowKeys::enterParentFolder()
 {
-    const QString listed = folderOf(firstRecord(*m_list));
-    if (listed.isEmpty()) {
+    const QVariantMap action = recordAction(firstRecord(*m_list));
+    if (!canListFolder(action)) {
         return false;
     }
     // A folder that has just been written is not listed yet.
     const QString written = m_box->commandText().arguments.value_or(QString()).trimmed();
     const bool isFolder = QDir::isAbsolutePath(written) && QDir(written).exists();
-    return writeFolder(QFileInfo(QDir(isFolder ? written : listed).absolutePath()).path());
+    const QDir folder(isFolder ? written : actionData(action));
+    writeFolder(actionCommand(action), QFileInfo(folder.absolutePath()).path());
+    return true;
 }
 
 // Ends the path with a separator: the next letters belong to a name in the folder, and a blank at
 // the end of the folder's own name is not trimmed.
-bool RowKeys::writeFolder(const QString &path)
+void RowKeys::writeFolder(const QString &command, const QString &path)
 {
-    if (path.isEmpty()) {
-        return false;
-    }
     const QString separator = path.endsWith(u'/') ? QString() : u"/"_s;
-    m_box->setText(folderCommand + u' ' + path + separator);
-    return true;
+    m_box->setText(command + u' ' + path + separator);
 }

@@ -19,8 +19,8 @@ class ResultList;
 /// - Ctrl+D pins or unpins the row;
 /// - Ctrl+Enter carries out the action of the arguments if the command has one, and otherwise shows
 ///   the file of the row in its folder;
-/// - Tab writes the completion of a row, or the folder of a row of "cd", into the box, and Alt+Up
-///   the parent of the listed folder;
+/// - Tab writes the completion of a row into the box, or its folder if the command lists folders, and
+///   Alt+Up the parent of the listed folder;
 /// - letters that are typed into the list go to the box.
 ///
 /// It is an event filter and not a set of shortcuts, so that keys that mean nothing for the current
@@ -57,7 +57,8 @@ private:
     bool completeArguments();
     bool enterFolder();
     bool enterParentFolder();
-    bool writeFolder(const QString &path);
+    bool canListFolder(const QVariantMap &action) const;
+    void writeFolder(const QString &command, const QString &path);
 
     CommandLineEdit *m_box;
     ResultList *m_list;

@@ -8,9 +8,15 @@
 
 class QWindow;
 
-/// The size of the window with many rows or a page. Only on a screen that is smaller, the window is
-/// smaller, too.
+/// The size of the window with many rows or a page. On a smaller screen, the window is smaller too.
 constexpr QSize fullWindowSize(760, 460);
+
+/// Whether a screen with this available size is too small for fullWindowSize.
+constexpr bool isSmallScreen(const QSize &available)
+{
+    return available.width() < fullWindowSize.width()
+           || available.height() < fullWindowSize.height();
+}
 
 /// The available geometry of each screen, the primary one first.
 QList<QRect> screenAreas();

@@ -22,7 +22,7 @@ ScreenKeeper::ScreenKeeper(QWidget *window)
     , m_position(window->pos())
     , m_size(window->size())
 {
-    // A change of the screens is several signals, between which no position is right.
+    // One change of the screens emits several signals. Move the window once, after the last one.
     m_timer->setInterval(0ms);
     m_timer->setSingleShot(true);
     connect(m_timer, &QTimer::timeout, this, &ScreenKeeper::apply);

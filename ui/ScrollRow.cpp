@@ -27,8 +27,8 @@ QSize ScrollRow::sizeHint() const
     return QHBoxLayout::sizeHint().boundedTo(QSize(m_limit, QWIDGETSIZE_MAX));
 }
 
-// QHBoxLayout cuts off what is to the left of its widget, and does nothing if neither its rectangle
-// nor an item has changed. So it gets its items where it left them, and they are moved afterwards.
+// QHBoxLayout lays out nothing to the left of its widget, and nothing at all if neither its
+// rectangle nor an item has changed. So move the items back, let it lay them out, and shift them.
 void ScrollRow::setGeometry(const QRect &rect)
 {
     const int width = std::max(rect.width(), QHBoxLayout::minimumSize().width());

@@ -30,5 +30,5 @@ private:
 
     int m_limit = QWIDGETSIZE_MAX;
     int m_offset = 0;
-    int m_shift = 0; // by which the widgets are to the left of their places
+    int m_shift = 0; // how far the widgets were moved to the left of their places
 };

@@ -36,6 +36,11 @@ UpdatePrompt::UpdatePrompt(Updater *updater, QWidget *window)
 
 void UpdatePrompt::offer(const QString &version, const QString &changelog, const QString &url)
 {
+    m_typingPause.call([this, version, changelog, url] { ask(version, changelog, url); });
+}
+
+void UpdatePrompt::ask(const QString &version, const QString &changelog, const QString &url)
+{
     const QString text =
         tr("New version %1 is available.\n\n%2\n\nUpdate now?")
             .arg(shortened(version, longestVersion), shortened(changelog, longestText));

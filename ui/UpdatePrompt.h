@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "ui/TypingPause.h"
+
 #include <QCoreApplication>
 #include <QObject>
 
@@ -8,8 +10,8 @@ class QProgressDialog;
 class QWidget;
 class Updater;
 
-/// The dialogs of an update: asks before the download, shows its progress, and warns if it fails. A
-/// check that fails or finds no update shows nothing.
+/// The dialogs of an update: asks before the download, but not while the user types, shows its
+/// progress, and warns if it fails. A check that fails or finds no update shows nothing.
 class UpdatePrompt : public QObject
 {
     Q_DECLARE_TR_FUNCTIONS(MainWindow) // its context in the translation files
@@ -21,6 +23,7 @@ public:
 
 private:
     void offer(const QString &version, const QString &changelog, const QString &url);
+    void ask(const QString &version, const QString &changelog, const QString &url);
     void showProgress(qint64 bytesReceived, qint64 bytesTotal);
     void createProgressDialog();
     void closeProgressDialog();
@@ -28,5 +31,6 @@ private:
 
     Updater *m_updater;
     QWidget *m_window;
+    TypingPause m_typingPause{this};
     QProgressDialog *m_progressDialog = nullptr; // created on the first report
 };

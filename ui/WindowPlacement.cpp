@@ -120,8 +120,8 @@ void WindowPlacement::show()
         enterScreenAt(nativeWindow, QRect(m_shownPosition, m_window->size()).center());
         m_window->move(m_shownPosition);
     }
-    // A position that the window manager chose is not yet one of the size hints, without which it
-    // would choose again. Setting it makes Qt write it there.
+    // Qt writes only a position that was set into the size hints. Without one, the window manager
+    // would choose another position.
     nativeWindow->setPosition(nativeWindow->position());
 }
 
@@ -163,19 +163,19 @@ QPoint WindowPlacement::firstPosition() const
 QPoint WindowPlacement::lastPosition() const
 {
     const QList<QRect> areas = screenAreas();
-    // The user may have put it partly outside, which only a change of the screens undoes.
+    // The user may have moved it partly off the screen. Respect that until the screens change.
     const QSize size = m_window->size().expandedTo(QSize(fullWindowSize.width(), 0));
     return areas == m_areas ? m_position : positionInside({m_position, size}, areas);
 }
 
-// On a screen that is smaller than the window can be, it would grow over the edge.
+// On a small screen, a window that grows would leave it.
 void WindowPlacement::stayOnSmallScreen(const QResizeEvent &event)
 {
     const QRect area = m_window->screen()->availableGeometry();
-    const bool isSmall = area.size().expandedTo(fullWindowSize) != area.size();
-    // Between screens of different device pixel ratios, the screen may be that of a moment ago.
+    // While the window moves to a screen of another device pixel ratio, screen() may still be the
+    // old one.
     const bool isThere = area.intersects(m_window->geometry());
-    if (isSmall && isThere && !event.spontaneous() && m_window->isVisible()) {
+    if (isSmallScreen(area.size()) && isThere && !event.spontaneous() && m_window->isVisible()) {
         m_window->move(positionInside(m_window->geometry(), area));
     }
 }

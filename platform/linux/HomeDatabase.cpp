@@ -108,7 +108,7 @@ void HomeDatabase::startBuilding()
     build->setStandardErrorFile(QProcess::nullDevice());
     build->setChildProcessModifier(
         [] { [[maybe_unused]] const int priority = ::nice(lowestPriority); });
-    // Not qApp, which is a QApplication wherever the header of that class is known.
+    // qApp would be a QApplication here, and this folder does without widgets.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, build, [build] {
         build->kill();
         build->waitForFinished();
@@ -133,8 +133,8 @@ void HomeDatabase::finishBuilding()
     if (!m_isAwaited || !QFile::exists(filePath())) {
         return;
     }
-    // Later, because a search may be the first to notice the end of the process. It then needs no
-    // repetition.
+    // Notify from the event loop: isBuilding() may end the process within a search, which must not
+    // be repeated while it runs.
     QMetaObject::invokeMethod(
         QCoreApplication::instance(), [this] { notifyWatchers(); }, Qt::QueuedConnection);
 }

@@ -20,6 +20,7 @@ from desktop import PATIENCE, NotYet, start_tied, stop, wait_until
 BUILTINS = ("Notepad", "Calculator", "Paint", "Command Prompt", "File Explorer", "Task Manager",
             "Settings", "Browser")
 RECORDER = pathlib.Path(__file__).resolve().parent / "recorder.py"
+TRAY_PAUSE = 0.3  # seconds; longer than a tray takes to arrange its icons
 
 
 def has_state(accessible, state):
@@ -331,6 +332,21 @@ class Launcher:
     def tray_icon(self):
         """The window of the icon in the system tray, or None."""
         return next(filter(self._is_embedded, self._all_windows()), None)
+
+    def tray_icon_place(self):
+        """x, y, width and height of the icon once the tray has stopped moving it."""
+        last = since = None
+
+        def stands_still():
+            nonlocal last, since
+            icon = self.tray_icon()
+            place = self.desktop.geometry(icon) if icon else None
+            if place != last:
+                last, since = place, time.monotonic()
+            return place and time.monotonic() - since > TRAY_PAUSE
+
+        wait_until(stands_still, "the icon stands still in the tray")
+        return last
 
     def text(self):
         """The text of the line edit, without the command in the badge."""

@@ -128,8 +128,7 @@ class Chinese(LanguageCase):
     def test_tray_menu(self):
         self.start()
         self.addCleanup(stop, self.desktop.start_tray())
-        icon = wait_until(self.launcher.tray_icon, "the tray shows the icon")
-        x, y, width, height = self.desktop.geometry(icon)
+        x, y, width, height = self.launcher.tray_icon_place()
         self.opens_menu(lambda: self.desktop.click(x + width // 2, y + height // 2, 3),
                         "显示", "设置", "重启", "退出")
         self.picture("menu")

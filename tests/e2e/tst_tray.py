@@ -22,7 +22,7 @@ class TrayCase(EndToEndCase):
         self.hides()
 
     def click_icon(self, button=1):
-        x, y, width, height = self.desktop.geometry(self.icon())
+        x, y, width, height = self.launcher.tray_icon_place()
         # Alternate between two positions: two clicks at one would be a double click.
         self.place = 1 - self.place
         self.desktop.click(x + width // 4 + self.place * width // 2, y + height // 2, button)

@@ -15,6 +15,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QImage>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -299,6 +300,8 @@ private Q_SLOTS:
     void tabCommitsTheTitle();
     void rebuildCommitsAnOpenEditor();
     void noOtherTriggerEdits();
+    void leavesKeysToTheInputMethod_data();
+    void leavesKeysToTheInputMethod();
     void editorKeepsWithinItsRow_data();
     void editorKeepsWithinItsRow();
     void editorKeepsTheTitleInItsPlace();
@@ -821,6 +824,45 @@ void tst_TodoView::noOtherTriggerEdits()
     page.click(page.textOf(u"task"_s));
     QTest::keyClick(page.tree, Qt::Key_X);
     QVERIFY(!page.editor());
+}
+
+void tst_TodoView::leavesKeysToTheInputMethod_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Enter") << Qt::Key_Return;
+    QTest::newRow("Tab") << Qt::Key_Tab;
+    QTest::newRow("Escape") << Qt::Key_Escape;
+}
+
+void tst_TodoView::leavesKeysToTheInputMethod()
+{
+    QFETCH(Qt::Key, key);
+    writeTasks({u"[ ] task"_s});
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    const auto compose = [](QLineEdit *edit, const QString &preedit) {
+        QInputMethodEvent event(preedit, {});
+        QCoreApplication::sendEvent(edit, &event);
+    };
+
+    page.input->setFocus();
+    page.input->setText(u"new"_s);
+    compose(page.input, u"ni"_s);
+    QTest::keyClick(page.input, key);
+    QVERIFY(page.input->hasFocus());
+    QCOMPARE(page.input->text(), u"new"_s);
+    compose(page.input, {});
+
+    QLineEdit *editor = page.edit(u"task"_s);
+    QVERIFY(editor);
+    compose(editor, u"hao"_s);
+    QTest::keyClick(editor, key);
+    QCoreApplication::processEvents();
+    QCOMPARE(page.editor(), editor);
+    QVERIFY(editor->hasFocus());
+    compose(editor, {});
+    page.endEditor(key);
+    QCOMPARE(page.tree->topLevelItemCount(), 1);
 }
 
 void tst_TodoView::editorKeepsWithinItsRow_data()

@@ -5,6 +5,8 @@
 #include "core/PluginManager.h"
 #include "core/ResultRecord.h"
 #include "launcher/LauncherTest.h"
+#include "plugins/AppPlugin.h"
+#include "plugins/FilePlugin.h"
 #include "settings/Settings.h"
 #include "support/TestProgram.h"
 
@@ -261,6 +263,8 @@ void tst_CommandQuery::knowsByWhichTextsItFinds()
 {
     QFETCH(QString, text);
     Query q;
+    q.plugins.registerPlugin(new AppPlugin(&q.launcher, &q.plugins));
+    q.plugins.registerPlugin(new FilePlugin(q.plugins.rowsChanged(), &q.plugins));
     q.query.setText(splitCommandText(text));
     QTEST(q.query.searchTexts(), "searchTexts");
 }

@@ -3,6 +3,7 @@
 
 #include "support/FakePlatform.h"
 #include "support/TestProgram.h"
+#include "ui/TypingPause.h"
 #include "ui/WindowTest.h"
 #include "update/HttpServer.h"
 
@@ -86,6 +87,7 @@ private Q_SLOTS:
     void downloadsOnlyOnYes_data();
     void downloadsOnlyOnYes();
     void leavesTypedKeysToTheBox();
+    void waitsForAPauseInTyping();
     void asksForAMandatoryUpdateTheSameWay();
     void showsTheChangeLogAsPlainText_data();
     void showsTheChangeLogAsPlainText();
@@ -185,6 +187,30 @@ void tst_MainWindowUpdate::leavesTypedKeysToTheBox()
     Q_EMIT w.updater.updateAvailable(u"2"_s, u"text"_s, server.url(u"/new"_s), false);
     QCOMPARE(handler.count, 1);
     QCOMPARE(server.requests.size(), 0);
+}
+
+void tst_MainWindowUpdate::waitsForAPauseInTyping()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QElapsedTimer pause;
+    std::chrono::milliseconds pauseLength{};
+    MessageBoxHandler handler(
+        [&](const QMessageBox &) { pauseLength = std::chrono::milliseconds(pause.elapsed()); });
+    QTest::keyClick(w.edit, Qt::Key_A);
+    Q_EMIT w.updater.updateAvailable(u"1"_s, u"text"_s, QString(), false);
+    Q_EMIT w.updater.updateAvailable(u"2"_s, u"text"_s, QString(), false);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(handler.count, 0);
+        QTest::qWait(50);
+        QTest::keyClick(w.edit, Qt::Key_A);
+        pause.start();
+    }
+    QTRY_COMPARE(handler.count, 1);
+    QVERIFY(pauseLength >= TypingPause::usualDuration);
+    QCOMPARE(w.edit->text(), u"aaaa"_s);
+    QTest::qWait(50);
+    QCOMPARE(handler.count, 1);
 }
 
 void tst_MainWindowUpdate::asksForAMandatoryUpdateTheSameWay()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/InputMethodKeys.h"
+#include "widgets/InputMethodKeys.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
