@@ -15,6 +15,7 @@
 #include "launcher/AppLauncher.h"
 #include "platform/ColorScheme.h"
 #include "platform/DesktopHotkeys.h"
+#include "platform/FloatingWindow.h"
 #include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
@@ -105,7 +106,8 @@ void showFloatIcon(FloatIcon &icon, const Settings &settings)
     icon.move(floatIconPosition(settings.floatIconPos(), available));
 
     const auto updateVisibility = [&] {
-        icon.setVisible(settings.showFloatIcon());
+        // Elsewhere the icon would be somewhere in the middle of the screen.
+        icon.setVisible(settings.showFloatIcon() && platform::canPlaceWindows());
     };
     QObject::connect(&settings, &Settings::showFloatIconChanged, &icon, updateVisibility);
     updateVisibility();

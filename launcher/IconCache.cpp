@@ -188,8 +188,10 @@ bool IconCache::drawIcon(const QIcon &icon, const QString &target, int factor)
     }
     QByteArray &content = m_drawn[{icon.cacheKey(), factor}];
     if (content.isEmpty()) {
-        content =
-            pngContent(fitted(icon.pixmap(iconSize, factor, QIcon::Normal, QIcon::Off), factor));
+        // The size of the plain file follows the highest factor of the screens.
+        const QPixmap pixmap = factor > 1 ? icon.pixmap(iconSize, factor, QIcon::Normal, QIcon::Off)
+                                          : icon.pixmap(iconSize, QIcon::Normal, QIcon::Off);
+        content = pngContent(fitted(pixmap, factor));
     }
     return !content.isEmpty() && saveContent(content, target);
 }

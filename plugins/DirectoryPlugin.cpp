@@ -3,12 +3,11 @@
 
 #include "core/ResultRecord.h"
 #include "launcher/IconCache.h"
+#include "platform/File.h"
 #include "platform/Folder.h"
 
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -62,7 +61,7 @@ bool DirectoryPlugin::execute(const QVariantMap &action)
     if (type == actiontype::openFolder || type == actiontype::navigate) {
         return platform::openFolder(data);
     }
-    return type == actiontype::openFile && QDesktopServices::openUrl(QUrl::fromLocalFile(data));
+    return type == actiontype::openFile && platform::openFile(data);
 }
 
 QString DirectoryPlugin::resolvePath(const QString &args) const

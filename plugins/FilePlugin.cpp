@@ -4,11 +4,10 @@
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
 #include "launcher/IconCache.h"
+#include "platform/File.h"
 #include "platform/FileIndex.h"
 
-#include <QDesktopServices>
 #include <QFileInfo>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 namespace fileindex = platform::fileindex;
@@ -65,7 +64,7 @@ bool FilePlugin::execute(const QVariantMap &action)
 {
     const QString data = actionData(action);
     return !data.isEmpty() && actionType(action) == actiontype::openFile
-           && QDesktopServices::openUrl(QUrl::fromLocalFile(data));
+           && platform::openFile(data);
 }
 
 QVariantList FilePlugin::search(const QString &args)

@@ -3,7 +3,7 @@
 
 #include "platform/ColorScheme.h"
 
-#include <QFile>
+#include <QResource>
 
 #include <algorithm>
 
@@ -129,16 +129,23 @@ void ThemeManager::updateDarkState()
 
 QString ThemeManager::styleSheet() const
 {
-    QFile file(u":/assets/style.qss"_s);
-    if (!file.open(QFile::ReadOnly)) {
-        return {};
+    return QString::fromUtf8(withColors(styleTemplate(), m_isDark));
+}
+
+// Unpacking takes longer than everything else, so it is done once for each template.
+const QByteArray &ThemeManager::styleTemplate() const
+{
+    const QResource resource(u":/assets/style.qss"_s);
+    if (resource.data() != m_packedTemplate) {
+        m_packedTemplate = resource.data();
+        m_template = resource.uncompressedData();
+        m_template.detach(); // an unpacked resource may go
+        // Like QIODevice::Text, which is slower because it examines each character.
+        if (m_template.contains('\r')) {
+            m_template.replace("\r", "");
+        }
     }
-    QByteArray styleTemplate = file.readAll();
-    // Like QIODevice::Text, which is slower because it examines each character.
-    if (styleTemplate.contains('\r')) {
-        styleTemplate.replace("\r", "");
-    }
-    return QString::fromUtf8(withColors(styleTemplate, m_isDark));
+    return m_template;
 }
 
 QColor ThemeManager::bg() const

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QObject>
 #include <QString>
@@ -79,6 +80,10 @@ Q_SIGNALS:
     void paletteChanged();
 
 private:
+    const QByteArray &styleTemplate() const;
+
     QString m_theme;
     bool m_isDark = true;
+    mutable QByteArray m_template;                   // of styleTemplate(), unpacked
+    mutable const uchar *m_packedTemplate = nullptr; // where it was
 };

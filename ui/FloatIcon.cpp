@@ -2,6 +2,7 @@
 #include "ui/FloatIcon.h"
 
 #include "platform/Compositor.h"
+#include "platform/FloatingWindow.h"
 #include "platform/WindowFocus.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
@@ -57,6 +58,8 @@ bool FloatIcon::event(QEvent *event)
         // In the flags of the widget it would be a property that others read.
         platform::refuseFocus(windowHandle());
         windowHandle()->installEventFilter(this);
+    } else if (event->type() == QEvent::Show && !event->spontaneous()) {
+        platform::keepFloating(windowHandle(), platform::Floating::Unmanaged);
     }
     return QWidget::event(event);
 }

@@ -6,6 +6,7 @@
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "platform/QtVersion.h"
+#include "platform/WindowActivation.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/PageScroller.h"
@@ -212,6 +213,7 @@ void MainWindow::createShortcuts()
 
 void MainWindow::showAndActivate()
 {
+    platform::prepareActivation(this);
     setWindowState(windowState() & ~Qt::WindowMinimized); // show() would keep it
     show();
     raise();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/WindowPlacement.h"
 
+#include "platform/FloatingWindow.h"
 #include "settings/Settings.h"
 #include "ui/ScreenArea.h"
 
@@ -123,6 +124,7 @@ void WindowPlacement::show()
     // Qt writes only a position that was set into the size hints. Without one, the window manager
     // would choose another position.
     nativeWindow->setPosition(nativeWindow->position());
+    platform::keepFloating(nativeWindow, platform::Floating::AsDialog);
 }
 
 void WindowPlacement::hide()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QString>
 
 #include <cstdint>
@@ -26,9 +27,16 @@ public:
     /// Takes the lock if it is free. Does not wait.
     State tryLock();
 
-    /// Allows other processes to activate a window in place of this one, which the user has just
-    /// started. Does nothing where the system allows that anyway.
-    static void allowActivation();
+    enum class Notice {
+        Given,        ///< the holder of the lock has it
+        NotListening, ///< the holder of the lock does not listen yet, or no longer
+        Stolen,       ///< another user listens under its name
+    };
+
+    /// Connects to the holder of the lock, which is the whole notice, and waits for that until the
+    /// deadline. Allows it to activate a window in place of this process, which the user has just
+    /// started.
+    Notice notifyHolder(const QDeadlineTimer &deadline) const;
 
     /// The QLocalServer name for the holder of the lock.
     QString serverName() const { return m_serverName; }

@@ -4,6 +4,7 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QLocalSocket>
 #include <QStandardPaths>
 
 #include <cerrno>
@@ -75,4 +76,11 @@ InstanceLock::State InstanceLock::tryLock()
     return State::Held;
 }
 
-void InstanceLock::allowActivation() {}
+// Nobody else can make a socket in that folder.
+InstanceLock::Notice InstanceLock::notifyHolder(const QDeadlineTimer &deadline) const
+{
+    QLocalSocket socket;
+    socket.connectToServer(m_serverName);
+    return socket.waitForConnected(int(deadline.remainingTime())) ? Notice::Given
+                                                                  : Notice::NotListening;
+}

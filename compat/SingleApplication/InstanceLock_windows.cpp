@@ -3,6 +3,9 @@
 
 #include <QByteArray>
 #include <QCryptographicHash>
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 
 #include <windows.h>
 
@@ -12,15 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr DWORD pipeBufferSize = 1; // no data is sent
-
-// Pipe names are global to the machine, so two sessions of the user share an instance.
-QString userIdentity()
+// Empty if the system does not tell.
+QString userOfToken(HANDLE token)
 {
-    HANDLE token = nullptr;
-    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
-        return {};
-    }
     DWORD size = 0;
     GetTokenInformation(token, TokenUser, nullptr, 0, &size);
     QByteArray buffer(int(size), '\0');
@@ -31,8 +28,35 @@ QString userIdentity()
         identity = QString::fromWCharArray(name);
         LocalFree(name);
     }
+    return identity;
+}
+
+QString userOfProcess(HANDLE process)
+{
+    HANDLE token = nullptr;
+    if (!OpenProcessToken(process, TOKEN_QUERY, &token)) {
+        return {};
+    }
+    const QString identity = userOfToken(token);
     CloseHandle(token);
     return identity;
+}
+
+// Pipe names are global to the machine, so two sessions of the user share an instance.
+QString userIdentity()
+{
+    return userOfProcess(GetCurrentProcess());
+}
+
+bool isOwnProcess(DWORD id)
+{
+    const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+    if (!process) {
+        return false;
+    }
+    const QString identity = userOfProcess(process);
+    CloseHandle(process);
+    return !identity.isEmpty() && identity == userIdentity();
 }
 
 QString pipeName(const QString &userData)
@@ -44,12 +68,18 @@ QString pipeName(const QString &userData)
 
 } // namespace
 
-// The lock is a named pipe without clients: only one process can create its first instance, and a
-// failed attempt leaves no trace.
+// The name of a pipe can be taken by any user, a file in the user's own folder cannot. Beside the
+// other data of the program, as the file stays; not in its folder, which a copy of the program by
+// another name has of its own.
 InstanceLock::InstanceLock(const QString &userData)
     : m_serverName(pipeName(userData))
 {
-    m_lockPath = uR"(\\.\pipe\)"_s + m_serverName + "-lock"_L1;
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    if (!data.isEmpty()) {
+        const QString folder = QFileInfo(data).path() + u'/' + userData;
+        QDir().mkpath(folder);
+        m_lockPath = QDir::toNativeSeparators(folder + "/instance.lock"_L1);
+    }
 }
 
 InstanceLock::~InstanceLock()
@@ -64,20 +94,38 @@ InstanceLock::State InstanceLock::tryLock()
     if (m_handle != -1) {
         return State::Held;
     }
-    const HANDLE pipe = CreateNamedPipeW(qUtf16Printable(m_lockPath),
-                                         PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
-                                         PIPE_TYPE_BYTE | PIPE_WAIT | PIPE_REJECT_REMOTE_CLIENTS, 1,
-                                         pipeBufferSize, pipeBufferSize, 0, nullptr);
-    if (pipe == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        return error == ERROR_ACCESS_DENIED || error == ERROR_PIPE_BUSY ? State::HeldElsewhere
-                                                                        : State::Unavailable;
+    // Other programs may read the file, such as for a backup, so the lock is on its first byte.
+    const HANDLE file = CreateFileW(qUtf16Printable(m_lockPath), GENERIC_READ | GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        return State::Unavailable;
     }
-    m_handle = reinterpret_cast<std::intptr_t>(pipe);
+    OVERLAPPED firstByte{};
+    if (!LockFileEx(file, LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0,
+                    &firstByte)) {
+        const DWORD error = GetLastError();
+        CloseHandle(file);
+        return error == ERROR_LOCK_VIOLATION || error == ERROR_IO_PENDING ? State::HeldElsewhere
+                                                                          : State::Unavailable;
+    }
+    m_handle = reinterpret_cast<std::intptr_t>(file);
     return State::Held;
 }
 
-void InstanceLock::allowActivation()
+// Not by QLocalSocket: the server, which may be anybody's, must not act in the name of this user.
+InstanceLock::Notice InstanceLock::notifyHolder(const QDeadlineTimer &) const
 {
     AllowSetForegroundWindow(ASFW_ANY);
+    const QString name = uR"(\\.\pipe\)"_s + m_serverName;
+    const HANDLE pipe = CreateFileW(qUtf16Printable(name), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                    SECURITY_SQOS_PRESENT | SECURITY_ANONYMOUS, nullptr);
+    if (pipe == INVALID_HANDLE_VALUE) {
+        // Another user's pipe may refuse everybody else.
+        return GetLastError() == ERROR_ACCESS_DENIED ? Notice::Stolen : Notice::NotListening;
+    }
+    ULONG process = 0;
+    const bool isOwn = GetNamedPipeServerProcessId(pipe, &process) && isOwnProcess(process);
+    CloseHandle(pipe);
+    return isOwn ? Notice::Given : Notice::Stolen;
 }

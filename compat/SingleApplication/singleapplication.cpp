@@ -23,15 +23,6 @@ constexpr auto retryInterval = 10ms;
 // How long another process may keep its connection open.
 constexpr auto longestConnection = 5s;
 
-// A connection without a message reports the start.
-bool notifyPrimary(const QString &serverName, const QDeadlineTimer &deadline)
-{
-    InstanceLock::allowActivation();
-    QLocalSocket socket;
-    socket.connectToServer(serverName);
-    return socket.waitForConnected(int(deadline.remainingTime()));
-}
-
 } // namespace
 
 SingleApplication::SingleApplication(int &argc, char *argv[], bool allowSecondary, Options,
@@ -42,15 +33,23 @@ SingleApplication::SingleApplication(int &argc, char *argv[], bool allowSecondar
     const QDeadlineTimer deadline(timeout);
     // The holder of the lock may not listen yet, or no longer; then it soon listens or releases the
     // lock.
-    while (m_lock->tryLock() == InstanceLock::State::HeldElsewhere) {
+    InstanceLock::State state = m_lock->tryLock();
+    for (; state == InstanceLock::State::HeldElsewhere; state = m_lock->tryLock()) {
         if (allowSecondary) {
             return;
         }
-        if (notifyPrimary(m_lock->serverName(), deadline) || deadline.hasExpired()) {
+        const InstanceLock::Notice notice = m_lock->notifyHolder(deadline);
+        if (notice == InstanceLock::Notice::Stolen) {
+            qWarning("SingleApplication: another user listens in place of the running instance");
+        }
+        if (notice != InstanceLock::Notice::NotListening || deadline.hasExpired()) {
             // Nothing needs a cleanup yet, and the destructors could only change the exit status.
             std::_Exit(EXIT_SUCCESS);
         }
         std::this_thread::sleep_for(retryInterval);
+    }
+    if (state == InstanceLock::State::Unavailable) {
+        qWarning("SingleApplication: cannot lock, so every start is an instance of its own");
     }
     listen();
 }

@@ -51,11 +51,18 @@ int distance(const IconSizes &sizes, int pixels)
 
 const IconPicture *bestPicture(const QList<IconPicture> &pictures, int size, int scale)
 {
-    const auto exact =
-        std::find_if(pictures.begin(), pictures.end(),
-                     [&](const IconPicture &picture) { return isFor(picture.sizes, size, scale); });
-    if (exact != pictures.end()) {
-        return &*exact;
+    // Pictures for ranges of sizes overlap. The one that was drawn for this size has the sharpest
+    // lines.
+    const IconPicture *exact = nullptr;
+    for (const IconPicture &picture : pictures) {
+        if (isFor(picture.sizes, size, scale)
+            && (!exact
+                || std::abs(picture.sizes.size - size) < std::abs(exact->sizes.size - size))) {
+            exact = &picture;
+        }
+    }
+    if (exact) {
+        return exact;
     }
     const auto nearest = std::min_element(
         pictures.begin(), pictures.end(), [&](const IconPicture &one, const IconPicture &other) {

@@ -4,6 +4,7 @@
 #include "platform/windows/Owner.h"
 
 #include <QDir>
+#include <QStringList>
 
 namespace platform {
 
@@ -17,13 +18,27 @@ bool isRealFolder(HANDLE folder)
            && !(info.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT);
 }
 
-bool restrictToUser(HANDLE folder, const User &user)
+bool restrictToUser(HANDLE fileOrFolder, const User &user)
 {
     const LocalPointer<void> descriptor = descriptorForUserAlone(user);
     return descriptor
            && SetKernelObjectSecurity(
-               folder, DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
+               fileOrFolder, DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION,
                descriptor.get());
+}
+
+// The rights that a file has inherited stay when its folder changes, and by default everybody may
+// pass a folder that he cannot list.
+void restrictFiles(const QString &folder, const User &user)
+{
+    const QDir dir(folder);
+    const QStringList names = dir.entryList(QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString &name : names) {
+        const Handle file = openWithReadControl(dir.filePath(name), WRITE_DAC);
+        if (file && isOwnOrUnowned(file.get(), user)) {
+            restrictToUser(file.get(), user);
+        }
+    }
 }
 
 } // namespace
@@ -38,7 +53,11 @@ bool makePrivateFolder(const QString &path)
         || !isOwnOrUnowned(folder.get(), user)) {
         return false;
     }
-    return !hasOwners(folder.get()) || restrictToUser(folder.get(), user);
+    if (!hasOwners(folder.get())) {
+        return true;
+    }
+    restrictFiles(path, user);
+    return restrictToUser(folder.get(), user);
 }
 
 bool isProtectedFolder(const QString &)

@@ -3,9 +3,9 @@
 
 #include "platform/windows/SystemFolder.h"
 
+#include <QDir>
 #include <QProcess>
 #include <QProcessEnvironment>
-#include <QStringList>
 
 using namespace Qt::StringLiterals;
 
@@ -43,7 +43,9 @@ void startUpdateScript(const QString &scriptPath)
     QProcess interpreter;
     interpreter.setProcessEnvironment(environment);
     interpreter.setProgram(system + uR"(\cmd.exe)"_s);
-    interpreter.setArguments({u"/c"_s, scriptPath});
+    // The interpreter takes the outer quotation marks away. QProcess would set the inner ones only
+    // for a blank, and "Tom&Jerry" would be two commands.
+    interpreter.setNativeArguments(uR"(/c ""%1"")"_s.arg(QDir::toNativeSeparators(scriptPath)));
     interpreter.startDetached();
 }
 

@@ -68,6 +68,8 @@ class Desktop:
     Only one per process, since the accessibility library connects to one bus for good.
     """
 
+    window_manager = ["openbox"]
+
     def __init__(self, size):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="vaskel-desktop-"))
         self._processes = []
@@ -268,8 +270,10 @@ class Desktop:
     def _start_window_manager(self):
         home = self.folder / "home"
         home.mkdir()
-        self._start(["openbox"], env={"PATH": os.environ["PATH"], "HOME": str(home),
-                                      "DISPLAY": self.display, "LANG": "C.UTF-8"})
+        # Without its own way to accessibility, which would hide the one of this desktop.
+        self._start(self.window_manager, env={
+            "PATH": os.environ["PATH"], "HOME": str(home), "DISPLAY": self.display,
+            "LANG": "C.UTF-8", "NO_AT_BRIDGE": "1", "DBUS_SESSION_BUS_ADDRESS": self.bus})
         wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                    "the window manager runs")
 

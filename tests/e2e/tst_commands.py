@@ -105,26 +105,28 @@ class Commands(EndToEndCase):
         self.picture("wrong-file")
 
     def test_has_a_switch_and_a_hotkey(self):
+        self.write(command="abc", name="My command", exec=["./program", "{query}"],
+                   output="items")  # the first on the page
         self.start()
         self.launcher.open_page("plugin", "Save")
-        self.launcher.tab_to("mine Hotkey")
+        self.launcher.tab_to("abc Hotkey")
         self.launcher.press("ctrl+shift+F8")
-        self.save("pluginHotkeys/mine", "Ctrl+Shift+F8")
+        self.save("pluginHotkeys/abc", "Ctrl+Shift+F8")
         self.launcher.empty_box()
         self.launcher.press("Escape")
         self.hides()
         self.launcher.press("ctrl+shift+F8")
         self.launcher.wait_until_ready()
-        self.becomes(self.launcher.badge, "mine")
+        self.becomes(self.launcher.badge, "abc")
         self.launcher.type("x")
         self.shows_titles("One x", "Two")
 
         self.launcher.open_page("plugin", "Save")
-        self.launcher.tab_to("mine Enabled")
+        self.launcher.tab_to("abc Enabled")
         self.launcher.press("space")
-        self.save("plugins/mine", "false")
+        self.save("plugins/abc", "false")
         self.launcher.empty_box()
-        self.launcher.type("mine x")
+        self.launcher.type("abc x")
         self.shows_titles("Plugin disabled")
 
     def save(self, key, value):

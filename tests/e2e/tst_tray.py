@@ -83,6 +83,14 @@ class Tray(TrayCase):
         self.launcher.type("note")
         self.shows_titles("Notepad")
 
+    def test_double_click_counts_as_one(self):
+        x, y, width, height = self.desktop.geometry(self.icon())
+        self.desktop.click(x + width // 2, y + height // 2, times=2)
+        self.hides()
+        self.stays(lambda: not self.launcher.is_visible(), "the window is hidden", 1)
+        self.click_icon()
+        self.is_up()
+
     def test_other_clicks_leave_the_window_alone(self):
         self.click_icon(button=2)
         self.assertEqual(self.walk_to("Quit"), ENTRIES)

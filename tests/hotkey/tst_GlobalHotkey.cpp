@@ -6,6 +6,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QHotkey>
+#include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -23,6 +24,7 @@ private Q_SLOTS:
     void init();
     void cleanup();
 
+    void declaresItsSignalsInOrder();
     void hasNoHotkeyAtFirst();
     void emitsActivatedForTheMainHotkey();
     void replacesTheMainHotkey();
@@ -110,6 +112,16 @@ bool tst_GlobalHotkey::isFree(const QString &sequence)
         m_keyboard->releaseHotkey(sequence);
     }
     return isTaken;
+}
+
+void tst_GlobalHotkey::declaresItsSignalsInOrder()
+{
+    const QMetaObject &meta = GlobalHotkey::staticMetaObject;
+    QByteArrayList signatures;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        signatures.append(meta.method(index).methodSignature());
+    }
+    QCOMPARE(signatures, QByteArrayList({"activated()", "commandActivated(QString)"}));
 }
 
 void tst_GlobalHotkey::hasNoHotkeyAtFirst()

@@ -1,15 +1,16 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Checks that the built program takes libraries from nowhere but the system and Qt's folder.
 
-usage: tst_program.py PROGRAM [unittest's own]
+usage: tst_program.py PROGRAM QT-FOLDER [unittest's own]
 """
 
+import pathlib
 import sys
 import unittest
 
 from elf import readelf, search_path
 
-PROGRAM = sys.argv[1]
+PROGRAM, QT_FOLDER = sys.argv[1:3]
 
 
 class Program(unittest.TestCase):
@@ -18,6 +19,10 @@ class Program(unittest.TestCase):
         self.assertEqual([folder for folder in search_path(PROGRAM)
                           if not folder.startswith("/")], [])
 
+    def test_looks_for_libraries_in_no_folder_but_that_of_qt(self):
+        self.assertEqual([folder for folder in search_path(PROGRAM)
+                          if pathlib.Path(folder).resolve() != pathlib.Path(QT_FOLDER).resolve()], [])
+
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[2:])
+    unittest.main(argv=sys.argv[:1] + sys.argv[3:])

@@ -6,7 +6,9 @@
 #include "platform/Compositor.h"
 #include "platform/Console.h"
 #include "platform/ContainingFolder.h"
+#include "platform/File.h"
 #include "platform/FileIndex.h"
+#include "platform/FloatingWindow.h"
 #include "platform/Folder.h"
 #include "platform/FolderEntries.h"
 #include "platform/FontLibrary.h"
@@ -20,13 +22,16 @@
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
 #include "platform/UpdateScript.h"
+#include "platform/WindowActivation.h"
 #include "platform/WindowFocus.h"
 #include "support/FakeDesktopHotkeys.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QProcess>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -174,6 +179,12 @@ bool showInFolder(const QString &path)
     return true;
 }
 
+// Tests replace the desktop.
+bool openFile(const QString &path)
+{
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
 bool openFolder(const QString &path)
 {
     fakePlatform().openedFolders.append(path);
@@ -278,6 +289,22 @@ QString updateScript(const QString &downloadPath, const QString &programPath)
 void startUpdateScript(const QString &scriptPath)
 {
     fakePlatform().startedUpdateScripts.append(scriptPath);
+}
+
+void keepFloating(QWindow *window, Floating floating)
+{
+    (floating == Floating::AsDialog ? fakePlatform().dialogs : fakePlatform().unmanagedWindows)
+        .append(window);
+}
+
+bool canPlaceWindows()
+{
+    return fakePlatform().canPlaceWindows;
+}
+
+void prepareActivation(QWidget *window)
+{
+    fakePlatform().activatedWindows.append(window);
 }
 
 void refuseFocus(QWindow *window)

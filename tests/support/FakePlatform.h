@@ -16,6 +16,7 @@
 #include <utility>
 
 class FakeDesktopHotkeys;
+class QWidget;
 class QWindow;
 
 /// Recording bodies of the platform headers: they answer from fields that a test sets, and record
@@ -60,6 +61,8 @@ struct FakePlatform
     bool hasDesktopHotkeys = false;
     FakeDesktopHotkeys *desktopHotkeys = nullptr; // the newest
 
+    // File.h; opens files by QDesktopServices
+
     // FileIndex.h; an empty path counts as unreadable and matches every text
     QString indexName = QStringLiteral("Fake");
     QStringList indexedPaths;
@@ -68,6 +71,11 @@ struct FakePlatform
     QList<std::pair<QPointer<QObject>, std::function<void()>>> indexWatchers;
     /// Ends error 104 and notifies the watchers.
     void completeIndex();
+
+    // FloatingWindow.h
+    QList<const QWindow *> dialogs;
+    QList<const QWindow *> unmanagedWindows;
+    bool canPlaceWindows = true;
 
     // Folder.h
     bool openFolderResult = true;
@@ -110,6 +118,9 @@ struct FakePlatform
     QString updateScript = QStringLiteral("script\n");
     QList<std::pair<QString, QString>> updateScriptCalls;
     QStringList startedUpdateScripts;
+
+    // WindowActivation.h
+    QList<const QWidget *> activatedWindows;
 
     // WindowFocus.h
     QList<const QWindow *> windowsWithoutFocus;

@@ -2,9 +2,12 @@
 #include <SingleApplication>
 
 #include "compat/SingleApplication/InstanceLock.h"
+#include "compat/SingleApplication/InstanceMessage.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
@@ -12,6 +15,10 @@
 #include <algorithm>
 #include <memory>
 #include <vector>
+
+#include <windows.h>
+
+#include <sddl.h>
 
 using namespace Qt::StringLiterals;
 
@@ -22,6 +29,12 @@ constexpr int timeout = 1000;
 const QString userData = u"VaskelTest"_s;
 
 int nextNumber = 0;
+
+bool send(const QByteArray &message)
+{
+    return sendInstanceMessage(InstanceLock(userData).serverName(), message,
+                               QDeadlineTimer(testTimeout));
+}
 
 /// A process of the helper program and the file with its state.
 class Instance
@@ -94,9 +107,17 @@ private Q_SLOTS:
     void tenStartsAtOnceLeaveOne();
     void otherUserDataIsAnotherProgram();
     void secondaryInstanceIsNotReported();
+    void messageArrivesWithoutAStart();
+    void messageWithoutAnInstanceFails();
+    void longMessageIsIgnored();
     void lockIsHeldByOneObjectAtATime();
     void waitingStartTakesAReleasedLock();
     void holderThatNeverListensIsGivenTheTimeout();
+    void takenPipeNameBlocksNoStart();
+    void startsWithoutAPlaceForTheLock();
+    void lockIsAFileOfTheUser();
+    void tellsWhetherTheHolderWasNotified();
+    void tellsOfAPipeThatRefuses();
 };
 
 void tst_SingleApplicationOnWindows::secondStartNotifiesTheFirstAndEnds()
@@ -191,6 +212,35 @@ void tst_SingleApplicationOnWindows::secondaryInstanceIsNotReported()
     QCOMPARE(first.notificationCount(), 0);
 }
 
+void tst_SingleApplicationOnWindows::messageArrivesWithoutAStart()
+{
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    const Instance second(userData, {u"send"_s}, testTimeout);
+    QTRY_COMPARE_WITH_TIMEOUT(second.output().value(2), u"sent"_s, testTimeout);
+    QTRY_VERIFY_WITH_TIMEOUT(first.output().contains(u"got hello"_s), testTimeout);
+    QVERIFY(send("without an application"));
+    QTRY_VERIFY_WITH_TIMEOUT(first.output().contains(u"got without an application"_s), testTimeout);
+    QCOMPARE(first.notificationCount(), 0);
+}
+
+void tst_SingleApplicationOnWindows::messageWithoutAnInstanceFails()
+{
+    QVERIFY(!send("hello"));
+}
+
+void tst_SingleApplicationOnWindows::longMessageIsIgnored()
+{
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    const QByteArray longest(4096, 'x');
+    QVERIFY(send(longest + 'x'));
+    QVERIFY(send(longest));
+    QTRY_COMPARE_WITH_TIMEOUT(first.output().size(), 3, testTimeout);
+    QCOMPARE(first.output().last(), QString("got "_L1 + QString::fromLatin1(longest)));
+    QCOMPARE(first.notificationCount(), 0);
+}
+
 void tst_SingleApplicationOnWindows::lockIsHeldByOneObjectAtATime()
 {
     InstanceLock other(u"Other"_s);
@@ -222,6 +272,81 @@ void tst_SingleApplicationOnWindows::holderThatNeverListensIsGivenTheTimeout()
     QVERIFY(lock.tryLock() == InstanceLock::State::Held);
     const Instance next;
     QTRY_VERIFY_WITH_TIMEOUT(next.hasExited(), testTimeout);
+}
+
+// Any user can create a pipe of any name.
+void tst_SingleApplicationOnWindows::takenPipeNameBlocksNoStart()
+{
+    const QString name = InstanceLock(userData).serverName();
+    QList<HANDLE> pipes;
+    for (const QString &taken : {name, name + "-lock"_L1}) {
+        pipes += CreateNamedPipeW(qUtf16Printable(uR"(\\.\pipe\)"_s + taken),
+                                  PIPE_ACCESS_INBOUND | FILE_FLAG_FIRST_PIPE_INSTANCE,
+                                  PIPE_TYPE_BYTE | PIPE_WAIT, 1, 1, 1, 0, nullptr);
+        QVERIFY(pipes.last() != INVALID_HANDLE_VALUE);
+    }
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    for (const HANDLE pipe : pipes) {
+        CloseHandle(pipe);
+    }
+}
+
+void tst_SingleApplicationOnWindows::startsWithoutAPlaceForTheLock()
+{
+    testhome::writeFile("data/"_L1 + userData, "in the way");
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    QVERIFY(first.output().contains(
+        u"warning: SingleApplication: cannot lock, so every start is an instance of its own"_s));
+}
+
+// What stays is in the folder of the program's data.
+void tst_SingleApplicationOnWindows::lockIsAFileOfTheUser()
+{
+    InstanceLock lock(userData);
+    QVERIFY(lock.tryLock() == InstanceLock::State::Held);
+    QCOMPARE(QDir(testhome::path() + "/data"_L1).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList{userData});
+    QCOMPARE(QDir(testhome::path() + "/data/"_L1 + userData).entryList(QDir::Files),
+             QStringList{u"instance.lock"_s});
+}
+
+void tst_SingleApplicationOnWindows::tellsWhetherTheHolderWasNotified()
+{
+    const InstanceLock lock(userData);
+    QVERIFY(lock.notifyHolder(QDeadlineTimer(0)) == InstanceLock::Notice::NotListening);
+    const Instance first;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
+    // The macro asks once more than needed, but each notice counts.
+    InstanceLock::Notice notice = InstanceLock::Notice::NotListening;
+    const auto isListening = [&] {
+        if (notice == InstanceLock::Notice::NotListening) {
+            notice = lock.notifyHolder(QDeadlineTimer(0));
+        }
+        return notice != InstanceLock::Notice::NotListening;
+    };
+    QTRY_VERIFY(isListening());
+    QVERIFY(notice == InstanceLock::Notice::Given);
+    QTRY_COMPARE_WITH_TIMEOUT(first.notificationCount(), 1, testTimeout);
+}
+
+// Another user's pipe looks like one that refuses.
+void tst_SingleApplicationOnWindows::tellsOfAPipeThatRefuses()
+{
+    const InstanceLock lock(userData);
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    QVERIFY(ConvertStringSecurityDescriptorToSecurityDescriptorW(
+        L"D:P(D;;FA;;;WD)", SDDL_REVISION_1, &descriptor, nullptr));
+    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), descriptor, FALSE};
+    const HANDLE pipe =
+        CreateNamedPipeW(qUtf16Printable(uR"(\\.\pipe\)"_s + lock.serverName()),
+                         PIPE_ACCESS_INBOUND, PIPE_TYPE_BYTE | PIPE_WAIT, 1, 1, 1, 0, &attributes);
+    LocalFree(descriptor);
+    QVERIFY(pipe != INVALID_HANDLE_VALUE);
+    const InstanceLock::Notice notice = lock.notifyHolder(QDeadlineTimer(0));
+    CloseHandle(pipe);
+    QVERIFY(notice == InstanceLock::Notice::Stolen);
 }
 
 VASKEL_TEST(tst_SingleApplicationOnWindows, QCoreApplication)

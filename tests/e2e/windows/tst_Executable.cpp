@@ -5,8 +5,11 @@
 #include "support/TestProgram.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QXmlStreamReader>
 
@@ -100,6 +103,8 @@ private Q_SLOTS:
     void hasNoConsole();
     void hasAddressAndMemoryProtection();
     void importsTheSystemAndEverythingAlone();
+    void loadsEverythingFromItsOwnFolderAlone_data();
+    void loadsEverythingFromItsOwnFolderAlone();
     void manifestNamesTheProgram_data();
     void manifestNamesTheProgram();
     void manifestAsksForNoMoreRights();
@@ -155,6 +160,42 @@ void tst_Executable::importsTheSystemAndEverythingAlone()
     }
     QVERIFY(imports.contains(u"kernel32.dll"_s));
     QCOMPARE(others, QStringList{u"everything64.dll"_s});
+}
+
+void tst_Executable::loadsEverythingFromItsOwnFolderAlone_data()
+{
+    QTest::addColumn<QString>("planted");
+    QTest::newRow("in the current folder") << u"current"_s;
+    QTest::newRow("in PATH") << u"path"_s;
+}
+
+// The library lies there, where another program or user may have put it, and the program must not
+// start with it.
+void tst_Executable::loadsEverythingFromItsOwnFolderAlone()
+{
+    QFETCH(QString, planted);
+    QTemporaryDir folder;
+    for (const QString &name : {u"bin"_s, u"current"_s, u"path"_s}) {
+        QVERIFY(QDir(folder.path()).mkdir(name));
+    }
+    const QString library = u"Everything64.dll"_s;
+    const QString program = folder.filePath(u"bin/Vaskel.exe"_s);
+    QVERIFY(QFile::copy(executable, program));
+    QVERIFY(QFile::copy(QFileInfo(executable).dir().filePath(library),
+                        folder.filePath(planted + u'/' + library)));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"PATH"_s, QDir::toNativeSeparators(folder.filePath(u"path"_s)) + u';'
+                                      + environment.value(u"PATH"_s));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(folder.filePath(u"current"_s));
+    process.start(program, QStringList());
+    const bool hasEnded = process.waitForFinished(60000);
+    process.kill();
+    process.waitForFinished();
+    QVERIFY(hasEnded);
+    constexpr unsigned libraryNotFound = 0xC0000135;
+    QCOMPARE(unsigned(process.exitCode()), libraryNotFound);
 }
 
 void tst_Executable::manifestNamesTheProgram_data()

@@ -74,9 +74,9 @@ void tst_Console::writesToTheConsoleOfTheParent()
                     nullptr, OPEN_EXISTING, 0, nullptr);
     QVERIFY(screen != INVALID_HANDLE_VALUE);
     SetConsoleOutputCP(437);
-    QVERIFY(runWithoutStreams(QDir::toNativeSeparators(QStringLiteral(CONSOLE_WRITER))));
+    const QString program = QDir::toNativeSeparators(QStringLiteral(CONSOLE_WRITER));
+    QVERIFY(runWithoutStreams(program + " one"_L1));
     QCOMPARE(lineAt(screen, 1), u"grün"_s); // below the prompt of the shell
-    QCOMPARE(lineAt(screen, 3), u"error"_s);
     QCOMPARE(GetConsoleOutputCP(), 437U);
     CloseHandle(screen);
 }

@@ -2,11 +2,14 @@
 #include "platform/Folder.h"
 
 #include "platform/windows/Recording.h"
+#include "plugins/OpenedFiles.h"
 #include "plugins/Titles.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include "core/ResultRecord.h"
 #include "plugins/DirectoryPlugin.h"
+#include "plugins/FilePlugin.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,6 +43,8 @@ private Q_SLOTS:
     void opensTheChosenFolder_data();
     void opensTheChosenFolder();
     void opensTheFolderBesideAProgramOfItsName();
+    void opensAFolderThatWasFoundAsSuch();
+    void opensAFileBesideAProgramOfItsName();
     void refusesAFolderThatIsMissing();
     void leavesOutHiddenEntries();
     void hasNoNameForADrive();
@@ -94,6 +99,31 @@ void tst_Folder::opensTheFolderBesideAProgramOfItsName()
     // Wine tries no suffixes for a folder that exists, but it passes the separator on.
     const QString given = recording::starts(shownFoldersFile()).first().value(2);
     QVERIFY2(given.size() > path.size(), qPrintable(given));
+}
+
+void tst_Folder::opensAFolderThatWasFoundAsSuch()
+{
+    const QString path = testhome::path() + "/Photos"_L1;
+    QVERIFY(QDir().mkpath(path));
+    QVERIFY(QFile::copy(recording::program(), path + ".exe"_L1));
+    QVERIFY(FilePlugin(nullptr).execute(
+        makeAction(actiontype::openFile, QDir::toNativeSeparators(path), u"file"_s)));
+    QTRY_COMPARE(recording::shownFolders(shownFoldersFile()), QStringList{path});
+    QVERIFY(!QFile::exists(path + ".exe.txt"_L1));
+    const QString given = recording::starts(shownFoldersFile()).first().value(2);
+    QVERIFY2(given.size() > path.size(), qPrintable(given));
+}
+
+// A dot at the end is all that keeps the shell from trying the suffixes of programs.
+void tst_Folder::opensAFileBesideAProgramOfItsName()
+{
+    const QString path = testhome::writeFile(u"README"_s, {});
+    const OpenedFiles opened;
+    const QVariantMap action = makeAction(actiontype::openFile, path, {});
+    QVERIFY(FilePlugin(nullptr).execute(action));
+    QVERIFY(DirectoryPlugin().execute(action));
+    QCOMPARE(opened.paths, QStringList({path + u'.', path + u'.'}));
+    QVERIFY(QFile::exists(opened.paths.first()));
 }
 
 void tst_Folder::refusesAFolderThatIsMissing()

@@ -18,6 +18,7 @@ class tst_PrivateFolder : public QObject
 private Q_SLOTS:
     void init() { testhome::reset(); }
     void restrictsAFolderThatIsOpenToEverybody();
+    void restrictsTheFilesInIt();
     void newFolderIsOpenToTheUserAlone();
     void contentCanBeWritten();
 };
@@ -30,6 +31,19 @@ void tst_PrivateFolder::restrictsAFolderThatIsOpenToEverybody()
     QVERIFY2(accessList(path).contains(";;;WD)"_L1), qPrintable(accessList(path)));
     QVERIFY(platform::makePrivateFolder(path));
     QVERIFY2(!accessList(path).contains(";;;WD)"_L1), qPrintable(accessList(path)));
+}
+
+void tst_PrivateFolder::restrictsTheFilesInIt()
+{
+    const QString file = testhome::writeFile(u"tmp/open/file"_s, "content");
+    openToEverybody(testhome::path() + "/tmp/open"_L1);
+    openToEverybody(file);
+    QVERIFY2(accessList(file).contains(";;;WD)"_L1), qPrintable(accessList(file)));
+    QVERIFY(platform::makePrivateFolder(testhome::path() + "/tmp/open"_L1));
+    QVERIFY2(!accessList(file).contains(";;;WD)"_L1), qPrintable(accessList(file)));
+    QFile again(file);
+    QVERIFY(again.open(QIODevice::ReadWrite));
+    QCOMPARE(again.readAll(), "content");
 }
 
 void tst_PrivateFolder::newFolderIsOpenToTheUserAlone()

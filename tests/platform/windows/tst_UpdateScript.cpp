@@ -91,6 +91,8 @@ private Q_SLOTS:
     void updatesTheRunningProgram_data();
     void updatesTheRunningProgram();
     void looksForCommandsInTheSystemFolderFirst();
+    void startsTheScriptInAnyFolder_data();
+    void startsTheScriptInAnyFolder();
     void newProgramForgetsTheSearchOrder();
     void keepsBothFilesAndReportsARunningProgram();
     void keepsTheProgramAndReportsAMissingDownload();
@@ -242,6 +244,30 @@ void tst_UpdateScript::looksForCommandsInTheSystemFolderFirst()
              lines.value(0).constData());
     QCOMPARE(lines.value(1).trimmed(), "Vaskel");
     QVERIFY(recording::starts(temporary(u"cmd.exe.txt"_s)).isEmpty());
+}
+
+void tst_UpdateScript::startsTheScriptInAnyFolder_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("plain") << u"folder"_s;
+    QTest::newRow("blanks") << u"a folder"_s;
+    QTest::newRow("two commands") << u"Tom&Jerry"_s;
+    QTest::newRow("a command and blanks") << u"Tom & Jerry"_s;
+    QTest::newRow("brackets") << u"Temp(x86)"_s;
+    QTest::newRow("brackets and blanks") << u"Temp (x86)"_s;
+    QTest::newRow("other separators") << u"a,b;c=d"_s;
+    QTest::newRow("escapes") << u"a^b!c"_s;
+    QTest::newRow("quotes and dashes") << u"-it's `here` $(x)"_s;
+}
+
+void tst_UpdateScript::startsTheScriptInAnyFolder()
+{
+    QFETCH(QString, folder);
+    const QString script =
+        testhome::writeFile(folder + "/a script.bat"_L1, "@echo off\r\n"
+                                                         "echo x>\"%~dp0mark\"\r\n");
+    platform::startUpdateScript(script);
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(QFileInfo(script).path() + "/mark"_L1), 30000);
 }
 
 void tst_UpdateScript::newProgramForgetsTheSearchOrder()

@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/FloatingWindow.h"
+
+#include <QByteArray>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QList>
+#include <QObject>
+#include <QPoint>
+#include <QWindow>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+
+#include <xcb/xcb.h>
+
+namespace platform {
+
+namespace {
+
+struct Free
+{
+    void operator()(void *data) const { std::free(data); }
+};
+
+xcb_connection_t *x11Connection()
+{
+    if (QGuiApplication::platformName() != QLatin1StringView("xcb")) {
+        return nullptr;
+    }
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t atom(xcb_connection_t *connection, const QByteArray &name)
+{
+    const auto cookie = xcb_intern_atom(connection, false, uint16_t(name.size()), name.constData());
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
+        xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+// What the window manager supports by its specification (EWMH).
+QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
+{
+    constexpr quint32 limit = 1024; // far more than the specification has
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+    const auto cookie = xcb_get_property(
+        connection, false, root, atom(connection, "_NET_SUPPORTED"), XCB_ATOM_ATOM, 0, limit);
+    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+        xcb_get_property_reply(connection, cookie, nullptr));
+    if (!reply || reply->format != 32) {
+        return {};
+    }
+    const auto *first = static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()));
+    return {first, first + reply->value_len};
+}
+
+// No window can be above the others in a grid, so these are the ones that tile.
+bool isTiling(xcb_connection_t *connection)
+{
+    const QList<xcb_atom_t> supported = supportedAtoms(connection);
+    return !supported.isEmpty() && !supported.contains(atom(connection, "_NET_WM_STATE_ABOVE"));
+}
+
+// Qt would have to create the window anew.
+void setDialogType(xcb_connection_t *connection, xcb_window_t window)
+{
+    const std::array<xcb_atom_t, 2> types{atom(connection, "_NET_WM_WINDOW_TYPE_DIALOG"),
+                                          atom(connection, "_NET_WM_WINDOW_TYPE_NORMAL")};
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window,
+                        atom(connection, "_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, types.size(),
+                        types.data());
+}
+
+/// Puts the window back to its place when it shows: the window manager may have moved it by the
+/// size of the frame, which would add up from show to show.
+class PlaceKeeper : public QObject
+{
+public:
+    explicit PlaceKeeper(QWindow *window)
+        : QObject(window)
+        , m_window(window)
+        , m_place(window->position())
+    {
+        window->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Expose && m_window->isExposed()) {
+            m_window->removeEventFilter(this);
+            m_window->setPosition(m_place);
+            deleteLater();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QWindow *m_window;
+    QPoint m_place;
+};
+
+} // namespace
+
+void keepFloating(QWindow *window, Floating floating)
+{
+    xcb_connection_t *connection = x11Connection();
+    if (!connection) {
+        return;
+    }
+    const bool tiles = isTiling(connection);
+    if (floating == Floating::Unmanaged) {
+        window->setFlag(Qt::BypassWindowManagerHint, tiles);
+    } else if (tiles) {
+        setDialogType(connection, xcb_window_t(window->winId()));
+        new PlaceKeeper(window);
+    }
+}
+
+bool canPlaceWindows()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1StringView("wayland"));
+}
+
+} // namespace platform
