@@ -5,24 +5,18 @@
 // start to its first painted window, its memory two seconds later, the time from the hotkey to the
 // window, and the processor time while it is hidden.
 #include "Hotkey.h"
+#include "ProgramHome.h"
+#include "ProgramStart.h"
 #include "ScreenWatcher.h"
 
 #include <benchmark/benchmark.h>
 
-#include <csignal>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -33,188 +27,12 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr int entryCount = 500;
 constexpr int pressCount = 11;
-
-/// A home with installed programs, and the environment for a process in it.
-class Home
-{
-public:
-    Home();
-    ~Home() { std::filesystem::remove_all(m_folder); }
-    Home(const Home &) = delete;
-    Home &operator=(const Home &) = delete;
-
-    std::vector<std::string> environment() const;
-    long cachedIcons() const;
-    std::filesystem::path emptyFolder(const char *name) const;
-
-private:
-    void addEntry(int number) const;
-
-    std::filesystem::path m_folder;
-};
-
-Home::Home()
-{
-    std::string pattern = std::filesystem::temp_directory_path() / "vaskel-bench-XXXXXX";
-    m_folder = mkdtemp(pattern.data());
-    for (const char *folder : {"tmp", "runtime", "system/applications"}) {
-        std::filesystem::create_directories(m_folder / folder);
-    }
-    std::filesystem::permissions(m_folder / "runtime", std::filesystem::perms::owner_all);
-    for (const char *shared : {"icons", "mime"}) {
-        std::filesystem::create_directory_symlink(std::filesystem::path("/usr/share") / shared,
-                                                  m_folder / "system" / shared);
-    }
-    for (int number = 0; number < entryCount; ++number) {
-        addEntry(number);
-    }
-}
-
-// As large as the entries of a real desktop, which consist mostly of translations.
-void Home::addEntry(int number) const
-{
-    std::ofstream entry(m_folder / "system/applications"
-                        / ("program" + std::to_string(number) + ".desktop"));
-    entry << "[Desktop Entry]\nType=Application\nVersion=1.0\n"
-          << "Name=Program " << number << "\nExec=true %U\nIcon=application-x-executable\n"
-          << "Categories=Utility;\nMimeType=text/plain;\nTerminal=false\nStartupNotify=true\n";
-    for (const char *language : {"ca", "cs", "da", "de", "el", "es", "fi", "fr", "hu", "it",
-                                 "ja", "ko", "nl", "pl", "pt", "ru", "sv", "tr", "uk", "zh_CN"}) {
-        entry << "Name[" << language << "]=Program " << number << " (" << language << ")\n"
-              << "Comment[" << language << "]=One of the programs of this system\n";
-    }
-}
-
-std::vector<std::string> Home::environment() const
-{
-    const std::string folder = m_folder.string();
-    std::vector<std::string> variables{
-        "HOME=" + folder,
-        "TMPDIR=" + folder + "/tmp",
-        "XDG_RUNTIME_DIR=" + folder + "/runtime",
-        "XDG_DATA_DIRS=" + folder + "/system",
-        "LANG=C.UTF-8",
-        "QT_QPA_PLATFORM=xcb",
-    };
-    for (const char *inherited : {"PATH", "DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS"}) {
-        if (const char *value = std::getenv(inherited)) {
-            variables.push_back(std::string(inherited) + '=' + value);
-        }
-    }
-    return variables;
-}
-
-long Home::cachedIcons() const
-{
-    const std::filesystem::directory_iterator icons(m_folder / "tmp/Vaskel/icons");
-    return std::distance(begin(icons), end(icons));
-}
-
-std::filesystem::path Home::emptyFolder(const char *name) const
-{
-    std::filesystem::path folder = m_folder / name;
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directory(folder);
-    return folder;
-}
-
-/// A running program; the destructor ends it.
-class Process
-{
-public:
-    Process(std::vector<std::string> command, std::vector<std::string> environment);
-    ~Process();
-    Process(const Process &) = delete;
-    Process &operator=(const Process &) = delete;
-
-    /// Its memory in bytes, including its share of common pages (PSS).
-    double proportionalMemory() const;
-
-    /// The processor time of all its threads so far, in clock ticks.
-    long processorTicks() const;
-
-private:
-    std::string file(const std::string &name) const;
-
-    pid_t m_pid = 0;
-};
-
-std::vector<char *> pointersTo(std::vector<std::string> &strings)
-{
-    std::vector<char *> pointers;
-    pointers.reserve(strings.size() + 1);
-    for (std::string &string : strings) {
-        pointers.push_back(string.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-Process::Process(std::vector<std::string> command, std::vector<std::string> environment)
-{
-    const std::vector<char *> arguments = pointersTo(command);
-    const std::vector<char *> variables = pointersTo(environment);
-    posix_spawnp(&m_pid, arguments.front(), nullptr, nullptr, arguments.data(), variables.data());
-}
-
-Process::~Process()
-{
-    if (m_pid > 0) {
-        kill(m_pid, SIGTERM);
-        waitpid(m_pid, nullptr, 0);
-    }
-}
-
-double Process::proportionalMemory() const
-{
-    std::istringstream lines(file("smaps_rollup"));
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("Pss:")) {
-            return std::stod(line.substr(4)) * 1024;
-        }
-    }
-    return 0;
-}
-
-long Process::processorTicks() const
-{
-    // The name in parentheses may contain spaces; the third field follows it.
-    const std::string line = file("stat");
-    std::istringstream fields(line.substr(line.rfind(')') + 1));
-    const std::vector<std::string> values{std::istream_iterator<std::string>(fields), {}};
-    return std::stol(values.at(14 - 3)) + std::stol(values.at(15 - 3));
-}
-
-std::string Process::file(const std::string &name) const
-{
-    const std::ifstream stream("/proc/" + std::to_string(m_pid) + '/' + name);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
-
-/// One start of a program, from the new process to the painted window.
-struct Start
-{
-    Start(const Home &home, ScreenWatcher &screen, std::vector<std::string> command,
-          std::chrono::minutes patience = 1min)
-        : process(std::move(command), home.environment())
-        , window(screen.waitForPaintedWindow(patience))
-    {
-    }
-
-    Clock::time_point begin = Clock::now();
-    Process process;
-    std::optional<xcb_window_t> window;
-    std::chrono::duration<double> duration = Clock::now() - begin;
-};
 
 /// The home and the screen of all measurements.
 struct Fixture
 {
-    Home home;
+    ProgramHome home;
     ScreenWatcher screen;
     Hotkey hotkey;
 };
@@ -230,14 +48,14 @@ bool warmUp(const char *program)
 {
     static std::vector<std::string> warm;
     if (std::find(warm.begin(), warm.end(), program) == warm.end()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         if (!start.window) {
             return false;
         }
         warm.emplace_back(program);
     }
     fixture().screen.discardEvents();
-    return program != std::string(VASKEL_PROGRAM) || fixture().home.cachedIcons() >= entryCount;
+    return program != std::string(VASKEL_PROGRAM) || fixture().home.hasCachedIcons();
 }
 
 void startToShownWindow(benchmark::State &state, const char *program)
@@ -247,7 +65,7 @@ void startToShownWindow(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         state.SetIterationTime(start.duration.count());
     }
 }
@@ -259,7 +77,7 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         std::this_thread::sleep_for(2s);
         state.SetIterationTime(start.duration.count());
         state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
@@ -312,11 +130,11 @@ void instructionsToShownList(benchmark::State &state, const char *program)
     }
     while (state.KeepRunning()) {
         const std::filesystem::path folder = fixture().home.emptyFolder("callgrind");
-        const Start start(fixture().home, fixture().screen,
-                          {"valgrind", "--quiet", "--tool=callgrind", "--separate-threads=yes",
-                           "--dump-before=QBackingStore::flush*",
-                           "--callgrind-out-file=" + (folder / "part").string(), program},
-                          10min); // valgrind runs a program a hundred times as long
+        const ProgramStart start(fixture().home, fixture().screen,
+                                 {"valgrind", "--quiet", "--tool=callgrind",
+                                  "--separate-threads=yes", "--dump-before=QBackingStore::flush*",
+                                  "--callgrind-out-file=" + (folder / "part").string(), program},
+                                 10min); // valgrind runs a program a hundred times as long
         if (!start.window) {
             state.SkipWithError("The program does not start under valgrind.");
             return;
@@ -366,7 +184,7 @@ void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         // The program registers the hotkey after it has shown the window.
         std::this_thread::sleep_for(1s);
         std::vector<double> times;
@@ -390,7 +208,7 @@ void processorTimeWhileHidden(benchmark::State &state)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
+        const ProgramStart start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
         std::this_thread::sleep_for(1s);
         fixture().screen.requestClose(*start.window);
         if (!fixture().screen.waitForHiddenWindow(*start.window)) {
