@@ -12,6 +12,9 @@ import subprocess
 # The other launchers, which are also Debian packages of this name.
 LAUNCHERS = ("rofi", "synapse", "xfce4-appfinder")
 
+BUSY = """\
+**The machine was busy with other work during this run, so the times and their ratios say little.**"""
+
 METHOD = """\
 `scripts/bench` builds Vaskel with optimisation and measures it on a virtual X screen without a window
 manager, in a home of its own with 500 desktop entries that are as large as real ones.
@@ -74,6 +77,13 @@ def machine():
     ]
 
 
+def notes(machine_rows):
+    """What to say about the machine below its table, in a list."""
+    values = dict(machine_rows)
+    is_busy = float(values.get("Load before the run", 0)) > float(values.get("Cores", 1)) / 2
+    return [BUSY] if is_busy else []
+
+
 def version_of(launcher):
     return output_of("dpkg-query", "--show", "--showformat=${Version}", launcher) or "unknown"
 
@@ -112,7 +122,7 @@ def text_of(machine_rows, figures, other_rows, show):
         "# Benchmarks",
         "Written by `scripts/bench --write docs/BENCHMARKS.md`; run it to get the figures of your "
         "machine.",
-        "## Machine", table(["What", "Value"], machine_rows),
+        "## Machine", table(["What", "Value"], machine_rows), *notes(machine_rows),
         "## Method", METHOD,
         "## Figures", table(["Figure", "What is measured; what the floor is", "Vaskel", "Floor",
                              "Ratio", "Limit"], figure_rows),

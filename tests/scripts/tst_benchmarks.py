@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Checks what scripts/bench writes to docs/BENCHMARKS.md."""
+"""Checks docs/BENCHMARKS.md and the script that writes it."""
 
 import pathlib
 import re
@@ -12,8 +12,11 @@ sys.path.insert(0, str(ROOT / "bench"))
 import page  # noqa: E402
 import report  # noqa: E402
 
+PAGE = (ROOT / "docs/BENCHMARKS.md").read_text("utf-8")
+LIMITS = report.read_limits(ROOT / "bench/limits")
 
-def rows_below(heading, text):
+
+def rows_below(heading, text=PAGE):
     """The cells of the table in this section, without its header."""
     section = text.partition(f"\n## {heading}\n")[2].partition("\n## ")[0]
     lines = [line for line in section.splitlines() if line.startswith("|")]
@@ -73,8 +76,30 @@ class Page(unittest.TestCase):
                           ["`idle`", "what idle is", "4 us", "-", "-", "1"]])
         self.assertEqual(rows_below("Other launchers", text), comparison({}))
 
+    def test_warns_of_a_busy_machine(self):
+        for load, is_busy in (("0.30", False), ("2.10", True)):
+            text = page.text_of([("Cores", "2"), ("Load before the run", load)], [], [], report.show)
+            self.assertEqual(page.BUSY in text, is_busy)
+
     def test_tells_the_machine(self):
+        names = [name for name, _ in page.machine()]
+        self.assertEqual([row[0] for row in rows_below("Machine")], names)
         self.assertTrue(all(value for _, value in page.machine()))
+
+    def test_has_only_figures_of_the_run_with_their_limits(self):
+        expected = {(f"`{name}`", description, report.show(limit))
+                    for name, (limit, description) in LIMITS.items()}
+        stored = {(row[0], row[1], row[5]) for row in rows_below("Figures")}
+        self.assertGreater(len(stored), 10)
+        self.assertEqual(stored - expected, set())
+
+    def test_names_the_other_launchers(self):
+        self.assertEqual([row[0] for row in rows_below("Other launchers")],
+                         ["Vaskel", *page.LAUNCHERS])
+
+    def test_has_the_method_of_the_script(self):
+        for text in (page.METHOD, page.OTHERS):
+            self.assertIn(text, PAGE)
 
 
 if __name__ == "__main__":
