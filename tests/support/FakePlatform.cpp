@@ -16,6 +16,7 @@
 #include "platform/RegularFile.h"
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
+#include "platform/TrustedFolder.h"
 #include "platform/UpdateScript.h"
 #include "platform/WindowFocus.h"
 
@@ -235,6 +236,11 @@ void startUpdateScript(const QString &scriptPath)
 void refuseFocus(QWindow *window)
 {
     fakePlatform().windowsWithoutFocus.append(window);
+}
+
+bool isTrustedFolder(const QString &path)
+{
+    return !fakePlatform().foreignFolders.contains(path);
 }
 
 struct ProcessTree::Data
