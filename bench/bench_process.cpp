@@ -5,6 +5,7 @@
 // start to its first painted window, its memory two seconds later, the time from the hotkey to the
 // window, and the processor time while it is hidden.
 #include "Hotkey.h"
+#include "ProgramHome.h"
 #include "ScreenWatcher.h"
 
 #include <benchmark/benchmark.h>
@@ -33,92 +34,8 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr int entryCount = 500;
-constexpr int pressCount = 11;
-
-/// A home with installed programs, and the environment for a process in it.
-class Home
-{
-public:
-    Home();
-    ~Home() { std::filesystem::remove_all(m_folder); }
-    Home(const Home &) = delete;
-    Home &operator=(const Home &) = delete;
-
-    std::vector<std::string> environment() const;
-    long cachedIcons() const;
-    std::filesystem::path emptyFolder(const char *name) const;
-
-private:
-    void addEntry(int number) const;
-
-    std::filesystem::path m_folder;
-};
-
-Home::Home()
-{
-    std::string pattern = std::filesystem::temp_directory_path() / "vaskel-bench-XXXXXX";
-    m_folder = mkdtemp(pattern.data());
-    for (const char *folder : {"tmp", "runtime", "system/applications"}) {
-        std::filesystem::create_directories(m_folder / folder);
-    }
-    std::filesystem::permissions(m_folder / "runtime", std::filesystem::perms::owner_all);
-    for (const char *shared : {"icons", "mime"}) {
-        std::filesystem::create_directory_symlink(std::filesystem::path("/usr/share") / shared,
-                                                  m_folder / "system" / shared);
-    }
-    for (int number = 0; number < entryCount; ++number) {
-        addEntry(number);
-    }
-}
-
-// As large as the entries of a real desktop, which consist mostly of translations.
-void Home::addEntry(int number) const
-{
-    std::ofstream entry(m_folder / "system/applications"
-                        / ("program" + std::to_string(number) + ".desktop"));
-    entry << "[Desktop Entry]\nType=Application\nVersion=1.0\n"
-          << "Name=Program " << number << "\nExec=true %U\nIcon=application-x-executable\n"
-          << "Categories=Utility;\nMimeType=text/plain;\nTerminal=false\nStartupNotify=true\n";
-    for (const char *language : {"ca", "cs", "da", "de", "el", "es", "fi", "fr", "hu", "it",
-                                 "ja", "ko", "nl", "pl", "pt", "ru", "sv", "tr", "uk", "zh_CN"}) {
-        entry << "Name[" << language << "]=Program " << number << " (" << language << ")\n"
-              << "Comment[" << language << "]=One of the programs of this system\n";
-    }
-}
-
-std::vector<std::string> Home::environment() const
-{
-    const std::string folder = m_folder.string();
-    std::vector<std::string> variables{
-        "HOME=" + folder,
-        "TMPDIR=" + folder + "/tmp",
-        "XDG_RUNTIME_DIR=" + folder + "/runtime",
-        "XDG_DATA_DIRS=" + folder + "/system",
-        "LANG=C.UTF-8",
-        "QT_QPA_PLATFORM=xcb",
-    };
-    for (const char *inherited : {"PATH", "DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS"}) {
-        if (const char *value = std::getenv(inherited)) {
-            variables.push_back(std::string(inherited) + '=' + value);
-        }
-    }
-    return variables;
-}
-
-long Home::cachedIcons() const
-{
-    const std::filesystem::directory_iterator icons(m_folder / "tmp/Vaskel/icons");
-    return std::distance(begin(icons), end(icons));
-}
-
-std::filesystem::path Home::emptyFolder(const char *name) const
-{
-    std::filesystem::path folder = m_folder / name;
-    std::filesystem::remove_all(folder);
-    std::filesystem::create_directory(folder);
-    return folder;
-}
+constexpr std::size_t fewPresses = 11;
+constexpr std::size_t manyPresses = 200;
 
 /// A running program; the destructor ends it.
 class Process
@@ -198,7 +115,7 @@ std::string Process::file(const std::string &name) const
 /// One start of a program, from the new process to the painted window.
 struct Start
 {
-    Start(const Home &home, ScreenWatcher &screen, std::vector<std::string> command,
+    Start(const ProgramHome &home, ScreenWatcher &screen, std::vector<std::string> command,
           std::chrono::minutes patience = 1min)
         : process(std::move(command), home.environment())
         , window(screen.waitForPaintedWindow(patience))
@@ -214,7 +131,8 @@ struct Start
 /// The home and the screen of all measurements.
 struct Fixture
 {
-    Home home;
+    ProgramHome home;
+    ProgramHome homeOfManyIcons{ProgramHome::Icons::Different};
     ScreenWatcher screen;
     Hotkey hotkey;
 };
@@ -237,7 +155,7 @@ bool warmUp(const char *program)
         warm.emplace_back(program);
     }
     fixture().screen.discardEvents();
-    return program != std::string(VASKEL_PROGRAM) || fixture().home.cachedIcons() >= entryCount;
+    return program != std::string(VASKEL_PROGRAM) || fixture().home.hasIcons();
 }
 
 void startToShownWindow(benchmark::State &state, const char *program)
@@ -265,6 +183,25 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
     }
     state.SetLabel("MiB");
+}
+
+// A first start draws the icons of all programs, which here are different; the floor finds them.
+void startWithManyIcons(benchmark::State &state, bool isFirst)
+{
+    const ProgramHome &home = fixture().homeOfManyIcons;
+    while (state.KeepRunning()) {
+        if (isFirst) {
+            home.forgetStarts();
+        } else if (!home.hasIcons()) {
+            const Start first(home, fixture().screen, {VASKEL_PROGRAM});
+        }
+        const Start start(home, fixture().screen, {VASKEL_PROGRAM});
+        if (!home.hasIcons()) {
+            state.SkipWithError("The program caches no icons.");
+            return;
+        }
+        state.SetIterationTime(start.duration.count());
+    }
 }
 
 /// What callgrind has written about one part of a run, in the first thread.
@@ -358,6 +295,24 @@ std::optional<double> timeToShow(xcb_window_t window, Until until)
     return duration.count();
 }
 
+/// The sorted times of some presses, of a program that has created its window; empty on failure.
+std::vector<double> timesToShow(const char *program, Until until, std::size_t presses)
+{
+    const Start start(fixture().home, fixture().screen, {program});
+    // The program registers the hotkey after it has shown the window.
+    std::this_thread::sleep_for(1s);
+    std::vector<double> times;
+    while (times.size() < presses) {
+        const std::optional<double> time = timeToShow(*start.window, until);
+        if (!time) {
+            return {};
+        }
+        times.push_back(*time);
+    }
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
 // Both programs already run and have created their window.
 void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
 {
@@ -366,21 +321,33 @@ void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {program});
-        // The program registers the hotkey after it has shown the window.
-        std::this_thread::sleep_for(1s);
-        std::vector<double> times;
-        while (times.size() < pressCount) {
-            const std::optional<double> time = timeToShow(*start.window, until);
-            if (!time) {
-                state.SkipWithError("The hotkey does not hide and show the window.");
-                return;
-            }
-            times.push_back(*time);
+        const std::vector<double> times = timesToShow(program, until, fewPresses);
+        if (times.empty()) {
+            state.SkipWithError("The hotkey does not hide and show the window.");
+            return;
         }
-        std::nth_element(times.begin(), times.begin() + pressCount / 2, times.end());
-        state.SetIterationTime(times[pressCount / 2]);
+        state.SetIterationTime(times[fewPresses / 2]);
     }
+}
+
+// The 99th percentile, in milliseconds.
+void slowSummons(benchmark::State &state)
+{
+    if (!warmUp(VASKEL_PROGRAM)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    while (state.KeepRunning()) {
+        const std::vector<double> times = timesToShow(VASKEL_PROGRAM, Until::Painted, manyPresses);
+        if (times.empty()) {
+            state.SkipWithError("The hotkey does not hide and show the window.");
+            return;
+        }
+        const double slow = times[manyPresses * 99 / 100 - 1];
+        state.counters["value"] = slow * 1000;
+        state.SetIterationTime(slow);
+    }
+    state.SetLabel("ms");
 }
 
 void processorTimeWhileHidden(benchmark::State &state)
@@ -420,6 +387,8 @@ int main(int argc, char *argv[])
     repeat(benchmark::RegisterBenchmark("start_list/measured", startToShownWindow, VASKEL_PROGRAM),
            31);
     repeat(benchmark::RegisterBenchmark("start_list/floor", startToShownWindow, BARE_LIST), 31);
+    repeat(benchmark::RegisterBenchmark("first_start/measured", startWithManyIcons, true), 5);
+    repeat(benchmark::RegisterBenchmark("first_start/floor", startWithManyIcons, false), 5);
     repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
            5);
     repeat(benchmark::RegisterBenchmark("memory/floor", memoryAfterTwoSeconds, BARE_WINDOW), 5);
@@ -441,6 +410,7 @@ int main(int argc, char *argv[])
                                             hotkeyToWindow, program, Until::Painted),
                5);
     }
+    repeat(benchmark::RegisterBenchmark("summon_p99/measured", slowSummons), 1);
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
 
     benchmark::Initialize(&argc, argv);
