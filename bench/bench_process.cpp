@@ -6,24 +6,17 @@
 // window, and the processor time while it is hidden.
 #include "Hotkey.h"
 #include "ProgramHome.h"
+#include "ProgramStart.h"
 #include "ScreenWatcher.h"
 
 #include <benchmark/benchmark.h>
 
-#include <csignal>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -36,97 +29,6 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t fewPresses = 11;
 constexpr std::size_t manyPresses = 200;
-
-/// A running program; the destructor ends it.
-class Process
-{
-public:
-    Process(std::vector<std::string> command, std::vector<std::string> environment);
-    ~Process();
-    Process(const Process &) = delete;
-    Process &operator=(const Process &) = delete;
-
-    /// Its memory in bytes, including its share of common pages (PSS).
-    double proportionalMemory() const;
-
-    /// The processor time of all its threads so far, in clock ticks.
-    long processorTicks() const;
-
-private:
-    std::string file(const std::string &name) const;
-
-    pid_t m_pid = 0;
-};
-
-std::vector<char *> pointersTo(std::vector<std::string> &strings)
-{
-    std::vector<char *> pointers;
-    pointers.reserve(strings.size() + 1);
-    for (std::string &string : strings) {
-        pointers.push_back(string.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-Process::Process(std::vector<std::string> command, std::vector<std::string> environment)
-{
-    const std::vector<char *> arguments = pointersTo(command);
-    const std::vector<char *> variables = pointersTo(environment);
-    posix_spawnp(&m_pid, arguments.front(), nullptr, nullptr, arguments.data(), variables.data());
-}
-
-Process::~Process()
-{
-    if (m_pid > 0) {
-        kill(m_pid, SIGTERM);
-        waitpid(m_pid, nullptr, 0);
-    }
-}
-
-double Process::proportionalMemory() const
-{
-    std::istringstream lines(file("smaps_rollup"));
-    for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("Pss:")) {
-            return std::stod(line.substr(4)) * 1024;
-        }
-    }
-    return 0;
-}
-
-long Process::processorTicks() const
-{
-    // The name in parentheses may contain spaces; the third field follows it.
-    const std::string line = file("stat");
-    std::istringstream fields(line.substr(line.rfind(')') + 1));
-    const std::vector<std::string> values{std::istream_iterator<std::string>(fields), {}};
-    return std::stol(values.at(14 - 3)) + std::stol(values.at(15 - 3));
-}
-
-std::string Process::file(const std::string &name) const
-{
-    const std::ifstream stream("/proc/" + std::to_string(m_pid) + '/' + name);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
-
-/// One start of a program, from the new process to the painted window.
-struct Start
-{
-    Start(const ProgramHome &home, ScreenWatcher &screen, std::vector<std::string> command,
-          std::chrono::minutes patience = 1min)
-        : process(std::move(command), home.environment())
-        , window(screen.waitForPaintedWindow(patience))
-    {
-    }
-
-    Clock::time_point begin = Clock::now();
-    Process process;
-    std::optional<xcb_window_t> window;
-    std::chrono::duration<double> duration = Clock::now() - begin;
-};
 
 /// The home and the screen of all measurements.
 struct Fixture
@@ -148,7 +50,7 @@ bool warmUp(const char *program)
 {
     static std::vector<std::string> warm;
     if (std::find(warm.begin(), warm.end(), program) == warm.end()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         if (!start.window) {
             return false;
         }
@@ -165,7 +67,7 @@ void startToShownWindow(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         state.SetIterationTime(start.duration.count());
     }
 }
@@ -177,7 +79,7 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {program});
+        const ProgramStart start(fixture().home, fixture().screen, {program});
         std::this_thread::sleep_for(2s);
         state.SetIterationTime(start.duration.count());
         state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
@@ -195,7 +97,7 @@ void startWithManyIcons(benchmark::State &state, bool isFirst)
         } else if (!home.hasIcons()) {
             const Start first(home, fixture().screen, {VASKEL_PROGRAM});
         }
-        const Start start(home, fixture().screen, {VASKEL_PROGRAM});
+        const ProgramStart start(home, fixture().screen, {VASKEL_PROGRAM});
         if (!home.hasIcons()) {
             state.SkipWithError("The program caches no icons.");
             return;
@@ -249,11 +151,11 @@ void instructionsToShownList(benchmark::State &state, const char *program)
     }
     while (state.KeepRunning()) {
         const std::filesystem::path folder = fixture().home.emptyFolder("callgrind");
-        const Start start(fixture().home, fixture().screen,
-                          {"valgrind", "--quiet", "--tool=callgrind", "--separate-threads=yes",
-                           "--dump-before=QBackingStore::flush*",
-                           "--callgrind-out-file=" + (folder / "part").string(), program},
-                          10min); // valgrind runs a program a hundred times as long
+        const ProgramStart start(fixture().home, fixture().screen,
+                                 {"valgrind", "--quiet", "--tool=callgrind",
+                                  "--separate-threads=yes", "--dump-before=QBackingStore::flush*",
+                                  "--callgrind-out-file=" + (folder / "part").string(), program},
+                                 10min); // valgrind runs a program a hundred times as long
         if (!start.window) {
             state.SkipWithError("The program does not start under valgrind.");
             return;
@@ -298,7 +200,7 @@ std::optional<double> timeToShow(xcb_window_t window, Until until)
 /// The sorted times of some presses, of a program that has created its window; empty on failure.
 std::vector<double> timesToShow(const char *program, Until until, std::size_t presses)
 {
-    const Start start(fixture().home, fixture().screen, {program});
+    const ProgramStart start(fixture().home, fixture().screen, {program});
     // The program registers the hotkey after it has shown the window.
     std::this_thread::sleep_for(1s);
     std::vector<double> times;
@@ -357,7 +259,7 @@ void processorTimeWhileHidden(benchmark::State &state)
         return;
     }
     while (state.KeepRunning()) {
-        const Start start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
+        const ProgramStart start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
         std::this_thread::sleep_for(1s);
         fixture().screen.requestClose(*start.window);
         if (!fixture().screen.waitForHiddenWindow(*start.window)) {

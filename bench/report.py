@@ -1,16 +1,18 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Runs the benchmark programs and prints one table of their figures.
 
-usage: report.py FOLDER LIMITS [--strict] [--figure NAME]...
+usage: report.py FOLDER LIMITS [--strict] [--figure NAME]... [--write FILE]
 
 A figure is a pair of benchmarks, "<figure>/measured" and "<figure>/floor". Its limit applies to the
 ratio of their medians, or to the measured value if there is no floor. --strict exits with 1 if a
 figure exceeds its limit. A figure without a result is always an error, unless it needs a tool that is
-not installed.
+not installed. --write also writes the page of the benchmarks, with other launchers where they are
+installed; it takes all figures.
 """
 
 import argparse
 import collections
+import dataclasses
 import json
 import os
 import pathlib
@@ -21,8 +23,31 @@ import subprocess
 import sys
 import tempfile
 
+import page
+
 TOOLS = {"instructions": "valgrind"}
+OTHER_START, OTHER_MEMORY = "other_start", "other_memory"  # the benchmarks of other launchers
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
+
+
+@dataclasses.dataclass
+class Figure:
+    """A measured figure and its limit."""
+
+    name: str
+    description: str
+    measured: float
+    floor: float  # None if there is none
+    unit: str
+    limit: float
+
+    @property
+    def judged(self):
+        return self.measured / self.floor if self.floor else self.measured
+
+    @property
+    def is_missed(self):
+        return self.judged > self.limit
 
 
 def read_limits(path):
@@ -45,6 +70,9 @@ def run(program, figures):
     results = collections.defaultdict(list)
     for entry in json.loads(text)["benchmarks"] if text else []:
         if entry.get("error_occurred"):
+            if entry["name"].split("/")[0] in (OTHER_START, OTHER_MEMORY):
+                print(f"{entry['name']}: {entry['error_message']}", file=sys.stderr)
+                continue
             sys.exit(f"{entry['name']}: {entry['error_message']}")
         if entry["run_type"] == "iteration":
             figure, side = entry["name"].split("/")[:2]
@@ -76,44 +104,77 @@ def show(number, unit=""):
     return f"{number:.4g} {unit}".strip()
 
 
+def run_all(folder, figures):
+    """The results of all programs in a folder."""
+    results = {}
+    for program in sorted(folder.glob("bench_*")):
+        if os.access(program, os.X_OK) and program.is_file():
+            print(f"Running {program.name}", file=sys.stderr)
+            results |= run(program, figures)
+    return results
+
+
+def figure_of(name, limit, description, results):
+    """The figure, or None without a result."""
+    values = results.get((name, "measured"))
+    if not values:
+        return None
+    floor = median(results.get((name, "floor")))
+    return Figure(name, description, median(values), floor, values[0][1], limit)
+
+
+def print_table(figures):
+    print(f"{'figure':<26}{'measured':>14}{'floor':>14}{'ratio':>8}{'limit':>8}")
+    for figure in figures:
+        verdict = "MISSED" if figure.is_missed else "ok"
+        print(f"{figure.name:<26}{show(figure.measured, figure.unit):>14}"
+              f"{show(figure.floor, figure.unit):>14}"
+              f"{show(figure.judged if figure.floor else None):>8}{show(figure.limit):>8}  "
+              f"{verdict:<8}{figure.description}")
+
+
+def other_launchers(results):
+    """Start and memory of the other launchers by their names, as page.compare() takes them."""
+    return {name: (median(results.get((OTHER_START, name))),
+                   median(results.get((OTHER_MEMORY, name)))) for name in page.LAUNCHERS}
+
+
+def write_page(path, machine, figures, results):
+    by_name = {figure.name: figure for figure in figures}
+    rows = page.compare(other_launchers(results), by_name["start"].measured,
+                        by_name["memory"].measured, show)
+    path.write_text(page.text_of(machine, figures, rows, show))
+
+
 def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("folder", type=pathlib.Path)
     parser.add_argument("limits", type=pathlib.Path)
     parser.add_argument("--strict", action="store_true")
     parser.add_argument("--figure", action="append", metavar="NAME")
+    parser.add_argument("--write", type=pathlib.Path, metavar="FILE")
     arguments = parser.parse_args()
+    if arguments.write and arguments.figure:
+        parser.error("--write takes all figures")
 
+    machine = page.machine()  # before the run adds to the load
     limits = read_limits(arguments.limits)
-    figures = arguments.figure or list(limits)
-    left_out = [name for name in figures if name in TOOLS and not shutil.which(TOOLS[name])]
-    figures = [name for name in figures if name not in left_out]
-    results = {}
-    for program in sorted(arguments.folder.glob("bench_*")):
-        if os.access(program, os.X_OK) and program.is_file():
-            print(f"Running {program.name}", file=sys.stderr)
-            results |= run(program, figures)
+    names = arguments.figure or list(limits)
+    left_out = [name for name in names if name in TOOLS and not shutil.which(TOOLS[name])]
+    names = [name for name in names if name not in left_out]
+    others = [OTHER_START, OTHER_MEMORY] if arguments.write else []
+    results = run_all(arguments.folder, names + others)
 
-    missing, missed = [], 0
-    print(f"{'figure':<26}{'measured':>14}{'floor':>14}{'ratio':>8}{'limit':>8}")
-    for figure in figures:
-        limit, description = limits[figure]
-        values = results.get((figure, "measured"))
-        if not values:
-            missing.append(figure)
-            continue
-        measured, floor = median(values), median(results.get((figure, "floor")))
-        judged = measured / floor if floor else measured
-        verdict = "ok" if judged <= limit else "MISSED"
-        missed += verdict == "MISSED"
-        unit = values[0][1]
-        print(f"{figure:<26}{show(measured, unit):>14}{show(floor, unit):>14}"
-              f"{show(judged if floor else None):>8}{show(limit):>8}  {verdict:<8}{description}")
-    for figure in left_out:
-        print(f"{figure:<26}not measured: {TOOLS[figure]} is not installed")
-    if missing:
+    found = {name: figure_of(name, *limits[name], results) for name in names}
+    figures = [figure for figure in found.values() if figure]
+    print_table(figures)
+    for name in left_out:
+        print(f"{name:<26}not measured: {TOOLS[name]} is not installed")
+    if missing := [name for name, figure in found.items() if not figure]:
         sys.exit("no result: " + ", ".join(missing))
-    return 1 if missed and arguments.strict else 0
+    if arguments.write:
+        write_page(arguments.write, machine, figures, results)
+    return 1 if arguments.strict and any(figure.is_missed for figure in figures) else 0
 
 
 if __name__ == "__main__":
