@@ -95,7 +95,7 @@ void startWithManyIcons(benchmark::State &state, bool isFirst)
         if (isFirst) {
             home.forgetStarts();
         } else if (!home.hasIcons()) {
-            const Start first(home, fixture().screen, {VASKEL_PROGRAM});
+            const ProgramStart first(home, fixture().screen, {VASKEL_PROGRAM});
         }
         const ProgramStart start(home, fixture().screen, {VASKEL_PROGRAM});
         if (!home.hasIcons()) {
