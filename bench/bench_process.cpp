@@ -27,12 +27,14 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr int pressCount = 11;
+constexpr std::size_t fewPresses = 11;
+constexpr std::size_t manyPresses = 200;
 
 /// The home and the screen of all measurements.
 struct Fixture
 {
     ProgramHome home;
+    ProgramHome homeOfManyIcons{ProgramHome::Icons::Different};
     ScreenWatcher screen;
     Hotkey hotkey;
 };
@@ -55,7 +57,7 @@ bool warmUp(const char *program)
         warm.emplace_back(program);
     }
     fixture().screen.discardEvents();
-    return program != std::string(VASKEL_PROGRAM) || fixture().home.hasCachedIcons();
+    return program != std::string(VASKEL_PROGRAM) || fixture().home.hasIcons();
 }
 
 void startToShownWindow(benchmark::State &state, const char *program)
@@ -83,6 +85,25 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
         state.counters["value"] = start.process.proportionalMemory() / (1024 * 1024);
     }
     state.SetLabel("MiB");
+}
+
+// A first start draws the icons of all programs, which here are different; the floor finds them.
+void startWithManyIcons(benchmark::State &state, bool isFirst)
+{
+    const ProgramHome &home = fixture().homeOfManyIcons;
+    while (state.KeepRunning()) {
+        if (isFirst) {
+            home.forgetStarts();
+        } else if (!home.hasIcons()) {
+            const ProgramStart first(home, fixture().screen, {VASKEL_PROGRAM});
+        }
+        const ProgramStart start(home, fixture().screen, {VASKEL_PROGRAM});
+        if (!home.hasIcons()) {
+            state.SkipWithError("The program caches no icons.");
+            return;
+        }
+        state.SetIterationTime(start.duration.count());
+    }
 }
 
 /// What callgrind has written about one part of a run, in the first thread.
@@ -176,6 +197,24 @@ std::optional<double> timeToShow(xcb_window_t window, Until until)
     return duration.count();
 }
 
+/// The sorted times of some presses, of a program that has created its window; empty on failure.
+std::vector<double> timesToShow(const char *program, Until until, std::size_t presses)
+{
+    const ProgramStart start(fixture().home, fixture().screen, {program});
+    // The program registers the hotkey after it has shown the window.
+    std::this_thread::sleep_for(1s);
+    std::vector<double> times;
+    while (times.size() < presses) {
+        const std::optional<double> time = timeToShow(*start.window, until);
+        if (!time) {
+            return {};
+        }
+        times.push_back(*time);
+    }
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
 // Both programs already run and have created their window.
 void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
 {
@@ -184,21 +223,33 @@ void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
         return;
     }
     while (state.KeepRunning()) {
-        const ProgramStart start(fixture().home, fixture().screen, {program});
-        // The program registers the hotkey after it has shown the window.
-        std::this_thread::sleep_for(1s);
-        std::vector<double> times;
-        while (times.size() < pressCount) {
-            const std::optional<double> time = timeToShow(*start.window, until);
-            if (!time) {
-                state.SkipWithError("The hotkey does not hide and show the window.");
-                return;
-            }
-            times.push_back(*time);
+        const std::vector<double> times = timesToShow(program, until, fewPresses);
+        if (times.empty()) {
+            state.SkipWithError("The hotkey does not hide and show the window.");
+            return;
         }
-        std::nth_element(times.begin(), times.begin() + pressCount / 2, times.end());
-        state.SetIterationTime(times[pressCount / 2]);
+        state.SetIterationTime(times[fewPresses / 2]);
     }
+}
+
+// The 99th percentile, in milliseconds.
+void slowSummons(benchmark::State &state)
+{
+    if (!warmUp(VASKEL_PROGRAM)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    while (state.KeepRunning()) {
+        const std::vector<double> times = timesToShow(VASKEL_PROGRAM, Until::Painted, manyPresses);
+        if (times.empty()) {
+            state.SkipWithError("The hotkey does not hide and show the window.");
+            return;
+        }
+        const double slow = times[manyPresses * 99 / 100 - 1];
+        state.counters["value"] = slow * 1000;
+        state.SetIterationTime(slow);
+    }
+    state.SetLabel("ms");
 }
 
 void processorTimeWhileHidden(benchmark::State &state)
@@ -238,6 +289,8 @@ int main(int argc, char *argv[])
     repeat(benchmark::RegisterBenchmark("start_list/measured", startToShownWindow, VASKEL_PROGRAM),
            31);
     repeat(benchmark::RegisterBenchmark("start_list/floor", startToShownWindow, BARE_LIST), 31);
+    repeat(benchmark::RegisterBenchmark("first_start/measured", startWithManyIcons, true), 5);
+    repeat(benchmark::RegisterBenchmark("first_start/floor", startWithManyIcons, false), 5);
     repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
            5);
     repeat(benchmark::RegisterBenchmark("memory/floor", memoryAfterTwoSeconds, BARE_WINDOW), 5);
@@ -259,6 +312,7 @@ int main(int argc, char *argv[])
                                             hotkeyToWindow, program, Until::Painted),
                5);
     }
+    repeat(benchmark::RegisterBenchmark("summon_p99/measured", slowSummons), 1);
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
 
     benchmark::Initialize(&argc, argv);

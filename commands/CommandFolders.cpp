@@ -4,7 +4,7 @@
 #include "commands/CommandFile.h"
 #include "commands/ScriptPlugin.h"
 #include "core/PluginManager.h"
-#include "platform/PrivateFolder.h"
+#include "platform/TrustedFolder.h"
 
 #include <QDebug>
 #include <QDir>
@@ -70,7 +70,7 @@ void Registration::addFolder(const QFileInfo &folder, const QString &root)
                  + ": expected a folder, not a link to elsewhere"_L1);
         return;
     }
-    if (!platform::isProtectedFolder(path)) {
+    if (!platform::isTrustedFolder(path)) {
         addError(QDir::toNativeSeparators(path)
                  + ": expected a folder that no other user can change"_L1);
         return;

@@ -19,8 +19,8 @@ class ResultList;
 /// - Ctrl+D pins or unpins the row;
 /// - Ctrl+Enter carries out the action of the arguments if the command has one, and otherwise shows
 ///   the file of the row in its folder;
-/// - Tab writes the completion of a row, or its folder if the command lists folders; Alt+Up then
-///   writes the parent of the listed folder;
+/// - Tab writes the completion of a row into the box, or its folder if the command lists folders;
+///   Alt+Up then writes the parent of the listed one;
 /// - letters that are typed into the list go to the box.
 ///
 /// It is an event filter and not a set of shortcuts, so that keys that mean nothing for the current

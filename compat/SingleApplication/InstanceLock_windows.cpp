@@ -1,69 +1,38 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstanceLock.h"
 
+#include "WindowsUser.h"
+
 #include <QByteArray>
 #include <QCryptographicHash>
 #include <QDir>
-#include <QFileInfo>
-#include <QStandardPaths>
 
 #include <windows.h>
 
-#include <sddl.h>
+#include <shlobj.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Empty if the system does not tell.
-QString userOfToken(HANDLE token)
-{
-    DWORD size = 0;
-    GetTokenInformation(token, TokenUser, nullptr, 0, &size);
-    QByteArray buffer(int(size), '\0');
-    QString identity;
-    LPWSTR name = nullptr;
-    if (GetTokenInformation(token, TokenUser, buffer.data(), size, &size)
-        && ConvertSidToStringSidW(reinterpret_cast<TOKEN_USER *>(buffer.data())->User.Sid, &name)) {
-        identity = QString::fromWCharArray(name);
-        LocalFree(name);
-    }
-    return identity;
-}
-
-QString userOfProcess(HANDLE process)
-{
-    HANDLE token = nullptr;
-    if (!OpenProcessToken(process, TOKEN_QUERY, &token)) {
-        return {};
-    }
-    const QString identity = userOfToken(token);
-    CloseHandle(token);
-    return identity;
-}
-
 // Pipe names are global to the machine, so two sessions of the user share an instance.
-QString userIdentity()
-{
-    return userOfProcess(GetCurrentProcess());
-}
-
-bool isOwnProcess(DWORD id)
-{
-    const HANDLE process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
-    if (!process) {
-        return false;
-    }
-    const QString identity = userOfProcess(process);
-    CloseHandle(process);
-    return !identity.isEmpty() && identity == userIdentity();
-}
-
 QString pipeName(const QString &userData)
 {
-    const QByteArray identity = userIdentity().toUtf8() + '\0' + userData.toUtf8();
+    const QByteArray identity = windowsUser().toUtf8() + '\0' + userData.toUtf8();
     const QByteArray hash = QCryptographicHash::hash(identity, QCryptographicHash::Sha256).toHex();
     return "SingleApplication-"_L1 + QLatin1StringView(hash.first(16));
+}
+
+// Not QStandardPaths, which needs an application object to know the name of the program.
+QString roamingFolder()
+{
+    PWSTR path = nullptr;
+    QString folder;
+    if (SUCCEEDED(SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &path))) {
+        folder = QString::fromWCharArray(path);
+    }
+    CoTaskMemFree(path);
+    return folder;
 }
 
 } // namespace
@@ -74,9 +43,8 @@ QString pipeName(const QString &userData)
 InstanceLock::InstanceLock(const QString &userData)
     : m_serverName(pipeName(userData))
 {
-    const QString data = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    if (!data.isEmpty()) {
-        const QString folder = QFileInfo(data).path() + u'/' + userData;
+    if (const QString roaming = roamingFolder(); !roaming.isEmpty()) {
+        const QString folder = roaming + u'/' + userData;
         QDir().mkpath(folder);
         m_lockPath = QDir::toNativeSeparators(folder + "/instance.lock"_L1);
     }
@@ -125,7 +93,7 @@ InstanceLock::Notice InstanceLock::notifyHolder(const QDeadlineTimer &) const
         return GetLastError() == ERROR_ACCESS_DENIED ? Notice::Stolen : Notice::NotListening;
     }
     ULONG process = 0;
-    const bool isOwn = GetNamedPipeServerProcessId(pipe, &process) && isOwnProcess(process);
+    const bool isOwn = GetNamedPipeServerProcessId(pipe, &process) && isProcessOfUser(process);
     CloseHandle(pipe);
     return isOwn ? Notice::Given : Notice::Stolen;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstanceMessage.h"
 
+#include "WindowsUser.h"
+
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -58,6 +60,11 @@ bool sendInstanceMessage(const QString &serverName, const QByteArray &message,
         return false;
     }
     const auto closing = qScopeGuard([connection] { CloseHandle(connection); });
+    ULONG server = 0;
+    if (!GetNamedPipeServerProcessId(connection, &server) || !isProcessOfUser(server)) {
+        return false; // another user took the name of the pipe
+    }
+    AllowSetForegroundWindow(ASFW_ANY); // for the window that the message may show
     return write(connection, message, deadline);
 }
 

@@ -68,7 +68,6 @@ bool SingleApplication::isSecondary() const
 
 bool SingleApplication::sendMessage(const QByteArray &message, int timeout)
 {
-    InstanceLock::allowActivation();
     return isSecondary() && !message.isEmpty()
            && sendInstanceMessage(m_lock->serverName(), message, QDeadlineTimer(timeout));
 }

@@ -96,6 +96,9 @@ bool removeIndex();
 /// A folder of another user.
 QString foreignFolder();
 
+/// A folder in which another user can replace a file.
+QString changeableFolder();
+
 /// The path of another user's file.
 QString foreignFile();
 

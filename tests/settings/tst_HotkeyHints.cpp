@@ -92,8 +92,8 @@ void tst_HotkeyHints::tellsTheOrigin()
     Form form;
     form.origin = origin;
     form.hints.update();
-    QTEST(form.hintOf(form.main), "text");
-    QCOMPARE(form.hintOf(form.calc), QString());
+    QTEST(Form::hintOf(form.main), "text");
+    QCOMPARE(Form::hintOf(form.calc), QString());
     QVERIFY(!form.hasButton());
 }
 
@@ -114,14 +114,14 @@ void tst_HotkeyHints::tellsTheOriginOfTheStoredHotkeyAlone()
     form.hints.update();
     QVERIFY(form.hasButton());
     form.main->setKeySequence(QKeySequence(u"Ctrl+F7"_s));
-    QCOMPARE(form.hintOf(form.main), QString());
+    QCOMPARE(Form::hintOf(form.main), QString());
     QVERIFY(!form.hasButton());
 
     // The desktop tells something while the field differs.
     form.hints.refresh();
-    QCOMPARE(form.hintOf(form.main), QString());
+    QCOMPARE(Form::hintOf(form.main), QString());
     form.main->setKeySequence(QKeySequence(u"Ctrl+F9"_s));
-    QCOMPARE(form.hintOf(form.main), ofDesktop);
+    QCOMPARE(Form::hintOf(form.main), ofDesktop);
     QVERIFY(form.hasButton());
 }
 
@@ -131,7 +131,7 @@ void tst_HotkeyHints::otherProgramComesFirst()
     form.origin = {Holder::Nobody, {}, {}};
     form.hints.setCheck([](const QString &command) { return command.isEmpty(); });
     form.hints.update();
-    QCOMPARE(form.hintOf(form.main), u"This hotkey is held by another program."_s);
+    QCOMPARE(Form::hintOf(form.main), u"This hotkey is held by another program."_s);
 }
 
 void tst_HotkeyHints::originOfABareKey_data()
@@ -152,7 +152,7 @@ void tst_HotkeyHints::originOfABareKey()
     form.origin = {holder, u"Meta+Leertaste"_s, {}};
     form.main->setKeySequence(QKeySequence(u"F9"_s));
     form.hints.update();
-    QTEST(form.hintOf(form.main), "text");
+    QTEST(Form::hintOf(form.main), "text");
 }
 
 void tst_HotkeyHints::asksForTheOriginAgain()
@@ -162,7 +162,7 @@ void tst_HotkeyHints::asksForTheOriginAgain()
     form.hints.update();
     form.origin = {Holder::Desktop, u"Meta+Leertaste"_s, {}};
     form.hints.refresh();
-    QCOMPARE(form.hintOf(form.main), ofDesktop);
+    QCOMPARE(Form::hintOf(form.main), ofDesktop);
 }
 
 void tst_HotkeyHints::opensTheDialogOfTheDesktop()

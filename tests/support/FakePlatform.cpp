@@ -21,6 +21,7 @@
 #include "platform/RegularFile.h"
 #include "platform/ShellIcon.h"
 #include "platform/StartMenu.h"
+#include "platform/TrustedFolder.h"
 #include "platform/UpdateScript.h"
 #include "platform/WindowActivation.h"
 #include "platform/WindowFocus.h"
@@ -310,6 +311,11 @@ void prepareActivation(QWidget *window)
 void refuseFocus(QWindow *window)
 {
     fakePlatform().windowsWithoutFocus.append(window);
+}
+
+bool isTrustedFolder(const QString &path)
+{
+    return !fakePlatform().foreignFolders.contains(path);
 }
 
 struct ProcessTree::Data

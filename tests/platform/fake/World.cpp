@@ -179,6 +179,11 @@ QString foreignFolder()
     return path;
 }
 
+QString changeableFolder()
+{
+    return foreignFolder();
+}
+
 QString foreignFile()
 {
     QString path = testhome::writeFile(u"tmp/foreign"_s, "foreign");

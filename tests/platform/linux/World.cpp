@@ -303,6 +303,14 @@ bool removeIndex()
     return true;
 }
 
+QString changeableFolder()
+{
+    const QString path = testhome::path() + "/changeable"_L1;
+    QDir().mkpath(path);
+    QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOther);
+    return path;
+}
+
 // Root owns the usual folders, so it gives one away.
 QString foreignFolder()
 {

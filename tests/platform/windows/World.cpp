@@ -219,6 +219,11 @@ QString foreignFolder()
     return qEnvironmentVariable("VASKEL_FOREIGN_FOLDER");
 }
 
+QString changeableFolder()
+{
+    return foreignFolder();
+}
+
 QString foreignFile()
 {
     return qEnvironmentVariable("VASKEL_FOREIGN_FILE");
