@@ -4,6 +4,7 @@
 usage: tst_debian.py PACKAGE-FOLDER PICTURE-FOLDER [unittest's own]
 """
 
+import configparser
 import gzip
 import os
 import pathlib
@@ -78,9 +79,14 @@ class Package(EndToEndCase):
         result = self.tree.dpkg("--install", str(package()))
         self.assertEqual(result.returncode, 0, result.stdout)
 
+    def desktop_file(self):
+        file = configparser.ConfigParser(interpolation=None, delimiters="=", comment_prefixes="#")
+        file.optionxform = str
+        file.read(self.tree.folder / "usr/share/applications/vaskel.desktop", "utf-8")
+        return file
+
     def desktop_entry(self):
-        lines = (self.tree.folder / "usr/share/applications/vaskel.desktop").read_text().splitlines()
-        return dict(line.split("=", 1) for line in lines if "=" in line)
+        return self.desktop_file()["Desktop Entry"]
 
     def passes(self, *command):
         result = subprocess.run(command, text=True, stdout=subprocess.PIPE,
