@@ -1,31 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <SingleApplication>
 
+#include "app/InstanceRequest.h"
 #include "compat/SingleApplication/InstanceLock.h"
 #include "fuzz/Fuzz.h"
 
 #include <QDeadlineTimer>
 #include <QLocalSocket>
 
-#include <array>
-#include <vector>
+#include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
-// The input is what other starts of the program send to the first one. Each line is one of them.
-// The first one counts them and reads nothing.
+// The input is what other starts of the program send to the first one. Each line is one of them. An
+// empty one is a mere start; any other arrives as it is, and is a request or none.
 
 namespace {
 
 constexpr qsizetype maximumStarts = 5;
 
 const QString userData = u"VaskelFuzz"_s;
-int started = 0;
+QByteArrayList received;
 
-void waitForStarts(qsizetype count)
+void waitForMessages(qsizetype count)
 {
     const QDeadlineTimer deadline(10000);
-    while (started < count && !deadline.hasExpired()) {
+    while (received.size() < count && !deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 100);
     }
     QCoreApplication::processEvents();
@@ -39,7 +40,9 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
     static auto &application =
         *new SingleApplication(*argc, *argv, false, SingleApplication::Mode::User, 1000, userData);
     QObject::connect(&application, &SingleApplication::instanceStarted, &application,
-                     [] { ++started; });
+                     [] { received.append(QByteArray()); });
+    QObject::connect(&application, &SingleApplication::receivedMessage, &application,
+                     [](quint32, const QByteArray &message) { received.append(message); });
     fuzz::check(application.isPrimary(), "the first start is no primary instance");
     return 0;
 }
@@ -47,16 +50,21 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     static const QString server = InstanceLock(userData).serverName();
-    const QByteArrayList messages = fuzz::bytesOf(data, size).split('\n').mid(0, maximumStarts);
-    started = 0;
+    QByteArrayList messages = fuzz::bytesOf(data, size).split('\n').mid(0, maximumStarts);
+    received.clear();
     for (const QByteArray &message : messages) {
         QLocalSocket socket;
         socket.connectToServer(server);
         fuzz::check(socket.waitForConnected(5000), "the first start does not answer");
         socket.write(message);
         socket.flush();
+        const std::optional<InstanceRequest> request = InstanceRequest::fromMessage(message);
+        fuzz::check(!request || request->toMessage() == message, "a request has another message");
     }
-    waitForStarts(messages.size());
-    fuzz::check(started == messages.size(), "another number of starts is reported");
+    waitForMessages(messages.size());
+    // The connections end in any order.
+    std::sort(messages.begin(), messages.end());
+    std::sort(received.begin(), received.end());
+    fuzz::check(received == messages, "other messages arrive than were sent");
     return 0;
 }
