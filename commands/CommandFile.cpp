@@ -56,7 +56,7 @@ public:
 
     QString requiredText(const QString &key)
     {
-        const QString value = text(key);
+        QString value = text(key);
         if (value.trimmed().isEmpty()) {
             fail(key, u"a string that is not empty"_s);
         }
@@ -83,7 +83,7 @@ public:
         const QJsonValue value = m_object.value(key);
         const QJsonArray array = value.toArray();
         QStringList list;
-        for (const QJsonValue &element : array) {
+        for (const auto &element : array) {
             if (!element.isString()) {
                 fail(key, programs);
             }

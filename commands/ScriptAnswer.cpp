@@ -32,7 +32,7 @@ QString argumentOf(const QJsonValue &value)
     }
     QStringList arguments;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue &argument : array) {
+    for (const auto &argument : array) {
         arguments.append(textOf(argument));
     }
     return arguments.join(u'\n');
@@ -120,7 +120,7 @@ void ScriptAnswer::readItems(const QByteArray &output, const CommandFile &file)
         return;
     }
     const QJsonArray array = items.toArray();
-    for (const QJsonValue &item : array) {
+    for (const auto &item : array) {
         if (records.size() == maximumRows || !error.isEmpty()) {
             return;
         }

@@ -29,7 +29,7 @@ QString userOfProcess(HANDLE process)
     if (!OpenProcessToken(process, TOKEN_QUERY, &token)) {
         return {};
     }
-    const QString identity = userOfToken(token);
+    QString identity = userOfToken(token);
     CloseHandle(token);
     return identity;
 }

@@ -131,7 +131,7 @@ QList<IconPicture> ThemeIcons::find(const QString &themeName, const QString &nam
         if (visited.contains(parent)) {
             continue;
         }
-        const QList<IconPicture> pictures = find(parent, name, visited);
+        QList<IconPicture> pictures = find(parent, name, visited);
         if (!pictures.isEmpty()) {
             return pictures;
         }

@@ -50,9 +50,9 @@ QString quoted(const QString &argument)
 
 QString recorder()
 {
-    const QString path = testhome::writeFile(u"bin/record"_s, "#!/bin/sh\n"
-                                                              "printf '%s' \"$3\" >\"$1/$2.part\"\n"
-                                                              "mv \"$1/$2.part\" \"$1/$2.$$\"\n");
+    QString path = testhome::writeFile(u"bin/record"_s, "#!/bin/sh\n"
+                                                        "printf '%s' \"$3\" >\"$1/$2.part\"\n"
+                                                        "mv \"$1/$2.part\" \"$1/$2.$$\"\n");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }

@@ -92,7 +92,7 @@ QString installLink(const QString &name)
         recording::makeStartMenu();
         isFirst = false;
     }
-    const QString path = platform::startMenuRoots().constFirst() + u'/' + name + ".lnk"_L1;
+    QString path = platform::startMenuRoots().constFirst() + u'/' + name + ".lnk"_L1;
     const QString arguments = u"\"%1\" \"%2\""_s.arg(marksFile(), name);
     const ShellLink link{recording::program(), arguments, {}, {}};
     if (!link.write(path)) {

@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <memory>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <xcb/xcb.h>
@@ -244,7 +245,7 @@ QString writtenIntoFile(platform::ConsoleStream stream, const std::function<void
         return {};
     }
     std::fflush(nullptr);
-    const int original = dup(number);
+    const int original = fcntl(number, F_DUPFD_CLOEXEC, 0);
     dup2(file.handle(), number);
     write();
     std::fflush(nullptr);
@@ -305,7 +306,7 @@ bool removeIndex()
 
 QString changeableFolder()
 {
-    const QString path = testhome::path() + "/changeable"_L1;
+    QString path = testhome::path() + "/changeable"_L1;
     QDir().mkpath(path);
     QFile::setPermissions(path, QFile::permissions(path) | QFile::WriteOther);
     return path;
