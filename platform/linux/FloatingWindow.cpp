@@ -41,10 +41,10 @@ xcb_atom_t atom(xcb_connection_t *connection, const QByteArray &name)
     return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
 }
 
-// What the window manager supports by its specification (EWMH).
+// The atoms of EWMH that the window manager supports.
 QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
 {
-    constexpr quint32 limit = 1024; // far more than the specification has
+    constexpr quint32 limit = 1024; // EWMH defines far fewer
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const auto cookie = xcb_get_property(
         connection, false, root, atom(connection, "_NET_SUPPORTED"), XCB_ATOM_ATOM, 0, limit);

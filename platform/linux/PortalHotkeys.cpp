@@ -172,7 +172,7 @@ void PortalHotkeys::askVersion()
                   });
 }
 
-// By the specification, the shortcuts are an argument of BindShortcuts alone. KDE 5.27 binds those
+// The portal documents the shortcuts as an argument of BindShortcuts alone. KDE 5.27 binds those
 // that are an option of CreateSession, without a question; others ignore that option.
 void PortalHotkeys::createSession()
 {

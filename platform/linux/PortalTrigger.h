@@ -6,8 +6,8 @@ class QString;
 
 namespace platform {
 
-/// The first combination of a sequence in the form of the freedesktop.org specification
-/// "Shortcuts", such as "CTRL+ALT+space". Empty if the specification has no name for the key.
+/// The first combination of a sequence in the form of the freedesktop.org "Shortcuts" document,
+/// such as "CTRL+ALT+space". Empty if that form has no name for the key.
 QString portalTrigger(const QKeySequence &sequence);
 
 } // namespace platform

@@ -8,7 +8,8 @@
 
 namespace platform {
 
-/// The sizes that a folder of an icon theme is for, in the terms of the icon theme specification.
+/// The sizes that a folder of an icon theme is for, in the terms of its file
+/// "index.theme".
 struct IconSizes
 {
     enum Kind {

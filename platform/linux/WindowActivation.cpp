@@ -14,7 +14,7 @@ namespace platform {
 
 namespace {
 
-// By the window manager specification (EWMH).
+// The source of the request, as EWMH numbers it.
 constexpr quint32 userRequest = 2;
 
 xcb_atom_t activeWindowAtom(xcb_connection_t *connection)
