@@ -1,30 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Compositor.h"
 
+#include "platform/linux/X11Atom.h"
+
 #include <QByteArray>
 #include <QGuiApplication>
 
 #include <cstdlib>
 #include <memory>
 
-#include <xcb/xcb.h>
-
 namespace platform {
 
 namespace {
-
-struct Free
-{
-    void operator()(void *data) const { std::free(data); }
-};
-
-xcb_atom_t atom(xcb_connection_t *connection, const QByteArray &name)
-{
-    const auto cookie = xcb_intern_atom(connection, false, uint16_t(name.size()), name.constData());
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
-}
 
 // Each compositor owns this selection of its screen, by the window manager specification (EWMH).
 QByteArray selectionOfCompositor()
@@ -48,8 +35,8 @@ bool isCompositing()
         return true;
     }
     const auto cookie =
-        xcb_get_selection_owner(connection, atom(connection, selectionOfCompositor()));
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, Free> reply(
+        xcb_get_selection_owner(connection, x11Atom(connection, selectionOfCompositor()));
+    const std::unique_ptr<xcb_get_selection_owner_reply_t, XcbFree> reply(
         xcb_get_selection_owner_reply(connection, cookie, nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
 }

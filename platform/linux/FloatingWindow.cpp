@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FloatingWindow.h"
 
-#include <QByteArray>
+#include "platform/linux/X11Atom.h"
+
 #include <QEvent>
 #include <QGuiApplication>
 #include <QList>
@@ -10,36 +11,11 @@
 #include <QWindow>
 
 #include <array>
-#include <cstdlib>
 #include <memory>
-
-#include <xcb/xcb.h>
 
 namespace platform {
 
 namespace {
-
-struct Free
-{
-    void operator()(void *data) const { std::free(data); }
-};
-
-xcb_connection_t *x11Connection()
-{
-    if (QGuiApplication::platformName() != QLatin1StringView("xcb")) {
-        return nullptr;
-    }
-    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
-xcb_atom_t atom(xcb_connection_t *connection, const QByteArray &name)
-{
-    const auto cookie = xcb_intern_atom(connection, false, uint16_t(name.size()), name.constData());
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
-}
 
 // The atoms of EWMH that the window manager supports.
 QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
@@ -47,8 +23,8 @@ QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
     constexpr quint32 limit = 1024; // EWMH defines far fewer
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const auto cookie = xcb_get_property(
-        connection, false, root, atom(connection, "_NET_SUPPORTED"), XCB_ATOM_ATOM, 0, limit);
-    const std::unique_ptr<xcb_get_property_reply_t, Free> reply(
+        connection, false, root, x11Atom(connection, "_NET_SUPPORTED"), XCB_ATOM_ATOM, 0, limit);
+    const std::unique_ptr<xcb_get_property_reply_t, XcbFree> reply(
         xcb_get_property_reply(connection, cookie, nullptr));
     if (!reply || reply->format != 32) {
         return {};
@@ -61,16 +37,16 @@ QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
 bool isTiling(xcb_connection_t *connection)
 {
     const QList<xcb_atom_t> supported = supportedAtoms(connection);
-    return !supported.isEmpty() && !supported.contains(atom(connection, "_NET_WM_STATE_ABOVE"));
+    return !supported.isEmpty() && !supported.contains(x11Atom(connection, "_NET_WM_STATE_ABOVE"));
 }
 
 // Qt would have to create the window anew.
 void setDialogType(xcb_connection_t *connection, xcb_window_t window)
 {
-    const std::array<xcb_atom_t, 2> types{atom(connection, "_NET_WM_WINDOW_TYPE_DIALOG"),
-                                          atom(connection, "_NET_WM_WINDOW_TYPE_NORMAL")};
+    const std::array<xcb_atom_t, 2> types{x11Atom(connection, "_NET_WM_WINDOW_TYPE_DIALOG"),
+                                          x11Atom(connection, "_NET_WM_WINDOW_TYPE_NORMAL")};
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window,
-                        atom(connection, "_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, types.size(),
+                        x11Atom(connection, "_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, types.size(),
                         types.data());
 }
 

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/linux/X11Atom.h"
+
+#include <QGuiApplication>
+
+#include <memory>
+
+namespace platform {
+
+xcb_connection_t *x11Connection()
+{
+    if (QGuiApplication::platformName() != QLatin1StringView("xcb")) {
+        return nullptr;
+    }
+    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    return x11 ? x11->connection() : nullptr;
+}
+
+xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name)
+{
+    const auto cookie = xcb_intern_atom(connection, false, uint16_t(name.size()), name.constData());
+    const std::unique_ptr<xcb_intern_atom_reply_t, XcbFree> reply(
+        xcb_intern_atom_reply(connection, cookie, nullptr));
+    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+}
+
+} // namespace platform

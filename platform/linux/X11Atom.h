@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QByteArray>
+
+#include <cstdlib>
+
+#include <xcb/xcb.h>
+
+namespace platform {
+
+/// Deletes a reply of XCB.
+struct XcbFree
+{
+    void operator()(void *reply) const { std::free(reply); }
+};
+
+/// The connection of the program as a client of X11; null on another window system.
+xcb_connection_t *x11Connection();
+
+/// The atom of this name, which is made if there is none yet.
+xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name);
+
+} // namespace platform
