@@ -111,6 +111,20 @@ def system():
     return Linux()
 
 
+class ForeignWindowManager:
+    """What holds with every window manager; a second base of its end-to-end cases."""
+
+    def test_hotkey_shows_and_hides_it(self):
+        self.start()
+        other = self.open_another_window()
+        self.desktop.press("ctrl+alt+space")
+        self.hides()
+        wait_until(lambda: self.desktop.active_window() == other, "the other window is active")
+        self.desktop.press("ctrl+alt+space", "a", "b")
+        self.launcher.wait_until_ready()
+        self.becomes(self.launcher.text, "ab")
+
+
 def main(desktop=Desktop):
     """Runs the cases of the main module on this kind of desktop."""
     program, pictures = sys.argv[1:3]

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-from case import EndToEndCase, main
-from desktop import Desktop, wait_until
+from case import EndToEndCase, ForeignWindowManager, main
+from desktop import Desktop
 
 CONFIGURATION = """# i3 config file (v4)
 font pango:DejaVu Sans 10
@@ -17,7 +17,7 @@ class I3(Desktop):
         super()._start_window_manager()
 
 
-class Tiling(EndToEndCase):
+class Tiling(ForeignWindowManager, EndToEndCase):
     def test_window_floats_at_its_place(self):
         self.start()
         x, y, width, _ = self.launcher.geometry()
@@ -59,16 +59,6 @@ class Tiling(EndToEndCase):
             self.launcher.wait_until_ready()
         self.launcher.type("x")
         self.becomes(self.launcher.text, "x")
-
-    def test_hotkey_shows_and_hides_it(self):
-        self.start()
-        other = self.open_another_window()
-        self.desktop.press("ctrl+alt+space")
-        self.hides()
-        wait_until(lambda: self.desktop.active_window() == other, "the other window is active")
-        self.desktop.press("ctrl+alt+space", "a", "b")
-        self.launcher.wait_until_ready()
-        self.becomes(self.launcher.text, "ab")
 
 
 if __name__ == "__main__":
