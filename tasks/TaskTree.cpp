@@ -179,7 +179,9 @@ void TaskTree::paintEmptyText() const
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(QRect(area.left(), top, area.width(), title.height()), flags, m_emptyTitle);
     painter.setFont(font());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    QColor hintColor = palette().color(QPalette::Text);
+    hintColor.setAlphaF(0.7F); // the palette's placeholder is too faint to read on white
+    painter.setPen(hintColor);
     painter.drawText(
         QRect(area.left(), top + title.height() + spacing, area.width(), hint.height()), flags,
         m_emptyHint);
