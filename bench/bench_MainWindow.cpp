@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// The cost of MainWindow::performSearch for the largest catalogue, in milliseconds and compared with a
-// bare list of the same texts and icons. All include painting.
+// The cost of MainWindow::performSearch for the largest catalogue, in milliseconds and compared
+// with a bare list of the same texts and icons. All include painting.
 #include "BenchHome.h"
 #include "core/PluginManager.h"
 #include "launcher/AppLauncher.h"
