@@ -29,6 +29,21 @@ protected:
     }
 };
 
+/// Counts how often a widget is painted.
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 void showRows(Window &w, int count)
 {
     w.calc.records = numberedRecords(count);
@@ -55,6 +70,8 @@ private Q_SLOTS:
     void emptiedListShrinksTheWindow();
     void searchAloneDoesNotResize();
     void burstOfChangesResizesOnce();
+    void searchPaintsOnce_data();
+    void searchPaintsOnce();
     void hiddenWindowIsFittedWhenItShows();
 
     void dragSetsTheLimit();
@@ -198,6 +215,33 @@ void tst_MainWindowHeight::burstOfChangesResizesOnce()
     w.settle();
     QCOMPARE(w.window.height(), w.baseHeight() + w.fullListHeight());
     QCOMPARE(resizes.count, 1);
+}
+
+void tst_MainWindowHeight::searchPaintsOnce_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::newRow("as many rows") << 2;
+    QTest::newRow("more rows") << 4;
+    QTest::newRow("fewer rows") << 1;
+}
+
+void tst_MainWindowHeight::searchPaintsOnce()
+{
+    QFETCH(int, rows);
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 2);
+    w.calc.records = numberedRecords(rows);
+    PaintCounter window(&w.window);
+    PaintCounter list(w.list->viewport());
+    w.edit->clearFocus(); // its cursor blinks
+    w.settle();
+    const int windowBefore = window.count;
+    const int listBefore = list.count;
+    QMetaObject::invokeMethod(&w.window, "performSearch");
+    w.settle();
+    QCOMPARE(list.count, listBefore + 1);
+    QCOMPARE(window.count, windowBefore + 1);
 }
 
 void tst_MainWindowHeight::hiddenWindowIsFittedWhenItShows()
