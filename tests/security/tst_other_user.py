@@ -46,7 +46,7 @@ except PermissionError:
 
 
 @unittest.skipIf(os.geteuid() != 0, "NOT TESTED: only root can act as another user")
-class OtherUser(EndToEndCase):
+class OtherUserCase(EndToEndCase):
     def setUp(self):
         super().setUp()
         # As on many machines, others may enter the home, and new files are readable.
@@ -58,6 +58,8 @@ class OtherUser(EndToEndCase):
         self.shared = pathlib.Path(shared.name)
         self.shared.chmod(0o1777)
 
+
+class OtherUser(OtherUserCase):
     def icons_in(self, folder):
         return sorted(path.name for path in folder.glob("*.png"))
 
@@ -140,6 +142,8 @@ class OtherUser(EndToEndCase):
         as_nobody("import os, sys; os.rename(*sys.argv[1:])", temporary,
                   self.shared / "parent/renamed")
 
+
+class OtherUsersMessages(OtherUserCase):
     def test_sends_messages_to_the_running_program(self):
         self.start()
         runtime = self.home.folder / "runtime"
