@@ -51,6 +51,13 @@ void TaskTree::removeRows()
     oldRows->deleteLater();
 }
 
+void TaskTree::expandBranches()
+{
+    for (QTreeWidgetItemIterator row(this, QTreeWidgetItemIterator::HasChildren); *row; ++row) {
+        (*row)->setExpanded(true);
+    }
+}
+
 int TaskTree::currentRowNumber() const
 {
     int number = 0;
