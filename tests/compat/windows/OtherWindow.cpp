@@ -3,20 +3,13 @@
 // Shows a window in front, whose title is ">" and what is typed into it. Ends when it is killed or
 // its standard input closes.
 
+#include "EndWithInput.h"
+
 #include <string>
 
 #include <windows.h>
 
 namespace {
-
-DWORD WINAPI endWithInput(LPVOID)
-{
-    char byte = 0;
-    DWORD count = 0;
-    while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &count, nullptr) && count > 0) {
-    }
-    ExitProcess(0);
-}
 
 LRESULT CALLBACK handle(HWND window, UINT message, WPARAM first, LPARAM second)
 {
@@ -32,7 +25,7 @@ LRESULT CALLBACK handle(HWND window, UINT message, WPARAM first, LPARAM second)
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
 {
-    CreateThread(nullptr, 0, endWithInput, nullptr, 0, nullptr);
+    endWithInput();
     WNDCLASSW type{};
     type.lpfnWndProc = handle;
     type.hInstance = instance;
