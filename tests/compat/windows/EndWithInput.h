@@ -8,9 +8,9 @@
 inline void endWithInput()
 {
     const auto wait = [](LPVOID) -> DWORD {
-        char byte = 0;
+        char input = 0;
         DWORD count = 0;
-        while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &count, nullptr) && count > 0) {
+        while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &input, 1, &count, nullptr) && count > 0) {
         }
         TerminateProcess(GetCurrentProcess(), 1);
         return 0;
