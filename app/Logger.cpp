@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto level = spdlog::level::debug;
+constexpr auto lowestLevel = spdlog::level::debug;
 
 QString logFolder(const QString &wanted)
 {
@@ -94,11 +94,11 @@ void Logger::init(const QString &logDir)
         sinks.push_back(std::move(file));
     }
     for (const spdlog::sink_ptr &sink : sinks) {
-        sink->set_level(level);
+        sink->set_level(lowestLevel);
     }
     m_logger = std::make_shared<spdlog::logger>("Vaskel", sinks.begin(), sinks.end());
-    m_logger->set_level(level);
-    m_logger->flush_on(level);
+    m_logger->set_level(lowestLevel);
+    m_logger->flush_on(lowestLevel);
     m_logger->info("Logger initialized, log dir: {}", folder.toLocal8Bit().constData());
     if (!isPrivate && QFileInfo(folder).isDir()) {
         m_logger->warn("Other users may be able to read the log");

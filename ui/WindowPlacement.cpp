@@ -35,6 +35,11 @@ WindowPlacement::WindowPlacement(QWidget *window, Settings *settings)
     m_dragTimer->setSingleShot(true);
     connect(m_dragTimer, &QTimer::timeout, this, &WindowPlacement::storeDrag);
     m_window->installEventFilter(this);
+    // QWindowKit removes the frame while Qt creates the native window, which makes Qt create it
+    // again. In the first show, that would put it on the screen before the show event.
+    if (!m_window->windowFlags().testFlag(Qt::FramelessWindowHint)) {
+        m_window->winId();
+    }
 }
 
 bool WindowPlacement::eventFilter(QObject *watched, QEvent *event)

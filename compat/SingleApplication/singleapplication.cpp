@@ -107,7 +107,7 @@ void SingleApplication::receive(QLocalSocket *socket)
         socket->deleteLater();
         takeMessage(socket->readAll());
     };
-    connect(socket, &QLocalSocket::readyRead, this, [this, socket, end] {
+    connect(socket, &QLocalSocket::readyRead, this, [socket, end] {
         if (socket->bytesAvailable() > maximumInstanceMessageSize) {
             end();
         }

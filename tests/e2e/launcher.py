@@ -489,7 +489,7 @@ class Launcher:
                 return True
             self.press("Tab")
             return False
-        wait_until(is_there, f"the Tab key leads to {name!r}", patience=30)
+        wait_until(is_there, f"the Tab key leads to {name!r}")
 
     def open_page(self, command, control):
         """Types a command to open its page; waits for this control of the page."""
