@@ -82,6 +82,10 @@ If Vaskel is not running, --toggle, --show and --query start it.</source>
 <context>
     <name>CommandLineEdit</name>
     <message>
+        <source>Command %1</source>
+        <translation>命令 %1</translation>
+    </message>
+    <message>
         <source>To find a name that begins with a command, type a blank first.
 Ctrl+Backspace directly after the badge joins it to the letters that follow.</source>
         <translation>要查找以命令开头的名称，请先输入一个空格。
