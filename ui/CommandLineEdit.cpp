@@ -11,8 +11,15 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int maximumChanges = 200; // that the user can undo after the window was hidden
+
+} // namespace
 
 CommandLineEdit::CommandLineEdit(QWidget *parent)
     : QFrame(parent)
@@ -55,6 +62,7 @@ void CommandLineEdit::connectContent()
     connect(m_managementIcon, &ManagementIcon::clicked, this,
             &CommandLineEdit::managementRequested);
     connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::detectCommand);
+    connect(m_edit, &QLineEdit::textChanged, this, [this] { ++m_changes; });
 }
 
 QString CommandLineEdit::text() const
@@ -94,6 +102,30 @@ void CommandLineEdit::paintEvent(QPaintEvent *event)
         painter.setPen(QPen(m_edit->palette().color(QPalette::Highlight), 2));
         painter.drawRoundedRect(rect().adjusted(1, 1, -1, -1), 7, 7);
     }
+}
+
+void CommandLineEdit::hideEvent(QHideEvent *event)
+{
+    QFrame::hideEvent(event);
+    if (m_changes > maximumChanges && !isComposing()) {
+        forgetChanges();
+    }
+}
+
+// A line edit keeps all changes that the user could undo, until somebody sets its text.
+void CommandLineEdit::forgetChanges()
+{
+    const QSignalBlocker blocker(m_edit);
+    const int cursor = m_edit->cursorPosition();
+    const int begin = m_edit->selectionStart();
+    const int end = m_edit->selectionEnd();
+    m_edit->setText(m_edit->text());
+    m_edit->setCursorPosition(cursor);
+    if (begin >= 0) {
+        m_edit->setSelection(cursor == begin ? end : begin,
+                             cursor == begin ? begin - end : end - begin);
+    }
+    m_changes = 0;
 }
 
 bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)

@@ -50,8 +50,10 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
 
 private:
+    void forgetChanges();
     void buildContent();
     void connectContent();
     void detectCommand(const QString &text);
@@ -66,4 +68,5 @@ private:
     QSet<QString> m_commands;
     QString m_activeCommand;
     bool m_updating = false;
+    int m_changes = 0; ///< of the edit, since it has forgotten how to undo them
 };

@@ -14,6 +14,7 @@
 #include <QBitArray>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QPixmapCache>
 #include <QStyle>
 
 #include <utility>
@@ -21,6 +22,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int pictureLimit = 512; // KiB; some screens of icons
 
 constexpr int lineSpacing = 2;
 constexpr int digitSize = 20; // of the frame around a digit
@@ -177,6 +180,9 @@ ResultDelegate::ResultDelegate(QObject *parent)
     : ItemFocusDelegate(parent)
     , m_startMenu(AppLauncher::startMenuText())
 {
+    // Each search makes new icons, so the pictures of the rows of earlier ones are never used
+    // again.
+    QPixmapCache::setCacheLimit(pictureLimit);
 }
 
 QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const

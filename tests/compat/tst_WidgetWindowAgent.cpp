@@ -246,6 +246,7 @@ private Q_SLOTS:
     void edgeResizesTheWindow_data();
     void edgeResizesTheWindow();
     void minimumSizeIsKept();
+    void flatWindowHasOneOfTwoOppositeEdges();
     void programsOwnResizeIsNotSpontaneous();
     void widgetInsideTheBorderGetsItsClicks();
     void cursorTellsTheEdge_data();
@@ -491,6 +492,20 @@ void tst_WidgetWindowAgent::minimumSizeIsKept()
     QVERIFY(dragUntil(corner, corner - QPoint(300, 200),
                       [&] { return m_window->size() == QSize(300, 150); }));
     QCOMPARE(m_window->size(), QSize(300, 150));
+}
+
+void tst_WidgetWindowAgent::flatWindowHasOneOfTwoOppositeEdges()
+{
+    QTest::failOnWarning(QRegularExpression(u"Invalid edges"_s));
+    m_window->layout()->setSizeConstraint(QLayout::SetNoConstraint);
+    m_window->setMinimumSize(300, 8);
+    m_window->resize(400, 10);
+    show();
+    QTRY_VERIFY(m_window->windowHandle()->height() <= 10); // not each size exists at 1.5
+    const QPoint middle = geometryOnScreen().topLeft() + QPoint(200, 5);
+    moveTo(middle);
+    QTRY_COMPARE(shownCursor(), Qt::SizeVerCursor);
+    QVERIFY(dragUntil(middle, middle - QPoint(0, 40), [&] { return m_window->height() >= 30; }));
 }
 
 void tst_WidgetWindowAgent::programsOwnResizeIsNotSpontaneous()

@@ -99,6 +99,7 @@ private Q_SLOTS:
     void newCommandsApplyFromTheNextEdit();
     void emitsEachChangeOfTheEdit();
     void slotsSeeTheNewState();
+    void forgetsManyChangesWhenItHides();
 
     void iconRequestsTheManagement();
     void showsTheFocusOfItsEdit_data();
@@ -488,6 +489,27 @@ void tst_CommandLineEdit::slotsSeeTheNewState()
     // A nested textChanged, from the box's own change of the edit, arrives before the outer one.
     // Both slots see the newest state.
     QCOMPARE(texts, QStringList({u"c"_s, u"cd "_s, u"cd "_s, u"cd"_s}));
+}
+
+void tst_CommandLineEdit::forgetsManyChangesWhenItHides()
+{
+    Box box;
+    box.show();
+    box.type(QString(10, u'x'));
+    box.hide();
+    QVERIFY(box.edit().isUndoAvailable());
+
+    box.show();
+    box.type(QString(200, u'y'));
+    box.edit().setSelection(30, -20);
+    const QSignalSpy changed(&box.edit(), &QLineEdit::textChanged);
+    box.hide();
+    QVERIFY(!box.edit().isUndoAvailable());
+    QCOMPARE(box.edit().text(), QString(QString(10, u'x') + QString(200, u'y')));
+    QCOMPARE(box.edit().selectionStart(), 10);
+    QCOMPARE(box.edit().selectionLength(), 20);
+    QCOMPARE(box.edit().cursorPosition(), 10);
+    QCOMPARE(changed.count(), 0);
 }
 
 void tst_CommandLineEdit::iconRequestsTheManagement()

@@ -240,14 +240,17 @@ Qt::Edges WidgetWindowAgent::edgesAt(const QPoint &position) const
         || isInteractive(position)) {
         return {};
     }
+    // In a window that is hardly larger than its borders, not two opposite edges.
     Qt::Edges edges;
     if (minimum.width() < maximum.width()) {
         edges.setFlag(Qt::LeftEdge, position.x() < resizeBorder);
-        edges.setFlag(Qt::RightEdge, position.x() >= m_window->width() - resizeBorder);
+        edges.setFlag(Qt::RightEdge, !edges.testFlag(Qt::LeftEdge)
+                                         && position.x() >= m_window->width() - resizeBorder);
     }
     if (minimum.height() < maximum.height()) {
         edges.setFlag(Qt::TopEdge, position.y() < resizeBorder);
-        edges.setFlag(Qt::BottomEdge, position.y() >= m_window->height() - resizeBorder);
+        edges.setFlag(Qt::BottomEdge, !edges.testFlag(Qt::TopEdge)
+                                          && position.y() >= m_window->height() - resizeBorder);
     }
     return edges;
 }
