@@ -84,7 +84,7 @@ void WindowHeight::hideList()
     scheduleUpdate();
 }
 
-void WindowHeight::showPage()
+void WindowHeight::makeRoomForPage()
 {
     m_stack->setVisible(true);
     m_stack->setMinimumHeight(0);
@@ -153,7 +153,7 @@ void WindowHeight::fitToScreen()
     if (isListCurrent()) {
         update();
     } else {
-        showPage();
+        makeRoomForPage();
     }
 }
 
