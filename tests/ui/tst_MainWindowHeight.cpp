@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/EventCounter.h"
 #include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
@@ -13,36 +14,6 @@ using namespace Qt::StringLiterals;
 using namespace windowtest;
 
 namespace {
-
-/// Counts the resizes of a widget.
-class ResizeCounter : public QObject
-{
-public:
-    explicit ResizeCounter(QWidget *widget) { widget->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        count += event->type() == QEvent::Resize ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
-
-/// Counts how often a widget is painted.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 void showRows(Window &w, int count)
 {
@@ -206,7 +177,7 @@ void tst_MainWindowHeight::burstOfChangesResizesOnce()
     Window w;
     w.settings.setShowAllAppsWhenSearchEmpty(false);
     QVERIFY(w.showActive());
-    ResizeCounter resizes(&w.window);
+    const EventCounter resizes(&w.window, QEvent::Resize);
     for (const int count : {1, 5, 3, 2, 4}) {
         w.calc.records = numberedRecords(count);
         w.enter(u"calc "_s);
@@ -232,8 +203,8 @@ void tst_MainWindowHeight::searchPaintsOnce()
     QVERIFY(w.showActive());
     showRows(w, 2);
     w.calc.records = numberedRecords(rows);
-    PaintCounter window(&w.window);
-    PaintCounter list(w.list->viewport());
+    EventCounter window(&w.window, QEvent::Paint);
+    EventCounter list(w.list->viewport(), QEvent::Paint);
     w.edit->clearFocus(); // its cursor blinks
     w.settle();
     const int windowBefore = window.count;
