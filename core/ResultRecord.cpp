@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/ResultRecord.h"
 
+#include <map>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -79,7 +82,13 @@ QVariantMap makeProgramRecord(const QString &name, const QString &path, const QS
 QVariantMap makeProgramRecord(const QString &name, const QString &path, const QString &icon,
                               const QString &description)
 {
-    return {{nameKey, name}, {pathKey, path}, {iconKey, icon}, {descriptionKey, description}};
+    // In the order of the keys, so that none is looked for: each program has a record.
+    std::map<QString, QVariant> fields;
+    fields.emplace_hint(fields.end(), descriptionKey, description);
+    fields.emplace_hint(fields.end(), iconKey, icon);
+    fields.emplace_hint(fields.end(), nameKey, name);
+    fields.emplace_hint(fields.end(), pathKey, path);
+    return QVariantMap(std::move(fields));
 }
 
 void setRecordAction(QVariantMap &record, const QVariantMap &action)
