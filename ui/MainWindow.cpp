@@ -350,8 +350,8 @@ bool MainWindow::openPluginView(const QString &command)
         connect(plugin, &IPlugin::viewCloseRequested, this, &MainWindow::closePluginView,
                 Qt::UniqueConnection);
     }
-    showPage(m_stack, page);
-    m_height->showPage();
+    showScrollable(m_stack, page);
+    m_height->makeRoomForPage();
     m_viewCommand = command;
     return true;
 }

@@ -5,7 +5,7 @@
 #include "launcher/AppLauncher.h"
 #include "launcher/AppSearch.h"
 #include "settings/ThemeManager.h"
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 #include "ui/RowLine.h"
 #include "ui/VisibleText.h"
 

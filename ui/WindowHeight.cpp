@@ -83,7 +83,7 @@ void WindowHeight::hideList()
     scheduleUpdate();
 }
 
-void WindowHeight::showPage()
+void WindowHeight::makeRoomForPage()
 {
     m_stack->setVisible(true);
     m_stack->setMinimumHeight(0);
@@ -152,7 +152,7 @@ void WindowHeight::fitToScreen()
     if (isListCurrent()) {
         update();
     } else {
-        showPage();
+        makeRoomForPage();
     }
 }
 

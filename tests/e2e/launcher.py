@@ -334,8 +334,11 @@ class Launcher:
 
     def float_icon(self):
         """x, y, width and height of the floating icon, or None if it is hidden."""
-        icons = [window for window in self._all_windows() if self._is_float_icon(window)]
-        return self.desktop.geometry(icons[0]) if icons else None
+        icon = self.float_icon_window()
+        return self.desktop.geometry(icon) if icon else None
+
+    def float_icon_window(self):
+        return next(filter(self._is_float_icon, self._all_windows()), None)
 
     def top_window(self):
         """The topmost window of any program, except for the floating icon."""
