@@ -2,8 +2,8 @@
 //
 // The cost of the whole program compared with a bare window of the same size and with a bare list
 // that has the same style sheet, measured from outside: the time and the instructions from its
-// start to its first painted window, its memory two seconds later, the time from the hotkey to the
-// window, and the processor time while it is hidden.
+// start to its first painted window, its memory two seconds later, the time from the hotkey or from
+// --toggle to the window, and the processor time while it is hidden.
 #include "Hotkey.h"
 #include "ProgramHome.h"
 #include "ProgramStart.h"
@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <string>
 #include <thread>
@@ -179,8 +180,18 @@ enum class Until {
     Painted,
 };
 
-/// The time from a press of the hotkey until the hidden window is shown; nothing after a minute.
-std::optional<double> timeToShow(xcb_window_t window, Until until)
+/// Shows the window of the running program; returns the time just before.
+using Summon = std::function<Clock::time_point()>;
+
+Clock::time_point pressHotkey()
+{
+    return fixture().hotkey.press();
+}
+
+/// The time from a press of the hotkey, or from another order, until the hidden window is shown;
+/// nothing after a minute.
+std::optional<double> timeToShow(xcb_window_t window, Until until,
+                                 const Summon &summon = pressHotkey)
 {
     fixture().hotkey.press();
     if (!fixture().screen.waitForHiddenWindow(window)) {
@@ -190,7 +201,7 @@ std::optional<double> timeToShow(xcb_window_t window, Until until)
     std::this_thread::sleep_for(300ms);
     fixture().screen.discardEvents();
 
-    const Clock::time_point begin = fixture().hotkey.press();
+    const Clock::time_point begin = summon();
     if (!fixture().screen.waitForShownWindow(window)
         || (until == Until::Painted && !fixture().screen.waitForPaint())) {
         return {};
@@ -233,6 +244,58 @@ void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
         }
         state.SetIterationTime(times[fewPresses / 2]);
     }
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+/// How much longer "--toggle" takes than the hotkey, in seconds; nothing on failure.
+std::optional<double> delayOfToggle()
+{
+    const ProgramStart start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
+    // The program registers the hotkey after it has shown the window.
+    std::this_thread::sleep_for(1s);
+    std::optional<Process> toggle;
+    const Summon orderToggle = [&] {
+        const Clock::time_point begin = Clock::now();
+        toggle.emplace(std::vector<std::string>{VASKEL_PROGRAM, "--toggle"},
+                       fixture().home.environment());
+        return begin;
+    };
+    std::vector<double> byHotkey;
+    std::vector<double> byToggle;
+    while (byToggle.size() < fewPresses) {
+        const std::optional<double> pressed = timeToShow(*start.window, Until::Shown);
+        const std::optional<double> ordered = timeToShow(*start.window, Until::Shown, orderToggle);
+        if (!pressed || !ordered) {
+            return {};
+        }
+        byHotkey.push_back(*pressed);
+        byToggle.push_back(*ordered);
+    }
+    return median(byToggle) - median(byHotkey);
+}
+
+// In milliseconds.
+void toggleToWindow(benchmark::State &state)
+{
+    if (!warmUp(VASKEL_PROGRAM)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    while (state.KeepRunning()) {
+        const std::optional<double> delay = delayOfToggle();
+        if (!delay) {
+            state.SkipWithError("The hotkey or --toggle does not show the window.");
+            return;
+        }
+        state.counters["value"] = *delay * 1000;
+        state.SetIterationTime(*delay);
+    }
+    state.SetLabel("ms");
 }
 
 // The 99th percentile, in milliseconds.
@@ -348,6 +411,7 @@ int main(int argc, char *argv[])
                                             hotkeyToWindow, program, Until::Painted),
                5);
     }
+    repeat(benchmark::RegisterBenchmark("toggle/measured", toggleToWindow), 5);
     repeat(benchmark::RegisterBenchmark("summon_p99/measured", slowSummons), 1);
     repeat(benchmark::RegisterBenchmark("search_p99/measured", slowSearches), 1);
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);

@@ -54,6 +54,25 @@ void setDialogType(xcb_connection_t *connection, xcb_window_t window)
                         types.data());
 }
 
+// The window manager of Xfce lowers a window that stays above others when another window of its
+// group shows.
+void leaveGroup(xcb_connection_t *connection, xcb_window_t window)
+{
+    constexpr quint32 length = 9; // of WM_HINTS, whose first field has a flag for each other one
+    constexpr quint32 windowGroup = 1 << 6;
+    const auto cookie = xcb_get_property(connection, false, window, XCB_ATOM_WM_HINTS,
+                                         XCB_ATOM_WM_HINTS, 0, length);
+    const std::unique_ptr<xcb_get_property_reply_t, XcbFree> reply(
+        xcb_get_property_reply(connection, cookie, nullptr));
+    if (!reply || reply->format != 32 || reply->value_len != length) {
+        return;
+    }
+    auto *hints = static_cast<quint32 *>(xcb_get_property_value(reply.get()));
+    hints[0] &= ~windowGroup;
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS,
+                        XCB_ATOM_WM_HINTS, 32, length, hints);
+}
+
 /// Puts the window back to its place when it shows: the window manager may have moved it by the
 /// size of the frame, which would add up from show to show.
 class PlaceKeeper : public QObject
@@ -93,6 +112,7 @@ void keepFloating(QWindow *window, Floating floating)
     const bool tiles = isTiling(connection);
     if (floating == Floating::Unmanaged) {
         window->setFlag(Qt::BypassWindowManagerHint, tiles);
+        leaveGroup(connection, xcb_window_t(window->winId()));
     } else if (tiles) {
         setDialogType(connection, xcb_window_t(window->winId()));
         new PlaceKeeper(window);

@@ -23,6 +23,18 @@ class Focus(ForeignWindowManager, EndToEndCase):
         self.becomes(self.launcher.text, "yx")
         self.picture("front")
 
+    def test_icon_stays_above_others(self):
+        self.home.set_preferences(floatIconX=300, floatIconY=80)
+        self.start()
+        self.becomes(self.launcher.float_icon, (300, 80, 48, 48))
+        self.open_another_window()
+        for _ in range(2):
+            self.launcher.order("--hide")
+            self.hides()
+            self.desktop.click(324, 104)
+            self.launcher.wait_until_ready()
+        self.picture("icon")
+
 
 if __name__ == "__main__":
     main(Xfwm4)
