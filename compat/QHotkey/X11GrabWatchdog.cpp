@@ -6,7 +6,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -38,25 +37,27 @@ public:
             && !isVirtual) {
             m_deadline = Clock::now() + longestGrab;
         } else if (event.response_type == XCB_FOCUS_OUT && change.mode == XCB_NOTIFY_MODE_UNGRAB) {
-            m_deadline.reset();
+            reset();
         }
     }
 
     /// For poll(): milliseconds, or -1 without a grab.
     int remainingTime() const
     {
-        if (!m_deadline) {
+        if (m_deadline == never) {
             return -1;
         }
-        const auto rest = std::chrono::ceil<std::chrono::milliseconds>(*m_deadline - Clock::now());
+        const auto rest = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
         return int(std::max(rest, 0ms).count());
     }
 
-    bool hasExpired() const { return m_deadline && Clock::now() >= *m_deadline; }
-    void reset() { m_deadline.reset(); }
+    bool hasExpired() const { return Clock::now() >= m_deadline; }
+    void reset() { m_deadline = never; }
 
 private:
-    std::optional<Clock::time_point> m_deadline;
+    static constexpr auto never = Clock::time_point::max();
+
+    Clock::time_point m_deadline = never;
 };
 
 } // namespace
