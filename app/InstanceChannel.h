@@ -16,4 +16,8 @@ enum class Delivery {
 /// display.
 Delivery deliver(const QByteArray &message);
 
+/// Lets the answer leave to the sender of the message that this instance has just received. Call it
+/// before the instance quits on a message.
+void sendAnswer();
+
 } // namespace instancechannel

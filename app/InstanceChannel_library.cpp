@@ -5,6 +5,8 @@
 
 #include <SingleApplication>
 
+#include <QEventLoop>
+
 using namespace Qt::StringLiterals;
 
 namespace instancechannel {
@@ -23,6 +25,13 @@ Delivery deliver(const QByteArray &message)
         return Delivery::NotRunning;
     }
     return app.sendMessage(message, timeout) ? Delivery::Delivered : Delivery::NoAnswer;
+}
+
+void sendAnswer()
+{
+    // The library leaves it in the buffer of the socket, which the event loop writes.
+    constexpr int longest = 100; // in milliseconds
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, longest);
 }
 
 } // namespace instancechannel

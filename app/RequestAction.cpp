@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/RequestAction.h"
 
+#include "app/InstanceChannel.h"
 #include "app/InstanceRequest.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/MainWindow.h"
@@ -33,6 +34,7 @@ void carryOut(const InstanceRequest &request, MainWindow &window)
         window.findChild<CommandLineEdit *>()->setText(request.text);
         break;
     case InstanceRequest::Verb::Quit:
+        instancechannel::sendAnswer();
         QCoreApplication::quit();
         break;
     }

@@ -11,12 +11,14 @@
 include(FetchContent)
 
 # vaskel_add_dependency(Name target REPOSITORY url COMMIT hash
-#                       [COMPONENTS component...] [SETTINGS variable value ...])
+#                       [COMPONENTS component...] [INSTALLED_TARGET target]
+#                       [SETTINGS variable value ...])
 #
-# COMPONENTS belong to the installed package. SETTINGS are variables for the library's own CMake
-# code when it is built here. cmake/probe/<Name>.cpp uses the library as this project does.
+# COMPONENTS belong to the installed package; INSTALLED_TARGET is its target, if that has another
+# name there. SETTINGS are variables for the library's own CMake code when it is built here.
+# cmake/probe/<Name>.cpp uses the library as this project does.
 function(vaskel_add_dependency name target)
-    cmake_parse_arguments(PARSE_ARGV 2 arg "" "REPOSITORY;COMMIT" "COMPONENTS;SETTINGS")
+    cmake_parse_arguments(PARSE_ARGV 2 arg "" "REPOSITORY;COMMIT;INSTALLED_TARGET" "COMPONENTS;SETTINGS")
     if(TARGET ${target})
         return()
     endif()
@@ -30,6 +32,9 @@ function(vaskel_add_dependency name target)
     string(TOUPPER "${name}" upper_name)
     if(usable)
         find_package(${package} REQUIRED GLOBAL)
+        if(NOT TARGET ${target})
+            add_library(${target} ALIAS ${arg_INSTALLED_TARGET})
+        endif()
         message(STATUS "${name}: installed in ${${name}_DIR}")
     elseif(FETCHCONTENT_SOURCE_DIR_${upper_name} OR VASKEL_FETCH_DEPENDENCIES)
         while(arg_SETTINGS)
@@ -78,6 +83,7 @@ vaskel_add_dependency(QWindowKit QWindowKit::Widgets
 vaskel_add_dependency(QHotkey QHotkey::QHotkey
     REPOSITORY https://github.com/Skycoder42/QHotkey.git
     COMMIT 34330d6ff5d2ca111c376f6d7da66be9d1817430 # 1.5.0
+    INSTALLED_TARGET qhotkey
     SETTINGS
         CMAKE_POLICY_VERSION_MINIMUM 3.5 # CMake 4 rejects the 3.1 that it asks for
         QT_DEFAULT_MAJOR_VERSION 6

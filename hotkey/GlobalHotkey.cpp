@@ -1,8 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "hotkey/GlobalHotkey.h"
 
-#include <QHotkey>
+#include "hotkey/QHotkeyHeader.h"
+
+#include <QGuiApplication>
 #include <QKeySequence>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Elsewhere the library uses an X display that is not there, and it calls the offscreen platform a
+// supported one.
+bool isSupported()
+{
+    return QHotkey::isPlatformSupported() && QGuiApplication::platformName() != "offscreen"_L1;
+}
+
+bool registerSequence(QHotkey *hotkey, const QKeySequence &sequence)
+{
+    if (!isSupported()) {
+        qWarning("This platform has no global hotkeys");
+        return false;
+    }
+    // The library takes a key that does not exist for no key, which is a success.
+    return hotkey->setShortcut(sequence, true) && hotkey->isRegistered();
+}
+
+} // namespace
 
 GlobalHotkey::GlobalHotkey(QObject *parent)
     : QObject(parent)
@@ -20,8 +45,8 @@ bool GlobalHotkey::setMainHotkey(const QString &sequence)
     if (keySequence.isEmpty()) {
         return false;
     }
-    const bool isRegistered = m_mainHotkey->setShortcut(keySequence, true);
-    m_isMainHotkeyHeld = !isRegistered && QHotkey::isPlatformSupported();
+    const bool isRegistered = registerSequence(m_mainHotkey, keySequence);
+    m_isMainHotkeyHeld = !isRegistered && isSupported();
     return isRegistered;
 }
 
@@ -32,11 +57,11 @@ bool GlobalHotkey::registerPluginHotkey(const QString &command, const QString &s
         return false;
     }
 
-    auto *hotkey = new QHotkey(keySequence, true, this);
+    auto *hotkey = new QHotkey(this);
     connect(hotkey, &QHotkey::activated, this,
             [this, command] { Q_EMIT commandActivated(command); });
     m_pluginHotkeys.insert(command, hotkey);
-    return hotkey->isRegistered();
+    return registerSequence(hotkey, keySequence);
 }
 
 void GlobalHotkey::clearPluginHotkeys()
@@ -53,5 +78,5 @@ bool GlobalHotkey::isMainHotkeyRegistered() const
 bool GlobalHotkey::isPluginHotkeyHeld(const QString &command) const
 {
     const QHotkey *hotkey = m_pluginHotkeys.value(command);
-    return hotkey && !hotkey->isRegistered() && QHotkey::isPlatformSupported();
+    return hotkey && !hotkey->isRegistered() && isSupported();
 }

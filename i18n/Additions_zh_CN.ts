@@ -27,6 +27,10 @@
         <translation>%1 之后的文本过长。</translation>
     </message>
     <message>
+        <source>There is no display to show a window on.</source>
+        <translation>没有可用于显示窗口的显示器。</translation>
+    </message>
+    <message>
         <source>Unexpected argument: %1</source>
         <translation>多余的参数：%1</translation>
     </message>

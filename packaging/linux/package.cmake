@@ -87,7 +87,9 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Beyond the libraries: the SVG plugin for check marks, and xdg-open for files and pages.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "hicolor-icon-theme, libqt6svg6, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS
+    "hicolor-icon-theme, qt6-svg-plugins | libqt6svg6 (<< 6.7.2-5~), xdg-utils"
+)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk, plocate")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "libnotify-bin")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "keyboard-driven desktop launcher")

@@ -4,12 +4,12 @@
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
+#include "hotkey/QHotkeyHeader.h"
 #include "settings/Settings.h"
 #include "support/FakeDesktopHotkeys.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
-#include <QHotkey>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>

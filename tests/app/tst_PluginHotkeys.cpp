@@ -4,10 +4,10 @@
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
+#include "hotkey/QHotkeyHeader.h"
 #include "settings/Settings.h"
 #include "support/TestProgram.h"
 
-#include <QHotkey>
 #include <QSettings>
 #include <QTest>
 

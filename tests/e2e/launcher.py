@@ -265,6 +265,7 @@ class Launcher:
         self.desktop = desktop
         self.program = str(program)
         self.environment = desktop.environment() | environment
+        self.prefix = []  # a command that starts the program, with its arguments
         self.log = tempfile.TemporaryFile("w+")
         self.process = None
         self.window = None
@@ -285,12 +286,12 @@ class Launcher:
 
     def start_process(self, *options, console=None, **variables):
         """Starts the program with further variables; its output goes to the log or to "console"."""
-        return start_tied([self.program, *options], env=self.environment | variables,
+        return start_tied([*self.prefix, self.program, *options], env=self.environment | variables,
                           stdout=console or self.log, stderr=self.log)
 
     def order(self, *options, **variables):
         """Runs the program to its end; returns the status, the output and the errors."""
-        result = subprocess.run([self.program, *options], env=self.environment | variables,
+        result = subprocess.run([*self.prefix, self.program, *options], env=self.environment | variables,
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                 stderr=subprocess.PIPE, text=True, timeout=PATIENCE)
         return result.returncode, result.stdout, result.stderr

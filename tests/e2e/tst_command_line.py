@@ -93,6 +93,8 @@ class CommandLine(EndToEndCase):
         self.launcher.start("-style", "fusion", "--query", "-platform", "-name", "--quit")
         self.becomes(self.launcher.text, "-platform")
 
+
+class ForeignMessages(EndToEndCase):
     def test_ignores_other_messages(self):
         self.start()
         channel = next((self.home.folder / "runtime").glob("SingleApplication-*.socket"))

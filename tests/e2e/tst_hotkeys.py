@@ -101,7 +101,8 @@ class Hotkeys(EndToEndCase):
         self.home.set_preferences({"globalHotkey": "Ctrl+Alt+Left",
                                    "pluginHotkeys/calc": "Ctrl+Alt+C"})
         self.start_behind_another_window()
-        self.assertIn("another program holds", self.launcher.messages())
+        # As our stand-in or as the library says it.
+        self.assertRegex(self.launcher.messages(), "another program holds|Failed to register")
         self.press_hotkey("ctrl+alt+Left")
         self.press_hotkey("ctrl+alt+c")
         self.comes_up()

@@ -87,7 +87,8 @@ class Start(EndToEndCase):
         self.addCleanup(stop, tracer)
         wait_until(socket.is_socket, "the tracer listens")
 
-        self.launcher.environment |= {"DISPLAY": display}
+        # The tracer cannot pass on the memory that the program would share with the server.
+        self.launcher.environment |= {"DISPLAY": display, "QT_X11_NO_MITSHM": "1"}
         self.start()
         wait_until(self.launcher.tray_icon, "the tray shows the icon")
         icon = self.launcher.float_icon_window()

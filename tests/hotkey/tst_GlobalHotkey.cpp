@@ -2,10 +2,10 @@
 #include "hotkey/GlobalHotkey.h"
 
 #include "hotkey/Keyboard.h"
+#include "hotkey/QHotkeyHeader.h"
 #include "support/TestProgram.h"
 
 #include <QAbstractNativeEventFilter>
-#include <QHotkey>
 #include <QMetaMethod>
 #include <QSignalSpy>
 #include <QTest>
@@ -186,10 +186,18 @@ void tst_GlobalHotkey::registersTheSameMainHotkeyAnew()
 {
     QSignalSpy activated(m_hotkey.get(), &GlobalHotkey::activated);
     QVERIFY(m_hotkey->setMainHotkey(space));
-    QSignalSpy changed(m_hotkey->findChild<QHotkey *>(), &QHotkey::registeredChanged);
+    const QHotkey *hotkey = m_hotkey->findChild<QHotkey *>();
+    QList<bool> states;
+    const QObject context; // the library emits the signal from its destructor, too
+    connect(hotkey, &QHotkey::registeredChanged, &context, [&] {
+        // The library emits the signal twice for a hotkey that it unregisters.
+        if (states.isEmpty() || states.last() != hotkey->isRegistered()) {
+            states.append(hotkey->isRegistered());
+        }
+    });
 
     QVERIFY(m_hotkey->setMainHotkey(space));
-    QCOMPARE(QList<QVariantList>(changed), (QList<QVariantList>{{false}, {true}}));
+    QCOMPARE(states, (QList<bool>{false, true}));
     m_keyboard->type(space);
     QTRY_COMPARE(activated.count(), 1);
 }
