@@ -39,6 +39,15 @@ if(VASKEL_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# Makes a library of the program count which of its lines run, for scripts/coverage. Several threads
+# and processes count.
+function(vaskel_count_lines target)
+    if(VASKEL_COVERAGE)
+        target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+        target_link_options(${target} PUBLIC --coverage)
+    endif()
+endfunction()
+
 if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     find_program(VASKEL_CCACHE ccache)
     mark_as_advanced(VASKEL_CCACHE)

@@ -25,6 +25,7 @@ class EndToEndCase(unittest.TestCase):
     def setUp(self):
         self.home = self.system.make_home(self.desktop)
         self.addCleanup(self.home.remove)
+        self.addCleanup(self._check_sanitizers)
         self.launcher = self.system.make_launcher(self.desktop, self.program, self.home)
         self.addCleanup(self.launcher.stop)
         self.addCleanup(self._report_failure)
@@ -80,11 +81,34 @@ class EndToEndCase(unittest.TestCase):
     def is_recorded(self, file):
         return wait_until(lambda: self.home.recorded(file), f"the recorder {file!r} has run")
 
+    def _check_sanitizers(self):
+        """Fails if the program, which has ended, left a report of a sanitizer."""
+        reports = sorted(sanitizer_reports(self.desktop).glob("*"))
+        texts = [report.read_text(errors="replace") for report in reports]
+        for report in reports:
+            report.unlink()
+        if texts:
+            self.fail("\n".join(texts))
+
     def _report_failure(self):
         result = self._outcome.result
         if any(case is self for case, _ in result.failures + result.errors):
             self.picture("failed")
             print(self.launcher.messages(), file=sys.stderr)
+
+
+def sanitizer_reports(desktop):
+    return desktop.folder / "reports"
+
+
+def sanitizer_options(desktop):
+    """The variables for a program that is built with the sanitizers."""
+    if "ASAN_OPTIONS" not in os.environ:
+        return {}
+    folder = sanitizer_reports(desktop)
+    folder.mkdir(exist_ok=True)
+    return {"ASAN_OPTIONS": f"{os.environ['ASAN_OPTIONS']}:log_path={folder}/report",
+            "LSAN_OPTIONS": os.environ.get("LSAN_OPTIONS", "")}
 
 
 class Linux:
@@ -96,7 +120,7 @@ class Linux:
         return Home()
 
     def make_launcher(self, desktop, program, home):
-        return Launcher(desktop, program, home.environment())
+        return Launcher(desktop, program, home.environment() | sanitizer_options(desktop))
 
     def open_another_window(self, case):
         process, window = case.desktop.open_window()

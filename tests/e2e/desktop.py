@@ -21,6 +21,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE = 90  # seconds; far more than any step needs
+END_PATIENCE = 60  # seconds; a sanitizer looks for leaks at the end
 PRESS_PAUSE = 0.5  # seconds; longer than a program needs to handle a press
 
 
@@ -56,7 +57,7 @@ def stop(process):
     if process.poll() is None:
         process.terminate()
         try:
-            process.wait(10)
+            process.wait(END_PATIENCE)
         except subprocess.TimeoutExpired:
             process.kill()
             process.wait()
