@@ -8,6 +8,7 @@
 #include "app/Logger.h"
 #include "app/QuitFilter.h"
 #include "app/RequestAction.h"
+#include "app/StartMessageHandler.h"
 #include "app/Translation.h"
 #include "commands/CommandFolders.h"
 #include "core/PluginManager.h"
@@ -234,11 +235,12 @@ int main(int argc, char *argv[])
     commandlineanswer::keepQtArguments(commandLine, argc, argv);
 
     Logger::instance().init({});
-    qInstallMessageHandler(qtMessageHandler);
+    qInstallMessageHandler(startMessageHandler);
     platform::chooseWindowSystem();
     // A second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, commandLine.request.has_value(),
                           SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+    qInstallMessageHandler(qtMessageHandler);
     if (app.isSecondary()) { // another process was faster
         return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
     }

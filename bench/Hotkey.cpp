@@ -35,6 +35,16 @@ Hotkey::Clock::time_point Hotkey::press()
     return moment;
 }
 
+Hotkey::Clock::time_point Hotkey::type(xcb_keysym_t symbol)
+{
+    const xcb_keycode_t key = keyOf(symbol);
+    const Clock::time_point moment = Clock::now();
+    fake(XCB_KEY_PRESS, key);
+    fake(XCB_KEY_RELEASE, key);
+    xcb_flush(m_connection);
+    return moment;
+}
+
 void Hotkey::pressAndType(std::chrono::milliseconds delay, const std::string &letters)
 {
     // The questions to the server would take time between the keys.

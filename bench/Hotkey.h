@@ -22,6 +22,9 @@ public:
     /// Presses and releases the keys; returns the time just before the last press.
     Clock::time_point press();
 
+    /// Presses and releases the key of this symbol; returns the time just before.
+    Clock::time_point type(xcb_keysym_t symbol);
+
     /// Presses and releases the hotkey, and after the delay the keys of these lower-case letters.
     void pressAndType(std::chrono::milliseconds delay, const std::string &letters);
 

@@ -4,6 +4,7 @@
 #include <poll.h>
 #include <xcb/damage.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -112,6 +113,20 @@ bool ScreenWatcher::waitForPaint()
     return false;
 }
 
+std::optional<ScreenWatcher::Clock::time_point>
+ScreenWatcher::lastPaint(std::chrono::milliseconds duration)
+{
+    std::optional<Clock::time_point> last;
+    const auto deadline = Clock::now() + duration;
+    while (const Event event{nextEvent(deadline)}) {
+        if (typeOf(*event) == m_damageNotify
+            && as<xcb_damage_notify_event_t>(event).area.width >= minimumWidth) {
+            last = Clock::now();
+        }
+    }
+    return last;
+}
+
 void ScreenWatcher::requestClose(xcb_window_t window)
 {
     xcb_client_message_event_t message{};
@@ -146,12 +161,16 @@ void ScreenWatcher::discardEvents()
 // Returns the next event, which the caller frees, or null at the deadline or without a connection.
 xcb_generic_event_t *ScreenWatcher::nextEvent(Clock::time_point deadline)
 {
-    while (Clock::now() < deadline && isConnected()) {
+    while (isConnected()) {
         if (auto *event = xcb_poll_for_event(m_connection)) {
             return event;
         }
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+        if (left.count() <= 0) {
+            break;
+        }
         pollfd descriptor{xcb_get_file_descriptor(m_connection), POLLIN, 0};
-        poll(&descriptor, 1, 1000);
+        poll(&descriptor, 1, static_cast<int>(std::min<long long>(left.count(), 1000)));
     }
     return nullptr;
 }

@@ -11,6 +11,8 @@
 class ScreenWatcher
 {
 public:
+    using Clock = std::chrono::steady_clock;
+
     /// Connects to the display named by DISPLAY; isConnected() tells whether that worked.
     ScreenWatcher();
     ~ScreenWatcher();
@@ -29,6 +31,10 @@ public:
     /// Waits until a shown window is painted; false after a minute.
     bool waitForPaint();
 
+    /// Watches for that time, and returns when the last large area was painted; nothing if none
+    /// was.
+    std::optional<Clock::time_point> lastPaint(std::chrono::milliseconds duration);
+
     /// Asks the window to close, like its close button.
     void requestClose(xcb_window_t window);
 
@@ -39,8 +45,6 @@ public:
     void discardEvents();
 
 private:
-    using Clock = std::chrono::steady_clock;
-
     xcb_generic_event_t *nextEvent(Clock::time_point deadline);
     xcb_atom_t atom(const char *name);
 

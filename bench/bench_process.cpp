@@ -9,6 +9,7 @@
 #include "ProgramStart.h"
 #include "ScreenWatcher.h"
 
+#include <X11/keysym.h>
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -29,6 +30,8 @@ using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t fewPresses = 11;
 constexpr std::size_t manyPresses = 200;
+constexpr auto searchDelay = 120ms; // of the program, after the last key
+constexpr auto searchTime = 200ms;  // more than a search and its rows take
 
 /// The home and the screen of all measurements.
 struct Fixture
@@ -252,6 +255,42 @@ void slowSummons(benchmark::State &state)
     state.SetLabel("ms");
 }
 
+// Letters of the names of all programs, digits of some, and back, so that each search has other
+// rows.
+constexpr xcb_keysym_t typedKeys[] = {XK_p, XK_r, XK_o, XK_BackSpace, XK_BackSpace, XK_BackSpace,
+                                      XK_1, XK_2, XK_x, XK_BackSpace, XK_BackSpace, XK_BackSpace};
+
+// The 99th percentile of the time from a key to its rows, without the delay of the search.
+void slowSearches(benchmark::State &state)
+{
+    if (!warmUp(VASKEL_PROGRAM)) {
+        state.SkipWithError("The program does not start, or caches no icons.");
+        return;
+    }
+    while (state.KeepRunning()) {
+        const ProgramStart start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
+        std::this_thread::sleep_for(1s);
+        std::vector<double> times;
+        while (times.size() < manyPresses) {
+            fixture().screen.discardEvents();
+            const auto begin =
+                fixture().hotkey.type(typedKeys[times.size() % std::size(typedKeys)]);
+            const auto end = fixture().screen.lastPaint(searchDelay + searchTime);
+            const std::chrono::duration<double> own = end.value_or(begin) - begin - searchDelay;
+            if (own < -searchDelay / 2) {
+                state.SkipWithError("A key gives no rows.");
+                return;
+            }
+            times.push_back(own.count());
+        }
+        std::sort(times.begin(), times.end());
+        const double slow = times[manyPresses * 99 / 100 - 1];
+        state.counters["value"] = slow * 1000;
+        state.SetIterationTime(start.duration.count());
+    }
+    state.SetLabel("ms");
+}
+
 void processorTimeWhileHidden(benchmark::State &state)
 {
     if (!warmUp(VASKEL_PROGRAM)) {
@@ -313,6 +352,7 @@ int main(int argc, char *argv[])
                5);
     }
     repeat(benchmark::RegisterBenchmark("summon_p99/measured", slowSummons), 1);
+    repeat(benchmark::RegisterBenchmark("search_p99/measured", slowSearches), 1);
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
 
     benchmark::Initialize(&argc, argv);

@@ -27,6 +27,10 @@
         <translation>%1 之后的文本过长。</translation>
     </message>
     <message>
+        <source>There is no display to show a window on.</source>
+        <translation>没有可用于显示窗口的显示器。</translation>
+    </message>
+    <message>
         <source>Unexpected argument: %1</source>
         <translation>多余的参数：%1</translation>
     </message>
@@ -77,6 +81,10 @@ If Vaskel is not running, --toggle, --show and --query start it.</source>
 </context>
 <context>
     <name>CommandLineEdit</name>
+    <message>
+        <source>Command %1</source>
+        <translation>命令 %1</translation>
+    </message>
     <message>
         <source>To find a name that begins with a command, type a blank first.
 Ctrl+Backspace directly after the badge joins it to the letters that follow.</source>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/AppEntry.h"
 
+#include "core/ResultRecord.h"
 #include "launcher/PinyinConverter.h"
 
 #include <algorithm>
@@ -37,5 +38,6 @@ AppEntry::AppEntry(const QString &appName, const QString &appPath,
     , pinyinInitials(shared(PinyinConverter::instance().toPinyinInitials(name), pinyin))
     , lowerName(isAscii(name) ? pinyin : shared(name.toLower(), pinyin))
     , lowerDescription(appDescription.lowerText)
+    , record(makeProgramRecord(name, path, iconPath, description))
 {
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariant>
 
 /// A description that all entries of a folder share.
 struct AppDescription
@@ -34,4 +35,5 @@ struct AppEntry
     QString pinyinInitials;   ///< its letters; of Chinese ones the first pinyin letter
     QString lowerName;        ///< compared by a search instead of the name
     QString lowerDescription; ///< compared by a search instead of the description
+    QVariant record;          ///< the answer of a search, which all searches share
 };

@@ -198,11 +198,11 @@ bool AppLauncher::loadPins()
 void AppLauncher::savePins() const
 {
     QSaveFile file(pinsFilePath());
-    if (!file.open(QIODevice::WriteOnly)) {
-        return;
-    }
-    if (file.write(pinsToJson(m_pinnedApps)) >= 0) {
-        file.commit();
+    const QByteArray json = pinsToJson(m_pinnedApps);
+    // On a full disk, commit() ignores a failed flush and would replace the file by a shorter one.
+    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
+        || !file.commit()) {
+        qWarning() << "Cannot write the pins:" << file.fileName();
     }
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/AppSearch.h"
 
-#include "core/ResultRecord.h"
 #include "launcher/AppEntry.h"
 #include "launcher/PinyinConverter.h"
 
@@ -88,7 +87,7 @@ QVariantList searchApps(const QList<AppEntry> &apps, const QString &query)
     QVariantList records;
     for (const AppEntry &app : apps) {
         if (lowerQuery.isEmpty() || matches(app, lowerQuery)) {
-            records.append(makeProgramRecord(app.name, app.path, app.iconPath, app.description));
+            records.append(app.record);
         }
     }
     return records;

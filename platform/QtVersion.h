@@ -3,6 +3,7 @@
 
 #include "platform/ColorScheme.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QKeySequenceEdit>
 #include <QList>
@@ -48,6 +49,18 @@ inline QList<QStringList> iconSearches(const QStringList &names)
     return searches;
 #else
     return {names};
+#endif
+}
+
+/// Makes a screen reader say the text. Returns false before Qt 6.8, which cannot.
+inline bool announce([[maybe_unused]] QObject *object, [[maybe_unused]] const QString &text)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(object, text);
+    QAccessible::updateAccessibility(&event);
+    return true;
+#else
+    return false;
 #endif
 }
 

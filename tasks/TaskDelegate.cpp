@@ -5,6 +5,7 @@
 #include "widgets/InputMethodKeys.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QStyle>
 
@@ -16,6 +17,11 @@ constexpr int editorMargin = 2;
 constexpr int leftPadding = -8;
 // The editor adds both to its least width, which must not be negative.
 constexpr int rightPadding = 4;
+
+bool isEnter(const QKeyEvent &key)
+{
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+}
 
 } // namespace
 
@@ -72,7 +78,19 @@ bool TaskDelegate::eventFilter(QObject *watched, QEvent *event)
     if (isKey && keys && keys->isComposing()) {
         return false;
     }
+    if (event->type() == QEvent::KeyPress && isEnter(*static_cast<QKeyEvent *>(event))) {
+        commitAndClose(qobject_cast<QWidget *>(watched));
+        return true;
+    }
     return ItemFocusDelegate::eventFilter(watched, event);
+}
+
+// The base class does this for Enter, but only in the event loop. Something else may have closed
+// the editor by then, such as a second Enter or a rebuild of the rows.
+void TaskDelegate::commitAndClose(QWidget *editor)
+{
+    Q_EMIT commitData(editor);
+    Q_EMIT closeEditor(editor, SubmitModelCache);
 }
 
 bool TaskDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view,

@@ -26,5 +26,7 @@ public:
                    const QModelIndex &index) override;
 
 private:
+    void commitAndClose(QWidget *editor);
+
     TaskTree *m_tree;
 };

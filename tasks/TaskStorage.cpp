@@ -46,15 +46,12 @@ bool TaskStorage::save(const TaskRepository *repository) const
 {
     QDir().mkpath(QFileInfo(m_path).absolutePath());
     QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    const QByteArray json = QJsonDocument(repository->toJson()).toJson(QJsonDocument::Compact);
+    // On a full disk, write() may only report fewer bytes, and commit() ignores a failed flush.
+    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
+        || !file.commit()) {
         qWarning() << "Cannot write task storage:" << m_path;
         return false;
     }
-
-    const QByteArray json = QJsonDocument(repository->toJson()).toJson(QJsonDocument::Compact);
-    // On a full disk, write() may only report fewer bytes, and commit() ignores a failed flush.
-    if (file.write(json) != json.size() || !file.flush()) {
-        return false;
-    }
-    return file.commit();
+    return true;
 }

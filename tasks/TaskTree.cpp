@@ -51,6 +51,13 @@ void TaskTree::removeRows()
     oldRows->deleteLater();
 }
 
+void TaskTree::expandBranches()
+{
+    for (QTreeWidgetItemIterator row(this, QTreeWidgetItemIterator::HasChildren); *row; ++row) {
+        (*row)->setExpanded(true);
+    }
+}
+
 int TaskTree::currentRowNumber() const
 {
     int number = 0;
@@ -179,7 +186,9 @@ void TaskTree::paintEmptyText() const
     painter.setPen(palette().color(QPalette::Text));
     painter.drawText(QRect(area.left(), top, area.width(), title.height()), flags, m_emptyTitle);
     painter.setFont(font());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    QColor hintColor = palette().color(QPalette::Text);
+    hintColor.setAlphaF(0.7F); // the palette's placeholder is too faint to read on white
+    painter.setPen(hintColor);
     painter.drawText(
         QRect(area.left(), top + title.height() + spacing, area.width(), hint.height()), flags,
         m_emptyHint);

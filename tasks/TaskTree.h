@@ -18,6 +18,10 @@ public:
     /// Removes all rows, and deletes them in the event loop.
     void removeRows();
 
+    /// Expands the rows that have others below them. A screen reader would say of the rest, too,
+    /// that they are expanded.
+    void expandBranches();
+
     /// The number of visible rows above the current one, or 0 without a current one.
     int currentRowNumber() const;
 

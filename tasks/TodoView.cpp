@@ -6,6 +6,7 @@
 #include "tasks/TaskService.h"
 #include "tasks/TaskTree.h"
 #include "widgets/AccessibleName.h"
+#include "widgets/Announcement.h"
 #include "widgets/InputMethodKeys.h"
 #include "widgets/PaletteWatcher.h"
 
@@ -184,7 +185,7 @@ void TodoView::refresh()
     for (int i = 0; i < m_tree->topLevelItemCount(); ++i) {
         applyFilter(m_tree->topLevelItem(i));
     }
-    m_tree->expandAll();
+    m_tree->expandBranches();
     m_tree->scrollToTop();
     m_refreshing = false;
     updateSummary();
@@ -225,6 +226,8 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
     row->setData(0, TaskTree::idRole, task.id);
     row->setData(0, completedRole, task.completed);
     row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
+    // Some screen readers do not tell the check mark of a row.
+    row->setData(0, Qt::AccessibleDescriptionRole, task.completed ? tr("Completed") : tr("Active"));
     row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
     colorRow(*row);
     return row;
@@ -303,6 +306,7 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
     const bool isChecked = row->checkState(0) == Qt::Checked;
     if (isChecked != row->data(0, completedRole).toBool()) {
         m_service->setCompleted(id, isChecked);
+        announce(this, isChecked ? tr("Completed") : tr("Active"));
     } else {
         m_service->updateTitle(id, row->text(0));
     }

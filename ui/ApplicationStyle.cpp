@@ -81,6 +81,14 @@ constexpr QRgb grey = 0xff8e8e93;
 constexpr QRgb green = 0xff2f9e44;
 constexpr QRgb red = 0xffe5484d;
 
+// The colour of progress. The percentage on it has the colour of texts, which the highlight of a
+// desktop's palette may be too near to.
+QColor progressColor(const QPalette &palette)
+{
+    return palette.color(QPalette::WindowText).lightness() > 127 ? QColor(0x00, 0x5f, 0xb8)
+                                                                 : QColor(0x64, 0xb5, 0xff);
+}
+
 // Draws a mark of 16 x 16 pixels with a pen of this colour.
 QIcon markIcon(QRgb color, qreal penWidth, const QList<QPolygonF> &lines)
 {
@@ -186,6 +194,19 @@ void ApplicationStyle::unpolish(QWidget *widget)
 {
     widget->removeEventFilter(this);
     QProxyStyle::unpolish(widget);
+}
+
+void ApplicationStyle::drawControl(ControlElement element, const QStyleOption *option,
+                                   QPainter *painter, const QWidget *widget) const
+{
+    const auto *bar = qstyleoption_cast<const QStyleOptionProgressBar *>(option);
+    if (element != CE_ProgressBarContents || !bar) {
+        QProxyStyle::drawControl(element, option, painter, widget);
+        return;
+    }
+    QStyleOptionProgressBar colored = *bar;
+    colored.palette.setColor(QPalette::Highlight, progressColor(bar->palette));
+    QProxyStyle::drawControl(element, &colored, painter, widget);
 }
 
 void ApplicationStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option,

@@ -5,9 +5,9 @@
 
 /// The widget style below the style sheet. It draws focus frames, check boxes of item views, the
 /// clear button, the marks on the buttons of a message and the close button of a tray message in
-/// the same way on every desktop, visible in both palettes. The background of a scroll area reaches
-/// behind its scroll bars. The list of a combo box opens below the box, and Escape closes the list
-/// without hiding the window.
+/// the same way on every desktop, visible in both palettes. A progress bar has a colour on which
+/// the percentage can be read. The background of a scroll area reaches behind its scroll bars. The
+/// list of a combo box opens below the box, and Escape closes the list without hiding the window.
 class ApplicationStyle : public QProxyStyle
 {
     Q_OBJECT
@@ -19,6 +19,8 @@ public:
     using QProxyStyle::unpolish;
     void polish(QWidget *widget) override;
     void unpolish(QWidget *widget) override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget = nullptr) const override;
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget = nullptr) const override;
     int styleHint(StyleHint hint, const QStyleOption *option = nullptr,

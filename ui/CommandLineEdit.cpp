@@ -2,6 +2,7 @@
 #include "ui/CommandLineEdit.h"
 
 #include "ui/ManagementIcon.h"
+#include "widgets/Announcement.h"
 #include "widgets/InputMethodKeys.h"
 
 #include <QHBoxLayout>
@@ -131,6 +132,8 @@ void CommandLineEdit::enterCommand(const QString &command, const QString &argume
     m_badge->setText(command);
     m_badge->show();
     replaceContent(arguments, tr("Type arguments..."));
+    m_edit->setAccessibleDescription(tr("Command %1").arg(command));
+    announce(this, m_edit->accessibleDescription());
 }
 
 void CommandLineEdit::leaveCommand(const QString &text)
@@ -138,6 +141,7 @@ void CommandLineEdit::leaveCommand(const QString &text)
     m_activeCommand.clear();
     m_badge->hide();
     replaceContent(text, tr("Search apps or type cmd space args..."));
+    m_edit->setAccessibleDescription(QString());
 }
 
 void CommandLineEdit::replaceContent(const QString &text, const QString &placeholder)

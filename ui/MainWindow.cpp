@@ -171,6 +171,7 @@ void MainWindow::connectSearch()
     m_searchTimer = new QTimer(this);
     m_searchTimer->setObjectName(u"searchTimer"_s);
     m_searchTimer->setInterval(searchDelay);
+    m_searchTimer->setTimerType(Qt::PreciseTimer); // others may be 6 ms early or late
     m_searchTimer->setSingleShot(true);
 
     const QLineEdit *edit = m_commandEdit->lineEdit();
@@ -350,8 +351,8 @@ bool MainWindow::openPluginView(const QString &command)
         connect(plugin, &IPlugin::viewCloseRequested, this, &MainWindow::closePluginView,
                 Qt::UniqueConnection);
     }
-    showPage(m_stack, page);
-    m_height->showPage();
+    showScrollable(m_stack, page);
+    m_height->makeRoomForPage();
     m_viewCommand = command;
     return true;
 }

@@ -44,7 +44,7 @@ QScrollArea *putIntoScrollArea(QStackedWidget *stack, QWidget *page)
 
 } // namespace
 
-void showPage(QStackedWidget *stack, QWidget *page)
+void showScrollable(QStackedWidget *stack, QWidget *page)
 {
     QScrollArea *area = scrollAreaOf(page);
     if (!area && isSmallScreen(stack->screen()->availableSize())) {

@@ -3,7 +3,7 @@
 
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 #include "ui/ScrollRow.h"
 #include "ui/VisibleText.h"
 

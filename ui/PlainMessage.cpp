@@ -3,6 +3,7 @@
 
 #include "ui/AnswerGuard.h"
 
+#include <QAbstractButton>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
@@ -73,6 +74,11 @@ QMessageBox::StandardButton showPlainMessage(QWidget *parent, QMessageBox::Icon 
 {
     QMessageBox box(icon, title, text, buttons, parent);
     showAsPlainText(box);
+    // A screen reader that learns of the focus before the message would say the button alone.
+    const QList<QAbstractButton *> all = box.buttons();
+    for (QAbstractButton *button : all) {
+        button->setAccessibleDescription(text);
+    }
     return QMessageBox::StandardButton(box.exec());
 }
 

@@ -5,7 +5,7 @@
 #include "launcher/AppLauncher.h"
 #include "launcher/AppSearch.h"
 #include "settings/ThemeManager.h"
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 #include "ui/RowLine.h"
 #include "ui/VisibleText.h"
 
@@ -67,15 +67,22 @@ QColor withOpacity(QColor color, float opacity)
     return color;
 }
 
+// In the palette's colour the text would be too faint on a row below the pointer, whose background
+// is nearer to it.
 QColor subtitleColor(const QStyleOptionViewItem &item)
 {
-    return isSelected(item) ? withOpacity(Qt::white, 0.85F)
-                            : secondaryTextColor(item.palette.color(QPalette::Text));
+    if (isSelected(item)) {
+        return withOpacity(Qt::white, 0.95F); // the accent colour leaves no room for less
+    }
+    const QColor text = item.palette.color(QPalette::Text);
+    return item.state.testFlag(QStyle::State_MouseOver) ? withOpacity(text, 0.7F)
+                                                        : secondaryTextColor(text);
 }
 
 QColor weakColor(const QStyleOptionViewItem &item)
 {
-    return withOpacity(subtitleColor(item), isSelected(item) ? 0.65F : 0.6F);
+    const QColor subtitle = subtitleColor(item);
+    return isSelected(item) ? subtitle : withOpacity(subtitle, 0.8F * subtitle.alphaF());
 }
 
 QFont titleFont(QFont font)

@@ -2,7 +2,7 @@
 #include "ui/ResultItem.h"
 
 #include "core/ResultRecord.h"
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 #include "ui/VisibleText.h"
 
 ResultItem::ResultItem(const QVariantMap &record)

@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QMenu>
 #include <QScrollBar>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -55,9 +56,7 @@ void ResultList::showResults(const QVariantList &results, const QStringList &sea
 void ResultList::showResults(const QVariantList &results)
 {
     clear();
-    for (const QVariant &record : results) {
-        addItem(new ResultItem(record.toMap()));
-    }
+    addRows(results);
     if (count() > 0) {
         setCurrentRow(0);
     }
@@ -138,6 +137,19 @@ void ResultList::updateDigits()
         m_delegate->setFirstDigitRow(firstVisibleRow());
         viewport()->update(); // a scrolled list paints the new rows alone
     }
+}
+
+// A signal of the model for each row would take longer than the rows. The view has no row of the
+// model yet, and learns of all of them at once.
+void ResultList::addRows(const QVariantList &results)
+{
+    {
+        const QSignalBlocker blocker(model());
+        for (const QVariant &record : results) {
+            addItem(new ResultItem(record.toMap()));
+        }
+    }
+    reset();
 }
 
 void ResultList::openMenu(const QPoint &position)

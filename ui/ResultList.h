@@ -50,6 +50,7 @@ public:
     QVariantMap currentRecord() const;
 
 private:
+    void addRows(const QVariantList &results);
     void openMenu(const QPoint &position);
     void updateDigits();
 

@@ -64,6 +64,8 @@ void UpdatePrompt::createProgressDialog()
 {
     m_progressDialog =
         new QProgressDialog(tr("Downloading update..."), QString(), 0, 100, m_window);
+    // It has no title, by which a screen reader would call it.
+    m_progressDialog->setAccessibleName(m_progressDialog->labelText());
     m_progressDialog->setWindowModality(Qt::WindowModal);
     m_progressDialog->setCancelButton(nullptr);
     // With the default duration, setValue() would run the event loop. The download could finish

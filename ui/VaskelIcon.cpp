@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/VaskelIcon.h"
 
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 
 #include <QImage>
 #include <QPixmapCache>

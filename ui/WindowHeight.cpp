@@ -3,6 +3,7 @@
 
 #include "ui/ScreenArea.h"
 
+#include <QCoreApplication>
 #include <QLayout>
 #include <QListWidget>
 #include <QResizeEvent>
@@ -83,7 +84,7 @@ void WindowHeight::hideList()
     scheduleUpdate();
 }
 
-void WindowHeight::showPage()
+void WindowHeight::makeRoomForPage()
 {
     m_stack->setVisible(true);
     m_stack->setMinimumHeight(0);
@@ -152,7 +153,7 @@ void WindowHeight::fitToScreen()
     if (isListCurrent()) {
         update();
     } else {
-        showPage();
+        makeRoomForPage();
     }
 }
 
@@ -179,6 +180,9 @@ void WindowHeight::update()
     }
     m_window->layout()->activate();
     resizeWindow(stackHeight + m_baseHeight, listHeightFor(0) + m_baseHeight);
+    // Showing the list has posted this event, which may come after the window is painted, and would
+    // paint the list once more.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
 }
 
 void WindowHeight::collapseStack()

@@ -41,8 +41,8 @@ public:
     /// the list replaces a page.
     void hideList();
 
-    /// Shows the page that replaces the list and removes the height limits of the list.
-    void showPage();
+    /// Shows the stack, whose page replaces the list, and removes the height limits of the list.
+    void makeRoomForPage();
 
     /// Call this for each resize event of the window. A resize by the user sets the limit.
     void handleResize(const QResizeEvent &event);

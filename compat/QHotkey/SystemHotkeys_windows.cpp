@@ -2,6 +2,7 @@
 #include "SystemHotkeys.h"
 
 #include "WindowsKey.h"
+#include "WindowsKeyboardHold.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QDebug>
@@ -99,9 +100,13 @@ private:
         if (entry == m_keys.cend()) {
             return false;
         }
+        m_hold.begin(entry->key.code);
         for (const QKeyCombination combination : entry->combinations) {
             m_pressed(combination);
         }
+        // After what the press has queued.
+        QMetaObject::invokeMethod(&m_hold, &WindowsKeyboardHold::endWithFocus,
+                                  Qt::QueuedConnection);
         return true;
     }
 
@@ -121,6 +126,7 @@ private:
 
     Pressed m_pressed;
     QList<RegisteredKey> m_keys;
+    WindowsKeyboardHold m_hold;
     int m_lastId = 0;
 };
 

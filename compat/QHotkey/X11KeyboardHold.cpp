@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "X11KeyboardHold.h"
 
+#include "ExpectedFocus.h"
 #include "X11Connection.h"
 
 #include <QGuiApplication>
-#include <QWindow>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <memory>
@@ -17,18 +16,6 @@ using namespace std::chrono_literals;
 
 constexpr auto longestHold = 300ms;
 constexpr auto focusInterval = 1ms; // between two questions for the focus
-
-bool canHaveFocus(const QWindow *window)
-{
-    return window->isVisible() && !(window->windowStates() & Qt::WindowMinimized)
-           && !(window->flags() & (Qt::WindowDoesNotAcceptFocus | Qt::BypassWindowManagerHint));
-}
-
-bool expectsFocus()
-{
-    const QWindowList windows = QGuiApplication::topLevelWindows();
-    return std::any_of(windows.begin(), windows.end(), canHaveFocus);
-}
 
 // Qt's own word comes after it has handled the event of the focus, without which an input method
 // would miss the first keys. But for a moment Qt takes a window that it has hidden for focused.

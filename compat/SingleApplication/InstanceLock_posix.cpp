@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstanceLock.h"
 
+#include "StoppedProcess.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
@@ -81,6 +83,9 @@ InstanceLock::Notice InstanceLock::notifyHolder(const QDeadlineTimer &deadline) 
 {
     QLocalSocket socket;
     socket.connectToServer(m_serverName);
-    return socket.waitForConnected(int(deadline.remainingTime())) ? Notice::Given
-                                                                  : Notice::NotListening;
+    if (!socket.waitForConnected(int(deadline.remainingTime()))) {
+        return Notice::NotListening;
+    }
+    warnIfStopped(socket.socketDescriptor());
+    return Notice::Given;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "InstanceMessage.h"
 
+#include "StoppedProcess.h"
+
 #include <QFile>
 #include <QScopeGuard>
 
@@ -45,10 +47,14 @@ bool sendInstanceMessage(const QString &serverName, const QByteArray &message,
     }
     const auto closing = qScopeGuard([connection] { close(connection); });
     limitWaiting(connection, deadline);
-    return connect(connection, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0
-           && isConnectionOfUser(connection)
-           && send(connection, message.constData(), size_t(message.size()), MSG_NOSIGNAL)
-                  == message.size();
+    if (connect(connection, reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
+        || !isConnectionOfUser(connection)
+        || send(connection, message.constData(), size_t(message.size()), MSG_NOSIGNAL)
+               != message.size()) {
+        return false;
+    }
+    warnIfStopped(connection);
+    return true;
 }
 
 bool isConnectionOfUser(qintptr socketDescriptor)

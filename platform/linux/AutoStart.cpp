@@ -80,7 +80,8 @@ void write(const QString &path, const QByteArray &content)
     }
     QDir().mkpath(QFileInfo(path).path());
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size()) {
+    // On a full disk, commit() ignores a failed flush and would replace the file by a shorter one.
+    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush()) {
         file.commit();
     }
 }

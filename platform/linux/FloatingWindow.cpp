@@ -33,9 +33,13 @@ QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
     return {first, first + reply->value_len};
 }
 
-// No window can be above the others in a grid, so these are the ones that tile.
+// No window can be above the others in a grid, so these are the ones that tile. Only newer versions
+// of sway support such windows.
 bool isTiling(xcb_connection_t *connection)
 {
+    if (!qEnvironmentVariableIsEmpty("SWAYSOCK")) {
+        return true;
+    }
     const QList<xcb_atom_t> supported = supportedAtoms(connection);
     return !supported.isEmpty() && !supported.contains(x11Atom(connection, "_NET_WM_STATE_ABOVE"));
 }

@@ -205,7 +205,8 @@ void StartMenuCache::save()
     }
     QDir().mkpath(QFileInfo(m_file).path());
     QSaveFile file(m_file);
-    if (file.open(QIODevice::WriteOnly) && file.write(writer.content()) >= 0) {
+    // On a full disk, commit() ignores a failed flush and would replace the file by a shorter one.
+    if (file.open(QIODevice::WriteOnly) && file.write(writer.content()) >= 0 && file.flush()) {
         file.commit();
     }
 }

@@ -5,6 +5,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 namespace platform {
 
 namespace {
@@ -33,11 +35,23 @@ void requestForUser(const QWidget *window)
     xcb_flush(connection);
 }
 
+// Qt reports a window as active for 400 ms longer than it has the focus.
+bool hasFocus(const QWidget *window)
+{
+    xcb_connection_t *connection = x11Connection();
+    if (!connection) {
+        return window->isActiveWindow();
+    }
+    const std::unique_ptr<xcb_get_input_focus_reply_t, XcbFree> reply(
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+    return reply && reply->focus == xcb_window_t(window->winId());
+}
+
 } // namespace
 
 void prepareActivation(QWidget *window)
 {
-    if (!window->isVisible() || window->isActiveWindow()) {
+    if (!window->isVisible() || hasFocus(window)) {
         return;
     }
     // On a Wayland session compositors only mark a window that asks for the focus, also one of an

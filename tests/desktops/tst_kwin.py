@@ -7,10 +7,11 @@ usage: tst_kwin.py PROGRAM PICTURE-FOLDER [unittest's own]
 import os
 import signal
 
-from kwin import KWin
+from wayland import ForeignCompositor
 
 from case import EndToEndCase, main
 from desktop import stop, wait_until
+from kwin import KWin
 
 from gi.repository import Gio, GLib
 
@@ -22,7 +23,7 @@ HOLD_TIME = 1.5  # seconds, about forty repetitions of a held key
 PORTAL = "org.freedesktop.portal.Desktop"
 
 
-class KWinHotkeys(EndToEndCase):
+class OnKWin(ForeignCompositor, EndToEndCase):
     def setUp(self):
         super().setUp()
         self.home.set_preferences({"pluginHotkeys/calc": "Ctrl+Alt+C"})

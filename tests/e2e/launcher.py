@@ -265,6 +265,7 @@ class Launcher:
         self.desktop = desktop
         self.program = str(program)
         self.environment = desktop.environment() | environment
+        self.prefix = []  # a command that starts the program, with its arguments
         self.log = tempfile.TemporaryFile("w+")
         self.process = None
         self.window = None
@@ -285,12 +286,12 @@ class Launcher:
 
     def start_process(self, *options, console=None, **variables):
         """Starts the program with further variables; its output goes to the log or to "console"."""
-        return start_tied([self.program, *options], env=self.environment | variables,
+        return start_tied([*self.prefix, self.program, *options], env=self.environment | variables,
                           stdout=console or self.log, stderr=self.log)
 
     def order(self, *options, **variables):
         """Runs the program to its end; returns the status, the output and the errors."""
-        result = subprocess.run([self.program, *options], env=self.environment | variables,
+        result = subprocess.run([*self.prefix, self.program, *options], env=self.environment | variables,
                                 stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                 stderr=subprocess.PIPE, text=True, timeout=PATIENCE)
         return result.returncode, result.stdout, result.stderr
@@ -334,8 +335,11 @@ class Launcher:
 
     def float_icon(self):
         """x, y, width and height of the floating icon, or None if it is hidden."""
-        icons = [window for window in self._all_windows() if self._is_float_icon(window)]
-        return self.desktop.geometry(icons[0]) if icons else None
+        icon = self.float_icon_window()
+        return self.desktop.geometry(icon) if icon else None
+
+    def float_icon_window(self):
+        return next(filter(self._is_float_icon, self._all_windows()), None)
 
     def top_window(self):
         """The topmost window of any program, except for the floating icon."""

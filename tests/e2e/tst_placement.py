@@ -3,6 +3,7 @@ import random
 
 from case import EndToEndCase, main
 from desktop import wait_until
+from launcher import press_until
 
 from gi.repository import Atspi
 
@@ -15,8 +16,9 @@ class Placement(EndToEndCase):
         return self.launcher.geometry()[:2]
 
     def toggle_hides(self):
-        self.launcher.press("Escape")
-        self.hides()
+        # After a drag the window manager has the keyboard for a moment.
+        press_until(lambda: self.launcher.press("Escape"), lambda: not self.launcher.is_visible(),
+                    "the window is hidden")
 
     def toggle_shows(self):
         self.launcher.press("ctrl+alt+space")

@@ -74,6 +74,14 @@ class Tray(TrayCase):
         blue = sum(count for (r, g, b), count in colours.items() if b > 150 and b > r + 60)
         self.assertGreater(blue, width * height // 4, colours)
 
+    def test_icon_says_whose_it_is(self):
+        x, y, width, height = self.launcher.tray_icon_place()
+        self.desktop.move_pointer(x + width // 2, y + height // 2)
+        wait_until(lambda: ["Vaskel"] == [found.get_name() for found in self.launcher.everything()
+                                          if found.get_role() == Atspi.Role.TOOL_TIP],
+                   "the tool tip shows")
+        self.picture("tip")
+
     def test_left_click_hides_and_shows(self):
         for _ in range(3):
             self.click_icon()

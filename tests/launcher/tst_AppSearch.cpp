@@ -34,6 +34,7 @@ private Q_SLOTS:
     void marksWhatTheSearchHits_data();
     void marksWhatTheSearchHits();
     void comparesATextWithoutPinyin();
+    void searchesShareTheRecords();
 };
 
 void tst_AppSearch::marksWhatTheSearchHits_data()
@@ -86,6 +87,17 @@ void tst_AppSearch::comparesATextWithoutPinyin()
     QCOMPARE(marked(text, matchInText(text, u"TOOL"_s)), u"开始菜单 / [Tool]s"_s);
     QCOMPARE(marked(text, matchInText(text, u"kaishi"_s)), text);
     QCOMPARE(marked(text, matchInText(text, {})), text);
+}
+
+void tst_AppSearch::searchesShareTheRecords()
+{
+    const QList<AppEntry> apps{AppEntry(u"Firefox"_s, u"/a"_s, u"Web"_s, u"/a.png"_s)};
+    const QVariantMap first = searchApps(apps, u"fire"_s).value(0).toMap();
+    QVERIFY(first.isSharedWith(searchApps(apps, {}).value(0).toMap()));
+    QCOMPARE(first, (QVariantMap{{u"name"_s, u"Firefox"_s},
+                                 {u"path"_s, u"/a"_s},
+                                 {u"desc"_s, u"Web"_s},
+                                 {u"icon"_s, u"/a.png"_s}}));
 }
 
 VASKEL_TEST(tst_AppSearch, QCoreApplication)

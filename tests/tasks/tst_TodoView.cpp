@@ -299,6 +299,7 @@ private Q_SLOTS:
     void clickElsewhereCommitsTheTitle();
     void tabCommitsTheTitle();
     void rebuildCommitsAnOpenEditor();
+    void rebuildRightAfterEnterFindsNoEditor();
     void noOtherTriggerEdits();
     void leavesKeysToTheInputMethod_data();
     void leavesKeysToTheInputMethod();
@@ -813,6 +814,20 @@ void tst_TodoView::rebuildCommitsAnOpenEditor()
     QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
     QCOMPARE(QApplication::focusWidget(), page.input);
     QTRY_VERIFY(!page.editor());
+}
+
+void tst_TodoView::rebuildRightAfterEnterFindsNoEditor()
+{
+    writeTasks({u"[ ] a"_s, u"[ ] a1<a"_s});
+    Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    QLineEdit *editor = page.edit(u"a1"_s);
+    QTest::keyClicks(editor, u"renamed"_s);
+    QTest::keyClick(editor, Qt::Key_Return);
+    page.view.activate(); // as a hotkey does
+    QTRY_VERIFY(!page.editor());
+    QCOMPARE(page.rows(), QStringList({u"[ ] a"_s, u".[ ] renamed"_s}));
+    QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
 }
 
 void tst_TodoView::noOtherTriggerEdits()

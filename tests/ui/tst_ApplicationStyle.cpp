@@ -3,6 +3,7 @@
 
 #include "settings/ThemeManager.h"
 #include "support/TestProgram.h"
+#include "ui/Contrast.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -20,27 +21,10 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// The relative luminance of a colour, as in the W3C's accessibility guidelines.
-double luminance(const QColor &color)
-{
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-           + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor &one, const QColor &other)
-{
-    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
-    return (lighter + 0.05) / (darker + 0.05);
-}
 
 /// The strongest contrast between the background and a pixel.
 double strongestContrast(const QImage &image, const QColor &background)

@@ -2,6 +2,7 @@
 #include "ui/CommandLineEdit.h"
 
 #include "settings/ThemeManager.h"
+#include "support/EventCounter.h"
 #include "support/TestProgram.h"
 #include "ui/ManagementIcon.h"
 
@@ -52,19 +53,6 @@ public:
         return !badge().isHidden() && badge().text() == command && edit().text() == arguments
                && text() == command + u' ' + arguments
                && edit().placeholderText() == argumentPrompt;
-    }
-};
-
-class PaintCounter : public QObject
-{
-public:
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
     }
 };
 
@@ -562,7 +550,7 @@ void tst_CommandLineEdit::focusChangeRepaints()
     other.setFocus();
     QCoreApplication::processEvents();
 
-    PaintCounter paints;
+    EventCounter paints(QEvent::Paint);
     box.installEventFilter(&paints);
     box.setFocus();
     QTRY_VERIFY(paints.count > 0);

@@ -2,6 +2,7 @@
 #include "ui/FloatIcon.h"
 
 #include "settings/ThemeManager.h"
+#include "support/EventCounter.h"
 #include "support/FakePlatform.h"
 #include "support/TestProgram.h"
 #include "ui/FakeScreen.h"
@@ -109,21 +110,6 @@ public:
 
 constexpr int toggleEntry = 0;
 constexpr int hideIconEntry = 2;
-
-/// Counts the paint events of a widget.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 } // namespace
 
@@ -555,7 +541,7 @@ void tst_FloatIcon::newPaletteRepaints()
     d.theme.setTheme(u"dark"_s);
     d.icon.show();
     QVERIFY(QTest::qWaitForWindowExposed(&d.icon));
-    const PaintCounter paints(&d.icon);
+    const EventCounter paints(&d.icon, QEvent::Paint);
     QCoreApplication::processEvents();
     const int before = paints.count;
     d.theme.setTheme(u"light"_s);

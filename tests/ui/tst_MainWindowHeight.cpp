@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/MainWindow.h"
 
+#include "support/EventCounter.h"
 #include "support/TestProgram.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/WindowTest.h"
@@ -13,21 +14,6 @@ using namespace Qt::StringLiterals;
 using namespace windowtest;
 
 namespace {
-
-/// Counts the resizes of a widget.
-class ResizeCounter : public QObject
-{
-public:
-    explicit ResizeCounter(QWidget *widget) { widget->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        count += event->type() == QEvent::Resize ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 void showRows(Window &w, int count)
 {
@@ -55,6 +41,8 @@ private Q_SLOTS:
     void emptiedListShrinksTheWindow();
     void searchAloneDoesNotResize();
     void burstOfChangesResizesOnce();
+    void searchPaintsOnce_data();
+    void searchPaintsOnce();
     void hiddenWindowIsFittedWhenItShows();
 
     void dragSetsTheLimit();
@@ -189,7 +177,7 @@ void tst_MainWindowHeight::burstOfChangesResizesOnce()
     Window w;
     w.settings.setShowAllAppsWhenSearchEmpty(false);
     QVERIFY(w.showActive());
-    ResizeCounter resizes(&w.window);
+    const EventCounter resizes(&w.window, QEvent::Resize);
     for (const int count : {1, 5, 3, 2, 4}) {
         w.calc.records = numberedRecords(count);
         w.enter(u"calc "_s);
@@ -198,6 +186,33 @@ void tst_MainWindowHeight::burstOfChangesResizesOnce()
     w.settle();
     QCOMPARE(w.window.height(), w.baseHeight() + w.fullListHeight());
     QCOMPARE(resizes.count, 1);
+}
+
+void tst_MainWindowHeight::searchPaintsOnce_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::newRow("as many rows") << 2;
+    QTest::newRow("more rows") << 4;
+    QTest::newRow("fewer rows") << 1;
+}
+
+void tst_MainWindowHeight::searchPaintsOnce()
+{
+    QFETCH(int, rows);
+    Window w;
+    QVERIFY(w.showActive());
+    showRows(w, 2);
+    w.calc.records = numberedRecords(rows);
+    EventCounter window(&w.window, QEvent::Paint);
+    EventCounter list(w.list->viewport(), QEvent::Paint);
+    w.edit->clearFocus(); // its cursor blinks
+    w.settle();
+    const int windowBefore = window.count;
+    const int listBefore = list.count;
+    QMetaObject::invokeMethod(&w.window, "performSearch");
+    w.settle();
+    QCOMPARE(list.count, listBefore + 1);
+    QCOMPARE(window.count, windowBefore + 1);
 }
 
 void tst_MainWindowHeight::hiddenWindowIsFittedWhenItShows()

@@ -343,6 +343,7 @@ void tst_MainWindowSearch::waitsForAPauseInTheTyping()
     Window w;
     w.calc.records = numberedRecords(1);
     QVERIFY(w.searchTimer().isSingleShot());
+    QCOMPARE(w.searchTimer().timerType(), Qt::PreciseTimer);
     QCOMPARE(w.searchTimer().interval(), 120);
     w.box->setText(u"calc 1"_s);
     QCOMPARE(w.list->count(), 8);

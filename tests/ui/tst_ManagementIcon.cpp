@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ManagementIcon.h"
 
+#include "support/EventCounter.h"
 #include "support/TestProgram.h"
 #include "ui/VaskelIcon.h"
 
@@ -40,21 +41,6 @@ int rimAlpha(QWidget &widget)
 {
     return painted(widget).pixelColor(rimPoint).alpha();
 }
-
-/// Counts the paint events after update().
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QWidget *widget) { widget->installEventFilter(this); }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override
-    {
-        count += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
-    }
-};
 
 } // namespace
 
@@ -217,7 +203,7 @@ void tst_ManagementIcon::eachChangeOfStateRepaints()
     ManagementIcon icon;
     icon.show();
     QVERIFY(QTest::qWaitForWindowExposed(&icon));
-    PaintCounter paints(&icon);
+    EventCounter paints(&icon, QEvent::Paint);
 
     const auto repaints = [&paints](const auto &change) {
         paints.count = 0;

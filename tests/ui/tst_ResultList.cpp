@@ -7,6 +7,7 @@
 
 #include <QImage>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +56,7 @@ private Q_SLOTS:
     void digitsReplaceNoText();
     void firstVisibleRowIsAtLeastHalfVisible();
     void emphasizesTheSearchTexts();
+    void newRowsAreNotReportedOneByOne();
 };
 
 void tst_ResultList::showsNineDigits()
@@ -161,6 +163,23 @@ void tst_ResultList::emphasizesTheSearchTexts()
     l.list.showResults(records, {});
     l.list.setCurrentRow(-1);
     QCOMPARE(l.picture(0), without);
+}
+
+void tst_ResultList::newRowsAreNotReportedOneByOne()
+{
+    List l(40);
+    QVERIFY(QTest::qWaitForWindowExposed(&l.list));
+    const QSignalSpy inserted(l.list.model(), &QAbstractItemModel::rowsInserted);
+    const QVariantMap record{{u"name"_s, u"term"_s}, {u"path"_s, u"/x"_s}};
+    l.list.showResults(QVariantList(50, record));
+    QVERIFY(inserted.size() <= 1);
+    QCOMPARE(l.list.count(), 50);
+    QCOMPARE(l.list.currentRow(), 0);
+    QVERIFY(l.list.item(0)->isSelected());
+    const int rowHeight = l.list.sizeHintForRow(0);
+    QCOMPARE(l.list.visualItemRect(l.list.item(2)).top(),
+             l.list.visualItemRect(l.list.item(0)).top() + 2 * rowHeight);
+    QVERIFY(l.list.verticalScrollBar()->maximum() > 40 * rowHeight);
 }
 
 VASKEL_TEST(tst_ResultList, QApplication)

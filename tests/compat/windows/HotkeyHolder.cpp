@@ -6,26 +6,15 @@
 // title "holding" or "refused". Ends when it is killed or its standard input closes, so that it
 // does not hold the hotkey after a killed test.
 
+#include "EndWithInput.h"
+
 #include <cstdlib>
 
 #include <windows.h>
 
-namespace {
-
-DWORD WINAPI endWithInput(LPVOID)
-{
-    char byte = 0;
-    DWORD count = 0;
-    while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &count, nullptr) && count > 0) {
-    }
-    ExitProcess(0);
-}
-
-} // namespace
-
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR, int)
 {
-    CreateThread(nullptr, 0, endWithInput, nullptr, 0, nullptr);
+    endWithInput();
     const bool isHolding = RegisterHotKey(nullptr, 1, UINT(strtoul(__argv[1], nullptr, 0)),
                                           UINT(strtoul(__argv[2], nullptr, 0)));
     CreateWindowExW(0, L"STATIC", isHolding ? L"holding" : L"refused", WS_POPUP, 0, 0, 1, 1,

@@ -7,13 +7,14 @@
 // "secondary" allows it to be a secondary instance, and "send" makes it send a message then. It
 // also ends when its standard input closes, so that it does not hold the lock after a killed test.
 
+#include "EndWithInput.h"
+
 #include <SingleApplication>
 
 #include <QFile>
 #include <QTimer>
 
 #include <chrono>
-#include <thread>
 
 #include <windows.h>
 
@@ -38,20 +39,11 @@ void reportWarnings(QtMsgType type, const QMessageLogContext &, const QString &m
     }
 }
 
-void endWithInput()
-{
-    char byte = 0;
-    DWORD count = 0;
-    while (ReadFile(GetStdHandle(STD_INPUT_HANDLE), &byte, 1, &count, nullptr) && count > 0) {
-    }
-    TerminateProcess(GetCurrentProcess(), 1);
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    std::thread(endWithInput).detach();
+    endWithInput();
 
     const QString userData = QString::fromLocal8Bit(argv[1]);
     const int timeout = std::atoi(argv[2]);

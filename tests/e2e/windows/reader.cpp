@@ -11,6 +11,7 @@
 //   processes  the processes of that program
 //   taskbar    the geometry of the bar with the system tray at its end
 //   clipboard  the text in the clipboard
+//   colors     tells all programs that the user's choice of colours has changed
 
 #include "reader.h"
 
@@ -137,6 +138,14 @@ std::string answerClipboard()
     return result.empty() ? "[]" : result + "]";
 }
 
+/// Windows sends the same after the user has changed the registry's value in its settings.
+bool tellOfColors()
+{
+    return SendMessageTimeoutW(HWND_BROADCAST, WM_SETTINGCHANGE, 0,
+                               reinterpret_cast<LPARAM>(L"ImmersiveColorSet"), SMTO_NORMAL,
+                               patience, nullptr);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -171,6 +180,8 @@ int main(int argc, char *argv[])
             answer = answerTaskbar();
         } else if (question == "clipboard") {
             answer = answerClipboard();
+        } else if (question == "colors") {
+            answer = tellOfColors() ? "true" : "false";
         }
         std::puts(answer.empty() ? "null" : answer.c_str());
         std::fflush(stdout);

@@ -10,6 +10,8 @@ from desktop import PATIENCE, wait_until
 from launcher import children, find
 
 LIGHT, DARK = "#f5f5f7", "#1e1e1e"
+PERSONALIZE = r"HKCU\Software\Microsoft\Windows\CurrentVersion\Themes\Personalize"
+APPS_USE_LIGHT = "AppsUseLightTheme"
 LINE = re.compile(r"\[\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3}\] \[Vaskel\] "
                   r"\[(debug|info|warning|error)\] \S")
 
@@ -236,6 +238,16 @@ class Pages(WindowsCase):
         self.launcher.terminate()
         self.start()
         self.margin_is(DARK)
+
+    def test_follows_the_colors_of_the_system(self):
+        self.addCleanup(self.home.run, "reg", "delete", PERSONALIZE, "/f", "/v", APPS_USE_LIGHT)
+        self.start()
+        self.margin_is(LIGHT)
+        for light, color in (("0", DARK), ("1", LIGHT)):
+            self.home.run("reg", "add", PERSONALIZE, "/f", "/v", APPS_USE_LIGHT, "/t", "REG_DWORD",
+                          "/d", light)
+            self.assertTrue(self.launcher.ask("colors"))
+            self.margin_is(color)
 
     def test_box_icon_opens_the_page_of_the_user(self):
         self.start()

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowActivation.h"
 
+#include "platform/linux/X11Atom.h"
 #include "support/TestProgram.h"
 
-#include <QScopeGuard>
 #include <QTest>
 #include <QWidget>
 
@@ -12,13 +12,14 @@ class tst_WindowActivation : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void init() { qputenv("WAYLAND_DISPLAY", "wayland-0"); }
+    void cleanup() { qunsetenv("WAYLAND_DISPLAY"); }
     void hidesAnInactiveWindowOnWayland();
+    void asksTheServerForTheFocus();
 };
 
 void tst_WindowActivation::hidesAnInactiveWindowOnWayland()
 {
-    qputenv("WAYLAND_DISPLAY", "wayland-0");
-    const auto cleanUp = qScopeGuard([] { qunsetenv("WAYLAND_DISPLAY"); });
     QWidget window;
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
@@ -32,6 +33,18 @@ void tst_WindowActivation::hidesAnInactiveWindowOnWayland()
     QTRY_VERIFY(!window.isActiveWindow());
     platform::prepareActivation(&window);
     QVERIFY(!window.isVisible());
+    platform::prepareActivation(&window);
+    QVERIFY(!window.isVisible());
+}
+
+void tst_WindowActivation::asksTheServerForTheFocus()
+{
+    QWidget window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    xcb_set_input_focus(platform::x11Connection(), XCB_INPUT_FOCUS_NONE, XCB_NONE,
+                        XCB_CURRENT_TIME);
+    QVERIFY(window.isActiveWindow()); // Qt has not learned of it yet
     platform::prepareActivation(&window);
     QVERIFY(!window.isVisible());
 }

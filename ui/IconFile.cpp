@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 
 #include "launcher/IconCache.h"
 #include "platform/ImageFile.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/PngFile.h"
+#include "ui/IconFile.h"
 
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
@@ -30,7 +30,7 @@ QColor colorOf(const QIcon &icon)
 
 } // namespace
 
-class tst_PngFile : public QObject
+class tst_IconFile : public QObject
 {
     Q_OBJECT
 
@@ -45,19 +45,19 @@ private Q_SLOTS:
     void iconOfAMissingFileDrawsNothing();
 };
 
-void tst_PngFile::readsAPngFile()
+void tst_IconFile::readsAPngFile()
 {
     const QPixmap pixmap = readPng(writePicture(u"a.png"_s, "PNG"));
     QCOMPARE(pixmap.size(), QSize(16, 8));
     QCOMPARE(pixmap.toImage().pixelColor(8, 4), QColor(Qt::red));
 }
 
-void tst_PngFile::readsAPngResource()
+void tst_IconFile::readsAPngResource()
 {
     QCOMPARE(readPng(u":/assets/icons/32.png"_s).size(), QSize(32, 32));
 }
 
-void tst_PngFile::readsNoOtherFile_data()
+void tst_IconFile::readsNoOtherFile_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("another format") << writePicture(u"a.bmp"_s, "BMP");
@@ -69,13 +69,13 @@ void tst_PngFile::readsNoOtherFile_data()
     QTest::newRow("no path") << QString();
 }
 
-void tst_PngFile::readsNoOtherFile()
+void tst_IconFile::readsNoOtherFile()
 {
     QFETCH(QString, path);
     QVERIFY(readPng(path).isNull());
 }
 
-void tst_PngFile::iconOfAPngFileIsReadAtOnce()
+void tst_IconFile::iconOfAPngFileIsReadAtOnce()
 {
     const QString path = writePicture(u"a.png"_s, "PNG");
     const QIcon icon = iconOfFile(path);
@@ -84,23 +84,23 @@ void tst_PngFile::iconOfAPngFileIsReadAtOnce()
     QCOMPARE(colorOf(icon), QColor(Qt::red));
 }
 
-void tst_PngFile::iconOfAnotherFormatIsThatOfQIcon_data()
+void tst_IconFile::iconOfAnotherFormatIsThatOfQIcon_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("another format") << u"a.bmp"_s;
     QTest::newRow("another format under its name") << u"a.png"_s;
 }
 
-void tst_PngFile::iconOfAnotherFormatIsThatOfQIcon()
+void tst_IconFile::iconOfAnotherFormatIsThatOfQIcon()
 {
     QFETCH(QString, name);
     QCOMPARE(colorOf(iconOfFile(writePicture(name, "BMP"))), QColor(Qt::red));
 }
 
-void tst_PngFile::iconOfAMissingFileDrawsNothing()
+void tst_IconFile::iconOfAMissingFileDrawsNothing()
 {
     QVERIFY(iconOfFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
 }
 
-VASKEL_TEST(tst_PngFile, QApplication)
-#include "tst_PngFile.moc"
+VASKEL_TEST(tst_IconFile, QApplication)
+#include "tst_IconFile.moc"

@@ -1,0 +1,124 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""A screen reader and what it says.
+
+Orca hands its texts to Speech Dispatcher. Here a server with the same protocol, SSIP, takes them
+and speaks none.
+"""
+
+import html
+import json
+import os
+import pathlib
+import re
+import socket
+import tempfile
+import threading
+
+from desktop import start_tied, stop, wait_until
+
+REPLIES = {
+    "HISTORY GET CLIENT_ID": "245-1\r\n245 OK CLIENT ID SENT",
+    "LIST OUTPUT_MODULES": "250-recorder\r\n250 OK MODULE LIST SENT",
+    "LIST SYNTHESIS_VOICES": "249-Recorder\ten\tnone\r\n249 OK VOICE LIST SENT",
+    "GET OUTPUT_MODULE": "251-recorder\r\n251 OK GET RETURNED",
+    "GET LANGUAGE": "251-en\r\n251 OK GET RETURNED",
+    "GET RATE": "251-0\r\n251 OK GET RETURNED",
+    "GET PITCH": "251-0\r\n251 OK GET RETURNED",
+    "GET VOLUME": "251-100\r\n251 OK GET RETURNED",
+    "SPEAK": "230 OK RECEIVING DATA",
+}
+
+
+class SpeechServer:
+    """Records what its clients want to be spoken, in the order of arrival."""
+
+    def __init__(self, path):
+        self.texts = []
+        self._socket = socket.socket(socket.AF_UNIX)
+        self._socket.bind(str(path))
+        self._socket.listen()
+        threading.Thread(target=self._accept, daemon=True).start()
+
+    def close(self):
+        self._socket.close()
+
+    def _accept(self):
+        while True:
+            try:
+                connection, _ = self._socket.accept()
+            except OSError:
+                return
+            threading.Thread(target=self._serve, args=[connection], daemon=True).start()
+
+    def _serve(self, connection):
+        with connection, connection.makefile("rw", encoding="utf-8", newline="\r\n") as stream:
+            def reply(text):
+                stream.write(text + "\r\n")
+                stream.flush()
+
+            for line in stream:
+                command = line.strip()
+                reply(REPLIES.get(command, "200 OK"))
+                if command == "SPEAK":
+                    self._record(self._data(stream))
+                    reply("225-1\r\n225 OK MESSAGE QUEUED")
+                elif command.startswith(("CHAR ", "KEY ")):
+                    self._record(command.split(" ", 1)[1])
+
+    def _data(self, stream):
+        lines = []
+        for line in stream:
+            if line == ".\r\n":
+                break
+            lines.append(line.removeprefix("."))
+        return "".join(lines)
+
+    def _record(self, markup):
+        text = html.unescape(re.sub("<[^>]*>", "", markup))
+        self.texts.append(" ".join(text.split()))
+
+
+# Which keys are pressed is of no interest.
+SETTINGS = {"enableKeyEcho": False, "enableEchoByCharacter": False}
+
+
+class Orca:
+    """The running screen reader."""
+
+    def __init__(self, desktop):
+        self._folder = tempfile.TemporaryDirectory(prefix="vaskel-orca-")
+        folder = pathlib.Path(self._folder.name)
+        address = folder / "speech"
+        self._server = SpeechServer(address)
+        self._write_settings(folder / ".local/share/orca")
+        environment = {name: value for name, value in os.environ.items() if name == "PATH"}
+        with open(folder / "log", "w") as log:
+            self._process = start_tied(
+                ["/usr/bin/orca", "--disable", "braille"],
+                env=environment | desktop.environment() | {
+                    "HOME": str(folder), "XDG_RUNTIME_DIR": str(folder), "LANG": "C.UTF-8",
+                    "SPEECHD_ADDRESS": f"unix_socket:{address}"},
+                stdout=log, stderr=log)
+        self.mark = 0
+        wait_until(lambda: "Screen reader on." in self.said(), "the screen reader has started")
+
+    @staticmethod
+    def _write_settings(folder):
+        folder.mkdir(parents=True)
+        profile = {"profile": ["Default", "default"], "pronunciations": {}, "keybindings": {}}
+        (folder / "user-settings.conf").write_text(json.dumps({
+            "general": {"startingProfile": profile["profile"]}, "pronunciations": {},
+            "keybindings": {}, "profiles": {"default": profile | SETTINGS}}))
+
+    def close(self):
+        stop(self._process)
+        self._server.close()
+        self._folder.cleanup()
+
+    def forget(self):
+        """Leaves out of said() what has been said so far."""
+        self.mark = len(self._server.texts)
+
+    def said(self):
+        """What has been said since the last forget()."""
+        return self._server.texts[self.mark:]
