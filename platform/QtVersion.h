@@ -6,6 +6,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QKeySequenceEdit>
+#include <QList>
 #include <QLocale>
 #include <QStringList>
 #include <QStyleHints>
@@ -33,6 +34,21 @@ inline QString underscoredName(const QLocale &locale)
     return locale.name(QLocale::TagSeparator::Underscore);
 #else
     return locale.name();
+#endif
+}
+
+/// The searches for an icon through a theme and its parents, each with its names. Qt 6.4 looks for
+/// all names in a theme before it goes on to the parents, later versions for one after the other.
+inline QList<QStringList> iconSearches(const QStringList &names)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)
+    QList<QStringList> searches;
+    for (const QString &name : names) {
+        searches.append(QStringList{name});
+    }
+    return searches;
+#else
+    return {names};
 #endif
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/ThemeIcons.h"
 
+#include "platform/QtVersion.h"
 #include "platform/linux/FileName.h"
 #include "platform/linux/KeyFile.h"
 
@@ -87,6 +88,17 @@ QIcon iconOutsideOfThemes(const QString &name)
     return {};
 }
 
+// Of "audio-card-usb", that and "audio-card" and "audio".
+QStringList generalNames(const QString &name)
+{
+    QStringList names;
+    for (QString general = name; !general.isEmpty();
+         general.truncate(std::max<qsizetype>(general.lastIndexOf(u'-'), 0))) {
+        names.append(general);
+    }
+    return names;
+}
+
 } // namespace
 
 QIcon ThemeIcons::icon(const QString &name)
@@ -95,23 +107,27 @@ QIcon ThemeIcons::icon(const QString &name)
     if (known != m_icons.cend()) {
         return *known;
     }
-    QStringList visited;
     const QString themeName = QIcon::themeName();
-    const QList<IconPicture> pictures =
-        find(themeName.isEmpty() ? u"hicolor"_s : themeName, name, visited);
+    const QList<QStringList> searches = qtversion::iconSearches(generalNames(name));
+    QList<IconPicture> pictures;
+    for (const QStringList &names : searches) {
+        QStringList visited;
+        pictures = find(themeName.isEmpty() ? u"hicolor"_s : themeName, names, visited);
+        if (!pictures.isEmpty()) {
+            break;
+        }
+    }
     return *m_icons.insert(name, pictures.isEmpty() ? iconOutsideOfThemes(name)
                                                     : QIcon(new ThemeIconEngine(pictures)));
 }
 
-// Within a theme, a more general name follows: "audio-card" after "audio-card-usb".
-QList<IconPicture> ThemeIcons::find(const QString &themeName, const QString &name,
+QList<IconPicture> ThemeIcons::find(const QString &themeName, const QStringList &names,
                                     QStringList &visited)
 {
     visited.append(themeName);
     Theme &current = theme(themeName);
-    for (QString general = name; !general.isEmpty();
-         general.truncate(std::max<qsizetype>(general.lastIndexOf(u'-'), 0))) {
-        const QByteArray fileName = encodedName(general);
+    for (const QString &name : names) {
+        const QByteArray fileName = encodedName(name);
         QList<IconPicture> pictures;
         for (Folder &folder : current.folders) {
             // Of equally suitable pictures, Qt takes the bitmap of the last folder.
@@ -131,7 +147,7 @@ QList<IconPicture> ThemeIcons::find(const QString &themeName, const QString &nam
         if (visited.contains(parent)) {
             continue;
         }
-        QList<IconPicture> pictures = find(parent, name, visited);
+        QList<IconPicture> pictures = find(parent, names, visited);
         if (!pictures.isEmpty()) {
             return pictures;
         }

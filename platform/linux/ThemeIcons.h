@@ -45,7 +45,8 @@ private:
     static Theme read(const QString &name);
     static void addFolders(Theme &theme, const QString &index);
 
-    QList<IconPicture> find(const QString &themeName, const QString &name, QStringList &visited);
+    QList<IconPicture> find(const QString &themeName, const QStringList &names,
+                            QStringList &visited);
     Theme &theme(const QString &name);
 
     QHash<QString, QIcon> m_icons;
