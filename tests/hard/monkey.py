@@ -18,7 +18,7 @@ import time
 from program import Harmless, Program
 from screen import Screen
 
-from desktop import Desktop
+from desktop import Desktop, wait_until
 
 MEMORY_LIMIT = 2 << 20  # bytes
 # A window that is first opened late, such as the list of a combo box, may stay, once each. What
@@ -249,6 +249,8 @@ class Figures:
         program.rests()
         program.order("--query", "")
         program.rests()
+        # Each has a descriptor of its own.
+        wait_until(lambda: not program.has_pooled_threads(), "the threads of Qt's pool have ended")
         self.memory = program.memory()
         self.descriptors = program.descriptors()
         self.resources = screen.resources(program.pid)

@@ -195,6 +195,15 @@ class Program:
             return time.monotonic() - since > seconds
         wait_until(is_quiet, "the program rests")
 
+    def has_pooled_threads(self):
+        """Whether Qt's pool has threads, which end after half a minute without work."""
+        folder = pathlib.Path(f"/proc/{self.pid}/task")
+        try:
+            return any((thread / "comm").read_text().startswith("Thread (pooled)")
+                       for thread in folder.iterdir())
+        except OSError:  # a thread has just ended
+            return True
+
     def _ticks(self):
         with open(f"/proc/{self.pid}/stat") as file:
             return file.read().rpartition(")")[2].split()[11:13]
