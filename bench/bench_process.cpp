@@ -252,6 +252,12 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
+double percentile99(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() * 99 / 100 - 1];
+}
+
 /// How much longer "--toggle" takes than the hotkey, in seconds; nothing on failure.
 std::optional<double> delayOfToggle()
 {
@@ -311,7 +317,7 @@ void slowSummons(benchmark::State &state)
             state.SkipWithError("The hotkey does not hide and show the window.");
             return;
         }
-        const double slow = times[manyPresses * 99 / 100 - 1];
+        const double slow = percentile99(times);
         state.counters["value"] = slow * 1000;
         state.SetIterationTime(slow);
     }
@@ -343,9 +349,7 @@ void slowSearches(benchmark::State &state)
             // Only the letter has been painted if the rows are not there yet.
             times.push_back((own < -searchDelay / 2 ? searchTime : own).count());
         }
-        std::sort(times.begin(), times.end());
-        const double slow = times[manyPresses * 99 / 100 - 1];
-        state.counters["value"] = slow * 1000;
+        state.counters["value"] = percentile99(times) * 1000;
         state.SetIterationTime(start.duration.count());
     }
     state.SetLabel("ms");
