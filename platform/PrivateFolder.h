@@ -13,8 +13,14 @@ bool makePrivateFolder(const QString &path);
 /// Whether no other user can replace a file in an existing folder, the folder itself, one of its
 /// parents, or a symbolic link on the way. On Linux each of them must belong to the user or to
 /// root, and others may write only where it is sticky; the group with the user's own name is
-/// trusted if it lists no other member. Always true on Windows, where each user has a profile of
-/// his own.
+/// trusted if it lists no other member. On Windows the access lists tell: nobody but the user, the
+/// system and the administrators may delete or rename there, or change who may. True where a volume
+/// stores no owners.
 bool isProtectedFolder(const QString &path);
+
+/// The folder for temporary files that must not be exchanged. On Windows, where TEMP may name any
+/// folder, this is a private one among the user's data if that folder is not protected; on Linux
+/// openPrivateFile() fails there instead.
+QString temporaryFolder();
 
 } // namespace platform

@@ -2,6 +2,7 @@
 #include "update/Updater.h"
 
 #include "platform/PrivateFile.h"
+#include "platform/PrivateFolder.h"
 #include "platform/UpdateScript.h"
 #include "update/AnonymousProxyFactory.h"
 #include "update/UpdateAddress.h"
@@ -16,7 +17,6 @@
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QStandardPaths>
 #include <QTimer>
 #include <QUrl>
 
@@ -34,7 +34,7 @@ constexpr int maximumRedirects = 50; // as many as Qt follows
 
 QString temporaryPath(const QString &fileName)
 {
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation)).filePath(fileName);
+    return QDir(platform::temporaryFolder()).filePath(fileName);
 }
 
 QString errorText(const QNetworkReply &reply)

@@ -247,6 +247,8 @@ Section Uninstall
     RMDir "$TEMP\Vaskel"
     Delete "$TEMP\Vaskel_update.exe"
     Delete "$TEMP\Vaskel_updater.bat"
+    RMDir /r "$LOCALAPPDATA\Vaskel\cache"
+    RMDir "$LOCALAPPDATA\Vaskel"
     ; Nothing in it is the user's.
     Delete "$APPDATA\Vaskel\instance.lock"
 

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <array>
@@ -123,6 +124,11 @@ bool isProtectedFolder(const QString &path)
 {
     return QFileInfo(path).isDir()
            && isProtectedOnTheWay(QFile::encodeName(QFileInfo(path).absoluteFilePath()).split('/'));
+}
+
+QString temporaryFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::TempLocation);
 }
 
 } // namespace platform

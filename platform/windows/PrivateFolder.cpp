@@ -4,6 +4,8 @@
 #include "platform/windows/Owner.h"
 
 #include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
 #include <QStringList>
 
 namespace platform {
@@ -41,6 +43,20 @@ void restrictFiles(const QString &folder, const User &user)
     }
 }
 
+// Looks at a link itself, not at what it leads to.
+bool isProtectedUpToTheRoot(const QString &path, const User &user)
+{
+    for (QString folder = path;; folder = QFileInfo(folder).path()) {
+        const Handle handle = openWithReadControl(folder, 0);
+        if (!handle || canOthersReplace(handle.get(), user)) {
+            return false;
+        }
+        if (QDir(folder).isRoot()) {
+            return true;
+        }
+    }
+}
+
 } // namespace
 
 bool makePrivateFolder(const QString &path)
@@ -60,9 +76,18 @@ bool makePrivateFolder(const QString &path)
     return restrictToUser(folder.get(), user);
 }
 
-bool isProtectedFolder(const QString &)
+bool isProtectedFolder(const QString &path)
 {
-    return true;
+    const User user;
+    return isProtectedUpToTheRoot(QDir(path).absolutePath(), user)
+           && isProtectedUpToTheRoot(QDir(path).canonicalPath(), user);
+}
+
+QString temporaryFolder()
+{
+    const QString usual = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    return isProtectedFolder(usual) || !makePrivateFolder(own) ? usual : own;
 }
 
 } // namespace platform

@@ -32,6 +32,7 @@
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 
 using namespace Qt::StringLiterals;
@@ -251,6 +252,13 @@ bool openRegularFile(QFile &file)
 bool isProtectedFolder(const QString &path)
 {
     return !fakePlatform().unprotectedFolders.contains(path) && QFileInfo(path).isDir();
+}
+
+QString temporaryFolder()
+{
+    const QString &folder = fakePlatform().temporaryFolder;
+    return folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::TempLocation)
+                            : folder;
 }
 
 void chooseWindowSystem() {}

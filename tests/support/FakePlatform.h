@@ -101,6 +101,7 @@ struct FakePlatform
     QStringList foreignFolders;
     QStringList privateFolders;
     QStringList unprotectedFolders;
+    QString temporaryFolder; // the system's if empty
 
     // ProcessTree.h; only the program itself ends
     int endedProcessTrees = 0;

@@ -87,6 +87,7 @@ private Q_SLOTS:
 
     void sendsNothingOfTheUser();
     void installsWhatItDownloaded();
+    void usesTheFolderWhereNobodyCanExchangeFiles();
     void reportsTheProgress();
     void acceptsAnAnswerWithoutAValidLength_data();
     void acceptsAnAnswerWithoutAValidLength();
@@ -166,6 +167,20 @@ void tst_UpdaterDownload::installsWhatItDownloaded()
     QCOMPARE(fakePlatform().updateScriptCalls.constFirst(), call);
     QCOMPARE(fakePlatform().startedUpdateScripts, QStringList{scriptPath()});
     QCOMPARE(m_server->requests.size(), 1);
+}
+
+void tst_UpdaterDownload::usesTheFolderWhereNobodyCanExchangeFiles()
+{
+    const QString folder = testhome::path() + "/data/own"_L1;
+    QVERIFY(QDir().mkpath(folder));
+    fakePlatform().temporaryFolder = folder;
+    m_server->answerBody(u"/new"_s, "new program");
+    Updater updater;
+    QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
+    QCOMPARE(contentOf(folder + "/Vaskel_update.exe"_L1), "new program");
+    QCOMPARE(fakePlatform().startedUpdateScripts, QStringList{folder + "/Vaskel_updater.bat"_L1});
+    QVERIFY(!exists(downloadPath()));
+    QVERIFY(!exists(scriptPath()));
 }
 
 void tst_UpdaterDownload::reportsTheProgress()
