@@ -73,6 +73,11 @@ void press(QLineEdit &edit, const Key &key)
 class Model
 {
 public:
+    Model()
+    {
+        QObject::connect(&edit, &QLineEdit::textChanged, &edit, [this] { isChanged = true; });
+    }
+
     void press(const Key &key)
     {
         if (key.key == Qt::Key_Backspace && !command.isEmpty() && edit.cursorPosition() == 0
@@ -83,9 +88,10 @@ public:
             edit.setText(left);
             return;
         }
-        const QString before = edit.text();
+        isChanged = false;
         ::press(edit, key);
-        if (command.isEmpty() && edit.text() != before) {
+        // A letter typed over the same selected letter is a change, too.
+        if (command.isEmpty() && isChanged) {
             detect(edit.text(), false);
         }
     }
@@ -102,6 +108,8 @@ public:
     QString command;
 
 private:
+    bool isChanged = false;
+
     void detect(const QString &text, bool replaces)
     {
         const qsizetype blank = text.indexOf(u' ');

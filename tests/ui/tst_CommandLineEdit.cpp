@@ -90,6 +90,7 @@ private Q_SLOTS:
     void joinedTextStaysPlainUntilItIsACommand();
     void tellsHowToSearchForANameThatBeginsWithACommand();
     void dismissedCommandComesBackWithABlank();
+    void dismissedCommandComesBackWithItsLastLetterTypedOver();
     void dismissedCommandStaysPlainText();
     void keyReleaseOfBackspaceIsNotConsumed();
 
@@ -384,6 +385,17 @@ void tst_CommandLineEdit::dismissedCommandComesBackWithABlank()
     box.type(u" "_s);
     QVERIFY(box.isBadge(u"calc"_s, QString()));
     QCOMPARE(box.text(), u"calc "_s);
+}
+
+void tst_CommandLineEdit::dismissedCommandComesBackWithItsLastLetterTypedOver()
+{
+    const Box box;
+    box.type(u"cd"_s);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isPlain(u"cd"_s));
+    box.press(Qt::Key_Left, Qt::ShiftModifier);
+    box.type(u"d"_s);
+    QVERIFY(box.isBadge(u"cd"_s, QString()));
 }
 
 void tst_CommandLineEdit::dismissedCommandStaysPlainText()
