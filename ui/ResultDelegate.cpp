@@ -75,7 +75,7 @@ QColor withOpacity(QColor color, float opacity)
 QColor subtitleColor(const QStyleOptionViewItem &item)
 {
     if (isSelected(item)) {
-        return withOpacity(Qt::white, 0.95F); // the accent colour leaves no room for less
+        return Qt::white; // the accent colour leaves no room for less
     }
     const QColor text = item.palette.color(QPalette::Text);
     return item.state.testFlag(QStyle::State_MouseOver) ? withOpacity(text, 0.7F)
@@ -85,7 +85,8 @@ QColor subtitleColor(const QStyleOptionViewItem &item)
 QColor weakColor(const QStyleOptionViewItem &item)
 {
     const QColor subtitle = subtitleColor(item);
-    return isSelected(item) ? subtitle : withOpacity(subtitle, 0.8F * subtitle.alphaF());
+    // As weak as a contrast of 4.5 allows.
+    return isSelected(item) ? subtitle : withOpacity(subtitle, 0.93F * subtitle.alphaF());
 }
 
 QFont titleFont(QFont font)

@@ -45,10 +45,8 @@ constexpr double leastOfMarks = 3;
 
 // Why a contrast may be less.
 const QString fixedColors = u"both colours are fixed"_s;
-const QString lessThanWhite = u"white is fixed for the first line, and less is here"_s;
 const QString placeholderColor = u"Qt makes it half as strong as the fixed colour"_s;
 const QString disabledText = u"fixed; nobody needs to read it"_s;
-const QString weakText = u"weaker on purpose: the same in each row"_s;
 
 enum Theme { Dark, Light };
 
@@ -258,15 +256,14 @@ void tst_Contrast::measureRows(Window &window)
     };
     const QString states[] = {u", selected"_s, QString(), u", below the pointer"_s};
     for (int row : {1, 2, 0}) {
-        const QString reason = row == 0 ? lessThanWhite : QString();
+        const QString reason = row == 0 ? fixedColors : QString();
         const QImage empty = picture(row, blank, blank);
         addText(u"First line of a row"_s + states[row],
-                strongestChange(picture(row, ink, blank), empty),
-                row == 0 ? fixedColors : QString());
+                strongestChange(picture(row, ink, blank), empty), reason);
         addText(u"Second line of a row"_s + states[row],
                 strongestChange(picture(row, blank, u"/ "_s + ink), empty), reason);
         addText(u"Start Menu in a row"_s + states[row],
-                strongestChange(picture(row, blank, ink), empty), row == 2 ? QString() : weakText);
+                strongestChange(picture(row, blank, ink), empty), reason);
         list.setDigitsVisible(true);
         addText(u"Digit of a row"_s + states[row],
                 strongestChange(picture(row, blank, blank), empty), reason);

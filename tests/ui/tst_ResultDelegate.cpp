@@ -398,10 +398,10 @@ void tst_ResultDelegate::startMenuIsWeaker()
     add(u"Start Menu"_s, QString());
     list.show();
     QVERIFY(QTest::qWaitForWindowExposed(&list));
-    QVERIFY(list.darkestOfSubtitle(0) > list.darkestOfSubtitle(2) + 20);
+    QVERIFY(list.darkestOfSubtitle(0) > list.darkestOfSubtitle(2) + 5);
     QVERIFY(list.darkestOfSubtitle(0) < 250);
-    QVERIFY(list.darkestOfSubtitle(1) < list.darkestOfSubtitle(0) - 20);
-    QVERIFY(list.darkestOfSubtitle(3) < list.darkestOfSubtitle(0) - 20);
+    QVERIFY(list.darkestOfSubtitle(1) < list.darkestOfSubtitle(0) - 5);
+    QVERIFY(list.darkestOfSubtitle(3) < list.darkestOfSubtitle(0) - 5);
 }
 
 void tst_ResultDelegate::selectedRowIsReadable()
@@ -414,7 +414,7 @@ void tst_ResultDelegate::selectedRowIsReadable()
     const QRect subtitle = list.inkOf(0, false).adjusted(0, 2, 0, 0);
     list.setCurrentRow(0);
     QVERIFY(list.holds(0, title, Qt::white));
-    QVERIFY(!list.holds(0, subtitle, Qt::white));
+    QVERIFY(list.holds(0, subtitle, Qt::white)); // less would be too faint
     const QImage image = list.picture(0);
     const int background = image.pixelColor(image.width() - 20, 5).lightness();
     int lightest = 0;
