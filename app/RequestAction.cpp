@@ -7,22 +7,6 @@
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>
-#include <QLineEdit>
-
-namespace {
-
-void setQuery(CommandLineEdit &box, const QString &text)
-{
-    QLineEdit *edit = box.lineEdit();
-    const QString before = edit->text();
-    box.setText(text);
-    // The window searches when the edit changes. It does not if only the command is another one.
-    if (edit->text() == before) {
-        Q_EMIT edit->textChanged(before);
-    }
-}
-
-} // namespace
 
 void toggle(MainWindow &window)
 {
@@ -47,7 +31,7 @@ void carryOut(const InstanceRequest &request, MainWindow &window)
         break;
     case InstanceRequest::Verb::Query:
         window.showAndActivate();
-        setQuery(*window.findChild<CommandLineEdit *>(), request.text);
+        window.findChild<CommandLineEdit *>()->setText(request.text);
         break;
     case InstanceRequest::Verb::Quit:
         instancechannel::sendAnswer();

@@ -6,6 +6,7 @@
 #include "launcher/IconCache.h"
 #include "launcher/MenuFolder.h"
 #include "platform/BuiltinPrograms.h"
+#include "platform/FileReplacement.h"
 #include "platform/Link.h"
 #include "platform/PrivateFolder.h"
 #include "platform/RegularFile.h"
@@ -17,7 +18,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSaveFile>
 #include <QSet>
 #include <QStandardPaths>
 #include <QUrl>
@@ -197,12 +197,9 @@ bool AppLauncher::loadPins()
 
 void AppLauncher::savePins() const
 {
-    QSaveFile file(pinsFilePath());
-    const QByteArray json = pinsToJson(m_pinnedApps);
-    // On a full disk, commit() ignores a failed flush and would replace the file by a shorter one.
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
-        || !file.commit()) {
-        qWarning() << "Cannot write the pins:" << file.fileName();
+    const QString path = pinsFilePath();
+    if (!platform::replaceFile(path, pinsToJson(m_pinnedApps))) {
+        qWarning() << "Cannot write the pins:" << path;
     }
 }
 

@@ -31,13 +31,13 @@ template <typename Value, typename Literal = Value> struct Preference
     QLatin1StringView key; ///< or the prefix of a group with one key per command
     Literal defaultValue;
 
-    Value read(const QSettings &store, const QString &command = {}) const
+    Value read(const SettingsStore &store, const QString &command = {}) const
     {
         return store.value(key + command, defaultValue).template value<Value>();
     }
 
     /// Writes the value unless it equals read(). Returns whether it was written.
-    bool writeIfChanged(QSettings &store, const Value &value, const QString &command = {}) const
+    bool writeIfChanged(SettingsStore &store, const Value &value, const QString &command = {}) const
     {
         if (value == read(store, command)) {
             return false;

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "settings/SettingsStore.h"
+
 #include <QObject>
 #include <QPoint>
-#include <QSettings>
 #include <QString>
 
 #include <optional>
 
 /// The preferences of the program. Getters read the store, whose organisation and application are
-/// both named "Vaskel". Setters write and emit only if the value changes. Errors of the store are
-/// silent. Nothing in the program reads the properties or calls the invokable functions by name,
-/// and it connects the signals of only six preferences, which docs/ARCHITECTURE.md lists.
+/// both named "Vaskel". Setters write and emit only if the value changes; a value that cannot be
+/// written counts until the program ends. Nothing in the program reads the properties or calls the
+/// invokable functions by name, and it connects the signals of only six preferences, which
+/// docs/ARCHITECTURE.md lists.
 class Settings : public QObject
 {
     Q_OBJECT
@@ -109,6 +111,6 @@ Q_SIGNALS:
 private:
     void applyAutoStart(bool enabled);
 
-    QSettings m_settings;
+    SettingsStore m_settings;
     bool m_autoStart = false;
 };

@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskStorage.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/RegularFile.h"
 #include "tasks/TaskRepository.h"
 
 #include <QDebug>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QSaveFile>
 
 TaskStorage::TaskStorage(const QString &path)
     : m_path(path)
@@ -44,12 +42,8 @@ bool TaskStorage::load(TaskRepository *repository) const
 
 bool TaskStorage::save(const TaskRepository *repository) const
 {
-    QDir().mkpath(QFileInfo(m_path).absolutePath());
-    QSaveFile file(m_path);
     const QByteArray json = QJsonDocument(repository->toJson()).toJson(QJsonDocument::Compact);
-    // On a full disk, write() may only report fewer bytes, and commit() ignores a failed flush.
-    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.flush()
-        || !file.commit()) {
+    if (!platform::replaceFile(m_path, json)) {
         qWarning() << "Cannot write task storage:" << m_path;
         return false;
     }

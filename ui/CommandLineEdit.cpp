@@ -63,6 +63,7 @@ void CommandLineEdit::connectContent()
             &CommandLineEdit::managementRequested);
     connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::detectCommand);
     connect(m_edit, &QLineEdit::textChanged, this, [this] { ++m_changes; });
+    connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::textChanged);
 }
 
 QString CommandLineEdit::text() const
@@ -180,7 +181,11 @@ void CommandLineEdit::replaceContent(const QString &text, const QString &placeho
 {
     // Other slots need textChanged, so set a flag for detectCommand() instead of blocking signals.
     const QScopedValueRollback guard(m_updating, true);
+    const bool isSilent = m_edit->text() == text;
     m_edit->setText(text); // moves the cursor to the end
     m_edit->setPlaceholderText(placeholder);
     m_edit->setAccessibleName(placeholder);
+    if (isSilent) {
+        Q_EMIT textChanged();
+    }
 }

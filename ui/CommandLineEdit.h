@@ -33,7 +33,7 @@ public:
     /// Replaces the whole text. A known command at its start becomes the badge.
     void setText(const QString &text);
 
-    /// The line edit, for connecting its signals and for setting the first placeholder.
+    /// The line edit, for its keys and for setting the first placeholder.
     QLineEdit *lineEdit() const { return m_edit; }
 
     /// Whether an input method composes text in the edit. The keys then belong to it.
@@ -45,6 +45,9 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
+    /// The text has changed, perhaps its command alone, or setText() has set the same text again.
+    void textChanged();
+
     /// The management icon was clicked.
     void managementRequested();
 

@@ -174,10 +174,10 @@ void MainWindow::connectSearch()
     m_searchTimer->setTimerType(Qt::PreciseTimer); // others may be 6 ms early or late
     m_searchTimer->setSingleShot(true);
 
-    const QLineEdit *edit = m_commandEdit->lineEdit();
-    connect(edit, &QLineEdit::textChanged, m_searchTimer, qOverload<>(&QTimer::start));
+    const CommandLineEdit *box = m_commandEdit;
+    connect(box, &CommandLineEdit::textChanged, m_searchTimer, qOverload<>(&QTimer::start));
     connect(m_searchTimer, &QTimer::timeout, this, &MainWindow::performSearch);
-    connect(edit, &QLineEdit::returnPressed, this, &MainWindow::launchCurrent);
+    connect(box->lineEdit(), &QLineEdit::returnPressed, this, &MainWindow::launchCurrent);
     connect(m_settings, &Settings::showAllAppsWhenSearchEmptyChanged, this,
             &MainWindow::performSearch);
 }

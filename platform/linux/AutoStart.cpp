@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AutoStart.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/RegularFile.h"
 #include "platform/linux/GlibPointer.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -74,16 +73,11 @@ bool hasContent(const QString &path, const QByteArray &content)
 
 void write(const QString &path, const QByteArray &content)
 {
-    // QSaveFile would follow a symbolic link and replace its target, which is not ours.
+    // The target of a symbolic link is not ours.
     if (QFileInfo(path).isSymLink()) {
         QFile::remove(path);
     }
-    QDir().mkpath(QFileInfo(path).path());
-    QSaveFile file(path);
-    // On a full disk, commit() ignores a failed flush and would replace the file by a shorter one.
-    if (file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush()) {
-        file.commit();
-    }
+    replaceFile(path, content);
 }
 
 } // namespace

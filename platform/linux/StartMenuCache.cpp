@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/StartMenuCache.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/RegularFile.h"
 
 #include <QCryptographicHash>
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <cstring>
@@ -203,12 +201,7 @@ void StartMenuCache::save()
         writer.writeText(file.entry.program);
         writer.writeText(file.entry.tryExec);
     }
-    QDir().mkpath(QFileInfo(m_file).path());
-    QSaveFile file(m_file);
-    // On a full disk, commit() ignores a failed flush and would replace the file by a shorter one.
-    if (file.open(QIODevice::WriteOnly) && file.write(writer.content()) >= 0 && file.flush()) {
-        file.commit();
-    }
+    replaceFile(m_file, writer.content()); // without a cache the next start takes longer
 }
 
 } // namespace platform

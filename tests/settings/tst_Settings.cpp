@@ -4,6 +4,7 @@
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
+#include "update/FileSizeLimit.h"
 
 #include <QDir>
 #include <QFile>
@@ -328,6 +329,8 @@ private Q_SLOTS:
     void writesATruncatedStoreWithoutFurtherLoss();
     void survivesRandomStores();
     void survivesAFolderInPlaceOfTheStore();
+    void keepsTheStoreOnAFullDisk_data();
+    void keepsTheStoreOnAFullDisk();
 
 private:
     void addPreferenceRows(const QStringList &exceptFor = {});
@@ -1200,6 +1203,49 @@ void tst_Settings::survivesAFolderInPlaceOfTheStore()
     QCOMPARE(log.lines, QStringList(u"themeChanged"_s));
     QTest::qWait(0);
     QVERIFY(QFileInfo(testhome::path() + u'/' + storeFile).isDir());
+}
+
+void tst_Settings::keepsTheStoreOnAFullDisk_data()
+{
+    QTest::addColumn<int>("room"); // for each file, in bytes
+    QTest::newRow("nothing") << 0;
+    QTest::newRow("the lock file") << 250; // that QSettings writes beside the store
+    QTest::newRow("a part of the store") << 1000;
+    QTest::newRow("all but the new value") << 2000 + int(fullStore.size());
+}
+
+void tst_Settings::keepsTheStoreOnAFullDisk()
+{
+    QFETCH(const int, room);
+    const QByteArray before = fullStore + "[more]\nnote=" + QByteArray(2000, 'n') + '\n';
+    testhome::writeFile(storeFile, before);
+    QVariantMap expected = everyValueOfTheFullStore();
+    {
+        Settings settings;
+        const SignalLog log(&settings);
+        {
+            const FileSizeLimit disk(room);
+            settings.setTheme(u"light"_s);
+            settings.setFloatIconPos({5, 6});
+            settings.setWindowPosition({7, 8});
+            QTest::qWait(0);
+            QCOMPARE(storeOnDisk(), before);
+        }
+        QCOMPARE(log.lines, QStringList(u"themeChanged"_s));
+        QCOMPARE(settings.windowPosition(), QPoint(7, 8));
+        expected.insert({{u"theme"_s, u"light"_s}, {u"floatIconX"_s, 5}, {u"floatIconY"_s, 6}});
+        QCOMPARE(everyValueOf(settings), expected);
+
+        settings.setSearchEngine(u"Baidu"_s);
+        expected.insert(u"searchEngine"_s, u"Baidu"_s);
+        QTRY_VERIFY(storeOnDisk() != before);
+    }
+    QCOMPARE(QDir(testhome::path() + "/config/Vaskel"_L1).entryList(QDir::Files),
+             QStringList(u"Vaskel.conf"_s));
+    const Settings settings;
+    QCOMPARE(everyValueOf(settings), expected);
+    QCOMPARE(settings.windowPosition(), QPoint(7, 8));
+    QCOMPARE(stored(u"more/note"_s).toString().size(), 2000);
 }
 
 VASKEL_TEST(tst_Settings, QCoreApplication)

@@ -99,6 +99,7 @@ private Q_SLOTS:
     void setTextMovesTheCursorToTheEnd();
     void newCommandsApplyFromTheNextEdit();
     void emitsEachChangeOfTheEdit();
+    void tellsEachChangeOfTheText();
     void slotsSeeTheNewState();
     void forgetsManyChangesWhenItHides();
 
@@ -489,6 +490,24 @@ void tst_CommandLineEdit::emitsEachChangeOfTheEdit()
     QCOMPARE(changed.count(), 2); // another badge, the same arguments
     box.setText(u"plain"_s);
     QCOMPARE(changed.count(), 3);
+}
+
+void tst_CommandLineEdit::tellsEachChangeOfTheText()
+{
+    Box box;
+    const QSignalSpy changed(&box, &CommandLineEdit::textChanged);
+    box.paste(u"calc cd"_s);
+    QCOMPARE(changed.count(), 2); // the pasted text and its arguments
+    box.setText(u"cd cd"_s);
+    QCOMPARE(changed.count(), 3); // another badge, the same arguments
+    box.setText(u"cd cd"_s);
+    QCOMPARE(changed.count(), 4);
+    box.press(Qt::Key_Home);
+    box.press(Qt::Key_Backspace);
+    QVERIFY(box.isPlain(u"cd"_s));
+    QCOMPARE(changed.count(), 5); // no badge, the same text in the edit
+    box.press(Qt::Key_End);
+    QCOMPARE(changed.count(), 5);
 }
 
 void tst_CommandLineEdit::slotsSeeTheNewState()

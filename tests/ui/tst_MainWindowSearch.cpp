@@ -66,6 +66,7 @@ private Q_SLOTS:
     void waitsForAPauseInTheTyping();
     void everyChangeRestartsTheDelay();
     void badgeSearchesOnceForBothOfItsChanges();
+    void searchesWhenOnlyTheCommandChanges();
 
     void autoEnterOpensThePageAtOnce();
     void autoEnterKeepsTheStripVisible();
@@ -378,6 +379,17 @@ void tst_MainWindowSearch::badgeSearchesOnceForBothOfItsChanges()
     QTRY_COMPARE(timedOut.count(), 1);
     QVERIFY(!w.searchTimer().isActive());
     QCOMPARE(w.calc.queries, QStringList(u"1"_s));
+}
+
+void tst_MainWindowSearch::searchesWhenOnlyTheCommandChanges()
+{
+    Window w;
+    w.box->setText(u"calc 1"_s);
+    QTRY_COMPARE(w.calc.queries, QStringList(u"1"_s));
+    w.box->setText(u"todo 1"_s);
+    QTRY_COMPARE(w.todo.queries, QStringList(u"1"_s));
+    w.box->setText(u"todo 1"_s);
+    QTRY_COMPARE(w.todo.queries, QStringList({u"1"_s, u"1"_s}));
 }
 
 void tst_MainWindowSearch::autoEnterOpensThePageAtOnce()

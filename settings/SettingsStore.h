@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QHash>
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+
+/// The store of the preferences: a QSettings whose file a full disk does not empty. A value that
+/// the disk has no room for is kept in memory, and saved with the next change.
+class SettingsStore
+{
+public:
+    SettingsStore(const QString &organization, const QString &application);
+
+    bool contains(const QString &key) const;
+    QVariant value(const QString &key, const QVariant &defaultValue = {}) const;
+    void setValue(const QString &key, const QVariant &value);
+
+private:
+    QSettings m_settings;
+    QHash<QString, QVariant> m_unsaved;
+};
