@@ -68,7 +68,7 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
         // Applying a style sheet is expensive, and not every theme has a palette of its own.
         const QString sheet = theme.styleSheet();
         if (sheet != app.styleSheet()) {
-            app.setStyleSheet(sheet);
+            setApplicationSheet(sheet);
         }
     };
     QObject::connect(&theme, &ThemeManager::paletteChanged, &app, apply);

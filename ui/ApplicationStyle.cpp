@@ -2,6 +2,7 @@
 #include "ui/ApplicationStyle.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QMenu>
@@ -285,4 +286,12 @@ bool ApplicationStyle::eventFilter(QObject *watched, QEvent *event)
     box->event(event);
     drawArrow(*box);
     return true;
+}
+
+void setApplicationSheet(const QString &sheet)
+{
+    // In place of another sheet, Qt would polish each widget once for itself and once for each
+    // widget around it. Without a sheet before, it does so once.
+    qApp->setStyleSheet(QString());
+    qApp->setStyleSheet(sheet);
 }

@@ -2,6 +2,7 @@
 #include "ui/ApplicationStyle.h"
 
 #include "settings/ThemeManager.h"
+#include "support/EventCounter.h"
 #include "support/TestProgram.h"
 #include "ui/Contrast.h"
 
@@ -63,6 +64,7 @@ private Q_SLOTS:
     void menuIsMaskedToItsRoundFrame();
     void listReachesBehindItsScrollBar_data() { buttonFocusIsVisible_data(); }
     void listReachesBehindItsScrollBar();
+    void anotherSheetPolishesADeepWidgetNoMoreOften();
 
 private:
     void useTheme(const QString &name);
@@ -275,6 +277,26 @@ void tst_ApplicationStyle::listReachesBehindItsScrollBar()
     for (int x = place.left() - 2; x <= place.right(); ++x) {
         QCOMPARE(picture.pixelColor(x, place.bottom() - 5), m_theme.surface());
     }
+}
+
+void tst_ApplicationStyle::anotherSheetPolishesADeepWidgetNoMoreOften()
+{
+    setApplicationSheet(u"QPushButton { color: #ffffff; }"_s);
+    QWidget window;
+    QWidget *outer = &window;
+    for (int depth = 0; depth < 8; ++depth) {
+        outer = new QWidget(outer);
+    }
+    QPushButton shallow(&window);
+    QPushButton deep(outer);
+    window.show();
+    EventCounter shallowChanges(&shallow, QEvent::StyleChange);
+    EventCounter deepChanges(&deep, QEvent::StyleChange);
+
+    setApplicationSheet(u"QPushButton { color: #000000; }"_s);
+    QCOMPARE(deep.palette().color(QPalette::ButtonText), QColor(Qt::black));
+    QVERIFY(shallowChanges.count > 0);
+    QCOMPARE(deepChanges.count, shallowChanges.count);
 }
 
 VASKEL_TEST(tst_ApplicationStyle, QApplication)
