@@ -6,23 +6,63 @@
 #include "platform/Console.h"
 
 #include <QCoreApplication>
+#include <QStringList>
 #include <QTranslator>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
-void startMessageHandler(QtMsgType type, const QMessageLogContext &context, const QString &message)
+namespace {
+
+bool isAboutDisplay(const QString &message)
 {
-    if (type != QtFatalMsg) {
-        qtMessageHandler(type, context, message);
-        return;
-    }
+    return message.startsWith("could not connect to display"_L1) // X11
+           || message.startsWith("Failed to create wl_display"_L1);
+}
+
+bool isAboutPlugin(const QString &message)
+{
+    return message.contains("the Qt platform plugin"_L1);
+}
+
+// Qt ends with the same fatal message whatever has failed, but it tells the cause before. Of
+// several plug-ins that it tries, the first is the one for the desktop.
+bool isDisplayMissing(const QStringList &messages)
+{
+    const auto cause = std::find_if(messages.begin(), messages.end(), [](const QString &message) {
+        return isAboutDisplay(message) || isAboutPlugin(message);
+    });
+    return cause != messages.end() && isAboutDisplay(*cause);
+}
+
+QString failureText(const QStringList &messages)
+{
     QTranslator translator;
     installTranslation(translator);
-    const QString text =
-        QCoreApplication::translate("CommandLine", "There is no display to show a window on.");
-    qtMessageHandler(QtCriticalMsg, context, text);
+    if (isDisplayMissing(messages)) {
+        return QCoreApplication::translate("CommandLine",
+                                           "There is no display to show a window on.");
+    }
+    return QCoreApplication::translate("CommandLine", "The start failed. Qt says:") + u'\n'
+           + messages.join(u'\n');
+}
+
+} // namespace
+
+void startMessageHandler(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    thread_local QStringList messages;
+    qtMessageHandler(type, context, message);
+    if (type != QtDebugMsg) {
+        messages.append(message.trimmed());
+    }
+    if (type != QtFatalMsg) {
+        return;
+    }
+    const QString text = failureText(messages);
+    qtMessageHandler(QtCriticalMsg, context, text.section(u'\n', 0, 0));
     platform::writeToConsole(platform::ConsoleStream::Errors, "Vaskel: "_L1 + text + u'\n');
     // The destructors of an application object that is only half constructed cannot run.
     std::_Exit(EXIT_FAILURE);

@@ -4,6 +4,7 @@
 #include <QtGlobal>
 
 /// Qt's message handler while main() creates the application object. Does what qtMessageHandler()
-/// does, except for a fatal message, which Qt sends if no display answers, and after which it would
-/// abort the program: prints one line about that instead, and ends the program with status 1.
+/// does, and ends the program with status 1 at a fatal message, after which Qt would abort it. Then
+/// it prints one line if no display answers. If something else fails, such as the loading of a
+/// platform plug-in, it prints what Qt has said since then.
 void startMessageHandler(QtMsgType type, const QMessageLogContext &context, const QString &message);

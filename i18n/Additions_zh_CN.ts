@@ -23,6 +23,10 @@
         <translation>查看所有选项：%1</translation>
     </message>
     <message>
+        <source>The start failed. Qt says:</source>
+        <translation>启动失败。Qt 给出的信息：</translation>
+    </message>
+    <message>
         <source>The text after %1 is too long.</source>
         <translation>%1 之后的文本过长。</translation>
     </message>

@@ -5,11 +5,12 @@
 #include "platform/linux/FileName.h"
 #include "platform/linux/KeyFile.h"
 
-#include <QFile>
 #include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include <dirent.h>
 #include <sys/stat.h>
@@ -22,18 +23,28 @@ namespace platform {
 namespace {
 
 // A folder may have thousands of files, so reading it takes as long as some look-ups.
-constexpr int lookupsBeforeReading = 32;
+constexpr int lookupsBeforeReading = 16;
 
 constexpr const char *themeGroup = "Icon Theme";
 
-QSet<QByteArray> namesIn(const QByteArray &path)
+// The names of the icons in a folder, each once.
+QSet<QByteArray> iconNamesIn(const QByteArray &path)
 {
     const std::unique_ptr<DIR, int (*)(DIR *)> folder(opendir(path.constData()), &closedir);
     QSet<QByteArray> names;
     while (const dirent *entry = folder ? readdir(folder.get()) : nullptr) {
-        names.insert(entry->d_name);
+        const QByteArrayView file(entry->d_name);
+        if (file.endsWith(".png") || file.endsWith(".svg")) {
+            names.insert(file.chopped(4).toByteArray());
+        }
     }
     return names;
+}
+
+// Whether there is a file of this name; a symbolic link may have no target.
+bool exists(const QByteArray &path)
+{
+    return access(path.constData(), F_OK) == 0;
 }
 
 bool isFolder(const QByteArray &path)
@@ -107,64 +118,46 @@ QIcon ThemeIcons::icon(const QString &name)
     if (known != m_icons.cend()) {
         return *known;
     }
-    const QString themeName = QIcon::themeName();
-    const QList<QStringList> searches = qtversion::iconSearches(generalNames(name));
-    QList<IconPicture> pictures;
-    for (const QStringList &names : searches) {
-        QStringList visited;
-        pictures = find(themeName.isEmpty() ? u"hicolor"_s : themeName, names, visited);
-        if (!pictures.isEmpty()) {
-            break;
-        }
-    }
+    const QList<IconPicture> pictures = find(generalNames(name));
     return *m_icons.insert(name, pictures.isEmpty() ? iconOutsideOfThemes(name)
                                                     : QIcon(new ThemeIconEngine(pictures)));
 }
 
-QList<IconPicture> ThemeIcons::find(const QString &themeName, const QStringList &names,
-                                    QStringList &visited)
+QList<IconPicture> ThemeIcons::find(const QStringList &names)
 {
-    visited.append(themeName);
-    Theme &current = theme(themeName);
-    for (const QString &name : names) {
-        const QByteArray fileName = encodedName(name);
-        QList<IconPicture> pictures;
-        for (Folder &folder : current.folders) {
-            // Of equally suitable pictures, Qt takes the bitmap of the last folder.
-            if (folder.contains(fileName + ".png")) {
-                pictures.prepend(
-                    {decodedName(folder.path + '/' + fileName + ".png"), folder.sizes});
-            } else if (folder.contains(fileName + ".svg")) {
-                pictures.append({decodedName(folder.path + '/' + fileName + ".svg"), folder.sizes});
-            }
-        }
-        if (!pictures.isEmpty()) {
-            return pictures;
-        }
+    if (m_themes.isEmpty()) {
+        QStringList added;
+        addThemes(QIcon::themeName().isEmpty() ? u"hicolor"_s : QIcon::themeName(), added);
     }
-    const QStringList parents = current.parents;
-    for (const QString &parent : parents) {
-        if (visited.contains(parent)) {
-            continue;
-        }
-        QList<IconPicture> pictures = find(parent, names, visited);
-        if (!pictures.isEmpty()) {
-            return pictures;
+    const QList<QStringList> searches = qtversion::iconSearches(names);
+    for (const QStringList &search : searches) {
+        for (Theme &theme : m_themes) {
+            for (const QString &name : search) {
+                QList<IconPicture> pictures = theme.find(encodedName(name));
+                if (!pictures.isEmpty()) {
+                    return pictures;
+                }
+            }
         }
     }
     return {};
 }
 
-ThemeIcons::Theme &ThemeIcons::theme(const QString &name)
+void ThemeIcons::addThemes(const QString &name, QStringList &added)
 {
-    const auto known = m_themes.find(name);
-    return known != m_themes.end() ? *known : *m_themes.insert(name, read(name));
+    added.append(name);
+    const Theme &theme = m_themes.emplaceBack(name);
+    const QStringList parents = theme.parents();
+    for (const QString &parent : parents) {
+        if (!added.contains(parent)) {
+            addThemes(parent, added);
+        }
+    }
 }
 
 // Every theme falls back to hicolor; one that names no parent, to the fallback theme before.
-ThemeIcons::Theme ThemeIcons::read(const QString &name)
+ThemeIcons::Theme::Theme(const QString &name)
 {
-    Theme theme;
     QString index;
     for (const QString &path : QIcon::themeSearchPaths()) {
         const QString file = path + u'/' + name + "/index.theme"_L1;
@@ -173,23 +166,22 @@ ThemeIcons::Theme ThemeIcons::read(const QString &name)
         }
     }
     if (!index.isEmpty()) {
-        addFolders(theme, index);
+        addFolders(index);
     }
-    if (theme.parents.isEmpty() && !QIcon::fallbackThemeName().isEmpty()) {
-        theme.parents.append(QIcon::fallbackThemeName());
+    if (m_parents.isEmpty() && !QIcon::fallbackThemeName().isEmpty()) {
+        m_parents.append(QIcon::fallbackThemeName());
     }
-    if (!theme.parents.contains(u"hicolor"_s)) {
-        theme.parents.append(u"hicolor"_s);
+    if (!m_parents.contains(u"hicolor"_s)) {
+        m_parents.append(u"hicolor"_s);
     }
-    return theme;
 }
 
 // The index may be in one folder of the theme's name and the icons in several.
-void ThemeIcons::addFolders(Theme &theme, const QString &index)
+void ThemeIcons::Theme::addFolders(const QString &index)
 {
     const KeyFilePointer keys(g_key_file_new());
     readKeyFile(keys.get(), index);
-    theme.parents = parentsOf(keys.get());
+    m_parents = parentsOf(keys.get());
     const TextListPointer groups(g_key_file_get_groups(keys.get(), nullptr));
     QByteArrayList subfolders;
     for (char **group = groups.get(); group && *group; ++group) {
@@ -206,20 +198,52 @@ void ThemeIcons::addFolders(Theme &theme, const QString &index)
             const QByteArray whole = folder + '/' + subfolder;
             const IconSizes sizes = sizesOf(keys.get(), subfolder.constData());
             if (sizes.size > 0 && isFolder(whole)) {
-                theme.folders.append({whole, sizes});
+                m_folders.append({whole, sizes});
             }
         }
     }
 }
 
-bool ThemeIcons::Folder::contains(const QByteArray &fileName)
+QList<IconPicture> ThemeIcons::Theme::find(const QByteArray &name)
 {
-    if (!names && ++lookups > lookupsBeforeReading) {
-        names = namesIn(path);
+    if (!m_isRead && ++m_lookups > lookupsBeforeReading) {
+        readFolders();
     }
-    // A symbolic link may have no target.
-    return (!names || names->contains(fileName))
-           && access((path + '/' + fileName).constData(), F_OK) == 0;
+    QList<IconPicture> pictures;
+    if (m_isRead) {
+        const QList<qsizetype> indices = m_foldersByName.value(name);
+        for (const qsizetype index : indices) {
+            addPicture(m_folders.at(index), name, pictures);
+        }
+    } else {
+        for (const Folder &folder : std::as_const(m_folders)) {
+            addPicture(folder, name, pictures);
+        }
+    }
+    return pictures;
+}
+
+void ThemeIcons::Theme::readFolders()
+{
+    for (qsizetype index = 0; index < m_folders.size(); ++index) {
+        const QSet<QByteArray> names = iconNamesIn(m_folders.at(index).path);
+        for (const QByteArray &name : names) {
+            m_foldersByName[name].append(index);
+        }
+    }
+    m_isRead = true;
+}
+
+void ThemeIcons::Theme::addPicture(const Folder &folder, const QByteArray &name,
+                                   QList<IconPicture> &pictures)
+{
+    const QByteArray file = folder.path + '/' + name;
+    // Of equally suitable pictures, Qt takes the bitmap of the last folder.
+    if (exists(file + ".png")) {
+        pictures.prepend({decodedName(file + ".png"), folder.sizes});
+    } else if (exists(file + ".svg")) {
+        pictures.append({decodedName(file + ".svg"), folder.sizes});
+    }
 }
 
 } // namespace platform

@@ -7,16 +7,13 @@
 #include <QHash>
 #include <QIcon>
 #include <QList>
-#include <QSet>
 #include <QStringList>
-
-#include <optional>
 
 namespace platform {
 
 /// The icons of the icon theme, from the files that QIcon::fromTheme() takes. For many of them: Qt
 /// looks for two files in each of a theme's hundreds of folders for every icon, and this object
-/// reads such a folder once. It does not see what is installed later.
+/// reads such a folder once. It does not see what is installed, or which theme is chosen, later.
 class ThemeIcons
 {
 public:
@@ -28,29 +25,39 @@ private:
     /// An existing folder of a theme.
     struct Folder
     {
-        bool contains(const QByteArray &fileName);
-
         QByteArray path;
         IconSizes sizes;
-        int lookups = 0;
-        std::optional<QSet<QByteArray>> names = {}; // read after some look-ups
     };
 
-    struct Theme
+    class Theme
     {
-        QList<Folder> folders;
-        QStringList parents;
+    public:
+        /// Reads the folders and the parents from the index of the theme.
+        explicit Theme(const QString &name);
+
+        QStringList parents() const { return m_parents; }
+
+        /// The pictures of an icon, in the order of preference.
+        QList<IconPicture> find(const QByteArray &name);
+
+    private:
+        void addFolders(const QString &index);
+        void readFolders();
+        static void addPicture(const Folder &folder, const QByteArray &name,
+                               QList<IconPicture> &pictures);
+
+        QList<Folder> m_folders;
+        QStringList m_parents;
+        int m_lookups = 0;
+        bool m_isRead = false;
+        QHash<QByteArray, QList<qsizetype>> m_foldersByName; // of an icon, once they are read
     };
 
-    static Theme read(const QString &name);
-    static void addFolders(Theme &theme, const QString &index);
-
-    QList<IconPicture> find(const QString &themeName, const QStringList &names,
-                            QStringList &visited);
-    Theme &theme(const QString &name);
+    QList<IconPicture> find(const QStringList &names);
+    void addThemes(const QString &name, QStringList &added);
 
     QHash<QString, QIcon> m_icons;
-    QHash<QString, Theme> m_themes;
+    QList<Theme> m_themes; // the theme and those that it falls back to, in the order of the search
 };
 
 } // namespace platform

@@ -245,6 +245,21 @@ class Session(ChaosCase):
         self.start()
         self.works()
 
+    def test_platform_plugin_missing_at_the_start(self):
+        for plugins in ("nothing", "nothing;xcb"):
+            with self.subTest(plugins):
+                status, _, errors = self.launcher.order(QT_QPA_PLATFORM=plugins, DISPLAY=":9999")
+                self.assertEqual(status, 1)
+                first, *said = errors.splitlines()
+                self.assertEqual(first, "Vaskel: The start failed. Qt says:")
+                self.assertIn('Could not find the Qt platform plugin "nothing"', errors)
+                self.assertIn("no Qt platform plugin could be initialized", errors)
+                log = next(self.data.glob("Vaskel_*.log")).read_text()
+                self.assertIn(first.removeprefix("Vaskel: "), log)
+                for line in said:
+                    self.assertIn(line, log)
+        self.keeps_saved()
+
     def test_first_instance_stopped(self):
         self.start()
         self.launcher.press("Escape")

@@ -16,6 +16,16 @@ using platform::ThemeIcons;
 
 namespace {
 
+const QStringList iconNames = {u"all"_s,
+                               u"not32"_s,
+                               u"drawn"_s,
+                               u"general"_s,
+                               u"general-special"_s,
+                               u"all-but-special"_s,
+                               u"inherited"_s,
+                               u"last"_s,
+                               u"last-of-all"_s};
+
 QByteArray picture(int size, const QColor &color)
 {
     QImage image(size, size, QImage::Format_ARGB32);
@@ -83,6 +93,7 @@ private Q_SLOTS:
     void drawsWhatQtDraws();
     void givesOneIconForAName();
     void readsAFolderOnceForManyIcons();
+    void drawsTheSameOnceTheFoldersAreRead();
     void drawsAnotherPictureForADamagedOne();
 };
 
@@ -99,8 +110,7 @@ void tst_ThemeIcons::drawsWhatQtDraws_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("size");
     QTest::addColumn<qreal>("factor");
-    for (const auto &name : {u"all"_s, u"not32"_s, u"drawn"_s, u"general"_s, u"general-special"_s,
-                             u"all-but-special"_s, u"inherited"_s, u"last"_s, u"last-of-all"_s}) {
+    for (const QString &name : iconNames) {
         for (const int size : {16, 24, 32, 48, 64}) {
             QTest::addRow("%s at %d", qPrintable(name), size) << name << size << 1.0;
         }
@@ -139,6 +149,21 @@ void tst_ThemeIcons::readsAFolderOnceForManyIcons()
     QCOMPARE(colorOf(icons.icon(u"all"_s)), QColor(32, 0, 0));
     QCOMPARE(colorOf(icons.icon(u"last"_s)), QColor(Qt::darkBlue));
     QCOMPARE(colorOf(ThemeIcons().icon(u"new"_s)), QColor(Qt::red));
+}
+
+void tst_ThemeIcons::drawsTheSameOnceTheFoldersAreRead()
+{
+    ThemeIcons icons;
+    for (int number = 0; number < 100; ++number) {
+        QVERIFY(icons.icon(u"unknown%1-icon"_s.arg(number)).isNull());
+    }
+    for (const QString &name : iconNames) {
+        for (const int size : {16, 32, 64}) {
+            const QImage drawn = icons.icon(name).pixmap(size).toImage();
+            QVERIFY2(!drawn.isNull(), qPrintable(name));
+            QCOMPARE(drawn, ThemeIcons().icon(name).pixmap(size).toImage());
+        }
+    }
 }
 
 void tst_ThemeIcons::drawsAnotherPictureForADamagedOne()
