@@ -52,6 +52,10 @@ inline QList<QStringList> iconSearches(const QStringList &names)
 #endif
 }
 
+/// Whether the size for QIconEngine::scaledPixmap() is in pixels. From Qt 6.8 on, it is not
+/// multiplied by the scale.
+constexpr bool scaledPixmapTakesPixels = QT_VERSION < QT_VERSION_CHECK(6, 8, 0);
+
 /// Makes a screen reader say the text. Returns false before Qt 6.8, which cannot.
 inline bool announce([[maybe_unused]] QObject *object, [[maybe_unused]] const QString &text)
 {

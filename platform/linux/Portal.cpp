@@ -60,6 +60,7 @@ bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
             handleOwner(older, newer);
         },
         Qt::QueuedConnection); // another connection has another watcher
+    askForOwner();
     return m_bus.isConnected();
 }
 
@@ -69,6 +70,24 @@ void Portal::disconnectFromBus()
     if (m_bus.isConnected()) {
         QDBusConnection::disconnectFromBus(m_bus.name());
     }
+}
+
+// The bus replies before the portal does, to whatever is called next. A portal that does not run
+// yet is reported to handleOwner() when a call starts it.
+void Portal::askForOwner()
+{
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                       u"org.freedesktop.DBus"_s, u"GetNameOwner"_s);
+    message.setArguments({QString(service)});
+    auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+        watcher->deleteLater();
+        const QDBusMessage reply = watcher->reply();
+        if (reply.type() == QDBusMessage::ReplyMessage) {
+            subscribe(reply.arguments().value(0).toString());
+        }
+    });
 }
 
 void Portal::call(const QString &interface, const QString &method, const QVariantList &arguments,
@@ -83,9 +102,7 @@ void Portal::call(const QString &interface, const QString &method, const QVarian
             [this, watcher, replied, generation = m_generation] {
                 watcher->deleteLater();
                 if (generation == m_generation) {
-                    const QDBusMessage reply = watcher->reply();
-                    subscribe(reply.service());
-                    replied(reply);
+                    replied(watcher->reply());
                 }
             });
 }
@@ -148,7 +165,7 @@ void Portal::handleSignal(const QDBusMessage &signal)
 void Portal::handleOwner(const QString &older, const QString &newer)
 {
     if (!newer.isEmpty() && newer == m_owner) {
-        return; // a call has started it, and its reply was quicker
+        return; // the bus has named it already
     }
     if (!older.isEmpty()) {
         m_request.clear(); // it has gone
@@ -156,15 +173,15 @@ void Portal::handleOwner(const QString &older, const QString &newer)
         Q_EMIT ended();
     }
     if (!newer.isEmpty()) {
+        subscribe(newer);
         Q_EMIT started();
     }
 }
 
-// By the unique name, which all replies have: to find the owner of the other one, Qt would wait for
-// the bus. An error of the bus has the name of the bus.
+// By the unique name: to find the owner of the other one, Qt would wait for the bus.
 void Portal::subscribe(const QString &owner)
 {
-    if (owner == m_owner || !owner.startsWith(u':')) {
+    if (owner == m_owner) {
         return;
     }
     const QString older = std::exchange(m_owner, owner);

@@ -36,8 +36,8 @@ public:
     ~Portal() override;
     Q_DISABLE_COPY_MOVE(Portal)
 
-    /// Call this before a session. Returns whether there is a session bus. These signals of the
-    /// portal are passed on as received(), as soon as it has replied to a call.
+    /// Call this before a session. Returns whether there is a session bus. From the session's start
+    /// on, these signals of the portal are passed on as received().
     bool connectToBus(const QList<Signal> &signalsToReceive);
 
     /// Calls a method, however long the reply takes. The path is that of the portal by default.
@@ -73,6 +73,7 @@ private Q_SLOTS:
 
 private:
     void disconnectFromBus();
+    void askForOwner();
     void handleOwner(const QString &older, const QString &newer);
     void subscribe(const QString &owner);
     void closeRequest();
@@ -82,7 +83,7 @@ private:
     std::unique_ptr<QDBusServiceWatcher> m_watcher;
     QList<Signal> m_signals;
     bool m_hasLostSessions = false;
-    QString m_owner;      ///< the unique name of the portal that replied last
+    QString m_owner;      ///< the unique name of the portal
     int m_generation = 0; ///< of the calls; replies to those before cancel() are ignored
     QString m_request;    ///< its path
     Answered m_answered;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/ThemeIconEngine.h"
 
+#include "platform/QtVersion.h"
 #include "platform/RegularFile.h"
 
 #include <QFile>
@@ -103,7 +104,7 @@ ThemeIconEngine::ThemeIconEngine(QList<IconPicture> pictures)
 void ThemeIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode, QIcon::State)
 {
     const int scale = qCeil(painter->device()->devicePixelRatio());
-    const QPixmap pixmap = draw(rect.size() * scale, scale);
+    const QPixmap pixmap = draw(rect.size() * scale, rect.size(), scale);
     QRect target(QPoint(), pixmap.size() / scale);
     target.moveCenter(rect.center());
     painter->drawPixmap(target, pixmap);
@@ -111,17 +112,19 @@ void ThemeIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode, Q
 
 QPixmap ThemeIconEngine::pixmap(const QSize &size, QIcon::Mode, QIcon::State)
 {
-    return draw(size, 1);
+    return draw(size, size, 1);
 }
 
 QPixmap ThemeIconEngine::scaledPixmap(const QSize &size, QIcon::Mode, QIcon::State, qreal scale)
 {
-    return draw(size, qCeil(scale));
+    const int wholeScale = qCeil(scale);
+    return qtversion::scaledPixmapTakesPixels ? draw(size, size / wholeScale, wholeScale)
+                                              : draw(size * scale, size, wholeScale);
 }
 
 QSize ThemeIconEngine::actualSize(const QSize &size, QIcon::Mode, QIcon::State)
 {
-    return draw(size, 1).size();
+    return draw(size, size, 1).size();
 }
 
 QIconEngine *ThemeIconEngine::clone() const
@@ -130,23 +133,23 @@ QIconEngine *ThemeIconEngine::clone() const
 }
 
 // Without a plug-in for vector pictures, or with a damaged file, the next best is drawn.
-QPixmap ThemeIconEngine::draw(const QSize &size, int scale)
+QPixmap ThemeIconEngine::draw(const QSize &pixels, const QSize &size, int scale)
 {
-    if (size == m_lastSize) {
+    if (pixels == m_lastSize) {
         return m_last;
     }
     QList<IconPicture> pictures = m_pictures;
     QPixmap pixmap;
-    const int least = std::min(size.width(), size.height()) / scale;
+    const int least = std::min(size.width(), size.height());
     while (const IconPicture *picture = bestPicture(pictures, least, scale)) {
-        pixmap = drawFile(picture->file, size);
+        pixmap = drawFile(picture->file, pixels);
         if (!pixmap.isNull()) {
             break;
         }
         pictures.removeAt(picture - pictures.constData());
     }
     m_last = pixmap;
-    m_lastSize = size;
+    m_lastSize = pixels;
     return pixmap;
 }
 

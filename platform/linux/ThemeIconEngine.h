@@ -50,11 +50,12 @@ public:
     bool isNull() override { return m_pictures.isEmpty(); }
 
 private:
-    QPixmap draw(const QSize &size, int scale);
+    /// Draws at most this many pixels, from the picture for this size at a whole scale.
+    QPixmap draw(const QSize &pixels, const QSize &size, int scale);
 
     QList<IconPicture> m_pictures;
-    QPixmap m_last; // a caller that checks whether the icon can be drawn draws it next
-    QSize m_lastSize;
+    QPixmap m_last;   // a caller that checks whether the icon can be drawn draws it next
+    QSize m_lastSize; // in pixels
 };
 
 } // namespace platform

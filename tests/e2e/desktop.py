@@ -24,6 +24,11 @@ PATIENCE = 90  # seconds; far more than any step needs
 END_PATIENCE = 60  # seconds; a sanitizer looks for leaks at the end
 PRESS_PAUSE = 0.5  # seconds; longer than a program needs to handle a press
 
+# System trays for the lower right corner, of which a system has one.
+TRAYS = (["trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
+          "--height", "26"],
+         ["stalonetray", "--geometry", "1x1-0-0", "--icon-size", "24", "--window-type", "dock"])
+
 
 class NotYet(Exception):
     """Raised while a value cannot be read yet; wait_until() tries again."""
@@ -209,12 +214,12 @@ class Desktop:
 
     def start_tray(self):
         """Starts a system tray in the lower right corner; returns its process."""
-        return self._start(["trayer", "--edge", "bottom", "--align", "right", "--widthtype",
-                            "request", "--height", "26"], env=os.environ | self.environment())
+        command = next(tray for tray in TRAYS if shutil.which(tray[0]))
+        return self._start(command, env=os.environ | self.environment())
 
     def tray(self):
         """The window that receives the icons, or an empty string while no tray runs."""
-        return self.run("xdotool", "search", "--class", "trayer").strip()
+        return self.run("xdotool", "search", "--class", "trayer|stalonetray").strip()
 
     def geometry(self, window):
         """x, y, width and height of a window on the screen."""

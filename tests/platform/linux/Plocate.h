@@ -4,6 +4,7 @@
 #include "support/TestHome.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -78,9 +79,21 @@ inline void remove()
     qunsetenv("LOCATE_PATH");
 }
 
+/// Ends the build of an earlier case: the next search would wait for it and not begin another.
+inline void endBuild()
+{
+    const auto builds = QCoreApplication::instance()->findChildren<QProcess *>();
+    for (QProcess *build : builds) {
+        build->kill();
+        build->waitForFinished();
+    }
+    QCoreApplication::processEvents(); // it may have been complete
+}
+
 /// Installs the real index without a system database.
 inline void install()
 {
+    endBuild();
     if (program(QStringLiteral("plocate")).isEmpty()) {
         qFatal("plocate is not installed");
     }

@@ -34,7 +34,7 @@ enum Error : unsigned {
 };
 
 constexpr int day = 24 * 60 * 60;
-constexpr int patience = 60'000; // milliseconds, for what is done in the background
+constexpr int patience = 200'000; // milliseconds, for what is done at the lowest priority
 
 QString addFile(const QString &relativePath)
 {

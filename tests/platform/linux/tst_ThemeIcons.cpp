@@ -117,6 +117,8 @@ void tst_ThemeIcons::drawsWhatQtDraws_data()
     }
     QTest::newRow("twice as many pixels") << u"all"_s << 32 << 2.0;
     QTest::newRow("twice as many pixels, reduced") << u"inherited"_s << 32 << 2.0;
+    QTest::newRow("half as many pixels more") << u"all"_s << 32 << 1.5;
+    QTest::newRow("half as many pixels more, reduced") << u"inherited"_s << 32 << 1.5;
 }
 
 void tst_ThemeIcons::drawsWhatQtDraws()
