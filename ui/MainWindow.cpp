@@ -126,14 +126,14 @@ QWidget *MainWindow::buildContent()
 void MainWindow::buildCommandEdit(QBoxLayout *layout)
 {
     const QStringList commands = m_pluginManager->commands();
-    m_commandEdit = new CommandLineEdit(this);
+    m_commandEdit = new CommandLineEdit(layout->parentWidget());
     m_commandEdit->setCommands(QSet<QString>(commands.cbegin(), commands.cend()));
     m_commandEdit->lineEdit()->setPlaceholderText(tr("Search apps or type cmd space args..."));
     connect(m_commandEdit, &CommandLineEdit::managementRequested, this,
             [this] { openPluginView(u"user"_s); });
     layout->addWidget(m_commandEdit);
 
-    m_statusLabel = new QLabel(this);
+    m_statusLabel = new QLabel(layout->parentWidget());
     m_statusLabel->setObjectName(u"muted"_s);
     m_statusLabel->setTextFormat(Qt::PlainText);
     // A long command must not widen the window.
@@ -144,7 +144,7 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
 
 void MainWindow::buildPinnedStrip(QBoxLayout *layout)
 {
-    m_pinnedStrip = new PinnedStrip(m_launcher, this);
+    m_pinnedStrip = new PinnedStrip(m_launcher, layout->parentWidget());
     connect(m_pinnedStrip, &PinnedStrip::aboutToChange, this,
             [this] { takeFocusFrom(m_pinnedStrip); });
     connect(m_pinnedStrip, &PinnedStrip::changed, this, &MainWindow::updatePinnedStrip);
@@ -154,7 +154,7 @@ void MainWindow::buildPinnedStrip(QBoxLayout *layout)
 
 void MainWindow::buildPages(QBoxLayout *layout)
 {
-    m_stack = new QStackedWidget(this);
+    m_stack = new QStackedWidget(layout->parentWidget());
     m_stack->setObjectName(u"windowPages"_s);
     m_resultList = new ResultList(m_launcher, m_stack);
     m_stack->addWidget(m_resultList);
