@@ -10,7 +10,7 @@ namespace {
 
 constexpr QChar zeroWidthSpace = u'\x200b';
 
-// A path has no blanks, so that the whole of it would have to fit a line.
+// A label breaks lines at blanks alone, and a path may be longer than a line and have none.
 QString breakable(QString path)
 {
     return path.replace(u'/', u'/' + QString(zeroWidthSpace))

@@ -10,8 +10,8 @@
 
 class HotkeyEdit;
 
-/// Tells under a hotkey field where the hotkey comes from, and if it does not work, or works
-/// against other programs.
+/// Tells under a hotkey field where the hotkey comes from, that another program holds it, or that
+/// it takes a single key from all programs.
 class HotkeyHints : public QObject
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ struct HotkeyOrigin
         Untold,
         Program,
         Desktop,
-        Nobody, ///< in all windows: it works in some alone, and the desktop can start a command
+        Nobody, ///< works in some windows alone; the user can bind a command in the desktop
     };
 
     Holder holder = Holder::Untold;

@@ -139,8 +139,8 @@ const QByteArray &ThemeManager::styleTemplate() const
     if (resource.data() != m_packedTemplate) {
         m_packedTemplate = resource.data();
         m_template = resource.uncompressedData();
-        m_template.detach(); // an unpacked resource may go
-        // Like QIODevice::Text, which is slower because it examines each character.
+        m_template.detach(); // a resource that is not packed is not copied, and may be unloaded
+        // Not QIODevice::Text, which is slower because it examines each character.
         if (m_template.contains('\r')) {
             m_template.replace("\r", "");
         }

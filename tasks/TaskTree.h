@@ -5,8 +5,8 @@
 #include <QString>
 #include <QTreeWidget>
 
-/// The tree of the task page. Paints a row in one piece from edge to edge, and can show a
-/// text in place of rows.
+/// The tree of the task page. Paints a row in one piece from edge to edge, and can show a text in
+/// place of rows.
 class TaskTree : public QTreeWidget
 {
 public:

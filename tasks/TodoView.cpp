@@ -178,7 +178,7 @@ void TodoView::refresh()
         m_tree->setFocus();
     }
 
-    m_refreshing = true;
+    m_isRefreshing = true;
     m_tree->removeRows();
     const TaskGroups groups = m_service->repository()->childrenByParent();
     m_tree->addTopLevelItems(buildChildren(groups, QString(), 1));
@@ -187,7 +187,7 @@ void TodoView::refresh()
     }
     m_tree->expandBranches();
     m_tree->scrollToTop();
-    m_refreshing = false;
+    m_isRefreshing = false;
     updateSummary();
     updateEmptyText();
 }
@@ -299,7 +299,7 @@ void TodoView::addTaskFromInput()
 
 void TodoView::onItemChanged(QTreeWidgetItem *row)
 {
-    if (m_refreshing || !row) {
+    if (m_isRefreshing || !row) {
         return;
     }
     const QString id = row->data(0, TaskTree::idRole).toString();

@@ -72,5 +72,5 @@ private:
     QLabel *m_summary = nullptr;
     TaskTree *m_tree = nullptr;
     QPushButton *m_addButton = nullptr;
-    bool m_refreshing = false;
+    bool m_isRefreshing = false;
 };

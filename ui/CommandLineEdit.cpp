@@ -150,7 +150,7 @@ bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
 
 void CommandLineEdit::detectCommand(const QString &text)
 {
-    if (m_updating || !m_activeCommand.isEmpty()) {
+    if (m_isUpdating || !m_activeCommand.isEmpty()) {
         return;
     }
     const CommandText parts = splitCommandText(text);
@@ -180,7 +180,7 @@ void CommandLineEdit::leaveCommand(const QString &text)
 void CommandLineEdit::replaceContent(const QString &text, const QString &placeholder)
 {
     // Other slots need textChanged, so set a flag for detectCommand() instead of blocking signals.
-    const QScopedValueRollback guard(m_updating, true);
+    const QScopedValueRollback guard(m_isUpdating, true);
     const bool isSilent = m_edit->text() == text;
     m_edit->setText(text); // moves the cursor to the end
     m_edit->setPlaceholderText(placeholder);

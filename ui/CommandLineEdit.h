@@ -70,6 +70,6 @@ private:
     InputMethodKeys *m_inputMethodKeys = nullptr;
     QSet<QString> m_commands;
     QString m_activeCommand;
-    bool m_updating = false;
+    bool m_isUpdating = false;
     int m_changes = 0; ///< of the edit, since it has forgotten how to undo them
 };

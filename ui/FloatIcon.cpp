@@ -55,7 +55,7 @@ FloatIcon::FloatIcon(Settings *settings, ThemeManager *theme, QWidget *mainWindo
 bool FloatIcon::event(QEvent *event)
 {
     if (event->type() == QEvent::WinIdChange && windowHandle() && windowHandle()->handle()) {
-        // In the flags of the widget it would be a property that others read.
+        // Not by Qt::WindowDoesNotAcceptFocus: the flags of the widget stay as they are.
         platform::refuseFocus(windowHandle());
         windowHandle()->installEventFilter(this);
     } else if (event->type() == QEvent::Show && !event->spontaneous()) {
@@ -85,7 +85,7 @@ void FloatIcon::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton) {
         m_dragOffset = event->globalPosition().toPoint() - frameGeometry().topLeft();
-        m_dragged = false;
+        m_isDragged = false;
         m_wasMainWindowShowing = isMainWindowShowing();
     }
 }
@@ -93,7 +93,7 @@ void FloatIcon::mousePressEvent(QMouseEvent *event)
 void FloatIcon::mouseMoveEvent(QMouseEvent *event)
 {
     if (event->buttons().testFlag(Qt::LeftButton)) {
-        m_dragged = true;
+        m_isDragged = true;
         move(event->globalPosition().toPoint() - m_dragOffset);
     }
 }
@@ -107,7 +107,7 @@ void FloatIcon::mouseReleaseEvent(QMouseEvent *event)
         // The press may take the focus from the main window, which then hides itself if the user
         // wants it to. The click must not show it again.
         const bool hasHidden = m_wasMainWindowShowing && !isMainWindowShowing();
-        if (!m_dragged && !hasHidden) {
+        if (!m_isDragged && !hasHidden) {
             toggleMainWindow();
         }
     }

@@ -42,7 +42,7 @@ private:
     ThemeManager *m_theme;
     QWidget *m_mainWindow;
     QPoint m_dragOffset;
-    bool m_dragged = false;
+    bool m_isDragged = false;
     bool m_wasMainWindowShowing = false; // when the button was pressed
 };
 

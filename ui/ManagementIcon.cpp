@@ -58,15 +58,15 @@ ManagementIcon::ManagementIcon(QWidget *parent)
 
 void ManagementIcon::enterEvent(QEnterEvent *event)
 {
-    m_hovered = true;
+    m_isHovered = true;
     update();
     QWidget::enterEvent(event);
 }
 
 void ManagementIcon::leaveEvent(QEvent *event)
 {
-    m_hovered = false;
-    m_pressed = false;
+    m_isHovered = false;
+    m_isPressed = false;
     update();
     QWidget::leaveEvent(event);
 }
@@ -74,7 +74,7 @@ void ManagementIcon::leaveEvent(QEvent *event)
 void ManagementIcon::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton) {
-        m_pressed = true;
+        m_isPressed = true;
         update();
     }
     QWidget::mousePressEvent(event);
@@ -82,7 +82,7 @@ void ManagementIcon::mousePressEvent(QMouseEvent *event)
 
 void ManagementIcon::mouseReleaseEvent(QMouseEvent *event)
 {
-    const bool wasPressed = std::exchange(m_pressed, false);
+    const bool wasPressed = std::exchange(m_isPressed, false);
     update();
     if (wasPressed && event->button() == Qt::LeftButton
         && rect().contains(event->position().toPoint())) {
@@ -108,9 +108,9 @@ void ManagementIcon::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (m_hovered || m_pressed) {
+    if (m_isHovered || m_isPressed) {
         painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor(128, 128, 128, m_pressed ? 76 : 45));
+        painter.setBrush(QColor(128, 128, 128, m_isPressed ? 76 : 45));
         painter.drawEllipse(rect().adjusted(1, 1, -1, -1));
     }
     m_icon.paint(&painter, QRect(5, 5, 22, 22), Qt::AlignCenter, QIcon::Normal, QIcon::Off);

@@ -27,6 +27,6 @@ protected:
 
 private:
     QIcon m_icon;
-    bool m_hovered = false;
-    bool m_pressed = false;
+    bool m_isHovered = false;
+    bool m_isPressed = false;
 };

@@ -23,12 +23,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pictureLimit = 512; // KiB; some screens of icons
+constexpr int pictureLimit = 512; // in KiB; the icons of a few screens of rows
 
 constexpr int lineSpacing = 2;
 constexpr int digitSize = 20; // of the frame around a digit
 constexpr int digitMargin = 12;
-constexpr int digitCount = 9;
 
 bool nextRowHasIcon(const QModelIndex &index)
 {
@@ -194,9 +193,9 @@ QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelI
     // suffices for them, and measuring one would load its font at every start.
     item.text = u"Åg\u2028Åg"_s;
     item.features |= QStyleOptionViewItem::HasDisplay | QStyleOptionViewItem::HasDecoration;
-    const QStyle *style = item.widget ? item.widget->style() : QApplication::style();
-    return {0,
-            style->sizeFromContents(QStyle::CT_ItemViewItem, &item, QSize(), item.widget).height()};
+    const QSize size =
+        styleOf(item).sizeFromContents(QStyle::CT_ItemViewItem, &item, QSize(), item.widget);
+    return {0, size.height()};
 }
 
 void ResultDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const
@@ -205,7 +204,7 @@ void ResultDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelI
     const QSize decorationSize = option->decorationSize;
     QStyledItemDelegate::initStyleOption(option, index);
     option->decorationSize = decorationSize;
-    if (!recordPath(index.data(Qt::UserRole).toMap()).isEmpty() || nextRowHasIcon(index)) {
+    if (!recordPath(recordOf(index)).isEmpty() || nextRowHasIcon(index)) {
         option->features |= QStyleOptionViewItem::HasDecoration;
     }
 }

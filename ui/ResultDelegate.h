@@ -21,6 +21,8 @@ class ResultDelegate : public ItemFocusDelegate
     Q_OBJECT
 
 public:
+    static constexpr int digitCount = 9;
+
     explicit ResultDelegate(QObject *parent = nullptr);
 
     /// Sets the texts by which the rows of programs and files were found. The caller repaints.

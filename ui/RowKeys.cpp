@@ -7,6 +7,7 @@
 #include "platform/ContainingFolder.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandQuery.h"
+#include "ui/ResultDelegate.h"
 #include "ui/ResultList.h"
 
 #include <QClipboard>
@@ -21,8 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int visibleRowKeys = 9; // Alt+1 to Alt+9
-
 Qt::KeyboardModifiers modifiersOf(const QKeyEvent &key)
 {
     return key.modifiers() & ~Qt::KeypadModifier;
@@ -34,7 +33,7 @@ int digitOf(const QKeyEvent &key)
 {
     const bool isAlt = (key.modifiers() & ~Qt::ShiftModifier) == Qt::AltModifier;
     const int digit = key.key() - Qt::Key_0;
-    return isAlt && digit >= 1 && digit <= visibleRowKeys ? digit : 0;
+    return isAlt && digit >= 1 && digit <= ResultDelegate::digitCount ? digit : 0;
 }
 
 // AltGr types a character too; Windows reports it as Ctrl+Alt.

@@ -64,7 +64,7 @@ void UpdatePrompt::createProgressDialog()
 {
     m_progressDialog =
         new QProgressDialog(tr("Downloading update..."), QString(), 0, 100, m_window);
-    // It has no title, by which a screen reader would call it.
+    // A screen reader names a dialog by its title, and this one has none.
     m_progressDialog->setAccessibleName(m_progressDialog->labelText());
     m_progressDialog->setWindowModality(Qt::WindowModal);
     m_progressDialog->setCancelButton(nullptr);

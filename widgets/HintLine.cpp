@@ -94,7 +94,10 @@ void HintLine::placeUnder()
 void HintLine::addButton()
 {
     m_button = new QPushButton(parentWidget());
-    connect(m_button, &QPushButton::clicked, this, [this] { m_pressed(); });
+    connect(m_button, &QPushButton::clicked, this, [this] {
+        const auto pressed = m_pressed; // the function may replace itself
+        pressed();
+    });
     QWidget::setTabOrder(m_field, m_button);
     QBoxLayout *column = layoutOf(parentWidget()->layout(), this);
     column->removeWidget(this);

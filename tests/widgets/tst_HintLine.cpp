@@ -9,6 +9,8 @@
 #include <QTest>
 #include <QVBoxLayout>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -46,6 +48,7 @@ private Q_SLOTS:
     void eachFieldHasItsOwn();
     void hasAButtonWhenAsked();
     void hasNoButtonWithoutALine();
+    void keepsAFunctionThatReplacesItselfWhileItRuns();
 };
 
 void tst_HintLine::isMadeForTheFirstHint()
@@ -149,6 +152,26 @@ void tst_HintLine::hasNoButtonWithoutALine()
     const Form form;
     HintLine::setButton(form.left, u"Press"_s, [] {});
     QVERIFY(form.window.findChildren<QPushButton *>().isEmpty());
+}
+
+void tst_HintLine::keepsAFunctionThatReplacesItselfWhileItRuns()
+{
+    const Form form;
+    HintLine::setHint(form.left, u"hint"_s);
+    auto captured = std::make_shared<QString>(u"captured"_s);
+    const std::weak_ptr<QString> watched = captured;
+    bool isKept = false;
+    HintLine::setButton(form.left, u"Change"_s, [&, captured = std::move(captured)] {
+        const std::weak_ptr<QString> mine = captured;
+        bool &result = isKept;
+        HintLine::setButton(form.left, u"Done"_s, [] {});
+        result = !mine.expired();
+    });
+    auto *button = form.window.findChild<QPushButton *>();
+    button->click();
+    QVERIFY(isKept);
+    QVERIFY(watched.expired());
+    QCOMPARE(button->text(), u"Done"_s);
 }
 
 VASKEL_TEST(tst_HintLine, QApplication)
