@@ -63,19 +63,21 @@ def centre(accessible):
 
 class FocusLog:
     """Records the names of the focused controls of a role while it is entered. Nothing else reads a
-    popup menu, because its application does not list it as a child."""
+    popup menu, because its application does not list it as a child. With the state "showing", it
+    records those that show, however briefly."""
 
-    def __init__(self, role):
+    def __init__(self, role, state="focused"):
         self._role = role
+        self._event = f"object:state-changed:{state}"
         self._names = []
         self._listener = Atspi.EventListener.new(self._note)
 
     def __enter__(self):
-        self._listener.register("object:state-changed:focused")
+        self._listener.register(self._event)
         return self
 
     def __exit__(self, *_):
-        self._listener.deregister("object:state-changed:focused")
+        self._listener.deregister(self._event)
 
     def names(self):
         while GLib.MainContext.default().iteration(False):

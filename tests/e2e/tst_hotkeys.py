@@ -4,7 +4,7 @@ import string
 
 from case import EndToEndCase, main
 from desktop import wait_until
-from launcher import find
+from launcher import FocusLog, find
 
 from gi.repository import Atspi
 
@@ -119,12 +119,14 @@ class Hotkeys(EndToEndCase):
         held = "This hotkey is held by another program."
         wait_until(lambda: held in self.names(), "the page tells it")
         self.picture("held")
-        self.launcher.tab_to("Global Hotkey")
-        self.launcher.press("ctrl+alt+k")
-        wait_until(lambda: held not in self.names(), "another hotkey may be free")
-        self.launcher.tab_to("Save")
-        self.launcher.press("space")
-        wait_until(lambda: "Saved" in self.names(), "the page tells that it has saved")
+        # The notice may be gone again before all controls are read.
+        with FocusLog(Atspi.Role.LABEL, "showing") as log:
+            self.launcher.tab_to("Global Hotkey")
+            self.launcher.press("ctrl+alt+k")
+            wait_until(lambda: held not in self.names(), "another hotkey may be free")
+            self.launcher.tab_to("Save")
+            self.launcher.press("space")
+            wait_until(lambda: "Saved" in log.names(), "the page tells that it has saved")
         wait_until(lambda: "Saved" not in self.names(), "the notice goes")
         self.assertNotIn(held, self.names())
 

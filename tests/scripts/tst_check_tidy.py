@@ -1,0 +1,82 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
+"""Tests scripts/check-tidy with a small tree that has the project's configuration.
+
+usage: tst_check_tidy.py [unittest's own]
+"""
+
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+SOURCE = """
+int main(int count, char **)
+{
+    const auto answer = [count] { return count; };
+    return answer() - 1;
+}
+"""
+
+
+class CheckTidy(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="vaskel-tidy-")
+        self.addCleanup(folder.cleanup)
+        self.tree = pathlib.Path(folder.name) / "tree"
+        subprocess.run(["git", "init", "--quiet", self.tree], check=True)
+        for path in ("scripts/check-tidy", ".clang-tidy"):
+            (self.tree / path).parent.mkdir(exist_ok=True)
+            shutil.copy(ROOT / path, self.tree / path)
+        self.environment = os.environ | {"XDG_CACHE_HOME": str(self.tree.parent / "cache")}
+
+        build = self.tree / "build"
+        build.mkdir()
+        (build / "build.ninja").touch()
+        command = "c++ -Wall -Wextra -std=c++20 -o main.o -c ../main.cpp"
+        (build / "compile_commands.json").write_text(json.dumps(
+            [{"directory": str(build), "file": "../main.cpp", "command": command}]))
+        self.write(SOURCE)
+
+    def write(self, text):
+        (self.tree / "main.cpp").write_text(text)
+
+    def check(self):
+        """The exit status, the output, and its last line alone."""
+        result = subprocess.run([self.tree / "scripts/check-tidy", "build"], cwd=self.tree,
+                                env=self.environment, stdout=subprocess.PIPE, text=True)
+        return result.returncode, result.stdout, result.stdout.splitlines()[-1]
+
+    def accepts(self, checked):
+        status, output, last = self.check()
+        self.assertEqual(last, f"clang-tidy: {checked} sources checked, 0 failed", output)
+        self.assertEqual(status, 0, output)
+
+    def test_checks_a_passed_source_again_after_a_change(self):
+        self.accepts(1)
+        self.accepts(0)
+        self.write(SOURCE.replace("1", "2"))
+        self.accepts(1)
+
+    def test_checks_a_passed_source_again_with_another_configuration(self):
+        self.accepts(1)
+        with open(self.tree / ".clang-tidy", "a", encoding="ascii") as configuration:
+            configuration.write("# another\n")
+        self.accepts(1)
+
+    def test_reports_what_clang_alone_warns_of(self):
+        self.write(SOURCE.replace("return count;", "return 1;"))
+        for checks in range(2):
+            with self.subTest(f"after {checks} checks"):
+                status, output, last = self.check()
+                self.assertIn("[clang-diagnostic-unused-lambda-capture", output)
+                self.assertEqual(last, "clang-tidy: 1 sources checked, 1 failed")
+                self.assertEqual(status, 1)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
