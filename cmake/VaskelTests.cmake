@@ -158,5 +158,8 @@ function(vaskel_add_test name)
         vaskel_other_cases(cases "${CMAKE_CURRENT_SOURCE_DIR}/${source}" ${left_out})
     endif()
     add_test(NAME ${folder}/${name} COMMAND ${runner} "${link}" ${cases})
-    set_tests_properties(${folder}/${name} PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 300)
+    set_tests_properties(${folder}/${name} PROPERTIES
+        ENVIRONMENT "${environment}"
+        TIMEOUT $<IF:$<BOOL:${VASKEL_SANITIZE}>,1200,300> # seconds
+    )
 endfunction()

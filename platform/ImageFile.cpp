@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/ImageFile.h"
 
+#include "platform/PictureIconEngine.h"
 #include "platform/RegularFile.h"
 
 #include <QBuffer>
@@ -80,7 +81,7 @@ void addVector(QIcon &icon, QByteArray content)
         reader.setScaledSize(reader.size().scaled(side, side, Qt::KeepAspectRatio));
         const QPixmap pixmap = QPixmap::fromImageReader(&reader);
         if (!pixmap.isNull()) {
-            icon.addPixmap(pixmap);
+            addPicture(icon, pixmap);
         }
     }
 }
@@ -96,7 +97,7 @@ void addImages(QIcon &icon, QByteArray content, qreal factor)
             return;
         }
         pixmap.setDevicePixelRatio(factor);
-        icon.addPixmap(pixmap);
+        addPicture(icon, pixmap);
     } while (reader.jumpToNextImage());
 }
 

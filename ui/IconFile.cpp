@@ -3,6 +3,7 @@
 
 #include "launcher/IconCache.h"
 #include "platform/ImageFile.h"
+#include "platform/PictureIconEngine.h"
 #include "platform/RegularFile.h"
 
 #include <QFile>
@@ -43,7 +44,8 @@ QIcon iconOfFile(const QString &filePath)
     if (pixmap.isNull()) {
         return platform::iconOfImageFile(filePath);
     }
-    QIcon icon(pixmap);
+    QIcon icon;
+    platform::addPicture(icon, pixmap);
     if (qGuiApp->devicePixelRatio() > 1) {
         addHigherFactors(icon, filePath);
     }

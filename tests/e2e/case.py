@@ -107,7 +107,9 @@ def sanitizer_options(desktop):
         return {}
     folder = sanitizer_reports(desktop)
     folder.mkdir(exist_ok=True)
-    return {"ASAN_OPTIONS": f"{os.environ['ASAN_OPTIONS']}:log_path={folder}/report",
+    # Some cases preload a library, which then comes before the sanitizer's.
+    options = f"{os.environ['ASAN_OPTIONS']}:verify_asan_link_order=0:log_path={folder}/report"
+    return {"ASAN_OPTIONS": options,
             "LSAN_OPTIONS": os.environ.get("LSAN_OPTIONS", "")}
 
 

@@ -20,8 +20,9 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-PATIENCE = 90  # seconds; far more than any step needs
-END_PATIENCE = 60  # seconds; a sanitizer looks for leaks at the end
+SLOWNESS = float(os.environ.get("VASKEL_TEST_SLOWNESS", "1"))  # more for a build with sanitizers
+PATIENCE = 90 * SLOWNESS  # seconds; far more than any step needs
+END_PATIENCE = 60 * SLOWNESS  # seconds; a sanitizer looks for leaks at the end
 PRESS_PAUSE = 0.5  # seconds; longer than a program needs to handle a press
 
 # System trays for the lower right corner, of which a system has one.

@@ -2,7 +2,7 @@
 import socket
 
 from case import EndToEndCase, main
-from desktop import wait_until
+from desktop import PATIENCE, wait_until
 
 NOWHERE = {"DISPLAY": "", "QT_QPA_PLATFORM": ""}  # no program can open a window there
 
@@ -65,7 +65,7 @@ class CommandLine(EndToEndCase):
     def test_quits(self):
         self.start()
         self.order("--quit")
-        self.assertEqual(self.launcher.process.wait(90), 0)
+        self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
         for option in ("--quit", "--hide"):
             self.assertEqual(self.launcher.order(option, **NOWHERE),
                              (1, "", "Vaskel: Vaskel is not running.\n"))
@@ -79,7 +79,7 @@ class CommandLine(EndToEndCase):
                     self.becomes(self.launcher.badge, "calc")
                     self.shows_titles("6")
                 self.order("--quit")
-                self.assertEqual(self.launcher.process.wait(90), 0)
+                self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
 
     def test_tells_of_errors(self):
         status, output, errors = self.launcher.order("--frob", **NOWHERE)

@@ -11,7 +11,7 @@ import subprocess
 import threading
 
 from case import EndToEndCase, main
-from desktop import wait_until
+from desktop import PATIENCE, wait_until
 
 from gi.repository import Atspi  # after desktop, which selects the version
 
@@ -131,7 +131,7 @@ class Update(UpdateCase):
         mode = stat.S_IMODE(self.copy.stat().st_mode)
         self.answer("Yes")
 
-        self.assertEqual(self.launcher.process.wait(60), 0)
+        self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
         mark = self.home.folder / "new-runs"
         wait_until(lambda: mark.exists() and mark.read_text(), "the new program runs")
         self.assertEqual(mark.read_text(), f"{self.copy}\n")
@@ -149,7 +149,7 @@ class Update(UpdateCase):
         self.wait_for_the_question()
         del self.server.answers[Server.CHECK]
         self.answer("Yes")
-        self.assertEqual(self.launcher.process.wait(60), 0)
+        self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
 
         self.addCleanup(self.kill_all)
         wait_until(lambda: self.launcher.processes() not in ([], [old]), "the new version runs")
@@ -158,7 +158,7 @@ class Update(UpdateCase):
         # It is the primary instance, once it is ready: a second start ends at once.
         [pid] = self.launcher.processes()
         self.launcher.attach_to_foreign(pid)
-        self.assertEqual(self.launcher.start_process().wait(60), 0)
+        self.assertEqual(self.launcher.start_process().wait(PATIENCE), 0)
 
     def test_runs_on_when_the_user_declines(self):
         self.server.offer()
@@ -322,7 +322,7 @@ class SignedUpdate(UpdateCase):
                               self.launcher.dialog_texts(QUESTION))
                 del self.server.answers[Server.CHECK]
                 self.answer("Yes")
-                self.assertEqual(self.launcher.process.wait(60), 0)
+                self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
                 wait_until(lambda: self.launcher.processes() not in ([], [old]),
                            "the new version runs")
                 self.assertEqual(self.copy.read_bytes(), self.new)

@@ -12,6 +12,7 @@ import collections
 import pathlib
 import random
 import re
+import signal
 import sys
 import time
 
@@ -21,9 +22,17 @@ from screen import Screen
 from desktop import Desktop, wait_until
 
 MEMORY_LIMIT = 2 << 20  # bytes
-# A window that is first opened late, such as the list of a combo box, may stay, once each. What
-# leaks comes again and again.
-KEPT_WINDOWS = 3
+# Qt keeps the window of a list that was closed by a choice, until another way of closing it.
+COMBO_BOXES = 3
+RESOURCES_OF_A_WINDOW = ("WINDOW", "INPUTCLIENT", "SyncCounter")
+# What may become more up to these numbers. Qt keeps each cursor from its first use on: two for texts
+# and links, two to resize, four to drag. The settings may give a hotkey to the window and to each of
+# nine commands, with four grabs each, for the keys that lock others.
+MOST_RESOURCES = {"CURSOR": 8, "PASSIVE GRAB": 40}
+# Qt and GIO keep a file from here open from its first use on.
+SHARED_FILES = "/usr/share/"
+EVENT_DESCRIPTOR = "anon_inode:[eventfd]"
+STRETCH_LIMIT = 50  # milliseconds of the thread that handles the events
 PROGRESS = 1_000  # actions from line to line
 WIDTH, HEIGHT = 1280, 1024
 SIZE = f"{WIDTH}x{HEIGHT}"
@@ -193,7 +202,8 @@ class Monkey:
         self._click_at(*SAVE)
 
     def open_lists(self):
-        """Opens the lists of all combo boxes, which the program keeps from then on."""
+        """Opens the lists of all combo boxes. The program keeps what it draws them in, and it keeps
+        the window of each that has been closed by a choice."""
         for page, points in (("set", CONTROLS["set"]), ("todo", [FILTER])):
             self._open_page(page)
             for point in points:
@@ -221,6 +231,9 @@ class Monkey:
     def _click_at(self, x, y):
         """Clicks a point of the main window."""
         left, top, _, _ = self._program.place()
+        if not (0 <= left + x < WIDTH and 0 <= top + y < HEIGHT):
+            # A drag has moved it there, where a user would not leave it.
+            left, top = self._program.move_back()
         self._screen.move(left + x, top + y)
         self._screen.click()
         self._program.settle()
@@ -253,7 +266,10 @@ class Figures:
         wait_until(lambda: not program.has_pooled_threads(), "the threads of Qt's pool have ended")
         self.memory = program.memory()
         self.descriptors = program.descriptors()
-        self.resources = screen.resources(program.pid)
+        self.threads = program.threads()
+        self.lists = screen.hidden_lists(program.pid)
+        self.resources = screen.resources(program.pid) - collections.Counter(
+            dict.fromkeys(RESOURCES_OF_A_WINDOW, self.lists))
 
     def gained(self, before, memory_limit=MEMORY_LIMIT):
         """What is more than it was before, as texts."""
@@ -261,14 +277,23 @@ class Figures:
         if self.memory - before.memory > memory_limit:
             found.append(f"{(self.memory - before.memory) / 1024:.0f} KiB of memory")
         more = collections.Counter(self.descriptors) - collections.Counter(before.descriptors)
-        found += [f"{count} descriptors of {name}" for name, count in more.items()]
+        # A thread that is started at its first use has one to wake it up.
+        first_threads = self.threads.keys() - before.threads.keys()
+        more[EVENT_DESCRIPTOR] -= len(first_threads)
+        found += [f"{count} descriptors of {name}" for name, count in more.items() if count > 0 and
+                  not (name.startswith(SHARED_FILES) and name not in before.descriptors and count == 1)]
+        found += [f"{count} threads {name}" for name, count in (self.threads - before.threads).items()
+                  if name not in first_threads or count > 1]
         found += [f"{count} X resources {name}" for name, count
-                  in (self.resources - before.resources).items() if count > KEPT_WINDOWS]
+                  in (self.resources - before.resources).items()
+                  if self.resources[name] > MOST_RESOURCES.get(name, 0)]
+        if self.lists > COMBO_BOXES:
+            found.append(f"{self.lists} windows of lists")
         return found
 
     def __str__(self):
         return (f"{self.memory / 1024:.0f} KiB, {len(self.descriptors)} descriptors, "
-                f"{sum(self.resources.values())} X resources")
+                f"{sum(self.resources.values())} X resources, {self.lists} lists")
 
 
 class Failure(Exception):
@@ -278,6 +303,7 @@ class Failure(Exception):
 class Run:
     def __init__(self, path, desktop, seed, unlimited=False):
         self._unlimited = unlimited
+        self.longest = 0, "nothing"
         self._harmless = Harmless()
         try:
             self._harmless.home.set_preferences({f"pluginHotkeys/{command}": key for command, key
@@ -297,29 +323,54 @@ class Run:
     def carry_out(self, actions, warm_up):
         """Raises Failure with the number of the action; returns the figures before and after."""
         before = None
+        self._check(self._monkey.open_lists, "the lists of the combo boxes")
         for number in range(1, actions + 1):
             self._check(self._monkey.act, f"action {number}")
             if number % PROGRESS == 0:
-                print(f"{number} actions", file=sys.stderr)
+                print(f"{number} actions, {self._program.memory() >> 10} KiB; longest stretch: "
+                      f"{self.longest[1]}", file=sys.stderr)
             if number == warm_up:
-                self._check(self._monkey.open_lists, "the lists of the combo boxes")
                 before = Figures(self._program, self._screen)
         after = Figures(self._program, self._screen)
-        self._check(lambda: None, f"the end, after {actions} actions")
+        self._check(lambda: None, f"the pause after {actions} actions")
+        self._end()
         gained = after.gained(before)
         if gained and not self._unlimited:
             raise Failure(f"since action {warm_up}: {', '.join(gained)}")
         return before, after, self._monkey.counts
 
-    def _check(self, act, name):
-        act()
+    def _end(self):
+        """A sanitizer looks for leaks at the end."""
+        self._program.stop()
         status = self._program.has_ended()
-        texts = [] if status is None else [f"The program ended with {status}"]
+        texts = [] if status in (0, -signal.SIGTERM) else [f"The program ended with {status}"]
         texts += self._warnings()
-        if not self._unlimited:
-            texts += self._program.new_stretches()
+        if texts:
+            raise Failure("\n".join(["the end:", *texts]))
+
+    def _check(self, act, name):
+        texts = []
+        try:
+            act()
+        except AssertionError as error:  # the program does not answer
+            texts.append(str(error))
+        status = self._program.has_ended()
+        if status is not None:
+            texts.append(f"The program ended with {status}")
+        texts += self._warnings()
+        texts += self._stretches()
         if texts:
             raise Failure("\n".join([f"{name}:", *texts, "The last actions:", *self._monkey.last]))
+
+    def _stretches(self):
+        """The stretches of the event loop over the limit since the last call."""
+        found = []
+        for line in self._program.new_stretches():
+            milliseconds = float(line.split()[0])
+            self.longest = max(self.longest, (milliseconds, line))
+            if milliseconds > STRETCH_LIMIT and not self._unlimited:
+                found.append(line)
+        return found
 
     def _warnings(self):
         return [line for line in self._program.new_messages()
@@ -338,7 +389,8 @@ def run(path, seed, actions, warm_up, desktop, unlimited=False):
         monkey.close()
     print(f"{actions} actions of seed {seed} in {time.monotonic() - begin:.0f} s:",
           ", ".join(f"{count} {name}" for name, count in counts.most_common()))
-    print(f"after {warm_up} actions: {before}\nafter {actions} actions: {after}")
+    print(f"after {warm_up} actions: {before}\nafter {actions} actions: {after}\n"
+          f"longest stretch: {monkey.longest[1]}")
 
 
 def main():

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """The program with a made-up home in which nothing can do harm, and the figures of its process."""
 
+import collections
 import os
 import pathlib
 import re
@@ -11,7 +12,7 @@ import time
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "e2e"))
 
-from desktop import start_tied, stop, wait_until  # noqa: E402
+from desktop import PATIENCE, start_tied, stop, wait_until  # noqa: E402
 from launcher import Home  # noqa: E402
 
 SEARCH_TIME = 0.14  # seconds; longer than the window waits for more text
@@ -108,7 +109,7 @@ class Program:
         self._preferences = harmless.home.configuration / "Vaskel/Vaskel.conf"
         self._stretches = GrowingFile(harmless.folder / "stretches")
         self.environment["VASKEL_TEST_WATCHDOG"] = str(self._stretches.path)
-        with open(self._log.path, "w") as log:
+        with open(self._log.path, "a") as log:
             self._process = start_tied([self.path], env=self.environment, stdout=log, stderr=log)
         self.pid = self._process.pid
         self._clients = []
@@ -132,9 +133,12 @@ class Program:
 
     def order(self, *options):
         """Tells the running program something by a second start; waits for the effect."""
-        subprocess.run([self.path, *options], env=self.environment, timeout=90, check=False,
-                       stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL)
+        with open(self._log.path, "a") as log:
+            status = subprocess.run([self.path, *options], env=self.environment, timeout=PATIENCE,
+                                    check=False, stdin=subprocess.DEVNULL, stdout=log,
+                                    stderr=log).returncode
+        if status != 0:
+            raise AssertionError(f"the order {options} ended with {status}")
         self.becomes_visible(options != ("--hide",))
 
     def becomes_visible(self, is_expected):
@@ -155,6 +159,12 @@ class Program:
     def place(self):
         """x, y, width and height of the main window, which may be hidden."""
         return self.screen.place(self._window)
+
+    def move_back(self):
+        """Moves the main window into the screen; returns its place."""
+        self.screen.put(self._window, 200, 100)
+        self.settle()
+        return self.place()[:2]
 
     def _find_window(self):
         self._clients = self.screen.clients(self.pid)
@@ -197,12 +207,17 @@ class Program:
 
     def has_pooled_threads(self):
         """Whether Qt's pool has threads, which end after half a minute without work."""
-        folder = pathlib.Path(f"/proc/{self.pid}/task")
-        try:
-            return any((thread / "comm").read_text().startswith("Thread (pooled)")
-                       for thread in folder.iterdir())
-        except OSError:  # a thread has just ended
-            return True
+        return any(name.startswith("Thread (pooled)") for name in self.threads())
+
+    def threads(self):
+        """How many threads there are of each name."""
+        names = collections.Counter()
+        for thread in pathlib.Path(f"/proc/{self.pid}/task").iterdir():
+            try:
+                names[(thread / "comm").read_text().strip()] += 1
+            except OSError:  # it has just ended
+                pass
+        return names
 
     def _ticks(self):
         with open(f"/proc/{self.pid}/stat") as file:

@@ -7,7 +7,7 @@ import select
 
 import time
 
-from Xlib import X, XK, display, error
+from Xlib import X, XK, Xatom, display, error
 from Xlib.ext import res, xtest
 from Xlib.protocol import event
 
@@ -24,6 +24,8 @@ class Screen:
         self._stacking = self._display.intern_atom("_NET_CLIENT_LIST_STACKING")
         self._protocols = self._display.intern_atom("WM_PROTOCOLS")
         self._ping = self._display.intern_atom("_NET_WM_PING")
+        self._type = self._display.intern_atom("_NET_WM_WINDOW_TYPE")
+        self._normal = self._display.intern_atom("_NET_WM_WINDOW_TYPE_NORMAL")
         self._pings = 0
         self._keysyms = {}
         self._root.change_attributes(event_mask=ANSWERS)
@@ -122,6 +124,33 @@ class Screen:
                 counts[self._display.get_atom_name(kind.resource_type)] += kind.count
         return counts
 
+    def hidden_lists(self, pid):
+        """How many windows of lists of combo boxes the process holds: those that are hidden, that
+        the window manager ignores, and that are no menu or tool tip."""
+        clients = self.clients(pid)
+        return sum(1 for window in self._tree(self._root)
+                   if any(window.id & ~mask == base for base, mask in clients)
+                   and self._is_hidden_list(window))
+
+    def _is_hidden_list(self, window):
+        try:
+            attributes = window.get_attributes()
+            types = window.get_full_property(self._type, Xatom.ATOM)
+        except error.XError:  # it has gone
+            return False
+        return (attributes.override_redirect and attributes.map_state == X.IsUnmapped
+                and types is not None and list(types.value) == [self._normal])
+
+    def _tree(self, window):
+        """All windows below this one."""
+        try:
+            children = window.query_tree().children
+        except error.XError:  # it has gone
+            return
+        for child in children:
+            yield child
+            yield from self._tree(child)
+
     def windows(self, clients):
         """The visible windows of these clients, the topmost last."""
         managed = self._root.get_full_property(self._stacking, X.AnyPropertyType)
@@ -144,6 +173,11 @@ class Screen:
         except error.XError:
             return None
         return -corner.x, -corner.y, geometry.width, geometry.height
+
+    def put(self, window, x, y):
+        """Asks the window manager for another place of a window."""
+        self._window(window).configure(x=x, y=y)
+        self._display.sync()
 
     def _window(self, identifier):
         return self._display.create_resource_object("window", identifier)

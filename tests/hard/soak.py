@@ -8,6 +8,7 @@ has grown by more than 1 MiB, or its descriptors and X resources at all, since r
 
 import argparse
 import pathlib
+import sys
 import time
 
 from monkey import HOTKEY, SIZE, Failure, Figures
@@ -18,6 +19,7 @@ from desktop import Desktop
 
 MEMORY_LIMIT = 1 << 20  # bytes
 WARM_UP = 100  # rounds
+PROGRESS = 500  # rounds from line to line
 SEARCHES = ("note", "zhong", "e", "calc 1+2", "nothing is found", "todo", "wjgl", "echo x")
 
 
@@ -60,6 +62,8 @@ def run(path, rounds, desktop):
                 soak.go_round(number)
                 if program.has_ended() is not None:
                     raise Failure(f"The program ended in round {number}")
+                if number % PROGRESS == 0:
+                    print(f"{number} rounds, {program.memory() >> 10} KiB", file=sys.stderr)
                 if number == WARM_UP:
                     before = Figures(program, screen)
             after = Figures(program, screen)

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """Some random actions of a fixed seed; scripts/monkey sends more of them.
 
-usage: tst_monkey.py PROGRAM PICTURE-FOLDER [unittest's own]
+usage: tst_monkey.py PROGRAM limited|unlimited [unittest's own]
 """
 
 import pathlib
@@ -21,7 +21,8 @@ class Monkey(unittest.TestCase):
     def test_program_bears_it(self):
         desktop = Desktop(monkey.SIZE)
         self.addCleanup(desktop.close)
-        monkey.run(pathlib.Path(sys.argv[1]).resolve(), SEED, ACTIONS, WARM_UP, desktop)
+        monkey.run(pathlib.Path(sys.argv[1]).resolve(), SEED, ACTIONS, WARM_UP, desktop,
+                   sys.argv[2] == "unlimited")
 
 
 if __name__ == "__main__":

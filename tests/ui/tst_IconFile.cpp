@@ -43,6 +43,8 @@ private Q_SLOTS:
     void iconOfAnotherFormatIsThatOfQIcon_data();
     void iconOfAnotherFormatIsThatOfQIcon();
     void iconOfAMissingFileDrawsNothing();
+    void iconLeavesNothingInTheCache_data() { iconOfAnotherFormatIsThatOfQIcon_data(); }
+    void iconLeavesNothingInTheCache();
 };
 
 void tst_IconFile::readsAPngFile()
@@ -100,6 +102,20 @@ void tst_IconFile::iconOfAnotherFormatIsThatOfQIcon()
 void tst_IconFile::iconOfAMissingFileDrawsNothing()
 {
     QVERIFY(iconOfFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
+}
+
+// QIcon's own engine answers the second time from the cache.
+void tst_IconFile::iconLeavesNothingInTheCache()
+{
+    QFETCH(QString, name);
+    for (const char *format : {"BMP", "PNG"}) {
+        const QIcon icon = iconOfFile(writePicture(name, format));
+        const QPixmap first = icon.pixmap(8, 4);
+        const QPixmap second = icon.pixmap(8, 4);
+        QCOMPARE(first.size(), QSize(8, 4));
+        QCOMPARE(second.toImage(), first.toImage());
+        QVERIFY(second.cacheKey() != first.cacheKey());
+    }
 }
 
 VASKEL_TEST(tst_IconFile, QApplication)

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/PictureIconEngine.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOption>
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <utility>
+
+namespace platform {
+
+namespace {
+
+int area(const QSize &size)
+{
+    return size.width() * size.height();
+}
+
+// Like QIcon's own, never larger than the picture.
+QSize reduced(const QSize &picture, const QSize &space)
+{
+    const bool fits = picture.width() <= space.width() && picture.height() <= space.height();
+    return fits ? picture : picture.scaled(space, Qt::KeepAspectRatio);
+}
+
+QPixmap inMode(const QPixmap &pixmap, QIcon::Mode mode)
+{
+    if (mode == QIcon::Normal) {
+        return pixmap;
+    }
+    QStyleOption option;
+    option.palette = QGuiApplication::palette();
+    return QApplication::style()->generatedIconPixmap(mode, pixmap, &option);
+}
+
+} // namespace
+
+void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode,
+                              QIcon::State state)
+{
+    const qreal scale = painter->device()->devicePixelRatio();
+    QPixmap pixmap = scaledPixmap((QSizeF(rect.size()) * scale).toSize(), mode, state, scale);
+    pixmap.setDevicePixelRatio(scale);
+    QRectF target({}, pixmap.deviceIndependentSize());
+    target.moveCenter(QRectF(rect).center());
+    painter->drawPixmap(target.topLeft(), pixmap);
+}
+
+QSize PictureIconEngine::actualSize(const QSize &size, QIcon::Mode, QIcon::State)
+{
+    const QPixmap *picture = bestPicture(size, 1);
+    return picture ? reduced(picture->size(), size) : QSize();
+}
+
+QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state)
+{
+    return scaledPixmap(size, mode, state, 1);
+}
+
+QPixmap PictureIconEngine::scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State,
+                                        qreal scale)
+{
+    const QPixmap *picture = bestPicture(size, scale);
+    if (!picture) {
+        return {};
+    }
+    const QSize actual = reduced(picture->size(), size);
+    return inMode(actual == picture->size()
+                      ? *picture
+                      : picture->scaled(actual, Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
+                  mode);
+}
+
+void PictureIconEngine::addPixmap(const QPixmap &pixmap, QIcon::Mode, QIcon::State)
+{
+    m_pictures.append(pixmap);
+}
+
+QList<QSize> PictureIconEngine::availableSizes(QIcon::Mode, QIcon::State)
+{
+    QList<QSize> sizes;
+    for (const QPixmap &picture : std::as_const(m_pictures)) {
+        if (!sizes.contains(picture.size())) {
+            sizes.append(picture.size());
+        }
+    }
+    return sizes;
+}
+
+// The nearest factor and then the nearest area, each rather too large than too small. Null if there
+// is no picture.
+const QPixmap *PictureIconEngine::bestPicture(const QSize &size, qreal scale) const
+{
+    const auto distance = [&](const QPixmap &picture) {
+        const qreal factor = picture.devicePixelRatio() - scale;
+        const int pixels = area(picture.size()) - area(size);
+        return std::tuple(factor < 0, std::abs(factor), pixels < 0, std::abs(pixels));
+    };
+    const auto best = std::min_element(
+        m_pictures.begin(), m_pictures.end(),
+        [&](const QPixmap &one, const QPixmap &other) { return distance(one) < distance(other); });
+    return best == m_pictures.end() ? nullptr : &*best;
+}
+
+void addPicture(QIcon &icon, const QPixmap &picture)
+{
+    if (icon.isNull() && !picture.isNull()) {
+        // QIcon would replace an engine without a picture by its own.
+        auto *engine = new PictureIconEngine;
+        engine->addPixmap(picture, QIcon::Normal, QIcon::Off);
+        icon = QIcon(engine);
+    } else {
+        icon.addPixmap(picture);
+    }
+}
+
+} // namespace platform

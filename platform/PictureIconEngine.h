@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QIconEngine>
+#include <QList>
+#include <QPixmap>
+
+namespace platform {
+
+/// An icon of pictures, each with its own factor, as QIcon makes one of QPixmap. Nothing that it
+/// draws goes into QPixmapCache, which keeps the name of each picture for ever in Qt 6.4, also of
+/// those that it has dropped. For icons of files that are read again and again.
+class PictureIconEngine : public QIconEngine
+{
+public:
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override;
+    QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override;
+    QPixmap scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State state,
+                         qreal scale) override;
+    void addPixmap(const QPixmap &pixmap, QIcon::Mode mode, QIcon::State state) override;
+    QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override;
+    bool isNull() override { return m_pictures.isEmpty(); }
+    QIconEngine *clone() const override { return new PictureIconEngine(*this); }
+
+private:
+    const QPixmap *bestPicture(const QSize &size, qreal scale) const;
+
+    QList<QPixmap> m_pictures; // of any mode and state
+};
+
+/// Adds a picture to an icon, which gets such an engine with its first one.
+void addPicture(QIcon &icon, const QPixmap &picture);
+
+} // namespace platform
