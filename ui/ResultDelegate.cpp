@@ -7,6 +7,7 @@
 #include "settings/ThemeManager.h"
 #include "ui/IconFile.h"
 #include "ui/RowLine.h"
+#include "ui/TitleFont.h"
 #include "ui/VisibleText.h"
 
 #include <QAbstractItemView>
@@ -86,12 +87,6 @@ QColor weakColor(const QStyleOptionViewItem &item)
     const QColor subtitle = subtitleColor(item);
     // As weak as a contrast of 4.5 allows.
     return isSelected(item) ? subtitle : withOpacity(subtitle, 0.93F * subtitle.alphaF());
-}
-
-QFont titleFont(QFont font)
-{
-    font.setWeight(QFont::Medium);
-    return font;
 }
 
 // The sheet has such a step between its texts of 14 and 12 pixels.

@@ -2,6 +2,7 @@
 #include "platform/linux/X11Atom.h"
 
 #include <QGuiApplication>
+#include <QHash>
 
 #include <memory>
 
@@ -18,10 +19,15 @@ xcb_connection_t *x11Connection()
 
 xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name)
 {
+    // An atom lasts as long as the server, and the window waits for the answer at each show.
+    static QHash<QByteArray, xcb_atom_t> atoms;
+    if (const auto known = atoms.constFind(name); known != atoms.cend()) {
+        return *known;
+    }
     const auto cookie = xcb_intern_atom(connection, false, uint16_t(name.size()), name.constData());
     const std::unique_ptr<xcb_intern_atom_reply_t, XcbFree> reply(
         xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t(XCB_ATOM_NONE);
+    return reply ? *atoms.insert(name, reply->atom) : xcb_atom_t(XCB_ATOM_NONE);
 }
 
 } // namespace platform

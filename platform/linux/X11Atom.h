@@ -18,7 +18,7 @@ struct XcbFree
 /// The connection of the program as a client of X11; null on another window system.
 xcb_connection_t *x11Connection();
 
-/// The atom of this name, which is made if there is none yet.
+/// The atom of this name, which is made if there is none yet. Waits for the server the first time.
 xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name);
 
 } // namespace platform
