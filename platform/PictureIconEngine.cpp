@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/PictureIconEngine.h"
 
+#include "platform/QtVersion.h"
+
 #include <QApplication>
 #include <QPainter>
 #include <QStyle>
@@ -39,11 +41,10 @@ QPixmap inMode(const QPixmap &pixmap, QIcon::Mode mode)
 
 } // namespace
 
-void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode,
-                              QIcon::State state)
+void PictureIconEngine::paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State)
 {
     const qreal scale = painter->device()->devicePixelRatio();
-    QPixmap pixmap = scaledPixmap((QSizeF(rect.size()) * scale).toSize(), mode, state, scale);
+    QPixmap pixmap = draw((QSizeF(rect.size()) * scale).toSize(), mode, scale);
     pixmap.setDevicePixelRatio(scale);
     QRectF target({}, pixmap.deviceIndependentSize());
     target.moveCenter(QRectF(rect).center());
@@ -56,23 +57,15 @@ QSize PictureIconEngine::actualSize(const QSize &size, QIcon::Mode, QIcon::State
     return picture ? reduced(picture->size(), size) : QSize();
 }
 
-QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state)
+QPixmap PictureIconEngine::pixmap(const QSize &size, QIcon::Mode mode, QIcon::State)
 {
-    return scaledPixmap(size, mode, state, 1);
+    return draw(size, mode, 1);
 }
 
 QPixmap PictureIconEngine::scaledPixmap(const QSize &size, QIcon::Mode mode, QIcon::State,
                                         qreal scale)
 {
-    const QPixmap *picture = bestPicture(size, scale);
-    if (!picture) {
-        return {};
-    }
-    const QSize actual = reduced(picture->size(), size);
-    return inMode(actual == picture->size()
-                      ? *picture
-                      : picture->scaled(actual, Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
-                  mode);
+    return draw(qtversion::scaledPixmapTakesPixels ? size : size * scale, mode, scale);
 }
 
 void PictureIconEngine::addPixmap(const QPixmap &pixmap, QIcon::Mode, QIcon::State)
@@ -91,14 +84,27 @@ QList<QSize> PictureIconEngine::availableSizes(QIcon::Mode, QIcon::State)
     return sizes;
 }
 
+QPixmap PictureIconEngine::draw(const QSize &pixels, QIcon::Mode mode, qreal scale) const
+{
+    const QPixmap *picture = bestPicture(pixels, scale);
+    if (!picture) {
+        return {};
+    }
+    const QSize actual = reduced(picture->size(), pixels);
+    return inMode(actual == picture->size()
+                      ? *picture
+                      : picture->scaled(actual, Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
+                  mode);
+}
+
 // The nearest factor and then the nearest area, each rather too large than too small. Null if there
 // is no picture.
-const QPixmap *PictureIconEngine::bestPicture(const QSize &size, qreal scale) const
+const QPixmap *PictureIconEngine::bestPicture(const QSize &pixels, qreal scale) const
 {
     const auto distance = [&](const QPixmap &picture) {
         const qreal factor = picture.devicePixelRatio() - scale;
-        const int pixels = area(picture.size()) - area(size);
-        return std::tuple(factor < 0, std::abs(factor), pixels < 0, std::abs(pixels));
+        const int more = area(picture.size()) - area(pixels);
+        return std::tuple(factor < 0, std::abs(factor), more < 0, std::abs(more));
     };
     const auto best = std::min_element(
         m_pictures.begin(), m_pictures.end(),

@@ -24,7 +24,8 @@ public:
     QIconEngine *clone() const override { return new PictureIconEngine(*this); }
 
 private:
-    const QPixmap *bestPicture(const QSize &size, qreal scale) const;
+    QPixmap draw(const QSize &pixels, QIcon::Mode mode, qreal scale) const;
+    const QPixmap *bestPicture(const QSize &pixels, qreal scale) const;
 
     QList<QPixmap> m_pictures; // of any mode and state
 };
