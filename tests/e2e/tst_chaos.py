@@ -184,18 +184,6 @@ class TemporaryFolder(ChaosCase):
         self.assertFalse(self.folder.exists())
         self.works_again("new")
 
-    def test_replaced(self):
-        self.start()
-        self.works()
-        shutil.rmtree(self.folder)
-        self.folder.write_text("a file")
-        self.works()
-        self.add_task("new")
-        self.keeps_saved("new")
-        self.folder.unlink()
-        self.folder.mkdir()
-        self.works_again("new")
-
 
 class Session(ChaosCase):
     def test_bus_missing(self):
@@ -260,6 +248,8 @@ class Session(ChaosCase):
                     self.assertIn(line, log)
         self.keeps_saved()
 
+
+class SingleInstance(ChaosCase):
     def test_first_instance_stopped(self):
         self.start()
         self.launcher.press("Escape")
@@ -275,6 +265,19 @@ class Session(ChaosCase):
         wait_until(self.launcher.is_visible, "the window shows")
         self.works()
         self.works_again()
+
+    def test_temporary_folder_replaced(self):
+        folder = self.home.folder / "tmp"
+        self.start()
+        self.works()
+        shutil.rmtree(folder)
+        folder.write_text("a file")
+        self.works()
+        self.add_task("new")
+        self.keeps_saved("new")
+        folder.unlink()
+        folder.mkdir()
+        self.works_again("new")
 
 
 class IconTheme(ChaosCase):
