@@ -192,7 +192,8 @@ class Update(UpdateCase):
         self.picture("script-warning")
         growth = self.memory("VmHWM") - before
         print(f"The most that the memory grew by: {growth} kB")
-        self.assertLess(growth, 8 * 1024)
+        if "ASAN_OPTIONS" not in os.environ:  # the address sanitizer keeps what was freed
+            self.assertLess(growth, 8 * 1024)
 
     def test_warns_when_the_download_fails_and_runs_on(self):
         self.server.offer(path="/missing")
