@@ -11,10 +11,11 @@ import os
 import pathlib
 import re
 import socket
+import subprocess
 import tempfile
 import threading
 
-from desktop import start_tied, stop, wait_until
+from desktop import PATIENCE, start_tied, stop, wait_until
 
 REPLIES = {
     "HISTORY GET CLIENT_ID": "245-1\r\n245 OK CLIENT ID SENT",
@@ -78,6 +79,9 @@ class SpeechServer:
         self.texts.append(" ".join(text.split()))
 
 
+# Seconds for each start. It takes half a second on an idle machine.
+START_PATIENCES = [PATIENCE / 9, PATIENCE / 4, PATIENCE / 2, PATIENCE]
+
 # Which keys are pressed is of no interest.
 SETTINGS = {"enableKeyEcho": False, "enableEchoByCharacter": False}
 
@@ -92,15 +96,24 @@ class Orca:
         self._server = SpeechServer(address)
         self._write_settings(folder / ".local/share/orca")
         environment = {name: value for name, value in os.environ.items() if name == "PATH"}
-        with open(folder / "log", "w") as log:
-            self._process = start_tied(
-                ["/usr/bin/orca", "--disable", "braille"],
-                env=environment | desktop.environment() | {
-                    "HOME": str(folder), "XDG_RUNTIME_DIR": str(folder), "LANG": "C.UTF-8",
-                    "SPEECHD_ADDRESS": f"unix_socket:{address}"},
-                stdout=log, stderr=log)
+        self._environment = environment | desktop.environment() | {
+            "HOME": str(folder), "XDG_RUNTIME_DIR": str(folder), "LANG": "C.UTF-8",
+            "SPEECHD_ADDRESS": f"unix_socket:{address}"}
         self.mark = 0
-        wait_until(lambda: "Screen reader on." in self.said(), "the screen reader has started")
+        self._start()
+
+    def _start(self):
+        """Starts it until it speaks: often the first one on a new bus waits for something for ever."""
+        for patience in START_PATIENCES:
+            self._process = start_tied(["/usr/bin/orca", "--disable", "braille"],
+                                       env=self._environment, stdout=subprocess.DEVNULL,
+                                       stderr=subprocess.DEVNULL)
+            try:
+                wait_until(lambda: "Screen reader on." in self.said(), "it speaks", patience)
+                return
+            except AssertionError:
+                stop(self._process)
+        raise AssertionError(f"The screen reader never came up; it said {self.said()}")
 
     @staticmethod
     def _write_settings(folder):
