@@ -20,7 +20,7 @@ QString ownSid()
 {
     LPWSTR name = nullptr;
     ConvertSidToStringSidW(platform::User().sid(), &name);
-    const QString sid = QString::fromWCharArray(name);
+    QString sid = QString::fromWCharArray(name);
     LocalFree(name);
     return sid;
 }
