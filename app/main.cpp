@@ -31,6 +31,7 @@
 #include "ui/ApplicationStyle.h"
 #include "ui/FloatIcon.h"
 #include "ui/MainWindow.h"
+#include "ui/ScreenArea.h"
 #include "ui/VaskelIcon.h"
 #include "update/Updater.h"
 
@@ -102,7 +103,7 @@ void showFloatIcon(FloatIcon &icon, const Settings &settings)
 {
     std::optional<QRect> available;
     if (const QScreen *screen = QGuiApplication::primaryScreen()) {
-        available = screen->availableGeometry();
+        available = availableArea(screen);
     }
     icon.move(floatIconPosition(settings.floatIconPos(), available));
 

@@ -5,7 +5,6 @@
 #include "widgets/AccessibleName.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 
@@ -47,7 +46,7 @@ QScrollArea *putIntoScrollArea(QStackedWidget *stack, QWidget *page)
 void showScrollable(QStackedWidget *stack, QWidget *page)
 {
     QScrollArea *area = scrollAreaOf(page);
-    if (!area && isSmallScreen(stack->screen()->availableSize())) {
+    if (!area && isSmallScreen(availableArea(stack->screen()).size())) {
         area = putIntoScrollArea(stack, page);
     }
     QWidget *shown = area ? area : page;

@@ -4,6 +4,7 @@
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "ui/IconFile.h"
+#include "ui/ScreenArea.h"
 #include "ui/ScrollRow.h"
 #include "ui/VisibleText.h"
 
@@ -170,7 +171,7 @@ int PinnedStrip::availableWidth() const
 {
     const QLayout *outer = parentWidget() ? parentWidget()->layout() : nullptr;
     const QMargins margins = outer ? outer->contentsMargins() : QMargins();
-    return screen()->availableGeometry().width() - margins.left() - margins.right();
+    return availableArea(screen()).width() - margins.left() - margins.right();
 }
 
 void PinnedStrip::scrollToButton(const QWidget &button)

@@ -2,13 +2,13 @@
 #include "ui/PlainMessage.h"
 
 #include "ui/AnswerGuard.h"
+#include "ui/ScreenArea.h"
 
 #include <QAbstractButton>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QScreen>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +19,7 @@ constexpr qsizetype measurableLength = 4000; // a longer text never fits
 // Without the icon, the buttons and the frame.
 QSize maximumTextSize(const QMessageBox &box)
 {
-    return QSize(520, 320).boundedTo(box.screen()->availableSize() * 2 / 3);
+    return QSize(520, 320).boundedTo(availableArea(box.screen()).size() * 2 / 3);
 }
 
 QLabel *textLabel(const QMessageBox &box)

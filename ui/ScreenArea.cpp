@@ -16,14 +16,19 @@ int distance(const QRect &rect, const QRect &area)
 
 } // namespace
 
+// On X11, Qt takes the part from _NET_WORKAREA, which the window manager changes after the screens.
+QRect availableArea(const QScreen *screen)
+{
+    const QRect available = screen->availableGeometry();
+    return available.isEmpty() ? screen->geometry() : available;
+}
+
 QList<QRect> screenAreas()
 {
     QList<QRect> areas;
     const QList<QScreen *> screens = QGuiApplication::screens();
     for (const QScreen *screen : screens) {
-        // Qt may not know the available part of a screen that has just been added.
-        const QRect available = screen->availableGeometry();
-        areas.append(available.isEmpty() ? screen->geometry() : available);
+        areas.append(availableArea(screen));
     }
     return areas;
 }

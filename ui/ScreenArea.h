@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QSize>
 
+class QScreen;
 class QWindow;
 
 /// The size of the window with many rows or a page. On a smaller screen, the window is smaller too.
@@ -18,7 +19,11 @@ constexpr bool isSmallScreen(const QSize &available)
            || available.height() < fullWindowSize.height();
 }
 
-/// The available geometry of each screen, the primary one first.
+/// The part of the screen without panels. All of it if Qt does not know the part yet, as of a screen
+/// that the system has just added.
+QRect availableArea(const QScreen *screen);
+
+/// The available area of each screen, the primary one first.
 QList<QRect> screenAreas();
 
 /// Tells the window that it is about to move to the screen at this point, if there is one. Moved to

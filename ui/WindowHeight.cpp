@@ -7,7 +7,6 @@
 #include <QLayout>
 #include <QListWidget>
 #include <QResizeEvent>
-#include <QScreen>
 #include <QStackedWidget>
 #include <QTimer>
 
@@ -136,7 +135,7 @@ bool WindowHeight::isListCurrent() const
 // The size that a small screen limits the window to.
 QSize WindowHeight::room() const
 {
-    const QSize available = m_window->screen()->availableSize();
+    const QSize available = availableArea(m_window->screen()).size();
     return {available.width() < fullWindowSize.width() ? available.width() : QWIDGETSIZE_MAX,
             available.height() < fullWindowSize.height() ? available.height() : QWIDGETSIZE_MAX};
 }
@@ -215,7 +214,7 @@ void WindowHeight::widen()
     const bool grows = minimum > m_window->width();
     m_window->setMinimumWidth(minimum);
     if (grows && m_window->isVisible()) {
-        const QRect area = m_window->screen()->availableGeometry();
+        const QRect area = availableArea(m_window->screen());
         const int last = std::max(area.left(), area.right() + 1 - m_window->width());
         if (m_window->x() > last) {
             m_window->move(last, m_window->y());

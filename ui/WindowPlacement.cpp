@@ -164,7 +164,7 @@ QPoint WindowPlacement::firstPosition() const
     if (!screen) {
         screen = m_window->screen();
     }
-    return initialPosition(size, screen->availableGeometry());
+    return initialPosition(size, availableArea(screen));
 }
 
 QPoint WindowPlacement::lastPosition() const
@@ -178,7 +178,7 @@ QPoint WindowPlacement::lastPosition() const
 // On a small screen, a window that grows would leave it.
 void WindowPlacement::stayOnSmallScreen(const QResizeEvent &event)
 {
-    const QRect area = m_window->screen()->availableGeometry();
+    const QRect area = availableArea(m_window->screen());
     // While the window moves to a screen of another device pixel ratio, screen() may still be the
     // old one.
     const bool isThere = area.intersects(m_window->geometry());

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 from case import EndToEndCase, main
-from desktop import wait_until
+from desktop import NotYet, wait_until
 from monitors import Monitors
 
 # Two monitors, one above the other.
@@ -21,11 +21,18 @@ class Screens(EndToEndCase):
         self.monitors.add("upper", *UPPER)
         self.monitors.add("lower", *LOWER)
 
+    def comes_inside(self, monitor, what):
+        def probe():
+            geometry = self.launcher.geometry()
+            if not is_inside(geometry, monitor):
+                raise NotYet(geometry)
+            return geometry
+        wait_until(probe, what)
+
     def start_on_lower_one(self):
         self.desktop.move_pointer(100, 900)
         self.start()
-        wait_until(lambda: is_inside(self.launcher.geometry(), LOWER),
-                   "the window is on the screen of the pointer")
+        self.comes_inside(LOWER, "the window is on the screen of the pointer")
 
     def toggle(self, is_shown):
         self.launcher.press("ctrl+alt+space")
@@ -48,8 +55,7 @@ class Screens(EndToEndCase):
                 self.toggle(is_shown=False)
                 self.monitors.remove("lower")
                 self.toggle(is_shown=True)
-                wait_until(lambda: is_inside(self.launcher.geometry(), UPPER),
-                           "the window is wholly on the screen that is left")
+                self.comes_inside(UPPER, "the window is wholly on the screen that is left")
                 self.launcher.terminate()
                 self.monitors.add("lower", *LOWER)
         self.assertNotIn("windowPosition", self.home.preferences())

@@ -37,4 +37,11 @@ FakeScreen::~FakeScreen()
     QWindowSystemInterface::handleScreenRemoved(m_screen); // deletes it
 }
 
+void FakeScreen::setAvailableGeometry(const QRect &available)
+{
+    QWindowSystemInterface::handleScreenGeometryChange(m_screen->screen(), m_screen->geometry(),
+                                                       available);
+    QWindowSystemInterface::flushWindowSystemEvents();
+}
+
 } // namespace windowtest

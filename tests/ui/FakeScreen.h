@@ -16,6 +16,9 @@ public:
     ~FakeScreen();
     Q_DISABLE_COPY_MOVE(FakeScreen)
 
+    /// Sets the part without panels; at first, it is the whole screen.
+    void setAvailableGeometry(const QRect &available);
+
 private:
     QPlatformScreen *m_screen;
 };

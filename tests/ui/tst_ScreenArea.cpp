@@ -2,6 +2,7 @@
 #include "ui/ScreenArea.h"
 
 #include "support/TestProgram.h"
+#include "ui/FakeScreen.h"
 
 #include <QGuiApplication>
 #include <QScreen>
@@ -23,6 +24,7 @@ class tst_ScreenArea : public QObject
 
 private Q_SLOTS:
     void listsTheAvailablePartOfTheScreen();
+    void takesAScreenWithoutAnAvailablePartAsAWhole();
     void findsTheNearestArea_data();
     void findsTheNearestArea();
     void movesInside_data();
@@ -33,6 +35,21 @@ private Q_SLOTS:
 void tst_ScreenArea::listsTheAvailablePartOfTheScreen()
 {
     QCOMPARE(screenAreas(), QList{QGuiApplication::primaryScreen()->availableGeometry()});
+}
+
+void tst_ScreenArea::takesAScreenWithoutAnAvailablePartAsAWhole()
+{
+    const QScreen *primaryScreen = QGuiApplication::primaryScreen();
+    windowtest::FakeScreen added(left);
+    const QScreen *screen = QGuiApplication::screenAt(left.center());
+    QVERIFY(screen && screen != primaryScreen);
+
+    const QRect belowPanel = left.adjusted(0, 30, 0, 0);
+    added.setAvailableGeometry(belowPanel);
+    QCOMPARE(availableArea(screen), belowPanel);
+    added.setAvailableGeometry({});
+    QCOMPARE(availableArea(screen), left);
+    QCOMPARE(screenAreas(), QList({primaryScreen->availableGeometry(), left}));
 }
 
 void tst_ScreenArea::findsTheNearestArea_data()

@@ -70,6 +70,7 @@ private Q_SLOTS:
 
     void firstShowIsCentredAFifthDown();
     void firstShowIsOnTheScreenOfThePointer();
+    void firstShowIsOnAScreenWithoutAnAvailablePart();
     void firstShowStaysWhereTheWindowWasMoved();
     void firstShowIsWhereTheLastDragLeftTheWindow();
     void firstShowLeavesRoomForAllRows();
@@ -131,6 +132,16 @@ void tst_WindowPlacement::firstShowIsOnTheScreenOfThePointer()
     Window w;
     w.window.show();
     QCOMPARE(w.window.pos(), QPoint(-1020, 200));
+}
+
+void tst_WindowPlacement::firstShowIsOnAScreenWithoutAnAvailablePart()
+{
+    FakeScreen left(QRect(-1280, 0, 1280, 1000));
+    left.setAvailableGeometry({});
+    QCursor::setPos(-100, 900);
+    Window w;
+    w.window.show();
+    QCOMPARE(w.window.geometry(), QRect(QPoint(-1020, 200), fullSize));
 }
 
 void tst_WindowPlacement::firstShowStaysWhereTheWindowWasMoved()
