@@ -5,7 +5,7 @@ import threading
 
 from case import EndToEndCase, main
 from speech import Orca
-from tst_update import SIZE, UpdateCase
+from tst_update import UpdateCase
 
 RESULTS = ("layered pane", "Results.")
 
@@ -124,13 +124,17 @@ class Dialogs(SpeechCase, UpdateCase):
                    "server replied: Not Found.")
 
     def test_progress(self):
-        may_go_on = threading.Event()
-        self.addCleanup(may_go_on.set)
-        self.server.answer_in_two_halves("/new", SIZE, may_go_on)
+        is_announced, may_end = threading.Event(), threading.Event()
+        for event in (is_announced, may_end):
+            self.addCleanup(event.set)
+        size = 40_000  # so little that no value between 0 and 50 percent is shown
+        self.server.answer_in_parts("/new", size, {size - 1: is_announced, size // 2: may_end})
         self.server.offer()
         self.start()
         self.answer("Yes")
-        self.hears("Downloading update dot dot dot dialog.", "50 percent.")
+        self.hears("Downloading update dot dot dot dialog.")
+        is_announced.set()  # Orca may speak a value before the dialog that appears with it
+        self.hears("50 percent.")
 
 
 if __name__ == "__main__":

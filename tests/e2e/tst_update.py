@@ -64,14 +64,21 @@ class Server:
 
     def answer_in_two_halves(self, path, size, may_go_on):
         """Sends half of this many zeros, and the rest once the event is set."""
+        self.answer_in_parts(path, size, {size // 2: may_go_on})
+
+    def answer_in_parts(self, path, size, pauses):
+        """Sends this many zeros. Where a number of them is left that is a key of the dictionary, it
+        waits for the event."""
         def send(request):
             request.send_response(200)
             request.send_header("Content-Length", str(size))
             request.end_headers()
-            rest = self.send_zeros(request, size, down_to=size // 2)
-            # Qt reports received data only when more arrives.
-            while not may_go_on.wait(0.05):
-                rest = self.send_zeros(request, rest, down_to=rest - 1)
+            rest = size
+            for left, may_go_on in pauses.items():
+                rest = self.send_zeros(request, rest, down_to=left)
+                # Qt reports received data only when more arrives.
+                while not may_go_on.wait(0.05):
+                    rest = self.send_zeros(request, rest, down_to=rest - 1)
             self.send_zeros(request, rest, down_to=0)
         self.answers[path] = send
 
