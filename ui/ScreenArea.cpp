@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/ScreenArea.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
@@ -13,6 +14,18 @@ int distance(const QRect &rect, const QRect &area)
 {
     return (positionInside(rect, area) - rect.topLeft()).manhattanLength();
 }
+
+/// Keeps the events of a new geometry from the window during its lifetime.
+class GeometryFilter : public QObject
+{
+public:
+    explicit GeometryFilter(QWindow *window) { window->installEventFilter(this); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        return event->type() == QEvent::Resize || event->type() == QEvent::Move;
+    }
+};
 
 } // namespace
 
@@ -33,11 +46,19 @@ QList<QRect> screenAreas()
     return areas;
 }
 
-void enterScreenAt(QWindow *window, const QPoint &point)
+void enterScreen(QWindow *window, const QRect &geometry)
 {
-    if (QScreen *screen = QGuiApplication::screenAt(point)) {
+    QScreen *screen = QGuiApplication::screenAt(geometry.center());
+    if (!screen || screen == window->screen()) {
+        return;
+    }
+    {
+        // Newer versions of Qt report at once the size that the old device pixels have on this
+        // screen. The widget would take it, and grow from it to its minimum size.
+        const GeometryFilter filter(window);
         window->setScreen(screen);
     }
+    window->setGeometry(geometry);
 }
 
 QRect areaNearest(const QRect &rect, const QList<QRect> &areas)

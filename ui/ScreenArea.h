@@ -26,9 +26,10 @@ QRect availableArea(const QScreen *screen);
 /// The available area of each screen, the primary one first.
 QList<QRect> screenAreas();
 
-/// Tells the window that it is about to move to the screen at this point, if there is one. Moved to
-/// a screen of another device pixel ratio unawares, it would keep its size in device pixels.
-void enterScreenAt(QWindow *window, const QPoint &point);
+/// Gives the window the screen at the centre of this geometry, if there is one, and this geometry
+/// there. Call this before its widget moves to another screen: the widget moves its window without
+/// its size, so on a screen of another device pixel ratio it would keep its size in device pixels.
+void enterScreen(QWindow *window, const QRect &geometry);
 
 /// The area that the rectangle is moved into by as little as possible; a null rectangle if there is
 /// none.

@@ -69,7 +69,7 @@ void ScreenKeeper::apply()
     if (position != m_window->pos()) {
         const QScopedValueRollback moving(m_isMoving, true);
         if (QWindow *nativeWindow = m_window->windowHandle()) {
-            enterScreenAt(nativeWindow, QRect(position, frame.size()).center());
+            enterScreen(nativeWindow, QRect(position, frame.size()));
         }
         m_window->move(position);
     }

@@ -123,7 +123,7 @@ void WindowPlacement::show()
     }
     QWindow *nativeWindow = m_window->windowHandle();
     if (m_shownPosition != m_window->pos()) {
-        enterScreenAt(nativeWindow, QRect(m_shownPosition, m_window->size()).center());
+        enterScreen(nativeWindow, QRect(m_shownPosition, m_window->size()));
         m_window->move(m_shownPosition);
     }
     // Qt writes only a position that was set into the size hints. Without one, the window manager

@@ -11,23 +11,36 @@ namespace {
 class Screen : public QPlatformScreen
 {
 public:
-    explicit Screen(const QRect &geometry)
+    Screen(const QRect &geometry, qreal factor)
         : m_geometry(geometry)
+        , m_factor(factor)
     {
+        s_screens.append(this);
     }
+
+    ~Screen() override { s_screens.removeOne(this); }
 
     QRect geometry() const override { return m_geometry; }
     int depth() const override { return 32; }
     QImage::Format format() const override { return QImage::Format_RGB32; }
+    QDpi logicalBaseDpi() const override { return {usualDpi, usualDpi}; }
+    QDpi logicalDpi() const override { return {m_factor * usualDpi, m_factor * usualDpi}; }
+    // A window keeps its native window when it moves from one to another.
+    QList<QPlatformScreen *> virtualSiblings() const override { return s_screens; }
 
 private:
+    static constexpr qreal usualDpi = 96;
+
+    inline static QList<QPlatformScreen *> s_screens;
+
     QRect m_geometry;
+    qreal m_factor;
 };
 
 } // namespace
 
-FakeScreen::FakeScreen(const QRect &geometry, bool isPrimary)
-    : m_screen(new Screen(geometry))
+FakeScreen::FakeScreen(const QRect &geometry, bool isPrimary, qreal factor)
+    : m_screen(new Screen(geometry, factor))
 {
     QWindowSystemInterface::handleScreenAdded(m_screen, isPrimary);
 }

@@ -8,11 +8,11 @@ class QPlatformScreen;
 namespace windowtest {
 
 /// Another screen beside that of the offscreen platform, during its lifetime. New windows are on
-/// the primary one.
+/// the primary one. The geometry is in device pixels; the position is the same in both.
 class FakeScreen
 {
 public:
-    explicit FakeScreen(const QRect &geometry, bool isPrimary = false);
+    explicit FakeScreen(const QRect &geometry, bool isPrimary = false, qreal factor = 1);
     ~FakeScreen();
     Q_DISABLE_COPY_MOVE(FakeScreen)
 

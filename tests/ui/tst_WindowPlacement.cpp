@@ -71,6 +71,7 @@ private Q_SLOTS:
     void firstShowIsCentredAFifthDown();
     void firstShowIsOnTheScreenOfThePointer();
     void firstShowIsOnAScreenWithoutAnAvailablePart();
+    void firstShowOnAScreenOfAnotherFactorHasItsSize();
     void firstShowStaysWhereTheWindowWasMoved();
     void firstShowIsWhereTheLastDragLeftTheWindow();
     void firstShowLeavesRoomForAllRows();
@@ -142,6 +143,23 @@ void tst_WindowPlacement::firstShowIsOnAScreenWithoutAnAvailablePart()
     Window w;
     w.window.show();
     QCOMPARE(w.window.geometry(), QRect(QPoint(-1020, 200), fullSize));
+}
+
+void tst_WindowPlacement::firstShowOnAScreenOfAnotherFactorHasItsSize()
+{
+    const FakeScreen left(QRect(-2000, 0, 1000, 1000), true);
+    const FakeScreen right(QRect(-1000, 0, 2000, 2000), false, 2);
+    Window w;
+    w.settings.setWindowPosition(QPoint(-880, 200));
+    w.enter(u"note"_s);
+    w.settle();
+    const QSize size = w.window.size();
+    QCOMPARE(w.window.screen()->devicePixelRatio(), 1.0);
+    QVERIFY(w.showActive());
+    w.settle();
+    QCOMPARE(w.window.screen()->devicePixelRatio(), 2.0);
+    QCOMPARE(w.window.geometry(), QRect(QPoint(-880, 200), size));
+    QCOMPARE(w.window.windowHandle()->geometry(), w.window.geometry());
 }
 
 void tst_WindowPlacement::firstShowStaysWhereTheWindowWasMoved()
