@@ -90,7 +90,7 @@ class Start(EndToEndCase):
         wait_until(socket.is_socket, "the tracer listens")
 
         # The tracer cannot pass on the memory that the program would share with the server.
-        self.launcher.environment |= {"DISPLAY": display, "QT_X11_NO_MITSHM": "1"}
+        self.launcher.environment |= {"DISPLAY": display, "QT_XCB_NO_MITSHM": "1"}
         self.start()
         wait_until(self.launcher.tray_icon, "the tray shows the icon")
         icon = self.launcher.float_icon_window()
