@@ -91,7 +91,7 @@ PROGRAMS = {
     "music": "applications-multimedia",
     "photos": "multimedia-photo-viewer",
     "printers": "printer",
-    "software": "system-software-install",
+    "software": "system-software-update",
 }
 OWN_ENTRIES = tuple(PROGRAMS)[:8]
 PINS = ("org.gnome.Nautilus", "calendar", "photos", "chat", "software")
