@@ -19,8 +19,8 @@ constexpr bool isSmallScreen(const QSize &available)
            || available.height() < fullWindowSize.height();
 }
 
-/// The part of the screen without panels. All of it if Qt does not know the part yet, as of a screen
-/// that the system has just added.
+/// The part of the screen without panels. All of it if Qt does not know the part yet, as of a
+/// screen that the system has just added.
 QRect availableArea(const QScreen *screen);
 
 /// The available area of each screen, the primary one first.

@@ -10,12 +10,13 @@ import json
 import os
 import pathlib
 import re
+import signal
 import socket
 import subprocess
 import tempfile
 import threading
 
-from desktop import PATIENCE, start_tied, stop, wait_until
+from desktop import NotYet, PATIENCE, start_tied, stop, wait_until
 
 REPLIES = {
     "HISTORY GET CLIENT_ID": "245-1\r\n245 OK CLIENT ID SENT",
@@ -98,22 +99,38 @@ class Orca:
         environment = {name: value for name, value in os.environ.items() if name == "PATH"}
         self._environment = environment | desktop.environment() | {
             "HOME": str(folder), "XDG_RUNTIME_DIR": str(folder), "LANG": "C.UTF-8",
-            "SPEECHD_ADDRESS": f"unix_socket:{address}"}
+            "SPEECHD_ADDRESS": f"unix_socket:{address}", "PYTHONFAULTHANDLER": "1"}
         self.mark = 0
         self._start()
 
     def _start(self):
         """Starts it until it speaks: often the first one on a new bus waits for something for ever."""
+        # It ends at once beside another one of the same user, whatever its display.
+        wait_until(lambda: not self._others(), "no other screen reader runs")
         for patience in START_PATIENCES:
-            self._process = start_tied(["/usr/bin/orca", "--disable", "braille"],
-                                       env=self._environment, stdout=subprocess.DEVNULL,
-                                       stderr=subprocess.DEVNULL)
-            try:
-                wait_until(lambda: "Screen reader on." in self.said(), "it speaks", patience)
-                return
-            except AssertionError:
-                stop(self._process)
-        raise AssertionError(f"The screen reader never came up; it said {self.said()}")
+            with tempfile.TemporaryFile("w+") as messages:
+                self._process = start_tied(["/usr/bin/orca", "--disable", "braille"],
+                                           env=self._environment, stdout=messages, stderr=messages)
+                try:
+                    wait_until(self._speaks, "the screen reader speaks", patience)
+                    return
+                except AssertionError:
+                    self._process.send_signal(signal.SIGABRT)  # it writes what it waits for
+                    self._process.wait()
+                messages.seek(0)
+                last_words = messages.read()
+        raise AssertionError(f"The screen reader never came up; it said {self.said()} and wrote "
+                             + last_words)
+
+    @staticmethod
+    def _others():
+        search = ["pgrep", "-u", str(os.getuid()), "-x", "orca"]
+        return subprocess.run(search, capture_output=True, check=False).stdout.split()
+
+    def _speaks(self):
+        if self._process.poll() is not None:
+            raise NotYet(f"it ended with {self._process.returncode}")
+        return "Screen reader on." in self.said()
 
     @staticmethod
     def _write_settings(folder):
