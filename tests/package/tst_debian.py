@@ -34,9 +34,17 @@ def package():
     return packages[0]
 
 
+def output(*command):
+    return subprocess.run(command, check=True, text=True, stdout=subprocess.PIPE).stdout.strip()
+
+
 def field(name):
-    return subprocess.run(["dpkg-deb", "--field", package(), name], check=True, text=True,
-                          stdout=subprocess.PIPE).stdout.strip()
+    return output("dpkg-deb", "--field", package(), name)
+
+
+def is_known_to_lintian(tag):
+    return subprocess.run(["lintian-explain-tags", tag], stdout=subprocess.DEVNULL,
+                          stderr=subprocess.DEVNULL).returncode == 0
 
 
 class Tree:
@@ -94,13 +102,19 @@ class Package(EndToEndCase):
         self.assertEqual(result.returncode, 0, result.stdout)
 
     def test_keeps_to_the_policy(self):
-        self.passes("lintian", "--fail-on", "error,warning", package())
+        # A newer Lintian repeats the next test, without its exception.
+        tag = "appstream-metadata-validation-failed"
+        options = ["--suppress-tags", tag] if is_known_to_lintian(tag) else []
+        self.passes("lintian", "--fail-on", "error,warning", *options, package())
 
     def test_has_valid_metadata(self):
         self.install()
         shares = self.tree.folder / "usr/share"
         self.passes("desktop-file-validate", shares / "applications/vaskel.desktop")
-        self.passes("appstreamcli", "validate-tree", "--no-net", self.tree.folder)
+        # The project has no home page, of which AppStream 1.0 warns.
+        version = output("appstreamcli", "--version").split()[-1]
+        options = [] if version.startswith("0.") else ["--override=url-homepage-missing=info"]
+        self.passes("appstreamcli", "validate-tree", "--no-net", *options, self.tree.folder)
 
     def test_names_one_version_everywhere(self):
         self.install()
