@@ -69,7 +69,12 @@ bool saveContent(const QByteArray &content, const QString &filePath)
 
 QString makeIconFolder()
 {
-    const QString parent = QDir::tempPath() + "/Vaskel"_L1;
+    // Missing, it is empty before Qt 6.11, and must not be made later.
+    const QString temporary = QDir::tempPath();
+    if (!QFileInfo(temporary).isDir()) {
+        return folderInCache();
+    }
+    const QString parent = temporary + "/Vaskel"_L1;
     QString folder = parent + "/icons"_L1;
     // The owner of the parent could replace the folder, so check both. Anybody may have taken the
     // name in a shared folder.

@@ -19,8 +19,8 @@
 class QFileInfo;
 
 /// Creates the folder of the icon files in the temporary folder, with access for this user only,
-/// and returns its path. Uses a folder in the cache of the user if another user owns it. Empty if
-/// it cannot be created.
+/// and returns its path. Uses a folder in the cache of the user if another user owns it or there is
+/// no temporary folder. Empty if it cannot be created.
 QString makeIconFolder();
 
 /// Writes a PNG file, completely or not at all. Returns false on failure and for a null pixmap.

@@ -3,6 +3,7 @@
 
 #include "platform/ColorScheme.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
 #include <QKeySequenceEdit>
@@ -93,6 +94,13 @@ inline void watchColorScheme([[maybe_unused]] QObject *context,
     QObject::connect(QGuiApplication::styleHints(), &QStyleHints::colorSchemeChanged, context,
                      changed);
 #endif
+}
+
+/// The open editor of an item, or null. In Qt 6.11, isPersistentEditorOpen() is about those of
+/// openPersistentEditor() alone.
+inline QWidget *editorOf(const QAbstractItemView &view, const QModelIndex &index)
+{
+    return view.indexWidget(index);
 }
 
 /// Limits how many key combinations the field records. Does nothing before Qt 6.5.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskKeys.h"
 
+#include "platform/QtVersion.h"
+
 #include <QKeyEvent>
 #include <QTreeWidget>
 
@@ -14,7 +16,7 @@ TaskKeys::TaskKeys(QTreeWidget *tree)
 bool TaskKeys::eventFilter(QObject *watched, QEvent *event)
 {
     // A key that the editor ignores reaches the tree.
-    if (event->type() == QEvent::KeyPress && !m_tree->isPersistentEditorOpen(m_tree->currentIndex())
+    if (event->type() == QEvent::KeyPress && !qtversion::editorOf(*m_tree, m_tree->currentIndex())
         && handleKey(*static_cast<QKeyEvent *>(event))) {
         return true;
     }

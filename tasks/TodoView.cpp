@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TodoView.h"
 
+#include "platform/QtVersion.h"
 #include "tasks/TaskDelegate.h"
 #include "tasks/TaskKeys.h"
 #include "tasks/TaskService.h"
@@ -310,7 +311,7 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
     } else {
         m_service->updateTitle(id, row->text(0));
     }
-    if (!m_tree->isPersistentEditorOpen(row)) {
+    if (!qtversion::editorOf(*m_tree, m_tree->indexFromItem(row))) {
         refreshAfterAction();
         return;
     }

@@ -105,7 +105,7 @@ QString keypadName(Qt::Key key)
     case Qt::Key_Comma:
         return u"KP_Decimal"_s;
     default:
-        return key >= Qt::Key_0 && key <= Qt::Key_9 ? "KP_"_L1 + QChar(key) : QString();
+        return key >= Qt::Key_0 && key <= Qt::Key_9 ? "KP_"_L1 + QChar(ushort(key)) : QString();
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "app/Translation.h"
 #include "core/ResultRecord.h"
+#include "support/JsonReason.h"
 #include "support/TestProgram.h"
 
 #include <QCoreApplication>
@@ -195,7 +196,8 @@ void tst_ScriptAnswer::reportsAWrongAnswer_data()
     QTest::newRow("no UTF-8") << QByteArray("{\"items\": [{\"title\": \"\xff\"}]}")
                               << u"The answer is not valid UTF-8."_s;
     QTest::newRow("no JSON") << QByteArray("Error: no network")
-                             << u"The answer is not valid JSON: illegal value at byte 1."_s;
+                             << u"The answer is not valid JSON: %1 at byte 1."_s.arg(
+                                    jsonreason::noValue());
     QTest::newRow("nothing") << QByteArray()
                              << u"The answer is not valid JSON: illegal value at byte 0."_s;
     QTest::newRow("list") << QByteArray("[]") << noList;

@@ -30,6 +30,9 @@ TRAYS = (["trayer", "--edge", "bottom", "--align", "right", "--widthtype", "requ
           "--height", "26"],
          ["stalonetray", "--geometry", "1x1-0-0", "--icon-size", "24", "--window-type", "dock"])
 
+# With newer keymaps, xdotool adds Alt to the name of a function key, but not to its code.
+FUNCTION_KEYS = {f"F{number}": str(66 + number) for number in range(1, 11)}
+
 
 class NotYet(Exception):
     """Raised while a value cannot be read yet; wait_until() tries again."""
@@ -50,6 +53,11 @@ def wait_until(probe, what, patience=PATIENCE):
         if time.monotonic() > deadline:
             raise AssertionError(f"Waited {patience} s in vain until {what}; last seen: {value!r}")
         time.sleep(0.03)
+
+
+def with_key_codes(combination):
+    """A combination of keys for xdotool, such as "ctrl+F8", with the codes of the function keys."""
+    return "+".join(FUNCTION_KEYS.get(key, key) for key in combination.split("+"))
 
 
 def start_tied(command, **options):
@@ -110,16 +118,20 @@ class Desktop:
         self.run("xdotool", "type", "--delay", "15", "--", text)
 
     def press(self, *keys):
-        self.run("xdotool", "key", "--delay", "15", "--", *keys)
+        self.run("xdotool", "key", "--delay", "15", "--", *map(with_key_codes, keys))
+
+    def press_quickly(self, *keys):
+        """Presses and releases the keys as fast as xdotool can."""
+        self.run("xdotool", "key", *map(with_key_codes, keys))
 
     def hold(self, *keys):
         """Presses the keys one by one without releasing them."""
         for key in keys:
-            self.run("xdotool", "keydown", key)
+            self.run("xdotool", "keydown", with_key_codes(key))
 
     def release(self, *keys):
         for key in reversed(keys):
-            self.run("xdotool", "keyup", key)
+            self.run("xdotool", "keyup", with_key_codes(key))
 
     def move_pointer(self, x, y):
         self.run("xdotool", "mousemove", str(x), str(y))

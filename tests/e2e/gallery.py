@@ -14,18 +14,22 @@ import itertools
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
 import tempfile
 
 from desktop import PATIENCE, Desktop, NotYet, wait_until
-from launcher import Home, Launcher
+from launcher import Home, Launcher, children, find
+
+from gi.repository import Atspi
 
 FACTOR = 2  # of the scale
 SCREEN = "1680x1400"  # large enough for the window at that scale
 THEMES = ("light", "dark")
 ICON_THEME = pathlib.Path("/usr/share/icons/elementary")
+ICON_THEME_VERSION = "icon-theme-version.txt"  # beside the pictures: that of the icons in them
 FONT = "WenQuanYi Micro Hei"  # has Latin and Chinese characters
 FONT_FOLDER = "/usr/share/fonts/truetype/wqy"
 
@@ -138,6 +142,12 @@ CHINESE = Language(
 LANGUAGES = (ENGLISH, CHINESE)
 PAGES = ("todo", "set")
 NAMES = ("window", "app", "calc", "cd", "file", *PAGES)
+
+
+def icon_theme_version():
+    """The version of the icon theme on this machine."""
+    description = next(pathlib.Path("/usr/share/metainfo").glob("io.elementary.icons.*.xml"))
+    return re.search('<release version="([^"]+)"', description.read_text())[1]
 
 
 def path_of(language, name, theme):
@@ -292,14 +302,36 @@ class Photographer:
         x, y, width, height = self.launcher.geometry()
         return width, height, self.desktop.pixels(x, y, width, height)
 
+    def icon_places(self):
+        """The left, top, right and bottom of each icon in the picture: a square at the left end of
+        each pinned program and of each visible row."""
+        content = self.launcher.content()
+        pins = [self.language.programs[file] for file in PINS]
+        places = [self._place(button) for button in find(content, Atspi.Role.PUSH_BUTTON)
+                  if button.get_name() in pins]
+        for rows in find(content, Atspi.Role.LIST):
+            bottom = self._place(rows, square=False)[3]
+            places += [(left, top, right, min(down, bottom)) for left, top, right, down
+                       in map(self._place, children(rows)) if top < bottom]
+        return places
+
+    def _place(self, accessible, square=True):
+        x, y, *_ = self.launcher.geometry()
+        extents = accessible.get_extents(Atspi.CoordType.SCREEN)
+        width = extents.height if square else extents.width
+        left, top = extents.x * FACTOR - x, extents.y * FACTOR - y
+        return left, top, left + width * FACTOR, top + extents.height * FACTOR
+
 
 def all_shots(desktop, program):
-    """Yields the path of each picture within docs/pictures, its width, its height and its pixels."""
+    """Yields the path of each picture within docs/pictures, its width, its height, its pixels and the
+    places of the icons in it."""
     for language, theme in itertools.product(LANGUAGES, THEMES):
         photographer = Photographer(desktop, program, language, theme)
         try:
             for name, shot in photographer.shots():
-                yield path_of(language, name, theme), *shot
+                places = photographer.icon_places() if name not in PAGES else []
+                yield path_of(language, name, theme), *shot, places
         finally:
             photographer.close()
 
@@ -317,11 +349,12 @@ def main():
     with only_run():
         desktop = Desktop(SCREEN)
         try:
-            for path, *shot in all_shots(desktop, program.resolve()):
+            for path, *shot, _ in all_shots(desktop, program.resolve()):
                 save(folder / path, *shot)
                 print(folder / path)
         finally:
             desktop.close()
+    (folder / ICON_THEME_VERSION).write_text(f"{icon_theme_version()}\n")
 
 
 if __name__ == "__main__":

@@ -9,6 +9,7 @@ from launcher import BUILTINS, walk_through_menu
 
 CHINESE_BUILTINS = ("记事本", "计算器", "画图", "命令提示符", "文件资源管理器", "任务管理器", "设置",
                     "浏览器")
+QT_VERSION = tuple(map(int, os.environ["VASKEL_QT_VERSION"].split(".")))
 
 
 class LanguageCase(EndToEndCase):
@@ -175,12 +176,18 @@ class OtherLanguages(LanguageCase):
 
     def test_is_english_without_a_translation(self):
         self.add_translation("Vaskel_de_DE", Calculator="Rechner")
+        # Newer versions of Qt list the language itself after that of a territory, and mean the usual
+        # territory then.
+        german = ["Rechner" if name == "Calculator" else name for name in BUILTINS]
+        usual = {"de_AT": german, "zh_TW": CHINESE_BUILTINS} if QT_VERSION >= (6, 9) else {}
         for locale in ("de_AT", "zh_TW", "fr_FR"):
             with self.subTest(locale):
                 self.speak(locale)
                 self.start()
-                self.shows_titles(*BUILTINS)
-                self.launcher.terminate()
+                try:
+                    self.shows_titles(*usual.get(locale, BUILTINS))
+                finally:
+                    self.launcher.terminate()
 
 
 if __name__ == "__main__":

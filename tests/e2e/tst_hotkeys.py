@@ -24,7 +24,7 @@ class Hotkeys(EndToEndCase):
 
     def press_hotkey(self, combination):
         """Presses and releases the keys as fast as xdotool can."""
-        self.desktop.run("xdotool", "key", combination)
+        self.desktop.press_quickly(combination)
 
     def comes_up(self):
         wait_until(lambda: self.desktop.active_window() == self.launcher.window,

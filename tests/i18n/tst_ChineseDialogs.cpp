@@ -61,6 +61,8 @@ QStringList entriesOfContextMenu(QWidget &widget)
     const QPoint position = widget.rect().center();
     QContextMenuEvent event(QContextMenuEvent::Mouse, position, widget.mapToGlobal(position));
     QCoreApplication::sendEvent(&widget, &event);
+    // Qt 6.11 does not wait until the menu is closed.
+    [[maybe_unused]] const bool isClosed = QTest::qWaitFor([&texts] { return !texts.isEmpty(); });
     return texts;
 }
 

@@ -102,6 +102,7 @@ private Q_SLOTS:
     void usesTheCacheIfOthersCanReplaceTheFolder();
     void doesNotTouchAForeignFolder_data();
     void doesNotTouchAForeignFolder();
+    void makesNoTemporaryFolder();
     void worksWithoutIconsIfTheCacheIsForeignToo();
     void givesNoIconWhenItCannotBeSaved();
 };
@@ -311,6 +312,15 @@ void tst_AppLauncherIcons::doesNotTouchAForeignFolder()
     }
     QCOMPARE(QDir(iconFolder()).entryList(QDir::Files).size(), 1);
     QCOMPARE(contentOf(iconFile(path)), QByteArray("planted"));
+}
+
+void tst_AppLauncherIcons::makesNoTemporaryFolder()
+{
+    addFile(u"user/App.link"_s);
+    QDir temporary(QDir::tempPath());
+    QVERIFY(temporary.removeRecursively());
+    QVERIFY(onlyIcon(AppLauncher()).startsWith(cacheFolder() + u'/'));
+    QVERIFY(!temporary.exists());
 }
 
 void tst_AppLauncherIcons::worksWithoutIconsIfTheCacheIsForeignToo()

@@ -105,6 +105,7 @@ painted::Pair painted::focusColors(QWidget &widget, const QRect &part)
     widget.window()->setAttribute(Qt::WA_KeyboardFocusChange); // as the Tab key
     const QImage without = picture(widget, part);
     widget.setFocus(Qt::TabFocusReason);
+    widget.window()->setAttribute(Qt::WA_KeyboardFocusChange); // Qt 6.11 has reset it
     const QImage with = picture(widget, part);
     return {strongestChange(with, without).foreground, QColor(commonestColor(with))};
 }
