@@ -69,6 +69,19 @@ inline bool announce([[maybe_unused]] QObject *object, [[maybe_unused]] const QS
 #endif
 }
 
+/// Makes a screen reader say the child of a view, which has become current, also while another
+/// widget has the focus. Before Qt 6.8, the view itself does so.
+inline void sayCurrentChild([[maybe_unused]] QWidget *view, [[maybe_unused]] int child)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    if (QAccessible::isActive() && !view->hasFocus()) {
+        QAccessibleEvent event(view, QAccessible::Focus);
+        event.setChild(child);
+        QAccessible::updateAccessibility(&event);
+    }
+#endif
+}
+
 /// The colour scheme of the desktop; Unknown before Qt 6.5.
 inline platform::ColorScheme colorScheme()
 {

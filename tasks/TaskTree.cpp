@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskTree.h"
 
+#include "platform/QtVersion.h"
+
+#include <QAccessible>
 #include <QHeaderView>
 #include <QPainter>
 #include <QStyle>
@@ -122,6 +125,19 @@ void TaskTree::paintLine(QPainter *painter, const QStyleOptionViewItem &option,
     // has the same colour and fills the gap.
     style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, this);
     paintArrow(painter, option, index);
+}
+
+// A new task becomes current while the focus stays in the field.
+void TaskTree::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTreeWidget::currentChanged(current, previous);
+    if (current.isValid() && QAccessible::isActive()) {
+        int row = 1; // the first is the header, even if it is hidden
+        for (QModelIndex above = indexAbove(current); above.isValid(); above = indexAbove(above)) {
+            ++row;
+        }
+        qtversion::sayCurrentChild(this, row * columnCount() + current.column());
+    }
 }
 
 void TaskTree::paintEvent(QPaintEvent *event)

@@ -48,6 +48,7 @@ public:
                    const QModelIndex &index) const;
 
 protected:
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void paintEvent(QPaintEvent *event) override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;

@@ -3,6 +3,7 @@
 
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
+#include "platform/QtVersion.h"
 #include "ui/ResultDelegate.h"
 #include "ui/ResultItem.h"
 #include "widgets/AccessibleName.h"
@@ -129,6 +130,15 @@ QVariantMap ResultList::currentRecord() const
 {
     const QListWidgetItem *item = currentItem();
     return item ? item->data(Qt::UserRole).toMap() : QVariantMap();
+}
+
+// The focus stays in the box while its keys choose a row.
+void ResultList::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QListWidget::currentChanged(current, previous);
+    if (current.isValid()) {
+        qtversion::sayCurrentChild(this, current.row());
+    }
 }
 
 void ResultList::updateDigits()

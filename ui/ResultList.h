@@ -49,6 +49,9 @@ public:
     /// The record of the selected row; empty if there are no rows.
     QVariantMap currentRecord() const;
 
+protected:
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+
 private:
     void addRows(const QVariantList &results);
     void openMenu(const QPoint &position);

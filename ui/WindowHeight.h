@@ -56,6 +56,7 @@ Q_SIGNALS:
 private:
     bool isListCurrent() const;
     QSize room() const;
+    void fitToNewScreen();
     void fitToScreen();
     void update();
     void collapseStack();

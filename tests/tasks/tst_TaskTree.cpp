@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tasks/TaskTree.h"
 
+#include "support/ScreenReader.h"
 #include "support/TestProgram.h"
 #include "tasks/TaskDelegate.h"
 
@@ -107,6 +108,7 @@ private Q_SLOTS:
     void findsAVisibleRowById();
     void paintsTheEmptyText();
     void wrapsTheEmptyText();
+    void currentRowIsSaidWithoutTheFocus();
 };
 
 void tst_TaskTree::initTestCase()
@@ -242,6 +244,20 @@ void tst_TaskTree::wrapsTheEmptyText()
     const QRect right(image.width() - 8, 0, 8, image.height());
     QCOMPARE(count(image, left, baseColor), left.width() * left.height());
     QCOMPARE(count(image, right, baseColor), right.width() * right.height());
+}
+
+void tst_TaskTree::currentRowIsSaidWithoutTheFocus()
+{
+    TaskTree tree;
+    QTreeWidgetItem *parent = Tree::addRow(tree.invisibleRootItem(), u"parent"_s);
+    Tree::addRow(parent, u"child"_s);
+    QTreeWidgetItem *other = Tree::addRow(tree.invisibleRootItem(), u"other"_s);
+    const ScreenReader reader;
+    tree.setCurrentRow(other); // below a branch that is collapsed
+    tree.expandAll();
+    tree.setCurrentRow(parent);
+    tree.setCurrentRow(other);
+    QCOMPARE(reader.names(), (QStringList{u"other"_s, u"parent"_s, u"other"_s}));
 }
 
 VASKEL_TEST(tst_TaskTree, QApplication)

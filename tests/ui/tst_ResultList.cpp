@@ -3,6 +3,7 @@
 
 #include "launcher/AppLauncher.h"
 #include "launcher/LauncherTest.h"
+#include "support/ScreenReader.h"
 #include "support/TestProgram.h"
 
 #include <QImage>
@@ -57,6 +58,7 @@ private Q_SLOTS:
     void firstVisibleRowIsAtLeastHalfVisible();
     void emphasizesTheSearchTexts();
     void newRowsAreNotReportedOneByOne();
+    void currentRowIsSaidWithoutTheFocus();
 };
 
 void tst_ResultList::showsNineDigits()
@@ -180,6 +182,23 @@ void tst_ResultList::newRowsAreNotReportedOneByOne()
     QCOMPARE(l.list.visualItemRect(l.list.item(2)).top(),
              l.list.visualItemRect(l.list.item(0)).top() + 2 * rowHeight);
     QVERIFY(l.list.verticalScrollBar()->maximum() > 40 * rowHeight);
+}
+
+void tst_ResultList::currentRowIsSaidWithoutTheFocus()
+{
+    const ScreenReader reader;
+    AppLauncher launcher;
+    ResultList list(&launcher);
+    const auto record = [](const QString &title) {
+        return QVariant(QVariantMap{{u"title"_s, title}});
+    };
+    list.showResults({record(u"One"_s), record(u"Two"_s), record(u"Three"_s)});
+    list.moveSelection(2);
+    QStringList names = reader.names();
+    for (QString &name : names) {
+        name = name.trimmed(); // there is no second line
+    }
+    QCOMPARE(names, (QStringList{u"One"_s, u"Three"_s}));
 }
 
 VASKEL_TEST(tst_ResultList, QApplication)
