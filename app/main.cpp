@@ -20,6 +20,7 @@
 #include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
+#include "platform/WindowFocus.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
@@ -199,6 +200,7 @@ void showTray(QSystemTrayIcon &tray, QMenu &menu, MainWindow &window,
                              toggle(window);
                          }
                      });
+    platform::refuseFocusOfTray();
     tray.setVisible(true);
 }
 

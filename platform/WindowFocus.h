@@ -10,4 +10,8 @@ namespace platform {
 /// system that gives the focus only when a program asks for it.
 void refuseFocus(QWindow *window);
 
+/// Keeps a tray from taking the focus from the program's windows when it embeds the icon. Call it
+/// once, before the icon is shown. Does nothing where trays embed no windows.
+void refuseFocusOfTray();
+
 } // namespace platform

@@ -19,4 +19,6 @@ void refuseFocus(QWindow *window)
                       GetWindowLongPtrW(handle, GWL_EXSTYLE) | WS_EX_NOACTIVATE);
 }
 
+void refuseFocusOfTray() {}
+
 } // namespace platform

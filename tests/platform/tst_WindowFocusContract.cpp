@@ -14,6 +14,7 @@ class tst_WindowFocusContract : public QObject
 private Q_SLOTS:
     void init() { world::reset(); }
     void windowDoesNotGetTheFocus();
+    void windowGetsTheFocusBesideATray();
 };
 
 void tst_WindowFocusContract::windowDoesNotGetTheFocus()
@@ -32,6 +33,15 @@ void tst_WindowFocusContract::windowDoesNotGetTheFocus()
     window.hide();
     window.show();
     QVERIFY(!world::mayHaveFocus(window));
+}
+
+void tst_WindowFocusContract::windowGetsTheFocusBesideATray()
+{
+    platform::refuseFocusOfTray();
+    QWindow window;
+    window.show();
+    window.requestActivate();
+    QTRY_COMPARE(QGuiApplication::focusWindow(), &window);
 }
 
 VASKEL_TEST(tst_WindowFocusContract, QGuiApplication)

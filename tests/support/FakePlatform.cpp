@@ -321,6 +321,8 @@ void refuseFocus(QWindow *window)
     fakePlatform().windowsWithoutFocus.append(window);
 }
 
+void refuseFocusOfTray() {}
+
 bool isTrustedFolder(const QString &path)
 {
     return !fakePlatform().foreignFolders.contains(path);
