@@ -83,8 +83,17 @@ class SpeechServer:
 # Seconds for each start. It takes half a second on an idle machine.
 START_PATIENCES = [PATIENCE / 9, PATIENCE / 4, PATIENCE / 2, PATIENCE]
 
+ORCA = "/usr/bin/orca"
+
 # Which keys are pressed is of no interest.
 SETTINGS = {"enableKeyEcho": False, "enableEchoByCharacter": False}
+
+
+def options_of_orca():
+    """Newer versions cannot be told to leave out braille, and do not speak if they are."""
+    usage = subprocess.run([ORCA, "--help"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                           text=True, timeout=PATIENCE).stdout
+    return ["--disable", "braille"] if "--disable" in usage else []
 
 
 class Orca:
@@ -109,7 +118,7 @@ class Orca:
         wait_until(lambda: not self._others(), "no other screen reader runs")
         for patience in START_PATIENCES:
             with tempfile.TemporaryFile("w+") as messages:
-                self._process = start_tied(["/usr/bin/orca", "--disable", "braille"],
+                self._process = start_tied([ORCA, *options_of_orca()],
                                            env=self._environment, stdout=messages, stderr=messages)
                 try:
                     wait_until(self._speaks, "the screen reader speaks", patience)
