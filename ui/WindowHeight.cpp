@@ -23,8 +23,7 @@ namespace {
 constexpr int initialHeight = fullWindowSize.height(); // the first limit, the height of a page
 constexpr int listPadding = 5;                         // above the first row and below the last one
 constexpr qsizetype maximumRequests = 16; // more than a window system leaves unanswered
-constexpr auto movePause = 100ms;       // for which a window manager may leave it on another screen
-constexpr int maximumRoundingError = 2; // of a height, converted to device pixels and back
+constexpr int maximumRoundingError = 2;   // of a height, converted to device pixels and back
 
 } // namespace
 
@@ -123,7 +122,7 @@ bool WindowHeight::eventFilter(QObject *watched, QEvent *event)
         fitToScreen();
     } else if (event->type() == QEvent::ScreenChangeInternal) {
         // The window may not have its position on the new screen yet.
-        QTimer::singleShot(0ms, this, &WindowHeight::fitToNewScreen);
+        QTimer::singleShot(0ms, this, &WindowHeight::fitToScreen);
     }
     return QObject::eventFilter(watched, event);
 }
@@ -139,17 +138,6 @@ QSize WindowHeight::room() const
     const QSize available = availableArea(m_window->screen()).size();
     return {available.width() < fullWindowSize.width() ? available.width() : QWIDGETSIZE_MAX,
             available.height() < fullWindowSize.height() ? available.height() : QWIDGETSIZE_MAX};
-}
-
-// A window manager that takes the window over may put it on another screen for a moment. A resize
-// there would keep it from coming back.
-void WindowHeight::fitToNewScreen()
-{
-    if (m_window->screen()->geometry().intersects(m_window->geometry())) {
-        fitToScreen();
-    } else {
-        QTimer::singleShot(movePause, this, &WindowHeight::fitToScreen);
-    }
 }
 
 void WindowHeight::fitToScreen()

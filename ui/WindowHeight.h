@@ -56,7 +56,6 @@ Q_SIGNALS:
 private:
     bool isListCurrent() const;
     QSize room() const;
-    void fitToNewScreen();
     void fitToScreen();
     void update();
     void collapseStack();
