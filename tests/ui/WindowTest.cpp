@@ -158,13 +158,6 @@ void Window::drift(const QPoint &position)
     settle();
 }
 
-void Window::changeScreen(QScreen *screen)
-{
-    QWindowSystemInterface::handleWindowScreenChanged<QWindowSystemInterface::SynchronousDelivery>(
-        window.windowHandle(), screen);
-    settle();
-}
-
 QStringList Window::useMenu(QWidget *target, const QPoint &position, const QString &choice)
 {
     QStringList texts;

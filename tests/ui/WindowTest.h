@@ -17,7 +17,6 @@
 class CommandLineEdit;
 class QLabel;
 class QLineEdit;
-class QScreen;
 class QTimer;
 
 /// Shared by the tests of MainWindow: the window with real services, the faked platform, and
@@ -99,8 +98,6 @@ public:
     void dragHeight(int height);
     /// Moves the window as the window system does.
     void drift(const QPoint &position);
-    /// Moves the window to another screen as the window system does, before it has its position.
-    void changeScreen(QScreen *screen);
 
     /// Opens a menu with a right click and triggers the action with this text, or dismisses the
     /// menu if the text is empty. Returns the texts of the actions; empty if no menu opened. Sets

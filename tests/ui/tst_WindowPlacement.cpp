@@ -91,9 +91,6 @@ private Q_SLOTS:
     void comesBackWhenItsScreenWentWhileItWasHidden();
     void returnsToItsScreen();
     void lostScreenIsNotStored();
-
-    void momentOnASmallScreenKeepsTheSize();
-    void moveToASmallScreenFitsIt();
 };
 
 void tst_WindowPlacement::init()
@@ -358,29 +355,6 @@ void tst_WindowPlacement::lostScreenIsNotStored()
     waitForDrag();
     w.window.hide();
     QCOMPARE(w.settings.windowPosition(), QPoint(1100, 500));
-}
-
-void tst_WindowPlacement::momentOnASmallScreenKeepsTheSize()
-{
-    const FakeScreen small(QRect(-700, 0, 700, 400));
-    Window w;
-    QVERIFY(w.showActive());
-    w.settle();
-    const QRect geometry = w.window.geometry();
-    w.changeScreen(QGuiApplication::screenAt({-1, 0}));
-    QCOMPARE(w.window.geometry(), geometry);
-    w.changeScreen(QGuiApplication::primaryScreen());
-    QCOMPARE(w.window.geometry(), geometry);
-}
-
-void tst_WindowPlacement::moveToASmallScreenFitsIt()
-{
-    const FakeScreen small(QRect(-700, 0, 700, 400));
-    Window w;
-    QVERIFY(w.showActive());
-    w.changeScreen(QGuiApplication::screenAt({-1, 0}));
-    QTRY_COMPARE(w.window.width(), 700);
-    QVERIFY(w.window.height() <= 400);
 }
 
 VASKEL_TEST(tst_WindowPlacement, QApplication)
