@@ -21,6 +21,7 @@
 #include "platform/IconTheme.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/WindowFocus.h"
+#include "platform/WindowFrame.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
@@ -265,6 +266,7 @@ int main(int argc, char *argv[])
     ThemeManager theme;
     GlobalHotkey hotkey;
     Updater updater;
+    platform::ignoreMovesOfHiddenWindows();
     fonts.wait();
     connectTheme(app, theme, settings);
     PluginManager plugins;
