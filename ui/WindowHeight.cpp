@@ -25,6 +25,14 @@ constexpr int listPadding = 5;                         // above the first row an
 constexpr qsizetype maximumRequests = 16; // more than a window system leaves unanswered
 constexpr int maximumRoundingError = 2;   // of a height, converted to device pixels and back
 
+// With a fractional device pixel ratio, heights are rounded when converted to device pixels and
+// back.
+bool isSameHeight(int requested, int answered, qreal devicePixelRatio)
+{
+    const bool isRounded = devicePixelRatio != std::floor(devicePixelRatio);
+    return std::abs(requested - answered) <= (isRounded ? maximumRoundingError : 0);
+}
+
 } // namespace
 
 int listHeight(int rowCount, int rowHeight, int frameWidth, int available)
@@ -37,15 +45,13 @@ int listHeight(int rowCount, int rowHeight, int frameWidth, int available)
     return std::min(wanted, std::max(available, row));
 }
 
-// Some requests get no answer, but the answers keep the order of the requests. With a fractional
-// device pixel ratio, heights are rounded when converted to device pixels and back.
+// Some requests get no answer, but the answers keep the order of the requests.
 bool takeAnswer(QList<int> &requestedHeights, int height, qreal devicePixelRatio)
 {
-    const int tolerance =
-        devicePixelRatio == std::floor(devicePixelRatio) ? 0 : maximumRoundingError;
     const auto request =
-        std::find_if(requestedHeights.cbegin(), requestedHeights.cend(),
-                     [&](int requested) { return std::abs(requested - height) <= tolerance; });
+        std::find_if(requestedHeights.cbegin(), requestedHeights.cend(), [&](int requested) {
+            return isSameHeight(requested, height, devicePixelRatio);
+        });
     const bool isAnswer = request != requestedHeights.cend();
     requestedHeights.erase(requestedHeights.cbegin(), isAnswer ? request + 1 : request);
     return isAnswer;
@@ -108,12 +114,24 @@ void WindowHeight::handleResize(const QResizeEvent &event)
         rememberRequest(height);
     } else if (ratio != m_devicePixelRatio) {
         m_requestedHeights.clear();
-    } else if (!takeAnswer(m_requestedHeights, height, m_window->devicePixelRatioF())
-               && height != event.oldSize().height() && isListCurrent() && m_stack->isVisible()
-               && m_list->count() > 0) {
+    } else if (!isAnswer(height) && height != event.oldSize().height() && isListCurrent()
+               && m_stack->isVisible() && m_list->count() > 0) {
         m_expandedHeight = height;
         m_stack->setFixedHeight(listHeightFor(height));
     }
+}
+
+// A window manager may repeat an answer, with an event of its own beside that of the X server. The
+// next request can come in between.
+bool WindowHeight::isAnswer(int height)
+{
+    const qreal ratio = m_window->devicePixelRatioF();
+    if (!m_requestedHeights.isEmpty() && isSameHeight(m_answeredHeight, height, ratio)) {
+        return true;
+    }
+    const bool isAnswer = takeAnswer(m_requestedHeights, height, ratio);
+    m_answeredHeight = isAnswer ? height : 0;
+    return isAnswer;
 }
 
 bool WindowHeight::eventFilter(QObject *watched, QEvent *event)

@@ -54,6 +54,7 @@ Q_SIGNALS:
     void listHidden();
 
 private:
+    bool isAnswer(int height);
     bool isListCurrent() const;
     QSize room() const;
     void fitToScreen();
@@ -73,4 +74,5 @@ private:
     bool m_isUpdatePending = false;
     qreal m_devicePixelRatio;
     QList<int> m_requestedHeights; // unanswered by the window system, oldest first
+    int m_answeredHeight = 0;      // of the last resize; 0 if it answered no request
 };

@@ -54,6 +54,7 @@ private Q_SLOTS:
     void dragOfTheWidthChangesNoLimit();
     void programsOwnResizeChangesNoLimit();
     void lateAnswersToRequestsChangeNoLimit();
+    void repeatedAnswersChangeNoLimit();
     void dragWorksAgainAfterLateAnswers();
     void userCanMakeTheWindowAsSmallAsOneRow();
 
@@ -345,6 +346,25 @@ void tst_MainWindowHeight::lateAnswersToRequestsChangeNoLimit()
         w.dragHeight(height);
     }
     QCOMPARE(w.window.height(), heights.last());
+    showRows(w, 100);
+    QCOMPARE(w.window.height(), 460);
+}
+
+void tst_MainWindowHeight::repeatedAnswersChangeNoLimit()
+{
+    Window w;
+    QVERIFY(w.showActive());
+    QList<int> heights;
+    for (const int count : {3, 1}) {
+        showRows(w, count);
+        heights.append(w.window.height());
+    }
+    w.dragHeight(heights.first());
+    showRows(w, 4);
+    heights.append(w.window.height());
+    for (const int height : heights) {
+        w.dragHeight(height);
+    }
     showRows(w, 100);
     QCOMPARE(w.window.height(), 460);
 }
