@@ -2,9 +2,9 @@
 #include "platform/WindowFrame.h"
 
 #include "platform/linux/X11Atom.h"
+#include "platform/linux/X11Marker.h"
 #include "support/TestProgram.h"
 
-#include <QAbstractNativeEventFilter>
 #include <QGuiApplication>
 #include <QTest>
 #include <QWindow>
@@ -72,38 +72,28 @@ private:
     xcb_window_t m_window;
 };
 
-/// Sends the window a message and notices when Qt gets it, after all events before.
-class Marker : public QAbstractNativeEventFilter
+/// A window that Qt has put to its place.
+class PlacedWindow : public QWindow
 {
 public:
-    explicit Marker(const QWindow &window)
+    PlacedWindow()
     {
-        QCoreApplication::instance()->installNativeEventFilter(this);
-        xcb_connection_t *connection = platform::x11Connection();
-        xcb_client_message_event_t message = {};
-        message.response_type = XCB_CLIENT_MESSAGE;
-        message.format = 32;
-        message.window = xcb_window_t(window.winId());
-        message.type = m_type;
-        xcb_send_event(connection, false, message.window, XCB_EVENT_MASK_NO_EVENT,
-                       reinterpret_cast<const char *>(&message));
-        xcb_flush(connection);
+        setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
+        setGeometry(place);
+        show();
     }
-
-    bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
-    {
-        const auto *event = static_cast<const xcb_client_message_event_t *>(message);
-        isNoticed =
-            isNoticed
-            || ((event->response_type & 0x7f) == XCB_CLIENT_MESSAGE && event->type == m_type);
-        return false;
-    }
-
-    bool isNoticed = false;
-
-private:
-    xcb_atom_t m_type = platform::x11Atom(platform::x11Connection(), "_VASKEL_MARKER");
 };
+
+/// Puts the window into the hidden frame and resizes it there, as a window manager does, until Qt
+/// has got all events.
+void takeOver(QWindow &window, Frame &frame)
+{
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    frame.take(window);
+    frame.resize(window, QSize(260, 160));
+    const X11Marker marker(window);
+    QTRY_VERIFY(marker.isNoticed());
+}
 
 } // namespace
 
@@ -118,39 +108,19 @@ private Q_SLOTS:
     void shownFrameMovesTheWindow();
 };
 
-/// The window that Qt has put to its place.
-class PlacedWindow : public QWindow
-{
-public:
-    PlacedWindow()
-    {
-        setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
-        setGeometry(place);
-        show();
-    }
-};
-
 void tst_WindowFrame::hiddenFrameDoesNotMoveTheWindow()
 {
     PlacedWindow window;
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
     Frame frame;
-    frame.take(window);
-    frame.resize(window, QSize(260, 160));
-    const Marker marker(window);
-    QTRY_VERIFY(marker.isNoticed);
+    takeOver(window, frame);
     QCOMPARE(window.geometry(), place);
 }
 
 void tst_WindowFrame::framePlacesTheWindowWhenItShows()
 {
     PlacedWindow window;
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
     Frame frame;
-    frame.take(window);
-    frame.resize(window, QSize(260, 160));
-    const Marker marker(window);
-    QTRY_VERIFY(marker.isNoticed);
+    takeOver(window, frame);
     frame.move(QPoint(500, 400));
     frame.show();
     QTRY_COMPARE(window.geometry(), QRect(500, 400, 260, 160));
@@ -159,13 +129,13 @@ void tst_WindowFrame::framePlacesTheWindowWhenItShows()
 void tst_WindowFrame::shownFrameMovesTheWindow()
 {
     PlacedWindow window;
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
     Frame frame;
-    frame.take(window);
+    takeOver(window, frame);
     frame.show();
+    QTRY_COMPARE(window.geometry(), QRect(0, 0, 260, 160));
     frame.move(QPoint(500, 400));
-    frame.resize(window, QSize(260, 160));
-    QTRY_COMPARE(window.geometry(), QRect(500, 400, 260, 160));
+    frame.resize(window, QSize(280, 180));
+    QTRY_COMPARE(window.geometry(), QRect(500, 400, 280, 180));
 }
 
 VASKEL_TEST(tst_WindowFrame, QGuiApplication)
