@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 
 using namespace Qt::StringLiterals;
 
@@ -24,7 +25,12 @@ int main(int argc, char *argv[])
     }
     const QStringList line =
         QStringList{QCoreApplication::applicationFilePath(), QDir::currentPath()} + arguments;
+    // QFile looks for the end when it opens a file to append: without turns, two programs that
+    // start at once may write to the same place.
+    QLockFile turn(filePath + ".lock"_L1);
     QFile file(filePath);
-    return file.open(QIODevice::Append) && file.write((line.join(u'\t') + u'\n').toUtf8()) > 0 ? 0
-                                                                                               : 1;
+    return turn.lock() && file.open(QIODevice::Append)
+                   && file.write((line.join(u'\t') + u'\n').toUtf8()) > 0 && file.flush()
+               ? 0
+               : 1;
 }
