@@ -89,7 +89,7 @@ QString installLink(const QString &name)
 {
     static bool isFirst = true;
     if (isFirst) {
-        recording::makeStartMenu();
+        recording::makeEmptyStartMenu();
         isFirst = false;
     }
     QString path = platform::startMenuRoots().constFirst() + u'/' + name + ".lnk"_L1;

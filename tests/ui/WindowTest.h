@@ -85,7 +85,7 @@ class Window
 public:
     Window();
 
-    /// Sets the text of the box and searches at once.
+    /// Sets the text of the box and searches at once, but not once more after the delay.
     void enter(const QString &text);
     void search();
     void launchCurrent();

@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
-#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace windowtest;
@@ -204,7 +203,6 @@ void tst_MainWindowHeight::searchPaintsOnce()
     Window w;
     QVERIFY(w.showActive());
     showRows(w, 2);
-    w.searchTimer().stop(); // it would search a second time
     w.calc.records = numberedRecords(rows);
     EventCounter window(&w.window, QEvent::Paint);
     EventCounter list(w.list->viewport(), QEvent::Paint);

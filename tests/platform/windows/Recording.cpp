@@ -13,6 +13,17 @@
 
 namespace recording {
 
+namespace {
+
+QString makeFolder(int folder)
+{
+    wchar_t path[MAX_PATH];
+    SHGetFolderPathW(nullptr, folder | CSIDL_FLAG_CREATE, nullptr, 0, path);
+    return QString::fromWCharArray(path);
+}
+
+} // namespace
+
 QString program()
 {
     return QDir::fromNativeSeparators(QStringLiteral(RECORDER));
@@ -35,12 +46,17 @@ QList<QStringList> starts(const QString &filePath)
 void makeStartMenu()
 {
     if (qEnvironmentVariableIsEmpty("VASKEL_TEST_PREFIX")) {
-        qFatal("the start menu of all users would lose its links");
+        qFatal("the start menu of all users is not one of the tests");
     }
+    makeFolder(CSIDL_PROGRAMS);
+    makeFolder(CSIDL_COMMON_PROGRAMS);
+}
+
+void makeEmptyStartMenu()
+{
+    makeStartMenu();
     for (const int folder : {CSIDL_PROGRAMS, CSIDL_COMMON_PROGRAMS}) {
-        wchar_t path[MAX_PATH];
-        SHGetFolderPathW(nullptr, folder | CSIDL_FLAG_CREATE, nullptr, 0, path);
-        QDirIterator links(QString::fromWCharArray(path), {QStringLiteral("*.lnk")}, QDir::Files,
+        QDirIterator links(makeFolder(folder), {QStringLiteral("*.lnk")}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (links.hasNext()) {
             QFile::remove(links.next());

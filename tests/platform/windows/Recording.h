@@ -16,10 +16,13 @@ QString program();
 /// arguments.
 QList<QStringList> starts(const QString &filePath);
 
-/// Creates the two start-menu folders, since the shell names only existing ones. Empties that of
-/// all users, which outlives the test. Ends the process if that folder does not belong to the
-/// tests.
+/// Creates the two start-menu folders, since the shell names only existing ones. Ends the process
+/// if that of all users does not belong to the tests.
 void makeStartMenu();
+
+/// Like makeStartMenu(), and removes the links of all users, which outlive a test. All tests share
+/// that folder, so only one test at a time may call this or install links there.
+void makeEmptyStartMenu();
 
 /// Makes the program the shell's handler for folders. It then records them in the file in the
 /// variable VASKEL_SHOWN_FOLDERS.

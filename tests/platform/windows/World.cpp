@@ -17,6 +17,8 @@
 #include <QStyleHints>
 #include <QWindow>
 
+#include <utility>
+
 #include <windows.h>
 
 using namespace Qt::StringLiterals;
@@ -34,9 +36,19 @@ QString startedMark(const QString &path)
     return testhome::path() + u'/' + QString::number(qHash(path, 0), 16) + ".started"_L1;
 }
 
+// All tests share the start menu of all users, which outlives them.
+QStringList &commonLinks()
+{
+    static QStringList links;
+    return links;
+}
+
 QString makeLink(int root, const QString &name)
 {
     QString path = platform::startMenuRoots().at(root) + u'/' + name + ".lnk"_L1;
+    if (root == 1) {
+        commonLinks().append(path);
+    }
     const ShellLink link{recording::program(), u'"' + startedMark(path) + u'"', {}, {}};
     if (!link.write(path)) {
         qFatal("cannot write %s", qUtf8Printable(path));
@@ -61,6 +73,10 @@ void reset()
     QDir::setCurrent(testhome::path() + "/tmp"_L1);
     qputenv("VASKEL_SHOWN_FOLDERS", shownFoldersFile().toLocal8Bit());
     EverythingTest_SetFiles(L"");
+    for (const QString &link : std::as_const(commonLinks())) {
+        QFile::remove(link);
+    }
+    commonLinks().clear();
     recording::makeStartMenu();
     recording::becomeFileManager();
 }

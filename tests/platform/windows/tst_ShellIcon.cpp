@@ -123,7 +123,7 @@ private Q_SLOTS:
 void tst_ShellIcon::init()
 {
     testhome::reset();
-    recording::makeStartMenu();
+    recording::makeEmptyStartMenu();
 }
 
 void tst_ShellIcon::keepsEveryColourInItsPlace()

@@ -65,7 +65,7 @@ private Q_SLOTS:
 void tst_StartMenu::init()
 {
     testhome::reset();
-    recording::makeStartMenu();
+    recording::makeEmptyStartMenu();
 }
 
 void tst_StartMenu::usersOwnFolderComesBeforeThatOfAllUsers()
