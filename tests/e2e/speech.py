@@ -99,10 +99,15 @@ WORDS = {
     "layered pane": {43: ["layered pane"], 48: ["layered pane 0 items"]},
     "list": {43: ["{0}.", "List with {1}."], 48: ["{0} List with {1}"]},
     "notification": {43: ["notification {}."], 48: ["{}"]},
-    "panel": {43: [], 48: ["{} panel"]},
     "tree": {43: ["{} tree."], 48: ["{} tree.", "{}"], 51: ["{} tree"]},
     "window": {43: ["{} frame."], 48: ["{}."], 51: ["{}"]},
 }
+
+
+def is_aside(text):
+    """What newer versions say of a field some time after its text was replaced, or of a panel
+    around a widget, once or twice and with its tool tip."""
+    return text == "Text unselected." or text.endswith(" panel")
 
 
 def output_of_orca(option):
@@ -188,8 +193,7 @@ class Orca:
     def said(self):
         """What has been said since the last forget()."""
         texts = self._server.texts[self.mark:]
-        # Newer versions say this of a field some time after its text was replaced.
-        return texts if self.version < 48 else [text for text in texts if text != "Text unselected."]
+        return texts if self.version < 48 else [text for text in texts if not is_aside(text)]
 
     def words(self, kind, *texts):
         """What this version says of a widget of that kind with these texts."""

@@ -7,9 +7,6 @@ from case import EndToEndCase, main
 from speech import Orca
 from tst_update import UpdateCase
 
-HINT = ("To find a name that begins with a command, type a blank first. "
-        "Ctrl+Backspace directly after the badge joins it to the letters that follow.")
-
 
 class SpeechCase(EndToEndCase):
     orca = None
@@ -30,7 +27,7 @@ class SpeechCase(EndToEndCase):
     def start(self):
         self.orca.forget()
         super().start()
-        self.hears(*self.words("window", "Vaskel"), *self.words("panel", HINT),
+        self.hears(*self.words("window", "Vaskel"),
                    *self.words("field", "Search apps or type cmd space args..."))
 
     def words(self, kind, *texts):
