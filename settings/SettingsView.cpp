@@ -7,10 +7,10 @@
 #include "settings/SavedNotice.h"
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
+#include "settings/SettingsNavigation.h"
 #include "settings/ThemeManager.h"
 #include "widgets/AccessibleName.h"
 #include "widgets/HotkeyEdit.h"
-#include "widgets/ItemFocusDelegate.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -19,7 +19,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -111,11 +110,8 @@ SettingsView::SettingsView(Settings *settings, PluginManager *pluginManager, QWi
     , m_bindings(settings)
     , m_pluginManager(pluginManager)
 {
-    m_navigation = new QListWidget(this);
-    m_navigation->setObjectName(u"settingsNavigation"_s);
+    m_navigation = new SettingsNavigation(this);
     m_navigation->setAccessibleName(tr("Settings"));
-    m_navigation->setFixedWidth(132);
-    m_navigation->setItemDelegate(new ItemFocusDelegate(m_navigation));
     m_pages = new QStackedWidget(this);
     m_pages->setObjectName(u"settingsPages"_s);
     connect(m_navigation, &QListWidget::currentRowChanged, m_pages,

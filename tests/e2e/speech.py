@@ -85,15 +85,39 @@ START_PATIENCES = [PATIENCE / 9, PATIENCE / 4, PATIENCE / 2, PATIENCE]
 
 ORCA = "/usr/bin/orca"
 
-# Which keys are pressed is of no interest.
+# Which keys are pressed is of no interest. Newer versions have replaced their own file by GSettings.
 SETTINGS = {"enableKeyEcho": False, "enableEchoByCharacter": False}
+GSETTINGS = "[org/gnome/orca/default/typing-echo]\nkey-echo=false\n"
+
+# What Orca says of a widget, by the major versions from which on it does so.
+WORDS = {
+    "alert": {43: ["alert {}."], 51: ["alert {}"]},
+    "button": {43: ["{} push button."], 48: ["{} button."], 51: ["{} button"]},
+    "dialog": {43: ["{} dialog."], 48: ["{} dialog"]},
+    "field": {43: ["{} text."], 51: ["{} text"]},
+    "item": {43: ["{}."], 51: ["{}"]},
+    "layered pane": {43: ["layered pane"], 48: ["layered pane 0 items"]},
+    "list": {43: ["{0}.", "List with {1}."], 48: ["{0} List with {1}"]},
+    "notification": {43: ["notification {}."], 48: ["{}"]},
+    "tree": {43: ["{} tree."], 48: ["{} tree.", "{}"], 51: ["{} tree"]},
+    "window": {43: ["{} frame."], 48: ["{}."], 51: ["{}"]},
+}
+
+
+def is_aside(text):
+    """What newer versions say of a field some time after its text was replaced, or of a panel
+    around a widget, once or twice and with its tool tip."""
+    return text == "Text unselected." or text.endswith(" panel")
+
+
+def output_of_orca(option):
+    return subprocess.run([ORCA, option], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
+                          text=True, timeout=PATIENCE).stdout
 
 
 def options_of_orca():
     """Newer versions cannot be told to leave out braille, and do not speak if they are."""
-    usage = subprocess.run([ORCA, "--help"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                           text=True, timeout=PATIENCE).stdout
-    return ["--disable", "braille"] if "--disable" in usage else []
+    return ["--disable", "braille"] if "--disable" in output_of_orca("--help") else []
 
 
 class Orca:
@@ -105,11 +129,14 @@ class Orca:
         address = folder / "speech"
         self._server = SpeechServer(address)
         self._write_settings(folder / ".local/share/orca")
+        self._write_gsettings(folder / ".config/glib-2.0/settings")
         environment = {name: value for name, value in os.environ.items() if name == "PATH"}
         self._environment = environment | desktop.environment() | {
             "HOME": str(folder), "XDG_RUNTIME_DIR": str(folder), "LANG": "C.UTF-8",
-            "SPEECHD_ADDRESS": f"unix_socket:{address}", "PYTHONFAULTHANDLER": "1"}
+            "SPEECHD_ADDRESS": f"unix_socket:{address}", "PYTHONFAULTHANDLER": "1",
+            "GSETTINGS_BACKEND": "keyfile"}
         self.mark = 0
+        self.version = int(re.search(r"[0-9]+", output_of_orca("--version"))[0])
         self._start()
 
     def _start(self):
@@ -149,6 +176,11 @@ class Orca:
             "general": {"startingProfile": profile["profile"]}, "pronunciations": {},
             "keybindings": {}, "profiles": {"default": profile | SETTINGS}}))
 
+    @staticmethod
+    def _write_gsettings(folder):
+        folder.mkdir(parents=True)
+        (folder / "keyfile").write_text(GSETTINGS)
+
     def close(self):
         stop(self._process)
         self._server.close()
@@ -160,4 +192,11 @@ class Orca:
 
     def said(self):
         """What has been said since the last forget()."""
-        return self._server.texts[self.mark:]
+        texts = self._server.texts[self.mark:]
+        return texts if self.version < 48 else [text for text in texts if not is_aside(text)]
+
+    def words(self, kind, *texts):
+        """What this version says of a widget of that kind with these texts."""
+        newest = max(version for version in WORDS[kind] if version <= self.version)
+        said = [words.format(*texts) for words in WORDS[kind][newest]]
+        return [text.replace("...", " dot dot dot") for text in said] if self.version < 48 else said

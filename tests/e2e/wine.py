@@ -277,11 +277,15 @@ class WineLauncher(Launcher):
         if not bar:
             return None
         x, y, width, height = bar
-        # Wine draws the icons itself and puts the first one at the end of its bar.
-        place = (x + width - height, y, height, height)
-        pixels = self.desktop.pixels(*place)
-        blue = sum(b > 150 and b > r + 60 for r, b in zip(pixels[::3], pixels[2::3]))
-        return place if blue > height * height // 4 else None
+        # Wine draws the icons itself. It puts the first one at the end of a bar, and newer versions
+        # at the start of a window.
+        for left in (x + width - height, x):
+            place = (left, y, height, height)
+            pixels = self.desktop.pixels(*place)
+            blue = sum(b > 150 and b > r + 60 for r, b in zip(pixels[::3], pixels[2::3]))
+            if blue > height * height // 4:
+                return place
+        return None
 
     def menu(self):
         """The entries of the open menu with their geometry."""

@@ -9,7 +9,7 @@
 //   active     whether the program's window has the keyboard focus
 //   counts     the number of handles, GDI and user objects of the program
 //   processes  the processes of that program
-//   taskbar    the geometry of the bar with the system tray at its end
+//   taskbar    the geometry of the inside of the bar or window with the system tray
 //   clipboard  the text in the clipboard
 //   colors     tells all programs that the user's choice of colours has changed
 
@@ -110,9 +110,10 @@ std::string answerTaskbar()
 {
     HWND bar = FindWindowW(L"Shell_TrayWnd", nullptr);
     RECT place{};
-    if (!bar || !IsWindowVisible(bar) || !GetWindowRect(bar, &place)) {
+    if (!bar || !IsWindowVisible(bar) || !GetClientRect(bar, &place)) {
         return "null";
     }
+    MapWindowPoints(bar, nullptr, reinterpret_cast<POINT *>(&place), 2);
     char text[100];
     std::snprintf(text, sizeof text, "[%ld,%ld,%ld,%ld]", place.left, place.top,
                   place.right - place.left, place.bottom - place.top);

@@ -129,6 +129,7 @@ class Tray(WindowsCase):
         self.launcher.press("Escape")
         wait_until(lambda: not self.launcher.menu(), "the menu closes")
 
+        self.launcher.take_keyboard()
         self.hide_window()
         self.open_menu()
         self.assertFalse(self.launcher.is_visible())
