@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Logger.h"
 
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -18,6 +19,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
 
@@ -39,18 +41,12 @@ QStringList linesOf(const QByteArray &text)
     return lines;
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 /// The lines of all logs of a folder; a new file may have begun at midnight.
 QStringList linesIn(const QString &folder)
 {
     QStringList lines;
     for (const QString &name : namesIn(folder)) {
-        lines += linesOf(contentOf(folder + u'/' + name));
+        lines += linesOf(contentOf(folder + u'/' + name).value());
     }
     return lines;
 }
@@ -525,10 +521,10 @@ void tst_Logger::beginsAFileAtMidnight()
 
     QCOMPARE(namesIn(m_folder),
              (QStringList{u"Vaskel_2024-02-28.log"_s, u"Vaskel_2024-02-29.log"_s}));
-    QCOMPARE(withoutTimes(linesOf(contentOf(m_folder + "/Vaskel_2024-02-28.log"_L1))),
+    QCOMPARE(withoutTimes(linesOf(contentOf(m_folder + "/Vaskel_2024-02-28.log"_L1).value())),
              (QStringList{"[Vaskel] [info] Logger initialized, log dir: "_L1 + m_folder,
                           u"[Vaskel] [info] [QT] :0  - an info text"_s}));
-    QCOMPARE(withoutTimes(linesOf(contentOf(m_folder + "/Vaskel_2024-02-29.log"_L1))),
+    QCOMPARE(withoutTimes(linesOf(contentOf(m_folder + "/Vaskel_2024-02-29.log"_L1).value())),
              QStringList{u"[Vaskel] [warning] [QT] :0  - a warning text"_s});
 }
 

@@ -7,6 +7,7 @@
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
 #include "plugins/OpenedFiles.h"
+#include "support/FileContent.h"
 #include "support/RunningProcess.h"
 #include "support/TestProgram.h"
 
@@ -16,14 +17,15 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
 
 // The content of a file that a program has written into its folder.
-QByteArray contentOf(const QString &name)
+/// A file that a program has written into its folder.
+QString scriptFile(const QString &name)
 {
-    QFile file(testhome::path() + "/script/"_L1 + name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return testhome::path() + "/script/"_L1 + name;
 }
 
 QString titles(const QVariantList &records)
@@ -194,8 +196,8 @@ void tst_ScriptPlugin::endsTheProgramOfAnEarlierText()
     release(u"go-b"_s);
     plugin.query(u"a"_s);
     QTRY_VERIFY_WITH_TIMEOUT(exists(u"script/child-a"_s), 60'000);
-    const qint64 program = contentOf(u"a"_s).toLongLong();
-    const qint64 child = contentOf(u"child-a"_s).toLongLong();
+    const qint64 program = contentOf(scriptFile(u"a"_s)).value().toLongLong();
+    const qint64 child = contentOf(scriptFile(u"child-a"_s)).value().toLongLong();
     QVERIFY(isRunning(program));
     QVERIFY(isRunning(child));
     plugin.query(u"b"_s);
@@ -217,7 +219,8 @@ void tst_ScriptPlugin::startsAfterTheDelay()
     QCOMPARE(titles(plugin.query(u"ab"_s)), waiting);
     QVERIFY(!plugin.findChild<ScriptProcess *>());
     QTRY_COMPARE(changed.size(), 1);
-    QCOMPARE(contentOf(u"starts"_s), QByteArray("ab\n")); // the first had no time to start
+    // The first had no time to start.
+    QCOMPARE(contentOf(scriptFile(u"starts"_s)), QByteArray("ab\n"));
 }
 
 void tst_ScriptPlugin::showsAnErrorAsOneInertRow()
@@ -370,7 +373,7 @@ void tst_ScriptPlugin::runsAProgram()
                            u"append"_s, u"done"_s,   u"--for={arg}"_s};
     ScriptPlugin plugin(file, &rowsChanged);
     QVERIFY(plugin.execute(makeAction(ScriptAnswer::runType, u"a 'b' \"$c"_s, u"mine"_s)));
-    QTRY_COMPARE(contentOf(u"done"_s), QByteArray("(a 'b' \"$c)\n--for=a 'b' \"$c\n"));
+    QTRY_COMPARE(contentOf(scriptFile(u"done"_s)), QByteArray("(a 'b' \"$c)\n--for=a 'b' \"$c\n"));
 }
 
 void tst_ScriptPlugin::refusesOtherActions()

@@ -5,6 +5,7 @@
 #include "core/IPlugin.h"
 #include "settings/Settings.h"
 #include "support/FakePlatform.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -21,6 +22,7 @@
 #include <QWidget>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
 
@@ -188,12 +190,6 @@ QString installRecorder(const QString &name)
                                              "mv \"$0.part\" \"$0.ran\"\n");
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
 }
 
 } // namespace
@@ -656,7 +652,7 @@ void tst_PluginManager::launchesADetachedProcess()
 
     QVERIFY(manager.executeAction(actionOf(u"launch"_s, recorder, plugin)));
     QTRY_VERIFY(QFile::exists(recorder + ".ran"_L1));
-    const QList<QByteArray> record = contentOf(recorder + ".ran"_L1).split('\n');
+    const QList<QByteArray> record = contentOf(recorder + ".ran"_L1).value().trimmed().split('\n');
     QCOMPARE(record.count(), 3);
     QCOMPARE(record.at(0), QByteArray("0"));
     QVERIFY(record.at(1) != QByteArray::number(QCoreApplication::applicationPid()));

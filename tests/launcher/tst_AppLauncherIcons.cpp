@@ -2,6 +2,7 @@
 #include "launcher/AppLauncher.h"
 
 #include "launcher/LauncherTest.h"
+#include "support/FileContent.h"
 #include "support/TestProgram.h"
 
 #include <QFile>
@@ -12,6 +13,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 using namespace launchertest;
 
 namespace {
@@ -52,12 +54,6 @@ QString iconFile(const QString &path)
 void writeIconFile(const QString &path, const QByteArray &content)
 {
     testhome::writeFile(QDir(testhome::path()).relativeFilePath(iconFile(path)), content);
-}
-
-QByteArray contentOf(const QString &filePath)
-{
-    QFile file(filePath);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 /// The "icon" of the only start-menu entry.
@@ -116,7 +112,7 @@ void tst_AppLauncherIcons::takesTheFilesOwnIcon()
     QCOMPARE(icon, iconFile(path));
     QCOMPARE(QImage(icon).size(), QSize(32, 32));
     QCOMPARE(centreOf(icon), QColor(Qt::green).rgb());
-    QVERIFY(contentOf(icon).startsWith("\x89PNG"));
+    QVERIFY(contentOf(icon).value().startsWith("\x89PNG"));
 }
 
 void tst_AppLauncherIcons::takesTheIconOfTheFileType()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FileReplacement.h"
 
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "update/FileSizeLimit.h"
@@ -11,6 +12,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 using platform::replaceFile;
 
 namespace {
@@ -23,12 +25,6 @@ QString folderPath()
 QString filePath()
 {
     return folderPath() + "/file"_L1;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
 }
 
 QStringList filesInFolder()

@@ -2,6 +2,7 @@
 #include "platform/PrivateFile.h"
 
 #include "platform/World.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -10,14 +11,9 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
 
 } // namespace
 
@@ -66,7 +62,7 @@ void tst_PrivateFileContract::writesTextAsTheSystemHasIt()
 void tst_PrivateFileContract::refusesTheFileOfSomebodyElse()
 {
     const QString path = world::foreignFile();
-    const QByteArray content = contentOf(path);
+    const QByteArray content = contentOf(path).value();
     QFile file(path);
     QVERIFY(!platform::openPrivateFile(file, QIODevice::WriteOnly));
     QVERIFY(!file.isOpen());

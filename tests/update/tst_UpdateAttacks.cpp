@@ -2,6 +2,7 @@
 #include "update/Updater.h"
 
 #include "support/FakePlatform.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "update/FileSizeLimit.h"
@@ -22,6 +23,7 @@
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 using namespace std::chrono_literals;
 
 namespace {
@@ -41,12 +43,6 @@ QString temporaryFile(const QString &name)
 QString downloadPath()
 {
     return temporaryFile(u"Vaskel_update.exe"_s);
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 QByteArray withLength(const QByteArray &body)

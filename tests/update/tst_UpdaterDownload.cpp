@@ -2,6 +2,7 @@
 #include "update/Updater.h"
 
 #include "support/FakePlatform.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "update/FileSizeLimit.h"
@@ -19,8 +20,10 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 using namespace std::chrono_literals;
 
 namespace {
@@ -33,12 +36,6 @@ QString downloadPath()
 QString scriptPath()
 {
     return testhome::path() + "/tmp/Vaskel_updater.bat"_L1;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
 bool exists(const QString &path)
@@ -70,7 +67,7 @@ public:
 
     QStringList heard;
     QList<std::pair<qint64, qint64>> progress;
-    QByteArray contentAtEnd;
+    std::optional<QByteArray> contentAtEnd;
     QStringList startedAtEnd;
     bool hasFileAtError = false;
 };
@@ -161,7 +158,7 @@ void tst_UpdaterDownload::installsWhatItDownloaded()
     QCOMPARE(listener.contentAtEnd, program);
     QCOMPARE(listener.startedAtEnd, QStringList());
     QCOMPARE(contentOf(downloadPath()), program);
-    QCOMPARE(contentOf(scriptPath()).replace("\r\n", "\n"), "line é\nlast\n");
+    QCOMPARE(contentOf(scriptPath()).value().replace("\r\n", "\n"), "line é\nlast\n");
     const std::pair<QString, QString> call(downloadPath(), QCoreApplication::applicationFilePath());
     QCOMPARE(fakePlatform().updateScriptCalls.size(), 1);
     QCOMPARE(fakePlatform().updateScriptCalls.constFirst(), call);
@@ -255,7 +252,7 @@ void tst_UpdaterDownload::replacesTheFileOfAnEarlierAttempt()
     Updater updater;
     QCOMPARE(download(updater, m_server->url(u"/new"_s)), 0);
     QCOMPARE(contentOf(downloadPath()), "new");
-    QCOMPARE(contentOf(scriptPath()).replace("\r\n", "\n"), "script\n");
+    QCOMPARE(contentOf(scriptPath()).value().replace("\r\n", "\n"), "script\n");
 }
 
 void tst_UpdaterDownload::followsRedirects()

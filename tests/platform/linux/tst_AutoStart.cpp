@@ -2,6 +2,7 @@
 #include "platform/AutoStart.h"
 
 #include "platform/Link.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -14,6 +15,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 class tst_AutoStart : public QObject
 {
@@ -50,15 +52,10 @@ QString entryPath()
     return folderPath() + "/Vaskel.desktop"_L1;
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QString installProgram(const QString &relativePath)
 {
-    QString path = testhome::writeFile(relativePath, contentOf(QStringLiteral(AUTOSTARTER)));
+    QString path =
+        testhome::writeFile(relativePath, contentOf(QStringLiteral(AUTOSTARTER)).value());
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     return path;
 }
@@ -129,7 +126,7 @@ void tst_AutoStart::replacesADifferentEntry()
 {
     QFETCH(QByteArray, content);
     platform::applyAutoStart(true);
-    const QByteArray expected = contentOf(entryPath());
+    const QByteArray expected = contentOf(entryPath()).value();
     testhome::writeFile(u"config/autostart/Vaskel.desktop"_s, content);
     platform::applyAutoStart(true);
     QCOMPARE(contentOf(entryPath()), expected);
@@ -143,7 +140,7 @@ void tst_AutoStart::leavesTheTargetOfASymbolicLinkAlone()
     platform::applyAutoStart(true);
     QCOMPARE(contentOf(target), QByteArray("menu"));
     QVERIFY(!QFileInfo(entryPath()).isSymLink());
-    QVERIFY(contentOf(entryPath()).contains("Name=Vaskel"));
+    QVERIFY(contentOf(entryPath()).value().contains("Name=Vaskel"));
 }
 
 void tst_AutoStart::removesTheEntryWhoeverWroteIt()
@@ -215,7 +212,9 @@ void tst_AutoStart::theDesktopStartsAnyPath()
     QVERIFY(run(program, u"on"_s));
     QTEST(validatorOutput().isEmpty(), "isValid");
     QVERIFY(platform::openLink(entryPath()));
-    QTRY_COMPARE(QString::fromUtf8(contentOf(testhome::path() + "/record"_L1)), program);
+    QTRY_COMPARE(
+        QString::fromUtf8(contentOf(testhome::path() + "/record"_L1).value_or(QByteArray())),
+        program);
     QVERIFY(run(program, u"off"_s));
     QVERIFY(!QFile::exists(entryPath()));
 }
@@ -223,7 +222,7 @@ void tst_AutoStart::theDesktopStartsAnyPath()
 void tst_AutoStart::startsAPathWithAnEqualsSignByTheShell()
 {
     QVERIFY(run(installProgram(u"a=b/Vaskel"_s), u"on"_s));
-    QVERIFY(contentOf(entryPath()).contains("\nExec=sh -c \""));
+    QVERIFY(contentOf(entryPath()).value().contains("\nExec=sh -c \""));
 }
 
 void tst_AutoStart::followsTheProgramToAnotherPlace()
@@ -233,7 +232,7 @@ void tst_AutoStart::followsTheProgramToAnotherPlace()
     QVERIFY(QDir().rename(testhome::path() + "/before"_L1, testhome::path() + "/after"_L1));
     const QString after = testhome::path() + "/after/Vaskel"_L1;
     QVERIFY(run(after, u"on"_s));
-    QVERIFY(contentOf(entryPath()).contains("Exec=\"" + after.toUtf8() + "\"\n"));
+    QVERIFY(contentOf(entryPath()).value().contains("Exec=\"" + after.toUtf8() + "\"\n"));
 }
 
 VASKEL_TEST(tst_AutoStart, QCoreApplication)

@@ -3,6 +3,7 @@
 
 #include "platform/linux/HomeDatabase.h"
 #include "platform/linux/Plocate.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -21,6 +22,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 namespace fileindex = platform::fileindex;
 
 namespace {
@@ -62,12 +64,6 @@ QStringList resultsOf(const QString &text)
     return answer.paths;
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QByteArray quoted(const QString &path)
 {
     return '\'' + QFile::encodeName(path) + '\'';
@@ -86,7 +82,7 @@ void installRecorder()
 
 QStringList recordedArguments()
 {
-    QStringList arguments = QString::fromUtf8(contentOf(recordPath())).split(QChar(u'\0'));
+    QStringList arguments = QString::fromUtf8(contentOf(recordPath()).value()).split(QChar(u'\0'));
     arguments.removeLast();
     return arguments;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/StartMenu.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -12,6 +13,7 @@
 #include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 /// What a second scan of a folder takes from the cache of the first one.
 class tst_StartMenuCache : public QObject
@@ -64,12 +66,6 @@ QString cacheFile()
     return files.hasNext() ? files.next() : QString();
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 // Keeps the state of the file, so that only a new reading shows the change.
 void changeUnseen(const QString &path, const QByteArray &content)
 {
@@ -102,7 +98,7 @@ void tst_StartMenuCache::answersFromTheFirstReading()
 {
     const QString path = write("Name=First\nExec=true\n");
     QCOMPARE(nameOf(path), u"First"_s);
-    changeUnseen(path, contentOf(path).replace("First", "Other"));
+    changeUnseen(path, contentOf(path).value().replace("First", "Other"));
     QCOMPARE(nameOf(path), u"First"_s);
 }
 
@@ -194,9 +190,9 @@ void tst_StartMenuCache::forgetsWhatIsGone()
         testhome::writeFile(u"data/applications/gone.desktop"_s,
                             "[Desktop Entry]\nType=Application\nName=Goneaway\nExec=true\n");
     QCOMPARE(platform::startMenuNames(root(), {path, other}).size(), 2);
-    const auto size = contentOf(cacheFile()).size();
+    const auto size = contentOf(cacheFile()).value().size();
     QCOMPARE(nameOf(path), u"Here"_s);
-    QVERIFY(contentOf(cacheFile()).size() < size);
+    QVERIFY(contentOf(cacheFile()).value().size() < size);
 }
 
 void tst_StartMenuCache::isNotWrittenWithoutAChange()
@@ -216,7 +212,7 @@ void tst_StartMenuCache::survivesDamage()
 {
     const QString path = write("Name=Name\nExec=true\n");
     QCOMPARE(nameOf(path), u"Name"_s);
-    const QByteArray whole = contentOf(cacheFile());
+    const QByteArray whole = contentOf(cacheFile()).value();
     for (qsizetype size = 0; size < whole.size(); ++size) {
         QFile file(cacheFile());
         QVERIFY(file.open(QIODevice::WriteOnly));

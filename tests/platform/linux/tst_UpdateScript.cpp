@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/UpdateScript.h"
 
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "update/HttpServer.h"
@@ -19,17 +20,12 @@
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
 
 constexpr auto *updatePath = "Vaskel_update.exe";
 constexpr auto *scriptPath = "Vaskel_updater.bat";
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
 
 QString temporary(const char *fileName)
 {
@@ -230,7 +226,7 @@ void tst_UpdateScript::startsTheNewProgramWithTheMaskAndSignalsOfTheOldOne()
     ::signal(SIGPIPE, handler);
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(newRuns()), 30000);
 
-    const QList<QByteArray> lines = contentOf(newRuns()).split('\n');
+    const QList<QByteArray> lines = contentOf(newRuns()).value().split('\n');
     QCOMPARE(lines.first(), "0027");
     const quint64 ignored = lines.at(1).toULongLong(nullptr, 16);
     for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM}) {

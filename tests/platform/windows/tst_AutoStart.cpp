@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/AutoStart.h"
 
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "support/TestRegistry.h"
@@ -9,12 +10,12 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <QSettings>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
 
@@ -39,12 +40,6 @@ void registerByHand(const QString &name, const QString &value)
 QString ownPath()
 {
     return QCoreApplication::applicationFilePath().replace(u'/', u'\\');
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -76,8 +71,8 @@ void tst_AutoStart::storesThePathWithBackslashesAndWithoutQuotes()
 
 void tst_AutoStart::storesAPathWithBlanksWithoutQuotes()
 {
-    const QString path =
-        testhome::writeFile(u"two words/the program.exe"_s, contentOf(QStringLiteral(AUTOSTARTER)));
+    const QString path = testhome::writeFile(u"two words/the program.exe"_s,
+                                             contentOf(QStringLiteral(AUTOSTARTER)).value());
     QCOMPARE(QProcess::execute(path, {u"on"_s}), 0);
     QCOMPARE(queried(u"Vaskel"_s).section(u"REG_SZ"_s, 1).trimmed(),
              QDir::toNativeSeparators(path));

@@ -2,6 +2,7 @@
 #include "platform/PrivateFile.h"
 
 #include "platform/windows/AccessList.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -15,18 +16,13 @@
 #include <windows.h>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
 
 QString filePath()
 {
     return testhome::path() + "/tmp/file"_L1;
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
 std::wstring native(const QString &path)

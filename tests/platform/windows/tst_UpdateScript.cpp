@@ -3,6 +3,7 @@
 
 #include "platform/ProcessEnvironment.h"
 #include "platform/windows/Recording.h"
+#include "support/FileContent.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "update/HttpServer.h"
@@ -19,14 +20,9 @@
 #include <windows.h>
 
 using namespace Qt::StringLiterals;
+using filecontent::contentOf;
 
 namespace {
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
 
 QString temporary(const QString &fileName)
 {
@@ -122,7 +118,7 @@ void tst_UpdateScript::init()
     m_old.reset();
     m_interpreter.reset();
     m_server = std::make_unique<HttpServer>();
-    m_server->answerBody(u"/new"_s, contentOf(recording::program()));
+    m_server->answerBody(u"/new"_s, contentOf(recording::program()).value());
     m_server->answer(u"/never"_s, {}, HttpServer::End::Hang);
 }
 
@@ -187,7 +183,7 @@ void tst_UpdateScript::writesTheScript()
 void tst_UpdateScript::hasThisManyCharactersBesideThePaths()
 {
     writeScript(u"%1"_s, u"%2"_s);
-    QCOMPARE(contentOf(scriptPath()).size(), 195);
+    QCOMPARE(contentOf(scriptPath()).value().size(), 195);
 }
 
 void tst_UpdateScript::updatesTheRunningProgram_data()
@@ -210,7 +206,7 @@ void tst_UpdateScript::updatesTheRunningProgram()
 
     QCOMPARE(recording::starts(starts).first().first(), m_program);
     QVERIFY(QFile::exists(testhome::path() + "/old-ended"_L1));
-    QVERIFY(contentOf(m_program) == contentOf(recording::program()));
+    QVERIFY(contentOf(m_program) == contentOf(recording::program()).value());
     QCOMPARE(m_old->exitCode(), 0);
     QCOMPARE(contentOf(temporary(u"timeout.txt"_s)), "/t 2 /nobreak ");
     QCOMPARE(contentOf(temporary(u"running.bat"_s)),
@@ -238,7 +234,7 @@ void tst_UpdateScript::looksForCommandsInTheSystemFolderFirst()
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(written), 30000);
     QDir::setCurrent(before);
     qputenv("PATH", searchPath);
-    const QByteArrayList lines = contentOf(written).split('\n');
+    const QByteArrayList lines = contentOf(written).value().split('\n');
     const QString system = qEnvironmentVariable("SystemRoot") + uR"(\system32;)"_s;
     QVERIFY2(QString::fromLocal8Bit(lines.value(0)).startsWith(system, Qt::CaseInsensitive),
              lines.value(0).constData());
@@ -287,7 +283,7 @@ void tst_UpdateScript::keepsBothFilesAndReportsARunningProgram()
     QTRY_COMPARE(m_server->requests.size(), 1);
     runScriptIntoPause(m_program);
     pressAnyKey();
-    QVERIFY(contentOf(m_program) == contentOf(QStringLiteral(SELF_UPDATER)));
+    QVERIFY(contentOf(m_program) == contentOf(QStringLiteral(SELF_UPDATER)).value());
     QVERIFY(QFile::exists(downloadPath()));
     QCOMPARE(recording::starts(m_program + ".txt"_L1).size(), 0);
     QCOMPARE(m_old->state(), QProcess::Running);
@@ -319,7 +315,7 @@ void tst_UpdateScript::keepsBothFilesAndReportsAPathOutsideTheCodePage()
 {
     QFETCH(QString, folder);
     const QString program = testhome::writeFile(folder + "/program.exe"_L1, "old program");
-    testhome::writeFile(u"tmp/Vaskel_update.exe"_s, contentOf(recording::program()));
+    testhome::writeFile(u"tmp/Vaskel_update.exe"_s, contentOf(recording::program()).value());
     runScriptIntoPause(program);
     pressAnyKey();
     QCOMPARE(contentOf(program), "old program");
