@@ -70,13 +70,18 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Whoever sees the file also sees all of its content.
+// Whoever sees the file also sees all of its content. Windows replaces no file that the test has
+// open to look at it.
 void writeFile(const QString &path, const QByteArray &content)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) < 0 || !file.commit()) {
-        std::_Exit(100);
+    for (int i = 0; i < patience; ++i) {
+        QSaveFile file(path);
+        if (file.open(QIODevice::WriteOnly) && file.write(content) >= 0 && file.commit()) {
+            return;
+        }
+        QThread::msleep(10);
     }
+    std::_Exit(100);
 }
 
 void waitFor(const QString &path)

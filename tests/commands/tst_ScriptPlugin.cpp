@@ -21,8 +21,7 @@ using filecontent::contentOf;
 
 namespace {
 
-// The content of a file that a program has written into its folder.
-/// A file that a program has written into its folder.
+// A file that a program has written into its folder.
 QString scriptFile(const QString &name)
 {
     return testhome::path() + "/script/"_L1 + name;
