@@ -227,7 +227,19 @@ class Home:
                     os.kill(record["pid"], signal.SIGKILL)
                 except ProcessLookupError:
                     pass
+        self._remove_shared_memory()
         shutil.rmtree(self.folder, ignore_errors=True)
+
+    def _remove_shared_memory(self):
+        """Removes what the library SingleApplication leaves of a killed program.
+
+        Its key is made of the number of a file, which another file may get later.
+        """
+        for path in (self.folder / "tmp").glob("qipc_*"):
+            status = path.stat()
+            key = ord("Q") << 24 | (status.st_dev & 0xff) << 16 | status.st_ino & 0xffff
+            kind = "--semaphore-key" if "systemsem" in path.name else "--shmem-key"
+            subprocess.run(["ipcrm", kind, str(key)], stderr=subprocess.DEVNULL, check=False)
 
 
 class ForeignProcess:
