@@ -149,6 +149,9 @@ class Home:
             "XDG_DATA_DIRS": str(self.system),
             "XDG_RUNTIME_DIR": str(self.folder / "runtime"),
             "BROWSER": str(self.browser),
+            # The real SingleApplication names the running instance after it. With newer Qt, that
+            # name is the only thing that keeps two tests apart.
+            "APPIMAGE": str(self.folder),
         }
 
     def _install_browser(self):
