@@ -121,7 +121,7 @@ class FloatIcon(EndToEndCase):
         self.launcher.press("Up", "Return")
         wait_until(lambda: not self.launcher.float_icon(), "the icon is gone")
         self.assertTrue(self.launcher.is_visible())
-        self.assertEqual(self.home.preferences()["showFloatIcon"], "false")
+        self.becomes(lambda: self.home.preferences().get("showFloatIcon"), "false")
 
         self.launcher.kill()
         self.start()
