@@ -13,10 +13,6 @@
 using namespace Qt::StringLiterals;
 using filecontent::contentOf;
 
-namespace {
-
-} // namespace
-
 class tst_PrivateFileContract : public QObject
 {
     Q_OBJECT
