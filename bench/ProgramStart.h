@@ -14,7 +14,7 @@
 /// One start of a program, from the new process to the painted window.
 struct ProgramStart
 {
-    using Clock = std::chrono::steady_clock;
+    using Clock = ScreenWatcher::Clock;
 
     ProgramStart(const ProgramHome &home, ScreenWatcher &screen, std::vector<std::string> command,
                  std::chrono::minutes patience = std::chrono::minutes(1))
@@ -25,6 +25,6 @@ struct ProgramStart
 
     Clock::time_point begin = Clock::now();
     Process process;
-    std::optional<xcb_window_t> window; ///< nothing if none was painted in that time
+    std::optional<ScreenWatcher::ShownWindow> window; ///< nothing if none was painted in that time
     std::chrono::duration<double> duration = Clock::now() - begin;
 };

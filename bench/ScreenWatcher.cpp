@@ -68,10 +68,11 @@ bool ScreenWatcher::isConnected() const
     return xcb_connection_has_error(m_connection) == 0;
 }
 
-std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow(std::chrono::minutes patience)
+std::optional<ScreenWatcher::ShownWindow>
+ScreenWatcher::waitForPaintedWindow(std::chrono::minutes patience)
 {
     std::set<xcb_window_t> large;
-    std::optional<xcb_window_t> mapped;
+    std::optional<ShownWindow> mapped;
     const auto deadline = Clock::now() + patience;
     while (const Event event{nextEvent(deadline)}) {
         if (typeOf(*event) == XCB_CREATE_NOTIFY) {
@@ -81,7 +82,9 @@ std::optional<xcb_window_t> ScreenWatcher::waitForPaintedWindow(std::chrono::min
             }
         } else if (typeOf(*event) == XCB_MAP_NOTIFY) {
             const xcb_window_t window = as<xcb_map_notify_event_t>(event).window;
-            mapped = large.contains(window) ? window : mapped;
+            if (large.contains(window)) {
+                mapped = {window, Clock::now()};
+            }
         } else if (typeOf(*event) == m_damageNotify && mapped
                    && as<xcb_damage_notify_event_t>(event).area.width >= minimumWidth) {
             return mapped;

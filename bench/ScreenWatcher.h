@@ -13,6 +13,12 @@ class ScreenWatcher
 public:
     using Clock = std::chrono::steady_clock;
 
+    struct ShownWindow
+    {
+        xcb_window_t id;
+        Clock::time_point time;
+    };
+
     /// Connects to the display named by DISPLAY; isConnected() tells whether that worked.
     ScreenWatcher();
     ~ScreenWatcher();
@@ -21,8 +27,9 @@ public:
 
     bool isConnected() const;
 
-    /// Waits until a large window is shown and painted, and returns it; nothing after that time.
-    std::optional<xcb_window_t>
+    /// Waits until a large window is shown and painted, and returns it with the time when it was
+    /// shown; nothing after the time of its patience.
+    std::optional<ShownWindow>
     waitForPaintedWindow(std::chrono::minutes patience = std::chrono::minutes(1));
 
     /// Waits until a hidden window is shown again; false after a minute.

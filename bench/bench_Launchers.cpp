@@ -29,7 +29,7 @@ struct Launcher
 };
 
 const Launcher launchers[] = {
-    {"rofi", {"rofi", "-normal-window", "-show", "drun"}},
+    {"rofi", {"rofi", "-normal-window", "-show", "drun", "-show-icons"}},
     {"synapse", {"synapse"}},
     {"xfce4-appfinder", {"xfce4-appfinder", "--disable-server"}},
 };

@@ -21,6 +21,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -49,36 +50,51 @@ Fixture &fixture()
     return shared;
 }
 
+using Command = std::vector<std::string>;
+
+// Another launcher that lists the programs with their icons.
+const Command rofi{"rofi", "-normal-window", "-show", "drun", "-show-icons"};
+
+enum class Until {
+    Shown,
+    Painted,
+};
+
 // The first start fills the icon cache, and the first one of each program reads it from disk.
-bool warmUp(const char *program)
+bool warmUp(const Command &command)
 {
-    static std::vector<std::string> warm;
-    if (std::find(warm.begin(), warm.end(), program) == warm.end()) {
-        const ProgramStart start(fixture().home, fixture().screen, {program});
+    static std::vector<Command> warm;
+    if (std::find(warm.begin(), warm.end(), command) == warm.end()) {
+        const ProgramStart start(fixture().home, fixture().screen, command);
         if (!start.window) {
             return false;
         }
-        warm.emplace_back(program);
+        warm.push_back(command);
     }
     fixture().screen.discardEvents();
-    return program != std::string(VASKEL_PROGRAM) || fixture().home.hasIcons();
+    return command.front() != VASKEL_PROGRAM || fixture().home.hasIcons();
 }
 
-void startToShownWindow(benchmark::State &state, const char *program)
+void startToWindow(benchmark::State &state, const Command &command, Until until)
 {
-    if (!warmUp(program)) {
+    if (!warmUp(command)) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
     while (state.KeepRunning()) {
-        const ProgramStart start(fixture().home, fixture().screen, {program});
-        state.SetIterationTime(start.duration.count());
+        const ProgramStart start(fixture().home, fixture().screen, command);
+        if (!start.window) {
+            state.SkipWithError("The program shows no window.");
+            return;
+        }
+        const std::chrono::duration<double> untilShown = start.window->time - start.begin;
+        state.SetIterationTime((until == Until::Shown ? untilShown : start.duration).count());
     }
 }
 
 void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
 {
-    if (!warmUp(program)) {
+    if (!warmUp({program})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
@@ -149,7 +165,7 @@ std::optional<double> instructionsToList(const std::filesystem::path &folder)
 // Valgrind's count does not depend on the load of the machine. It writes a part at each flush.
 void instructionsToShownList(benchmark::State &state, const char *program)
 {
-    if (!warmUp(program)) {
+    if (!warmUp({program})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
@@ -174,11 +190,6 @@ void instructionsToShownList(benchmark::State &state, const char *program)
     }
     state.SetLabel("M");
 }
-
-enum class Until {
-    Shown,
-    Painted,
-};
 
 /// Shows the window of the running program; returns the time just before.
 using Summon = std::function<Clock::time_point()>;
@@ -219,7 +230,7 @@ std::vector<double> timesToShow(const char *program, Until until, std::size_t pr
     std::this_thread::sleep_for(1s);
     std::vector<double> times;
     while (times.size() < presses) {
-        const std::optional<double> time = timeToShow(*start.window, until);
+        const std::optional<double> time = timeToShow(start.window->id, until);
         if (!time) {
             return {};
         }
@@ -232,7 +243,7 @@ std::vector<double> timesToShow(const char *program, Until until, std::size_t pr
 // Both programs already run and have created their window.
 void hotkeyToWindow(benchmark::State &state, const char *program, Until until)
 {
-    if (!warmUp(program)) {
+    if (!warmUp({program})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
@@ -274,8 +285,9 @@ std::optional<double> delayOfToggle()
     std::vector<double> byHotkey;
     std::vector<double> byToggle;
     while (byToggle.size() < fewPresses) {
-        const std::optional<double> pressed = timeToShow(*start.window, Until::Shown);
-        const std::optional<double> ordered = timeToShow(*start.window, Until::Shown, orderToggle);
+        const std::optional<double> pressed = timeToShow(start.window->id, Until::Shown);
+        const std::optional<double> ordered =
+            timeToShow(start.window->id, Until::Shown, orderToggle);
         if (!pressed || !ordered) {
             return {};
         }
@@ -288,7 +300,7 @@ std::optional<double> delayOfToggle()
 // In milliseconds.
 void toggleToWindow(benchmark::State &state)
 {
-    if (!warmUp(VASKEL_PROGRAM)) {
+    if (!warmUp({VASKEL_PROGRAM})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
@@ -307,7 +319,7 @@ void toggleToWindow(benchmark::State &state)
 // The 99th percentile, in milliseconds.
 void slowSummons(benchmark::State &state)
 {
-    if (!warmUp(VASKEL_PROGRAM)) {
+    if (!warmUp({VASKEL_PROGRAM})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
@@ -332,7 +344,7 @@ constexpr xcb_keysym_t typedKeys[] = {XK_p, XK_r, XK_o, XK_BackSpace, XK_BackSpa
 // The 99th percentile of the time from a key to its rows, without the delay of the search.
 void slowSearches(benchmark::State &state)
 {
-    if (!warmUp(VASKEL_PROGRAM)) {
+    if (!warmUp({VASKEL_PROGRAM})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
@@ -357,15 +369,15 @@ void slowSearches(benchmark::State &state)
 
 void processorTimeWhileHidden(benchmark::State &state)
 {
-    if (!warmUp(VASKEL_PROGRAM)) {
+    if (!warmUp({VASKEL_PROGRAM})) {
         state.SkipWithError("The program does not start, or caches no icons.");
         return;
     }
     while (state.KeepRunning()) {
         const ProgramStart start(fixture().home, fixture().screen, {VASKEL_PROGRAM});
         std::this_thread::sleep_for(1s);
-        fixture().screen.requestClose(*start.window);
-        if (!fixture().screen.waitForHiddenWindow(*start.window)) {
+        fixture().screen.requestClose(start.window->id);
+        if (!fixture().screen.waitForHiddenWindow(start.window->id)) {
             state.SkipWithError("The window does not hide.");
             return;
         }
@@ -387,11 +399,18 @@ int main(int argc, char *argv[])
         benchmark->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
         benchmark->Repetitions(repetitions);
     };
-    repeat(benchmark::RegisterBenchmark("start/measured", startToShownWindow, VASKEL_PROGRAM), 31);
-    repeat(benchmark::RegisterBenchmark("start/floor", startToShownWindow, BARE_WINDOW), 31);
-    repeat(benchmark::RegisterBenchmark("start_list/measured", startToShownWindow, VASKEL_PROGRAM),
-           31);
-    repeat(benchmark::RegisterBenchmark("start_list/floor", startToShownWindow, BARE_LIST), 31);
+    for (const auto &[name, command, until] : {
+             std::tuple("start/measured", Command{VASKEL_PROGRAM}, Until::Painted),
+             {"start/floor", {BARE_WINDOW}, Until::Painted},
+             {"start_list/measured", {VASKEL_PROGRAM}, Until::Painted},
+             {"start_list/floor", {BARE_LIST}, Until::Painted},
+             {"shown_list/measured", {VASKEL_PROGRAM}, Until::Shown},
+             {"shown_list/floor", {BARE_LIST}, Until::Shown},
+             {"shown_rofi/measured", {VASKEL_PROGRAM}, Until::Shown},
+             {"shown_rofi/floor", rofi, Until::Shown},
+         }) {
+        repeat(benchmark::RegisterBenchmark(name, startToWindow, command, until), 31);
+    }
     repeat(benchmark::RegisterBenchmark("first_start/measured", startWithManyIcons, true), 5);
     repeat(benchmark::RegisterBenchmark("first_start/floor", startWithManyIcons, false), 5);
     repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),

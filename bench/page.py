@@ -27,17 +27,16 @@ the machine than the two values, and each ratio has a limit in `bench/limits`. A
 has a limit for the value itself.
 
 "Start" is the time from the new process to its first painted window, with the files of the program in
-the memory of the system. "Memory" is the process's own and its share of common pages (PSS), two seconds
-after that."""
+the memory of the system; the figures `shown_list` and `shown_rofi` end when the window is shown.
+"Memory" is the process's own and its share of common pages (PSS), two seconds after that."""
 
 OTHERS = """\
 The same measurements, of other launchers as they come from the system: each is started in the same home
-with the same 500 programs, by `rofi -normal-window -show drun`, `synapse` and
+with the same 500 programs, by `rofi -normal-window -show drun -show-icons`, `synapse` and
 `xfce4-appfinder --disable-server`. The ratios are those of the other launcher to Vaskel: above 1, Vaskel
 needs less.
 
-They do not show the same: Vaskel and xfce4-appfinder list the programs with their icons, Rofi lists their
-names, and Synapse shows an empty box. Rofi and xfce4-appfinder start at each use; Vaskel and Synapse keep
+They do not show the same: Synapse shows an empty box, the others list the programs with their icons. Rofi and xfce4-appfinder start at each use; Vaskel and Synapse keep
 running, so what a user of Vaskel waits for is the figure `hotkey_painted`."""
 
 

@@ -25,7 +25,7 @@ import tempfile
 
 import page
 
-TOOLS = {"instructions": "valgrind"}
+TOOLS = {"instructions": "valgrind", "shown_rofi": "rofi"}
 OTHER_START, OTHER_MEMORY = "other_start", "other_memory"  # the benchmarks of other launchers
 NANOSECONDS = {"ns": 1, "us": 1e3, "ms": 1e6, "s": 1e9}
 

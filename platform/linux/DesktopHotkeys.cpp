@@ -2,22 +2,9 @@
 #include "platform/DesktopHotkeys.h"
 
 #include "platform/linux/PortalHotkeys.h"
-
-#include <QByteArray>
+#include "platform/linux/WaylandSession.h"
 
 namespace platform {
-
-namespace {
-
-// A compositor sets the first variable for its clients. The second one is for a program that was
-// started without it, as a service of the user may be.
-bool isWaylandSession()
-{
-    return !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
-           || qgetenv("XDG_SESSION_TYPE") == "wayland";
-}
-
-} // namespace
 
 std::unique_ptr<DesktopHotkeys> createDesktopHotkeys(QWindow *window)
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowActivation.h"
 
+#include "platform/linux/WaylandSession.h"
 #include "platform/linux/X11Atom.h"
 
 #include <QWidget>
@@ -56,7 +57,7 @@ void prepareActivation(QWidget *window)
     }
     // On a Wayland session compositors only mark a window that asks for the focus, also one of an
     // X11 program.
-    if (!qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+    if (isWaylandSession()) {
         window->hide();
         return;
     }

@@ -119,8 +119,9 @@ private Q_SLOTS:
     void keepsTheKeyThatANewLayoutLacks();
     void followsALockThatGetsAModifier();
     void usesTheFirstCombinationOfSeveral();
-    // The window manager moves the focus when the window of this case closes.
+    // The window manager moves the focus when the window of one of these closes.
     void keepsTypedKeysForTheWindowThatItsPressShows();
+    void keepsTypedKeysFor300MillisecondsFromAWindowWithoutFocus();
 
 private:
     bool isFree(xcb_keysym_t symbol, quint16 modifiers);
@@ -628,6 +629,37 @@ void tst_QHotkey::keepsTypedKeysForTheWindowThatItsPressShows()
         }
     }
     QFAIL("the window never got the focus in time");
+}
+
+void tst_QHotkey::keepsTypedKeysFor300MillisecondsFromAWindowWithoutFocus()
+{
+    constexpr int rounds = 20; // on a busy machine the keys may arrive later than they are sent on
+    constexpr qint64 limit = 300;
+    constexpr qint64 inTime = limit + 150;
+    m_other->reset();
+    QWidget window;
+    window.setAttribute(Qt::WA_ShowWithoutActivating);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QHotkey hotkey(controlAltSpace, true);
+    QSignalSpy activated(&hotkey, &QHotkey::activated);
+    qint64 duration = 0;
+    for (int round = 0; round < rounds; ++round) {
+        m_other->reset();
+        QVERIFY(m_other->hasFocus());
+        QElapsedTimer timer;
+        timer.start();
+        m_other->type({XK_Control_L, XK_Alt_L, XK_space});
+        m_other->type({XK_b});
+        QTRY_COMPARE_WITH_TIMEOUT(m_other->received(XK_b), 1, 30000);
+        duration = timer.elapsed();
+        QCOMPARE(activated.count(), round + 1);
+        QCOMPARE_GE(duration, limit);
+        if (duration < inTime) {
+            return;
+        }
+    }
+    QFAIL(qPrintable(u"the other window got the key %1 ms after the hotkey"_s.arg(duration)));
 }
 
 VASKEL_TEST(tst_QHotkey, QApplication)

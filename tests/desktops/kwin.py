@@ -13,12 +13,14 @@ SOCKET = "wayland-1"
 class KWin(WaylandDesktop):
     name = "KDE"
     session_variables = ["XAUTHORITY"]
+    scale = 1  # of the screen
 
     def _start_compositor(self, width, height):
         # The binary has a capability, for which the system ignores some of the variables.
         program = shutil.copy("/usr/bin/kwin_wayland", self.folder)
-        self._start([program, "--virtual", "--width", width, "--height", height, "--xwayland",
-                     "--socket", SOCKET, self._session_script()],
+        self._start([program, "--virtual", "--width", width, "--height", height,
+                     "--scale", str(self.scale), "--xwayland", "--socket", SOCKET,
+                     self._session_script()],
                     env=self._base() | {"DBUS_SESSION_BUS_ADDRESS": self.bus,
                                         "KWIN_WAYLAND_NO_PERMISSION_CHECKS": "1",
                                         "KWIN_COMPOSE": "Q"})

@@ -35,9 +35,23 @@ class Sway(WaylandDesktop):
 
     def floating_windows(self):
         """The ids of the X11 windows that are not tiled."""
-        tree = json.loads(self.run("swaymsg", "--type", "get_tree", "--raw"))
-        return [str(window["window"]) for output in tree["nodes"] for workspace in output["nodes"]
+        return [str(window["window"]) for workspace in self._workspaces()
                 for window in workspace["floating_nodes"]]
+
+    def native_windows(self, pid):
+        """The names of the windows of this process that are no X11 windows."""
+        return [window["name"] for workspace in self._workspaces()
+                for window in workspace["nodes"] + workspace["floating_nodes"]
+                if window["pid"] == pid and window["shell"] == "xdg_shell"]
+
+    def set_screen(self, width, height, scale):
+        """The size in pixels of the screen, and how many of them an application's pixel has in each
+        direction."""
+        self.run("swaymsg", f"output HEADLESS-1 resolution {width}x{height} scale {scale}")
+
+    def _workspaces(self):
+        tree = json.loads(self.run("swaymsg", "--type", "get_tree", "--raw"))
+        return [workspace for output in tree["nodes"] for workspace in output["nodes"]]
 
     def _start_compositor(self, width, height):
         configuration = self.folder / "configuration"

@@ -7,7 +7,7 @@ usage: tst_sway.py PROGRAM PICTURE-FOLDER [unittest's own]
 from wayland import ForeignCompositor
 
 from case import EndToEndCase, main
-from desktop import stop
+from desktop import PATIENCE, stop, wait_until
 from sway import Sway
 
 SIZE = (1280, 1024)
@@ -41,6 +41,29 @@ class OnSway(ForeignCompositor, EndToEndCase):
             self.assertEqual(self.desktop.floating_windows(), [self.launcher.window])
             self.addCleanup(stop, self.desktop.open_terminal())
         self.picture("icon")
+
+    def test_is_enlarged_at_scale_two(self):
+        self.desktop.set_screen(*(2 * size for size in SIZE), 2)
+        self.addCleanup(self.desktop.set_screen, *SIZE, 1)
+        self.home.set_preferences(floatIconX=300, floatIconY=80, theme="dark")
+        self.start()
+        x, y, width, height = self.launcher.geometry()
+        self.assertEqual(width, 760)
+        self.assertEqual((2 * x + width, 2 * y + height), SIZE)
+        self.becomes(self.launcher.float_icon, (300, 80, 48, 48))
+        self.becomes(lambda: self.desktop.pixel(310, 104), ACCENT)
+        self.picture("enlarged")
+
+    def test_native_client_shows_no_icon_that_it_cannot_place(self):
+        self.launcher.process = self.launcher.start_process(QT_QPA_PLATFORM="wayland")
+        wait_until(self.windows, "the window shows")
+        self.stays(lambda: self.windows() == ["Vaskel"], "there is no other window", 1)
+        self.picture("native")
+        self.assertEqual(self.launcher.order("--quit")[0], 0)
+        self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
+
+    def windows(self):
+        return self.desktop.native_windows(self.launcher.process.pid)
 
 
 if __name__ == "__main__":

@@ -185,9 +185,9 @@ class Desktop:
         """The colour of one pixel of the screen, as #rrggbb."""
         return f"#{self.pixels(x, y, 1, 1).hex()}"
 
-    def pixels(self, x, y, width, height):
-        """The colours of a rectangle of the screen, three bytes per pixel."""
-        return subprocess.run(["import", "-silent", "-window", "root", "-crop",
+    def pixels(self, x, y, width, height, window="root"):
+        """The colours of a rectangle of the screen, or of a window, three bytes per pixel."""
+        return subprocess.run(["import", "-silent", "-window", window, "-crop",
                                f"{width}x{height}+{max(x, 0)}+{max(y, 0)}", "-depth", "8", "rgb:-"],
                               env=os.environ | self.environment(), stdout=subprocess.PIPE,
                               check=True, timeout=PATIENCE).stdout

@@ -278,6 +278,9 @@ class ForeignProcess:
 class Launcher:
     """The running program, read through the accessibility bus and driven by keys and mouse."""
 
+    # The variables of a place where no program can open a window.
+    nowhere = {"DISPLAY": "", "QT_QPA_PLATFORM": ""}
+
     def __init__(self, desktop, program, environment):
         self.desktop = desktop
         self.program = str(program)

@@ -4,19 +4,25 @@ import socket
 from case import EndToEndCase, main
 from desktop import PATIENCE, wait_until
 
-NOWHERE = {"DISPLAY": "", "QT_QPA_PLATFORM": ""}  # no program can open a window there
 
+class CommandLineCase(EndToEndCase):
+    def answer(self, *options, **variables):
+        """Runs the program where it cannot open a window; returns the status and its texts."""
+        return self.launcher.order(*options, **self.launcher.nowhere, **variables)
 
-class CommandLine(EndToEndCase):
     def order(self, *options):
-        """Orders the running program without a display, and only the running one."""
+        """Orders the running program, and only the running one."""
         before = self.launcher.processes()
-        self.assertEqual(self.launcher.order(*options, **NOWHERE), (0, "", ""))
+        self.assertEqual(self.answer(*options), (0, "", ""))
         # One that quits may be gone already, or have a copy that looks for leaks.
         wait_until(lambda: set(self.launcher.processes()) <= set(before), "the order has ended")
 
     def comes_up(self):
         self.launcher.wait_until_ready()
+
+
+class CommandLine(CommandLineCase):
+    """What holds on both systems."""
 
     def test_shows_and_hides(self):
         self.start()
@@ -30,15 +36,6 @@ class CommandLine(EndToEndCase):
         self.order("--hide")
         self.order("--toggle")
         self.comes_up()
-
-    def test_brings_the_window_to_the_front(self):
-        self.start()
-        for option in ("--show", "--query"):
-            other = self.open_another_window()
-            self.assertEqual(self.desktop.active_window(), other)
-            self.order(option, *(["x"] if option == "--query" else []))
-            self.comes_up()
-            self.assertEqual(self.launcher.top_window(), self.launcher.window)
 
     def test_queries(self):
         self.start()
@@ -67,8 +64,7 @@ class CommandLine(EndToEndCase):
         self.order("--quit")
         self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
         for option in ("--quit", "--hide"):
-            self.assertEqual(self.launcher.order(option, **NOWHERE),
-                             (1, "", "Vaskel: Vaskel is not running.\n"))
+            self.assertEqual(self.answer(option), (1, "", "Vaskel: Vaskel is not running.\n"))
             self.assertEqual(self.launcher.processes(), [])
 
     def test_starts_for_what_shows_the_window(self):
@@ -82,20 +78,33 @@ class CommandLine(EndToEndCase):
                 self.assertEqual(self.launcher.process.wait(PATIENCE), 0)
 
     def test_tells_of_errors(self):
-        status, output, errors = self.launcher.order("--frob", **NOWHERE)
+        status, output, errors = self.answer("--frob")
         self.assertEqual((status, output), (2, ""))
         self.assertIn("Unknown option: --frob", errors)
-        self.assertEqual(self.launcher.order("--version", **NOWHERE)[::2], (0, ""))
-        self.assertRegex(self.launcher.order("--version", **NOWHERE)[1], r"^Vaskel \d+\.\d+\.\d+\n$")
-        status, output, errors = self.launcher.order("--help", **NOWHERE)
+        status, output, errors = self.answer("--version")
+        self.assertEqual((status, errors), (0, ""))
+        self.assertRegex(output, r"^Vaskel \d+\.\d+\.\d+\n$")
+        status, output, errors = self.answer("--help")
         self.assertEqual((status, errors), (0, ""))
         self.assertIn("Usage: Vaskel [--toggle", output)
-        chinese = self.launcher.order("--help", LANG="zh_CN.UTF-8", **NOWHERE)[1]
-        self.assertIn("用法：Vaskel [--toggle", chinese)
 
     def test_knows_the_options_of_qt(self):
         self.launcher.start("-style", "fusion", "--query", "-platform", "-name", "--quit")
         self.becomes(self.launcher.text, "-platform")
+
+
+class OnLinux(CommandLineCase):
+    def test_brings_the_window_to_the_front(self):
+        self.start()
+        for option in ("--show", "--query"):
+            other = self.open_another_window()
+            self.assertEqual(self.desktop.active_window(), other)
+            self.order(option, *(["x"] if option == "--query" else []))
+            self.comes_up()
+            self.assertEqual(self.launcher.top_window(), self.launcher.window)
+
+    def test_answers_in_chinese(self):
+        self.assertIn("用法：Vaskel [--toggle", self.answer("--help", LANG="zh_CN.UTF-8")[1])
 
 
 class ForeignMessages(EndToEndCase):

@@ -115,6 +115,20 @@ class Keys(Pinyin):
         self.hides()
         self.is_recorded("paint")
 
+    def test_letters_typed_right_after_the_hotkey_are_composed(self):
+        self.start()
+        self.launcher.press("Escape")
+        self.hides()
+        self.open_another_window()
+        for _ in range(5):
+            self.desktop.press_quickly("ctrl+alt+space", *"nihao")
+            wait_until(self.candidates, "the candidates show")
+            self.launcher.press("Return")
+            self.has_composed("nihao")
+            self.launcher.empty_box()
+            self.launcher.press("Escape")
+            self.hides()
+
 
 class Candidates(Pinyin):
     """Where the candidates show: below the cursor, in pixels of the screen."""

@@ -219,6 +219,8 @@ class Reader:
 class WineLauncher(Launcher):
     """The running Vaskel.exe."""
 
+    nowhere = {}  # wine needs the display
+
     def __init__(self, desktop, program, home):
         super().__init__(desktop, program, home.environment())
         self.environment = os.environ | home.environment()
@@ -244,7 +246,7 @@ class WineLauncher(Launcher):
 
     def wait_until_ready(self):
         wait_until(self.is_visible, "the window shows")
-        wait_until(lambda: self._main_window()["active"], "the window is active")
+        wait_until(self.is_active, "the window is active")
         wait_until(lambda: self._edit().contains(Atspi.StateType.FOCUSED),
                    "the command box has the focus")
         self.take_keyboard()
@@ -260,6 +262,9 @@ class WineLauncher(Launcher):
 
     def is_visible(self):
         return self._main_window() is not None
+
+    def is_active(self):
+        return self._main_window()["active"]
 
     def geometry(self):
         window = self._main_window()

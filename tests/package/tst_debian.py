@@ -161,16 +161,9 @@ class Package(EndToEndCase):
         self.assertIn("libqt6svg6", result.stdout)
 
     def test_runs_from_the_menu_and_finds_itself_there(self):
-        self.install()
-        # Everything else that the program needs comes from this machine.
-        tree = self.tree.folder
-        self.launcher.environment["PATH"] = f"{tree}/usr/bin:{self.launcher.environment['PATH']}"
-        self.launcher.environment["XDG_DATA_DIRS"] = f"{tree}/usr/share:{self.home.system}"
+        self.start_from_menu()
         entry = self.desktop_entry()
-        command = shlex.split(entry["Exec"])
-        command[0] = shutil.which(entry["TryExec"], path=self.launcher.environment["PATH"])
-        self.assertEqual(command[0], f"{tree}/usr/bin/Vaskel")
-        self.launcher.attach(self.run_command(command))
+        self.assertEqual(entry["TryExec"], shlex.split(entry["Exec"])[0])
         classes = self.desktop.run("xprop", "-id", self.launcher.window, "WM_CLASS")
         self.assertIn(f'"{entry["StartupWMClass"]}"', classes)
         self.launcher.type("vaskel")
@@ -179,10 +172,33 @@ class Package(EndToEndCase):
 
         self.launcher.press("Escape")
         self.hides()
-        self.assertEqual(self.run_command(command).wait(60), 0)
+        self.assertEqual(self.choose(entry).wait(60), 0)
         self.launcher.wait_until_ready()
 
-    def run_command(self, command):
+    def test_obeys_the_actions_in_the_menu(self):
+        self.start_from_menu()
+        self.assertEqual(self.desktop_entry()["Actions"], "toggle;quit;")
+        toggle, leave = (self.desktop_file()[f"Desktop Action {name}"] for name in ("toggle", "quit"))
+        self.assertEqual(self.choose(toggle).wait(60), 0)
+        self.hides()
+        self.assertEqual(self.choose(toggle).wait(60), 0)
+        self.launcher.wait_until_ready()
+        self.assertEqual(self.choose(leave).wait(60), 0)
+        self.assertEqual(self.launcher.process.wait(60), 0)
+
+    def start_from_menu(self):
+        """Installs the program and starts it with what else it needs from this machine."""
+        self.install()
+        tree = self.tree.folder
+        self.launcher.environment["PATH"] = f"{tree}/usr/bin:{self.launcher.environment['PATH']}"
+        self.launcher.environment["XDG_DATA_DIRS"] = f"{tree}/usr/share:{self.home.system}"
+        self.launcher.attach(self.choose(self.desktop_entry()))
+
+    def choose(self, entry):
+        """Runs the command of an entry or of an action, as the menu of a desktop does."""
+        command = shlex.split(entry["Exec"])
+        command[0] = shutil.which(command[0], path=self.launcher.environment["PATH"])
+        self.assertEqual(command[0], f"{self.tree.folder}/usr/bin/Vaskel")
         return start_tied(command, env=self.launcher.environment, stdout=self.launcher.log,
                           stderr=self.launcher.log)
 

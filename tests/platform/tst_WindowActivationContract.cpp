@@ -20,6 +20,7 @@ void tst_WindowActivationContract::init()
 {
     world::reset();
     qunsetenv("WAYLAND_DISPLAY");
+    qunsetenv("XDG_SESSION_TYPE");
 }
 
 void tst_WindowActivationContract::leavesTheWindowAsItIs()

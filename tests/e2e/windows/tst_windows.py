@@ -289,6 +289,17 @@ class Process(WindowsCase):
         self.hides()
         self.start_again()
 
+    def test_comes_to_the_front(self):
+        self.start()
+        for options in ([], ["--show"], ["--query", "paint"]):
+            self.open_another_window()
+            wait_until(lambda: not self.launcher.is_active(), "the other window is active")
+            self.assertTrue(self.launcher.is_visible())
+            self.assertEqual(self.launcher.order(*options)[0], 0)
+            wait_until(self.launcher.is_active, "the window is active")
+        self.launcher.wait_until_ready()
+        self.shows_titles("Paint")
+
     def test_close_button_hides_the_window(self):
         self.start()
         self.click(tuple(find(self.launcher.application(), Atspi.Role.PUSH_BUTTON)[0]

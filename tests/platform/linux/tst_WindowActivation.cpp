@@ -12,14 +12,34 @@ class tst_WindowActivation : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { qputenv("WAYLAND_DISPLAY", "wayland-0"); }
-    void cleanup() { qunsetenv("WAYLAND_DISPLAY"); }
+    void init();
+    void hidesAnInactiveWindowOnWayland_data();
     void hidesAnInactiveWindowOnWayland();
     void asksTheServerForTheFocus();
 };
 
+void tst_WindowActivation::init()
+{
+    qunsetenv("WAYLAND_DISPLAY");
+    qputenv("XDG_SESSION_TYPE", "wayland");
+}
+
+void tst_WindowActivation::hidesAnInactiveWindowOnWayland_data()
+{
+    QTest::addColumn<QByteArray>("variable");
+    QTest::addColumn<QByteArray>("value");
+    QTest::newRow("a client of the compositor")
+        << QByteArray("WAYLAND_DISPLAY") << QByteArray("wayland-0");
+    QTest::newRow("a service of the user")
+        << QByteArray("XDG_SESSION_TYPE") << QByteArray("wayland");
+}
+
 void tst_WindowActivation::hidesAnInactiveWindowOnWayland()
 {
+    QFETCH(const QByteArray, variable);
+    QFETCH(const QByteArray, value);
+    qunsetenv("XDG_SESSION_TYPE");
+    qputenv(variable.constData(), value);
     QWidget window;
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
