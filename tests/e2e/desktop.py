@@ -122,7 +122,7 @@ class Desktop:
 
     def press_quickly(self, *keys):
         """Presses and releases the keys as fast as xdotool can."""
-        self.run("xdotool", "key", *map(with_key_codes, keys))
+        self.run("xdotool", "key", "--delay", "0", *map(with_key_codes, keys))
 
     def hold(self, *keys):
         """Presses the keys one by one without releasing them."""
