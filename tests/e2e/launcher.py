@@ -286,7 +286,7 @@ class Launcher:
         self.program = str(program)
         self.environment = desktop.environment() | environment
         self.prefix = []  # a command that starts the program, with its arguments
-        self.log = tempfile.TemporaryFile("w+")
+        self.log = tempfile.TemporaryFile("w+", errors="replace")
         self.process = None
         self.window = None
 

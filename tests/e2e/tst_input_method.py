@@ -115,6 +115,8 @@ class Keys(Pinyin):
         self.hides()
         self.is_recorded("paint")
 
+
+class AfterTheHotkey(Pinyin):
     def test_letters_typed_right_after_the_hotkey_are_composed(self):
         self.start()
         self.launcher.press("Escape")

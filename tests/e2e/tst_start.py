@@ -97,7 +97,8 @@ class Start(EndToEndCase):
         steps = (f"MapWindow window=0x{int(icon):08x}",
                  f"MapWindow window=0x{int(self.launcher.window):08x}",
                  "GrabKey .*modifiers=Control,Mod1 ", "SendEvent .*_NET_SYSTEM_TRAY_OPCODE")
-        self.assertEqual(in_first_order(steps, requests.read_text().splitlines()), list(steps))
+        self.assertEqual(in_first_order(steps, requests.read_text("latin-1").splitlines()),
+                         list(steps))
 
 
 if __name__ == "__main__":

@@ -21,6 +21,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using filecontent::contentOf;
@@ -391,6 +392,13 @@ void tst_UpdateAttacks::installsNoOtherDownload()
         QCOMPARE(heard.at(1), error);
     }
     QVERIFY(isUntouched());
+    // Without a length, the end of the connection ends the answer. If Qt sees the end before the
+    // answer, it sends the same request again.
+    if (!answer.contains("Content-Length")) {
+        m_server->requests.removeIf([previous = QByteArray()](const QByteArray &request) mutable {
+            return request == std::exchange(previous, request);
+        });
+    }
     QCOMPARE(m_server->requests.size(), 2);
     QVERIFY(!m_server->requests.constLast().toLower().contains("authorization"));
 
