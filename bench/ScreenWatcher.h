@@ -28,7 +28,7 @@ public:
     bool isConnected() const;
 
     /// Waits until a large window is shown and painted, and returns it with the time when it was
-    /// shown; nothing after the time of its patience.
+    /// shown; nothing if that takes longer than the patience.
     std::optional<ShownWindow>
     waitForPaintedWindow(std::chrono::minutes patience = std::chrono::minutes(1));
 
