@@ -225,6 +225,49 @@ void greet(QSystemTrayIcon &tray, const AppLauncher &launcher, const GlobalHotke
     }
 }
 
+/// Builds the program in the order in which its objects need each other, shows the window and
+/// returns the event loop's exit code.
+int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
+{
+    // QApplication has set the locale, and the plug-ins that it loads may change the environment.
+    platform::FontLibrary fonts;
+    const QIcon appIcon = vaskelIcon();
+    QGuiApplication::setWindowIcon(appIcon);
+    QTranslator translator;
+    installTranslation(translator);
+
+    platform::ensureIconTheme(); // the launcher draws icons
+    AppLauncher launcher;
+    Settings settings;
+    ThemeManager theme;
+    GlobalHotkey hotkey;
+    Updater updater;
+    platform::ignoreMovesOfHiddenWindows();
+    fonts.wait();
+    connectTheme(app, theme, settings);
+    PluginManager plugins;
+    SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
+    MainWindow window(&launcher, &plugins, &settings, &updater);
+    window.setWindowIcon(appIcon);
+    FloatIcon floatIcon(&settings, &theme, &window);
+    showFloatIcon(floatIcon, settings);
+
+    connectSecondStart(app, window);
+    window.showAndActivate();
+    if (request && request->verb == InstanceRequest::Verb::Query) {
+        carryOut(*request, window);
+    }
+    const auto desktopHotkeys = platform::createDesktopHotkeys(window.windowHandle());
+    HotkeyRegistration registration(&hotkey, &plugins, &settings, desktopHotkeys.get());
+    connectHotkeys(hotkey, registration, settings, window);
+    tellHotkeyOrigins(*settingsPlugin, registration, desktopHotkeys.get());
+    QSystemTrayIcon tray(appIcon);
+    QMenu trayMenu;
+    showTray(tray, trayMenu, window, *settingsPlugin);
+    greet(tray, launcher, hotkey, settings);
+    return SingleApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -249,45 +292,8 @@ int main(int argc, char *argv[])
         return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
     }
     platform::unsetPrivateVariables();
-    // QApplication has set the locale, and the plug-ins that it loads may change the environment.
-    platform::FontLibrary fonts;
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QuitFilter quitFilter;
     app.installEventFilter(&quitFilter);
-
-    const QIcon appIcon = vaskelIcon();
-    QGuiApplication::setWindowIcon(appIcon);
-    QTranslator translator;
-    installTranslation(translator);
-
-    platform::ensureIconTheme(); // the launcher draws icons
-    AppLauncher launcher;
-    Settings settings;
-    ThemeManager theme;
-    GlobalHotkey hotkey;
-    Updater updater;
-    platform::ignoreMovesOfHiddenWindows();
-    fonts.wait();
-    connectTheme(app, theme, settings);
-    PluginManager plugins;
-    SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
-    MainWindow window(&launcher, &plugins, &settings, &updater);
-    window.setWindowIcon(appIcon);
-    FloatIcon floatIcon(&settings, &theme, &window);
-    showFloatIcon(floatIcon, settings);
-
-    connectSecondStart(app, window);
-    window.showAndActivate();
-    if (commandLine.request && commandLine.request->verb == InstanceRequest::Verb::Query) {
-        carryOut(*commandLine.request, window);
-    }
-    const auto desktopHotkeys = platform::createDesktopHotkeys(window.windowHandle());
-    HotkeyRegistration registration(&hotkey, &plugins, &settings, desktopHotkeys.get());
-    connectHotkeys(hotkey, registration, settings, window);
-    tellHotkeyOrigins(*settingsPlugin, registration, desktopHotkeys.get());
-    QSystemTrayIcon tray(appIcon);
-    QMenu trayMenu;
-    showTray(tray, trayMenu, window, *settingsPlugin);
-    greet(tray, launcher, hotkey, settings);
-    return SingleApplication::exec();
+    return run(app, commandLine.request);
 }
