@@ -61,20 +61,12 @@ QVariantMap openAction(const QString &argument, const CommandFile &file)
     return makeAction(actiontype::openFile, file.absolutePath(argument), file.command);
 }
 
-QVariantMap makeInertRow(const QString &title, const QString &subtitle, const QString &icon,
-                         const CommandFile &file)
-{
-    QVariantMap record = makeInertRecord(title, subtitle, file.command);
-    record.insert(u"icon"_s, icon);
-    return record;
-}
-
 QVariantMap makeRow(const QString &title, const QString &subtitle, const QString &icon,
                     const QString &argument, const CommandFile &file)
 {
     const bool isRun = file.action == CommandFile::Action::Run;
     if (argument.isEmpty() && !isRun) { // there is nothing to copy or to open
-        return makeInertRow(title, subtitle, icon, file);
+        return makeInertRecord(title, subtitle, icon, file.command);
     }
     if (file.action == CommandFile::Action::Open) {
         return makeRecord(title, subtitle, icon, openAction(argument, file));
@@ -140,7 +132,7 @@ void ScriptAnswer::readItem(const QJsonObject &item, const CommandFile &file)
     const bool isValid = item.value("valid"_L1).toBool(true);
     QVariantMap record =
         isValid ? makeRow(title, subtitle, icon, argumentOf(item.value("arg"_L1)), file)
-                : makeInertRow(title, subtitle, icon, file);
+                : makeInertRecord(title, subtitle, icon, file.command);
     const QString completion = textOf(item.value("autocomplete"_L1));
     if (!completion.isEmpty()) {
         setRecordCompletion(record, completion);
@@ -196,5 +188,5 @@ void ScriptAnswer::readLine(const QString &line, const CommandFile &file)
         }
     }
     records.append(isValid ? makeRow(title, QString(), icon, text, file)
-                           : makeInertRow(title, QString(), icon, file));
+                           : makeInertRecord(title, QString(), icon, file.command));
 }

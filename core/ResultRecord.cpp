@@ -71,7 +71,13 @@ QVariantMap makeRecord(const QString &title, const QString &subtitle, const QStr
 
 QVariantMap makeInertRecord(const QString &title, const QString &subtitle, const QString &command)
 {
-    return makeRecord(title, subtitle, QString(), {{typeKey, inertType}, {commandKey, command}});
+    return makeInertRecord(title, subtitle, QString(), command);
+}
+
+QVariantMap makeInertRecord(const QString &title, const QString &subtitle, const QString &icon,
+                            const QString &command)
+{
+    return makeRecord(title, subtitle, icon, {{typeKey, inertType}, {commandKey, command}});
 }
 
 QVariantMap makeProgramRecord(const QString &name, const QString &path, const QString &icon)

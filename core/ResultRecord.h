@@ -45,9 +45,11 @@ QVariantMap makeRecord(const QString &title, const QString &subtitle, const QStr
 QVariantMap makeRecord(const QString &title, const QString &subtitle, const QString &icon,
                        const QVariantMap &action);
 
-/// A record of a message, such as why the command has no answer, which cannot be chosen. It also
-/// has an empty "icon", and its action has the type "none".
+/// A record of a message, such as why the command has no answer, which cannot be chosen. Its "icon"
+/// is empty unless it is given, and its action has the type "none".
 QVariantMap makeInertRecord(const QString &title, const QString &subtitle, const QString &command);
+QVariantMap makeInertRecord(const QString &title, const QString &subtitle, const QString &icon,
+                            const QString &command);
 
 /// A record of something that can be launched and pinned. It has "name", and "desc" for the
 /// description.

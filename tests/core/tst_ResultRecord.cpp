@@ -50,6 +50,10 @@ void tst_ResultRecord::makesAnInertRecord()
                                   {u"action"_s,
                                    QVariantMap{{u"type"_s, u"none"_s}, {u"plugin"_s, u"cd"_s}}}}));
     QCOMPARE(recordAction(record), QVariantMap());
+
+    QVariantMap withIcon = record;
+    withIcon.insert(u"icon"_s, u"/i.png"_s);
+    QCOMPARE(makeInertRecord(u"t"_s, u"s"_s, u"/i.png"_s, u"cd"_s), withIcon);
 }
 
 void tst_ResultRecord::makesARecordOfAProgram()
