@@ -119,7 +119,6 @@ private Q_SLOTS:
     void keepsTheKeyThatANewLayoutLacks();
     void followsALockThatGetsAModifier();
     void usesTheFirstCombinationOfSeveral();
-    // The window manager moves the focus when the window of one of these closes.
     void keepsTypedKeysForTheWindowThatItsPressShows();
     void keepsTypedKeysFor300MillisecondsFromAWindowWithoutFocus();
 
@@ -620,11 +619,16 @@ void tst_QHotkey::keepsTypedKeysForTheWindowThatItsPressShows()
         m_other->type({XK_o});
         m_other->type({XK_x});
         QTRY_VERIFY_WITH_TIMEOUT(box.isActiveWindow(), 30000);
-        if (duration < inTime) {
+        const bool isInTime = duration < inTime;
+        if (isInTime) {
             QTRY_COMPARE(box.text(), u"box"_s);
             for (const xcb_keysym_t letter : {XK_b, XK_o, XK_x}) {
                 QCOMPARE(m_other->received(letter), 0);
             }
+        }
+        // If the box closed with the focus, the window manager would move it some time later.
+        m_other->reset();
+        if (isInTime) {
             return;
         }
     }
