@@ -25,6 +25,9 @@ PATIENCE = 90 * SLOWNESS  # seconds; far more than any step needs
 END_PATIENCE = 60 * SLOWNESS  # seconds; a sanitizer looks for leaks at the end
 PRESS_PAUSE = 0.5  # seconds; longer than a program needs to handle a press
 
+# From the kernel's <linux/threads.h>; process IDs are below it.
+MAXIMUM_PROCESSES = 4 * 1024 * 1024
+
 # System trays for the lower right corner, of which a system has one.
 TRAYS = (["trayer", "--edge", "bottom", "--align", "right", "--widthtype", "request",
           "--height", "26"],
@@ -261,12 +264,16 @@ class Desktop:
         return process
 
     def _start_screen(self, size):
+        # The process ID is a number that no other desktop has. A number that the server finds by
+        # itself may be one that another server is just leaving, which then removes the new socket.
+        display = f":{os.getpid()}"
         reader, writer = os.pipe()
-        self._start(["Xvfb", "-displayfd", str(writer), "-screen", "0", f"{size}x24", "-noreset",
-                     "-nolisten", "tcp"], pass_fds=[writer])
+        self._start(["Xvfb", display, "-displayfd", str(writer), "-screen", "0", f"{size}x24",
+                     "-noreset", "-nolisten", "tcp"], pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as pipe:
-            return f":{self._first_line(pipe, 'Xvfb')}"
+            self._first_line(pipe, "Xvfb")
+        return display
 
     def _start_bus(self):
         runtime = self.folder / "runtime"

@@ -11,7 +11,7 @@ import signal
 import subprocess
 
 from case import EndToEndCase, main
-from desktop import PATIENCE, start_tied, stop, wait_until
+from desktop import MAXIMUM_PROCESSES, PATIENCE, start_tied, stop, wait_until
 
 FULL_DISK = os.environ["VASKEL_FULL_DISK"]
 FAKETIME = next(map(str, pathlib.Path("/usr/lib").glob("*/faketime/libfaketime.so.1")))
@@ -22,6 +22,7 @@ ENTRIES = 10_000
 LARGE = 100 << 20  # bytes
 DAYS = 366
 
+MISSING_DISPLAY = f":{MAXIMUM_PROCESSES}"  # the number of a desktop is a process ID
 NO_DISPLAY = "Vaskel: There is no display to show a window on.\n"
 STOPPED = "SingleApplication: the running instance is stopped, and answers when it continues"
 
@@ -227,7 +228,7 @@ class Session(ChaosCase):
     def test_display_missing_at_the_start(self):
         for arguments in ([], ["--show"]):
             with self.subTest(arguments):
-                status, _, errors = self.launcher.order(*arguments, DISPLAY=":9999")
+                status, _, errors = self.launcher.order(*arguments, DISPLAY=MISSING_DISPLAY)
                 self.assertEqual((status, errors), (1, NO_DISPLAY))
         self.keeps_saved()
         self.start()
@@ -236,7 +237,8 @@ class Session(ChaosCase):
     def test_platform_plugin_missing_at_the_start(self):
         for plugins in ("nothing", "nothing;xcb"):
             with self.subTest(plugins):
-                status, _, errors = self.launcher.order(QT_QPA_PLATFORM=plugins, DISPLAY=":9999")
+                status, _, errors = self.launcher.order(QT_QPA_PLATFORM=plugins,
+                                                        DISPLAY=MISSING_DISPLAY)
                 self.assertEqual(status, 1)
                 first, *said = errors.splitlines()
                 self.assertEqual(first, "Vaskel: The start failed. Qt says:")

@@ -10,7 +10,7 @@ import shutil
 import struct
 
 from case import EndToEndCase, main
-from desktop import start_tied, stop, wait_until
+from desktop import MAXIMUM_PROCESSES, start_tied, stop, wait_until
 
 # From <sys/inotify.h>.
 IN_OPEN, IN_CREATE = 0x20, 0x100
@@ -77,8 +77,8 @@ class Start(EndToEndCase):
     def test_windows_and_hotkey_come_in_order(self):
         self.addCleanup(stop, self.desktop.start_tray())
         wait_until(self.desktop.tray, "the tray runs")
-        # The tracer's display has a number that no other one has.
-        display = f":{1000 + int(self.desktop.display.lstrip(':'))}"
+        # The tracer's display has a number that no desktop has: it is above every process ID.
+        display = f":{MAXIMUM_PROCESSES + int(self.desktop.display.lstrip(':'))}"
         socket = pathlib.Path(f"/tmp/.X11-unix/X{display[1:]}")
         socket.unlink(missing_ok=True)  # the tracer leaves it
         self.addCleanup(socket.unlink, missing_ok=True)
