@@ -20,8 +20,9 @@ public:
     /// The records of AppLauncher::search(), each with a "launch" action for its path.
     QVariantList query(const QString &args) override;
 
-    /// Launches "data" for any "type". False if "data" is empty or cannot be launched.
     QStringList searchTexts(const QString &args) const override { return {args}; }
+
+    /// Launches "data" for any "type". False if "data" is empty or cannot be launched.
     bool execute(const QVariantMap &action) override;
 
 private:

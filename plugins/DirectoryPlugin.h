@@ -19,9 +19,10 @@ public:
     /// returns one record with an error if they name a file. Draws the missing icons.
     QVariantList query(const QString &args) override;
 
+    bool listsFolders() const override { return true; }
+
     /// Opens "data": a folder in the file manager for "openFolder" and "navigate", a file in its
     /// program for "openFile". False for any other "type", for an empty "data" and on failure.
-    bool listsFolders() const override { return true; }
     bool execute(const QVariantMap &action) override;
 
 private:

@@ -27,9 +27,10 @@ public:
     /// it found nothing. Waits for the index and draws the missing icons.
     QVariantList query(const QString &args) override;
 
+    QStringList searchTexts(const QString &args) const override;
+
     /// Opens "data" in its program. False if it is empty, cannot be opened, or "type" is not
     /// "openFile".
-    QStringList searchTexts(const QString &args) const override;
     bool execute(const QVariantMap &action) override;
 
 private:
