@@ -44,7 +44,7 @@ QString iconPathOf(const QJsonObject &item)
     const QJsonValue value = item.value("icon"_L1);
     const QJsonObject icon = value.toObject();
     const QString path = value.isString() ? value.toString() : icon.value("path"_L1).toString();
-    // With a type, the path names something else whose icon is meant.
+    // With a type, the path is no picture: it names a file or a file type whose icon is meant.
     return icon.contains("type"_L1) ? QString() : path;
 }
 
@@ -170,7 +170,7 @@ void ScriptAnswer::readLine(const QString &line, const CommandFile &file)
 {
     const qsizetype end = line.indexOf(QChar::Null);
     const QString text = line.left(end);
-    if (text.trimmed().isEmpty()) { // also a line of options for the whole list
+    if (text.trimmed().isEmpty()) { // or a line that sets options of the whole list
         return;
     }
     QString icon = file.icon;

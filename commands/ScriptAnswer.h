@@ -16,7 +16,7 @@ class ScriptAnswer
     Q_DECLARE_TR_FUNCTIONS(ScriptAnswer)
 
 public:
-    /// At most so many rows are read; what follows is ignored.
+    /// The maximum number of rows; further ones are ignored.
     static constexpr qsizetype maximumRows = 200;
 
     /// The type of the action that runs the program of "run" in the command's file.

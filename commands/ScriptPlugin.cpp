@@ -143,7 +143,7 @@ QVariantList ScriptPlugin::answerRecords(const QByteArray &output) const
     if (!answer.error.isEmpty()) {
         return {makeInertRecord(answer.error, m_file.name, m_file.command)};
     }
-    if (answer.records.isEmpty()) { // no row at all would be an offer to search the web
+    if (answer.records.isEmpty()) { // without a record, the window would offer a web search
         return {makeInertRecord(tr("No results"), m_file.name, m_file.command)};
     }
     return answer.records;

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype maximumErrors = 4096; // a line of the standard error is at most so long
+constexpr qsizetype maximumErrors = 4096; // bytes of the standard error that are kept
 
 } // namespace
 

@@ -88,7 +88,7 @@ QVariantMap makeProgramRecord(const QString &name, const QString &path, const QS
 QVariantMap makeProgramRecord(const QString &name, const QString &path, const QString &icon,
                               const QString &description)
 {
-    // In the order of the keys, so that none is looked for: each program has a record.
+    // Inserted in the order of the keys, which needs no search: every program has a record.
     std::map<QString, QVariant> fields;
     fields.emplace_hint(fields.end(), descriptionKey, description);
     fields.emplace_hint(fields.end(), iconKey, icon);

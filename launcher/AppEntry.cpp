@@ -8,7 +8,7 @@
 
 namespace {
 
-// Its pinyin is its lower case then, which needs no table of Unicode.
+// The pinyin of an ASCII name is already its lower case.
 bool isAscii(const QString &text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });

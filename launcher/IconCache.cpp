@@ -69,7 +69,7 @@ bool saveContent(const QByteArray &content, const QString &filePath)
 
 QString makeIconFolder()
 {
-    // Missing, it is empty before Qt 6.11, and must not be made later.
+    // If the folder is missing, QDir::tempPath() is empty before Qt 6.11; do not create it.
     const QString temporary = QDir::tempPath();
     if (!QFileInfo(temporary).isDir()) {
         return folderInCache();
@@ -193,7 +193,8 @@ bool IconCache::drawIcon(const QIcon &icon, const QString &target, int factor)
     }
     QByteArray &content = m_drawn[{icon.cacheKey(), factor}];
     if (content.isEmpty()) {
-        // The size of the plain file follows the highest factor of the screens.
+        // Without a factor, QIcon::pixmap() draws for the highest factor of the screens. An
+        // unscaled file keeps that size.
         const QPixmap pixmap = factor > 1 ? icon.pixmap(iconSize, factor, QIcon::Normal, QIcon::Off)
                                           : icon.pixmap(iconSize, QIcon::Normal, QIcon::Off);
         content = pngContent(fitted(pixmap, factor));

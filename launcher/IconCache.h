@@ -33,7 +33,7 @@ QString iconFileOfFactor(const QString &filePath, int factor);
 /// How the icon files of a caller are drawn and named.
 struct IconRules
 {
-    /// Prefix of the file names. Callers with different rules need different prefixes.
+    /// Prefix of the file names. Callers that scale differently need different prefixes.
     QString prefix = {};
 
     /// Whether an icon of another size is scaled to 32 by 32 pixels; if not, it is saved unscaled.

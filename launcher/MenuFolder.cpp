@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A name with what decides on its place, which would be made anew for each comparison otherwise.
+/// A name and its sort key, which is made once instead of at each comparison.
 struct SortedName
 {
     QString key;
@@ -65,7 +65,7 @@ bool isLink(const QString &path)
     if (path.size() <= suffix.size() || path.at(path.size() - suffix.size() - 1) != u'.') {
         return false;
     }
-    // Nearly all are equal, which is faster to tell.
+    // Nearly all suffixes are exactly equal, and that comparison is faster.
     const QStringView last = QStringView(path).last(suffix.size());
     return last == suffix || last.compare(suffix, Qt::CaseInsensitive) == 0;
 }

@@ -9,7 +9,8 @@
 
 namespace {
 
-// Most names. Their characters have no readings, and their case needs no table.
+// Most names are ASCII: they have no Chinese characters, and their lower case needs no Unicode
+// table.
 bool isAscii(const QString &text)
 {
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
