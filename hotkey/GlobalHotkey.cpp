@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Elsewhere the library uses an X display that is not there, and it calls the offscreen platform a
-// supported one.
+// On other platforms the library would use an X display that does not exist. It also reports the
+// offscreen platform as supported.
 bool isSupported()
 {
     return QHotkey::isPlatformSupported() && QGuiApplication::platformName() != "offscreen"_L1;
@@ -23,7 +23,7 @@ bool registerSequence(QHotkey *hotkey, const QKeySequence &sequence)
         qWarning("This platform has no global hotkeys");
         return false;
     }
-    // The library takes a key that does not exist for no key, which is a success.
+    // For an unknown key the library registers nothing but returns true, so ask isRegistered().
     return hotkey->setShortcut(sequence, true) && hotkey->isRegistered();
 }
 

@@ -16,8 +16,8 @@ SettingsNavigation::SettingsNavigation(QWidget *parent)
     setItemDelegate(new ItemFocusDelegate(this));
 }
 
-// A command opens its page while the focus stays in the box. Screen readers ignore a list that does
-// not show yet.
+// Tells a screen reader the current page: a command opens a page while the focus stays in the box.
+// Readers ignore a hidden list.
 void SettingsNavigation::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QListWidget::currentChanged(current, previous);

@@ -15,7 +15,7 @@ namespace {
 constexpr int editorMargin = 2;
 // The style sheet pads line edits so far that the title would move to the right.
 constexpr int leftPadding = -8;
-// The editor adds both to its least width, which must not be negative.
+// The editor adds both paddings to its minimum width, which must not be negative.
 constexpr int rightPadding = 4;
 
 bool isEnter(const QKeyEvent &key)
@@ -59,7 +59,7 @@ void TaskDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
 {
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    // The text as if it filled the row.
+    // The rectangle of a text that fills the row.
     item.showDecorationSelected = true;
     QRect rect = m_tree->style()->subElementRect(QStyle::SE_ItemViewItemText, &item, m_tree);
     rect.adjust(-editorMargin, 0, editorMargin, 0);

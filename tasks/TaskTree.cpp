@@ -127,7 +127,8 @@ void TaskTree::paintLine(QPainter *painter, const QStyleOptionViewItem &option,
     paintArrow(painter, option, index);
 }
 
-// A new task becomes current while the focus stays in the field.
+// Tells a screen reader the current row: a new task becomes current while the focus stays in the
+// field.
 void TaskTree::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTreeWidget::currentChanged(current, previous);
@@ -159,7 +160,7 @@ void TaskTree::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
 
 void TaskTree::drawBranches(QPainter *, const QRect &, const QModelIndex &) const
 {
-    // paintLine() would hide what is painted here.
+    // Paints nothing: paintLine() would cover it.
 }
 
 void TaskTree::paintArrow(QPainter *painter, const QStyleOptionViewItem &option,

@@ -18,8 +18,8 @@ public:
     /// Removes all rows, and deletes them in the event loop.
     void removeRows();
 
-    /// Expands the rows that have others below them. A screen reader would say of the rest, too,
-    /// that they are expanded.
+    /// Expands the rows with children. A screen reader would call any other expanded row expanded,
+    /// too.
     void expandBranches();
 
     /// The number of visible rows above the current one, or 0 without a current one.
@@ -38,8 +38,8 @@ public:
     /// if it has visible rows.
     void setEmptyText(const QString &title, const QString &hint);
 
-    /// The whole line of an item that the tree paints in this rectangle. A rectangle of another
-    /// origin stays as it is.
+    /// The whole line of an item if the rectangle is its visualRect(); otherwise the rectangle
+    /// itself.
     QRect lineRect(const QRect &itemRect, const QModelIndex &index) const;
 
     /// Paints what is behind the item of a row. TaskDelegate calls this, because only a delegate

@@ -5,5 +5,5 @@ class QString;
 class QWidget;
 
 /// Makes a screen reader say a text, for a change outside the control with the focus. Does nothing
-/// while none runs. The widget is one of the window in which the change is.
+/// while none runs. The widget may be any one in the window that has changed.
 void announce(QWidget *widget, const QString &text);

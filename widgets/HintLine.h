@@ -8,7 +8,7 @@
 class QPushButton;
 
 /// A line of small text under a field. It is created when the field first has a hint, so a page
-/// without hints has no other widgets than before.
+/// without hints has no additional widgets.
 class HintLine : public QLabel
 {
     Q_OBJECT
