@@ -7,7 +7,7 @@ QList<QNetworkProxy> AnonymousProxyFactory::queryProxy(const QNetworkProxyQuery 
 {
     QList<QNetworkProxy> proxies = proxyForQuery(query);
     for (QNetworkProxy &proxy : proxies) {
-        // Qt takes the identity of the desktop's user only where there is no name.
+        // Qt uses the account of the desktop's user only for a proxy without a user name.
         if (proxy.type() != QNetworkProxy::NoProxy && proxy.user().isEmpty()) {
             proxy.setUser(QStringLiteral("anonymous"));
         }

@@ -3,9 +3,9 @@
 
 #include <QNetworkProxyFactory>
 
-/// The proxies of the desktop, without the user's identity. On Windows, Qt would prove that to each
-/// proxy that asks for NTLM or Negotiate, and the network may name the proxy. A proxy with a user
-/// name of its own is used with that name.
+/// The desktop's proxies, without the user's identity. On Windows, Qt would log on with the user's
+/// account at every proxy that asks for NTLM or Negotiate, and an attacker in the network can
+/// announce such a proxy. A proxy with a user name of its own is used with that name.
 class AnonymousProxyFactory : public QNetworkProxyFactory
 {
 public:

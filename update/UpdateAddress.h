@@ -8,9 +8,9 @@ class QNetworkReply;
 
 // Which addresses an update may come from. updateKeys() and updateServer() decide.
 
-/// Whether the updater may contact an address: http and https ones alone, and with a key only
-/// https, so that nobody on the way learns or decides what is transferred. If the update server is
-/// on this machine, further addresses on it may be http with a key, too.
+/// Whether the updater may contact an address. Without a key: http and https. With a key: https, so
+/// that nobody on the way can read or change the transfer; http only for addresses of this machine
+/// if the update server is on it, too.
 bool mayConnectTo(const QUrl &url);
 
 /// The same for another server and key.

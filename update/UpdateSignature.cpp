@@ -59,7 +59,7 @@ const QByteArrayList &weakPoints()
     return points;
 }
 
-// No pair has another kind of key, and libgcrypt ends the process for some.
+// Rejects points that are no public key of a key pair; libgcrypt ends the process for some of them.
 bool canBeKey(QByteArray point)
 {
     if (point.isEmpty()) {

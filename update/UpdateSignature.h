@@ -13,7 +13,6 @@ QByteArray updateSignatureText(const QByteArray &platform, const QByteArray &arc
 
 /// Whether one of the keys made this Ed25519 signature of the text. A key is 64, a signature 128
 /// hexadecimal digits; the signature's letters are lower case. Anything else counts as a wrong one,
-/// and so does a key that fits everybody's signatures.
-/// The first call loads the tables of libgcrypt, which takes some milliseconds, or seven million
-/// instructions; a start without it takes 190,000 more because of the library.
+/// and so does a key for which anybody can make signatures. The first call initialises libgcrypt,
+/// which takes some milliseconds.
 bool isSignedByAny(const QByteArrayList &keys, const QByteArray &text, const QByteArray &signature);

@@ -39,14 +39,14 @@ QString temporaryPath(const QString &fileName)
 
 QString errorText(const QNetworkReply &reply)
 {
-    // Whoever aborts a reply on purpose stops listening to it first.
+    // Replies that are aborted on purpose are disconnected first, so this one timed out.
     const bool isTimeout = reply.error() == QNetworkReply::OperationCanceledError
                            || reply.error() == QNetworkReply::TimeoutError;
     return isTimeout ? u"The server stopped responding"_s : reply.errorString();
 }
 
-// On a busy machine Qt now and then reports no error for a connection that ends early. A compressed
-// file has another length than the header says.
+// On a busy machine Qt sometimes reports no error for a connection that ends early. The header has
+// the length of the compressed data, so compressed files cannot be checked.
 bool isCutShort(const QNetworkReply &reply, qint64 received)
 {
     return !reply.hasRawHeader("Content-Encoding")
@@ -121,8 +121,8 @@ QNetworkReply *Updater::get(const QUrl &url, std::chrono::milliseconds total)
 {
     QNetworkRequest request(url);
     request.setTransferTimeout(int(m_transferTimeout.count()));
-    // Also keeps Qt from answering a 401 or 407 by itself. On Windows it would prove the user's
-    // identity to the server.
+    // Manual also keeps Qt from answering a 401 or 407; on Windows it would log on with the user's
+    // account.
     request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     // followRedirect() does it: Qt's own way may lead to other schemes.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
@@ -165,8 +165,8 @@ void Updater::checkForUpdate()
 void Updater::check(const QUrl &url, int redirectsLeft)
 {
     QNetworkReply *reply = get(url, m_checkTimeout);
-    // More than the limit: Qt reports the last piece only when another arrives, and a full buffer
-    // would let none arrive.
+    // Larger than the limit: a full buffer takes no more data, and Qt reports the last piece only
+    // when more arrives.
     reply->setReadBufferSize(2 * answerLimit);
     followRedirect(
         reply, redirectsLeft,
@@ -339,7 +339,7 @@ void Updater::install(const QString &downloadPath, const std::optional<SignedUpd
         Q_EMIT downloadError(u"Failed to create updater script"_s);
         return;
     }
-    // The beginning of a script could do harm.
+    // A script that is cut off could do harm, so remove it.
     if (script.write(text) == -1 || !script.flush()) {
         script.close();
         QFile::remove(script.fileName());
@@ -347,7 +347,7 @@ void Updater::install(const QString &downloadPath, const std::optional<SignedUpd
         return;
     }
     script.close();
-    // The slots of downloadFinished() may have taken their time.
+    // Check again: the slots of downloadFinished() may have taken long.
     if (expected && !hasContentOf(downloadPath, *expected)) {
         QFile::remove(script.fileName());
         QFile::remove(downloadPath);
