@@ -53,7 +53,7 @@ HotkeyOrigin HotkeyRegistration::origin(const QString &command) const
     }
     if (const std::optional<QString> trigger = m_desktop->trigger(command)) {
         HotkeyOrigin origin{Holder::Desktop, *trigger, {}};
-        if (isOfWindow && m_desktop->canConfigure()) { // the dialog has all of them
+        if (isOfWindow && m_desktop->canConfigure()) { // the dialog shows all hotkeys
             origin.configure = [desktop = m_desktop] {
                 desktop->configure();
             };

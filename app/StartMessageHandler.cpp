@@ -27,8 +27,8 @@ bool isAboutPlugin(const QString &message)
     return message.contains("the Qt platform plugin"_L1);
 }
 
-// Qt ends with the same fatal message whatever has failed, but it tells the cause before. Of
-// several plug-ins that it tries, the first is the one for the desktop.
+// Qt's fatal message is the same for every cause; an earlier message tells the cause. The first one
+// counts: of several platform plug-ins, Qt tries the desktop's first.
 bool isDisplayMissing(const QStringList &messages)
 {
     const auto cause = std::find_if(messages.begin(), messages.end(), [](const QString &message) {

@@ -82,8 +82,8 @@ constexpr QRgb grey = 0xff8e8e93;
 constexpr QRgb green = 0xff2f9e44;
 constexpr QRgb red = 0xffe5484d;
 
-// The colour of progress. The percentage on it has the colour of texts, which the highlight of a
-// desktop's palette may be too near to.
+// The colour of a progress bar. The percentage on the bar has the text colour; the highlight colour
+// of some desktops is too close to it.
 QColor progressColor(const QPalette &palette)
 {
     return palette.color(QPalette::WindowText).lightness() > 127 ? QColor(0x00, 0x5f, 0xb8)
@@ -290,8 +290,8 @@ bool ApplicationStyle::eventFilter(QObject *watched, QEvent *event)
 
 void setApplicationSheet(const QString &sheet)
 {
-    // In place of another sheet, Qt would polish each widget once for itself and once for each
-    // widget around it. Without a sheet before, it does so once.
+    // When a sheet replaces another one, Qt polishes each widget once for itself and once for each
+    // of its ancestors; without an earlier sheet, only once.
     qApp->setStyleSheet(QString());
     qApp->setStyleSheet(sheet);
 }

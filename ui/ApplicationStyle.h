@@ -35,5 +35,5 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
-/// Gives the application this style sheet, faster than QApplication alone replaces one.
+/// Sets the application's style sheet, faster than QApplication::setStyleSheet() replaces one.
 void setApplicationSheet(const QString &sheet);

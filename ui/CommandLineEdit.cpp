@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int maximumChanges = 200; // that the user can undo after the window was hidden
+constexpr int maximumChanges = 200; // a longer undo history is dropped when the window hides
 
 } // namespace
 
@@ -58,7 +58,7 @@ void CommandLineEdit::buildContent()
 void CommandLineEdit::connectContent()
 {
     m_edit->installEventFilter(this);
-    m_inputMethodKeys = new InputMethodKeys(m_edit); // before this object
+    m_inputMethodKeys = new InputMethodKeys(m_edit); // the last filter, called before this object
     connect(m_managementIcon, &ManagementIcon::clicked, this,
             &CommandLineEdit::managementRequested);
     connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::detectCommand);
@@ -136,7 +136,7 @@ bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
         update();
     }
     // The arguments need not be empty: Backspace at their start removes them together with the
-    // badge. Ctrl+Backspace joins them to the command, which was only the start of a name.
+    // badge. Ctrl+Backspace joins them to the command, for a name that begins with it.
     if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()
         && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace
         && m_edit->cursorPosition() == 0 && !m_edit->hasSelectedText()) {

@@ -71,5 +71,5 @@ private:
     QSet<QString> m_commands;
     QString m_activeCommand;
     bool m_isUpdating = false;
-    int m_changes = 0; ///< of the edit, since it has forgotten how to undo them
+    int m_changes = 0; ///< of the edit's text since forgetChanges()
 };

@@ -16,6 +16,6 @@ QPixmap readPng(const QString &filePath);
 /// readPng(), together with the "@2x" and "@3x" files beside it if a screen needs them.
 QIcon iconOfFile(const QString &filePath);
 
-/// The size in which to paint the icon in this space: that of its picture for a factor of 1,
-/// reduced if it is larger. QIcon would enlarge the pictures of higher factors to fill the space.
+/// Returns the size at which to paint the icon in this space: that of its smallest picture, reduced
+/// if it is larger. QIcon would fill the space with a picture for a higher factor.
 QSize paintedSize(const QIcon &icon, const QSize &space);

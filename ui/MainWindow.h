@@ -63,8 +63,8 @@ private:
     void buildWindow();
     QWidget *buildTitleBar(QWK::WidgetWindowAgent *agent);
     QWidget *buildContent();
-    // What these build is a child of the layout's widget from the first: Qt would polish a widget
-    // again that gets another parent.
+    // These create their widgets as children of the layout's widget: Qt would polish a widget again
+    // if its parent changed.
     void buildCommandEdit(QBoxLayout *layout);
     void buildPinnedStrip(QBoxLayout *layout);
     void buildPages(QBoxLayout *layout);

@@ -24,7 +24,7 @@ namespace {
 
 constexpr int neighbourWidth = 24; // of the next button beside the focused one
 
-// The movement along the axis that the user means; a plain wheel moves the strip, too.
+// The larger component, so that a plain wheel moves the strip, too.
 int mainDelta(const QPoint &delta)
 {
     return std::abs(delta.x()) > std::abs(delta.y()) ? delta.x() : delta.y();
@@ -68,7 +68,7 @@ void PinnedStrip::rebuild()
         m_layout->addStretch();
     }
     m_layout->setLimit(availableWidth());
-    m_layout->scrollTo(offset); // the row was shorter meanwhile
+    m_layout->scrollTo(offset); // reduced while the row had few buttons
     updateGeometry();
     Q_EMIT changed();
 }

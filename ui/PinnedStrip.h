@@ -26,7 +26,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// The strip is about to delete its buttons, and with them the focus of one that has it.
+    /// The strip is about to delete its buttons, one of which may have the focus.
     void aboutToChange();
 
     /// The strip was rebuilt; its new buttons are at the end of the tab order.

@@ -40,8 +40,8 @@ QVariantMap recordOf(const QModelIndex &index)
     return index.data(Qt::UserRole).toMap();
 }
 
-// Whether the search text can be in the texts of the row. A search on the web and an answer of the
-// calculator were made from the text, not found by it.
+// Whether the row was found by the search text. A web search and an answer of the calculator are
+// made from it.
 bool isFound(const QVariantMap &record)
 {
     return !recordPath(record).isEmpty()
@@ -70,12 +70,11 @@ QColor withOpacity(QColor color, float opacity)
     return color;
 }
 
-// In the palette's colour the text would be too faint on a row below the pointer, whose background
-// is nearer to it.
+// On a hovered row the secondary colour would be too close to the background.
 QColor subtitleColor(const QStyleOptionViewItem &item)
 {
     if (isSelected(item)) {
-        return Qt::white; // the accent colour leaves no room for less
+        return Qt::white; // on the accent colour nothing weaker is readable
     }
     const QColor text = item.palette.color(QPalette::Text);
     return item.state.testFlag(QStyle::State_MouseOver) ? withOpacity(text, 0.7F)
@@ -89,7 +88,7 @@ QColor weakColor(const QStyleOptionViewItem &item)
     return isSelected(item) ? subtitle : withOpacity(subtitle, 0.93F * subtitle.alphaF());
 }
 
-// The sheet has such a step between its texts of 14 and 12 pixels.
+// As the sheet's small text of 12 pixels relates to its text of 14.
 QFont subtitleFont(QFont font)
 {
     if (font.pixelSize() > 0) {
@@ -209,7 +208,7 @@ void ResultDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option
 {
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    // The style paints the background alone, but it leaves space for all.
+    // Let the style paint only the background; icon and texts follow.
     const QIcon icon = std::exchange(item.icon, QIcon());
     item.text.clear();
     styleOf(item).drawControl(QStyle::CE_ItemViewItem, &item, painter, item.widget);

@@ -28,8 +28,8 @@ public:
     /// Sets the texts by which the rows of programs and files were found. The caller repaints.
     void setSearchTexts(const QStringList &texts) { m_searchTexts = texts; }
 
-    /// Sets the row that shows the digit 1; the next eight show 2 to 9. None shows a digit with a
-    /// negative row, as at first. The caller repaints.
+    /// Sets the row that shows the digit 1; the next eight show 2 to 9. With a negative row, the
+    /// default, no row shows a digit. The caller repaints.
     void setFirstDigitRow(int row) { m_firstDigitRow = row; }
 
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
@@ -46,7 +46,7 @@ private:
     RowLines linesOf(const QStyleOptionViewItem &item, const QVariantMap &record) const;
     QRect textRect(const QStyleOptionViewItem &item, const QModelIndex &index) const;
 
-    const QString m_startMenu; // the subtitle of programs in no folder of the start menu
+    const QString m_startMenu; // begins the subtitle of each start-menu program
     QStringList m_searchTexts;
     int m_firstDigitRow = -1;
 };

@@ -132,7 +132,7 @@ QVariantMap ResultList::currentRecord() const
     return item ? item->data(Qt::UserRole).toMap() : QVariantMap();
 }
 
-// The focus stays in the box while its keys choose a row.
+// Tells a screen reader the current row: the focus stays in the box while keys choose a row.
 void ResultList::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QListWidget::currentChanged(current, previous);
@@ -149,8 +149,8 @@ void ResultList::updateDigits()
     }
 }
 
-// A signal of the model for each row would take longer than the rows. The view has no row of the
-// model yet, and learns of all of them at once.
+// One model signal per row would take longer than the rows, so block them. The view has no row yet;
+// reset() tells it of all.
 void ResultList::addRows(const QVariantList &results)
 {
     {

@@ -243,7 +243,7 @@ bool RowKeys::executeArguments()
         return false;
     }
     if (m_pluginManager->executeAction(action)) {
-        // A search without arguments could open the page of the command, and has the same rows.
+        // Do not search: the rows would be the same, and the page of the command could open.
         const QSignalBlocker blocker(m_box->lineEdit());
         m_box->setText(text.command + u' ');
         Q_EMIT argumentsTaken();

@@ -26,13 +26,13 @@ QRect availableArea(const QScreen *screen);
 /// The available area of each screen, the primary one first.
 QList<QRect> screenAreas();
 
-/// Gives the window the screen at the centre of this geometry, if there is one, and this geometry
-/// there. Call this before its widget moves to another screen: the widget moves its window without
-/// its size, so on a screen of another device pixel ratio it would keep its size in device pixels.
+/// If the centre of this geometry is on another screen, moves the window to that screen and sets
+/// the geometry. Call this before its widget moves to another screen: the widget moves its window
+/// without its size, so on a screen of another device pixel ratio it would keep its size in device
+/// pixels.
 void enterScreen(QWindow *window, const QRect &geometry);
 
-/// The area that the rectangle is moved into by as little as possible; a null rectangle if there is
-/// none.
+/// The area into which the rectangle needs the shortest move; null without areas.
 QRect areaNearest(const QRect &rect, const QList<QRect> &areas);
 
 /// The position of the rectangle's top left corner after it was moved into the area, by as little

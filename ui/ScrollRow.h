@@ -4,8 +4,8 @@
 #include <QHBoxLayout>
 #include <QWidget>
 
-/// A QHBoxLayout that can need more width than it asks for. Its items then keep their widths, and
-/// the widget shows a part of the row.
+/// A QHBoxLayout that limits the width that it asks for. If its items need more, they keep their
+/// widths, and the widget shows a part of the row.
 class ScrollRow : public QHBoxLayout
 {
 public:
@@ -18,7 +18,7 @@ public:
     /// The width of the items in front of the part that shows.
     int offset() const { return m_offset; }
 
-    /// Shows the part that begins at this offset, or the nearest one that there is.
+    /// Shows the part that begins at this offset, or at the nearest possible one.
     void scrollTo(int offset);
 
     QSize minimumSize() const override;

@@ -197,8 +197,8 @@ void WindowHeight::update()
     }
     m_window->layout()->activate();
     resizeWindow(stackHeight + m_baseHeight, listHeightFor(0) + m_baseHeight);
-    // Showing the list has posted this event, which may come after the window is painted, and would
-    // paint the list once more.
+    // Showing the list has posted an UpdateLater event. Deliver it now, or the list may be painted
+    // twice.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::UpdateLater);
 }
 

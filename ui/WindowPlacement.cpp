@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The last move of a drag may arrive after the release of the button, if that arrives at all.
+// The last move of a drag may arrive after the release, and the release may not arrive at all.
 constexpr auto dragPause = 300ms;
 
 } // namespace
@@ -143,7 +143,7 @@ void WindowPlacement::hide()
     }
 }
 
-// The agent of the window keeps a press on the title bar from later filters.
+// Filters before the window's agent, which takes presses on the title bar.
 void WindowPlacement::watchMouse()
 {
     QWindow *nativeWindow = m_window->windowHandle();
