@@ -11,9 +11,9 @@
 
 using namespace Qt::StringLiterals;
 
-// The input is an answer of the update server. Or it begins with a character from 'a' on, which
-// chooses a signed answer and its key whose value the rest of the input replaces. Whatever is taken
-// must say what has been signed.
+// The input is an answer of the update server. If it begins with a letter, that chooses a signed
+// answer and one of its keys, and the rest is the key's new value. An accepted answer must have the
+// signed content.
 
 namespace {
 

@@ -41,7 +41,7 @@ QByteArray formatOf(QByteArray content)
     return buffer.open(QIODevice::ReadOnly) ? QImageReader::imageFormat(&buffer) : QByteArray();
 }
 
-// A vector image in there could name files in its turn.
+// Not a vector image, which could itself name files.
 bool isEmbeddedImage(QStringView address)
 {
     const qsizetype begin = address.lastIndexOf("base64,"_L1) + 7;

@@ -7,9 +7,9 @@
 
 namespace platform {
 
-/// An icon of pictures, each with its own factor, as QIcon makes one of QPixmap. Nothing that it
-/// draws goes into QPixmapCache, which keeps the name of each picture for ever in Qt 6.4, also of
-/// those that it has dropped. For icons of files that are read again and again.
+/// An icon made of pixmaps, each with its own device pixel ratio, as QIcon::addPixmap() makes it,
+/// but without QPixmapCache: Qt 6.4 keeps the name of each dropped picture for ever. For icons of
+/// files that are read again and again.
 class PictureIconEngine : public QIconEngine
 {
 public:

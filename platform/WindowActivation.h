@@ -5,9 +5,9 @@ class QWidget;
 
 namespace platform {
 
-/// Call it before a window is shown and activated, if the user wants that. Where the window system
-/// would only mark a window that shows behind others, it gets the focus nevertheless. For that the
-/// window may be hidden, so that it becomes a new one.
+/// Call it before a window is shown and activated at the user's request. Some window systems would
+/// only mark a window that is behind others; this makes it get the focus nevertheless. For that it
+/// may hide the window, so that it is shown as a new one.
 void prepareActivation(QWidget *window);
 
 } // namespace platform

@@ -3,10 +3,10 @@
 
 namespace platform {
 
-/// Keeps Qt from asking where a window is before it shows. A window manager may put it into a frame
-/// in the corner of the screen before it puts the frame to its place, and Qt would give the window
-/// the place and the scale of the screen there. Call it once, before a window shows. Does nothing
-/// where the window system tells a window its place itself.
+/// Keeps Qt from asking for a window's position before it is shown. Until then a window manager may
+/// have it in a frame at the corner of the screen, and Qt would take that position and the scale of
+/// the screen there. Call it once, before a window shows. Does nothing where the window system
+/// tells a window its position itself.
 void ignoreMovesOfHiddenWindows();
 
 } // namespace platform

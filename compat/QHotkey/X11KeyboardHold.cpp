@@ -17,8 +17,8 @@ using namespace std::chrono_literals;
 constexpr auto longestHold = 300ms;
 constexpr auto focusInterval = 1ms; // between two questions for the focus
 
-// Qt's own word comes after it has handled the event of the focus, without which an input method
-// would miss the first keys. But for a moment Qt takes a window that it has hidden for focused.
+// focusWindow() is set only after Qt has handled the focus event; earlier, an input method would
+// miss the first keys. Qt also reports a window that it has just hidden, so ask the server, too.
 bool hasFocus(xcb_connection_t *display)
 {
     if (!QGuiApplication::focusWindow()) {

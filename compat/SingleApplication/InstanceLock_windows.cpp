@@ -37,9 +37,8 @@ QString roamingFolder()
 
 } // namespace
 
-// The name of a pipe can be taken by any user, a file in the user's own folder cannot. Beside the
-// other data of the program, as the file stays; not in its folder, which a copy of the program by
-// another name has of its own.
+// The lock is a file in the user's own folder, since any user can take the name of a pipe. The
+// folder does not depend on the name of the executable.
 InstanceLock::InstanceLock(const QString &userData)
     : m_serverName(pipeName(userData))
 {

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// QFile::encodeName() and QFile::decodeName(), which take ten times as long for an ASCII name.
-/// Nearly all names are.
+/// The same as QFile::encodeName() and QFile::decodeName(), but ten times as fast for ASCII names,
+/// which nearly all are.
 QByteArray encodedName(const QString &name);
 QString decodedName(QByteArrayView name);
 

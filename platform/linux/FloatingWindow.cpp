@@ -33,8 +33,8 @@ QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
     return {first, first + reply->value_len};
 }
 
-// No window can be above the others in a grid, so these are the ones that tile. Only newer versions
-// of sway support such windows.
+// A window manager that cannot keep a window above others tiles its windows. Newer versions of sway
+// can, and tile nevertheless.
 bool isTiling(xcb_connection_t *connection)
 {
     if (!qEnvironmentVariableIsEmpty("SWAYSOCK")) {
@@ -44,7 +44,7 @@ bool isTiling(xcb_connection_t *connection)
     return !supported.isEmpty() && !supported.contains(x11Atom(connection, "_NET_WM_STATE_ABOVE"));
 }
 
-// Qt would have to create the window anew.
+// By XCB: Qt would have to create the window anew.
 void setDialogType(xcb_connection_t *connection, xcb_window_t window)
 {
     const std::array<xcb_atom_t, 2> types{x11Atom(connection, "_NET_WM_WINDOW_TYPE_DIALOG"),

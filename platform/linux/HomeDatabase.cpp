@@ -129,7 +129,7 @@ bool HomeDatabase::isBuilding() const
 
 void HomeDatabase::finishBuilding()
 {
-    // A failed build would be repeated by the search that a watcher starts, without end.
+    // Do not notify of a failed build: the watcher's search would start the next one, without end.
     if (!m_isAwaited || !QFile::exists(filePath())) {
         return;
     }

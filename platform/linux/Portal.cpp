@@ -42,8 +42,8 @@ Portal::~Portal()
 
 bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
 {
-    // Behind the portal, the desktop may keep the sessions of one that has ended. Sessions of
-    // another connection have other paths.
+    // After the portal has ended, the desktop may keep its sessions. A new connection gives the
+    // next session another path.
     if (m_bus.isConnected() && !m_hasLostSessions) {
         return true;
     }
@@ -72,8 +72,8 @@ void Portal::disconnectFromBus()
     }
 }
 
-// The bus replies before the portal does, to whatever is called next. A portal that does not run
-// yet is reported to handleOwner() when a call starts it.
+// Asks the bus for the portal's unique name. It replies before the portal replies to any later
+// call. If the portal does not run, handleOwner() learns the name when a call starts it.
 void Portal::askForOwner()
 {
     QDBusMessage message =
@@ -178,7 +178,7 @@ void Portal::handleOwner(const QString &older, const QString &newer)
     }
 }
 
-// By the unique name: to find the owner of the other one, Qt would wait for the bus.
+// Subscribes by the unique name: Qt would block to look up the owner of the well-known one.
 void Portal::subscribe(const QString &owner)
 {
     if (owner == m_owner) {

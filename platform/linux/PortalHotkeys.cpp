@@ -145,7 +145,7 @@ void PortalHotkeys::setBound(bool isBound)
     }
 }
 
-// An older portal does not know this interface, and takes any program.
+// Ignores an error: an older portal lacks this interface and needs no registration.
 void PortalHotkeys::registerProgram()
 {
     if (m_hotkeys.isEmpty()) {
@@ -225,7 +225,7 @@ void PortalHotkeys::request(const QString &method, const QVariantList &arguments
 
 void PortalHotkeys::handleStarted()
 {
-    // The first call of an attempt may start the portal, and then gets its reply.
+    // An attempt in progress has started the portal itself and goes on.
     if (!m_timer.isActive()) {
         m_closures = 0;
         begin();

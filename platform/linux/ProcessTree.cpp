@@ -17,8 +17,8 @@ namespace {
 constexpr unsigned firstInherited = STDERR_FILENO + 1;
 constexpr int highestInherited = 1024; // for kernels that cannot close all at once
 
-// Runs between fork() and exec(), so it may only call what is safe in a signal handler. The flag
-// leaves the pipe open by which QProcess learns that exec() has failed.
+// Runs between fork() and exec(), so it may only call what is safe in a signal handler. CLOEXEC
+// instead of closing: through one of these descriptors QProcess learns that exec() has failed.
 void prepareChild(pid_t parent)
 {
     ::setsid(); // a group of its own, without the terminal
@@ -37,7 +37,7 @@ void prepareChild(pid_t parent)
 
 struct ProcessTree::Data
 {
-    pid_t group = 0; // that of the program, whose number it has; 0 before the start
+    pid_t group = 0; // its id is the program's process id; 0 before the start
     bool isEnded = false;
 };
 

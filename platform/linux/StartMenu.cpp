@@ -35,7 +35,7 @@ bool isOverridden(const QStringList &earlierRoots, const QString &id)
                        [&id](const QString &root) { return !fileOfId(root, id).isEmpty(); });
 }
 
-/// The folder of the links, whose path the system need not walk again for each of them.
+/// Keeps the folder of the links open, so that the system need not resolve its path for each link.
 class OpenFolder
 {
 public:

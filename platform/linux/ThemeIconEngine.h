@@ -50,11 +50,11 @@ public:
     bool isNull() override { return m_pictures.isEmpty(); }
 
 private:
-    /// Draws at most this many pixels, from the picture for this size at a whole scale.
+    /// Draws the picture for this size and scale, reduced to at most `pixels`.
     QPixmap draw(const QSize &pixels, const QSize &size, int scale);
 
     QList<IconPicture> m_pictures;
-    QPixmap m_last;   // a caller that checks whether the icon can be drawn draws it next
+    QPixmap m_last;   // LinkIcons draws an icon to check it; its caller then draws it
     QSize m_lastSize; // in pixels
 };
 

@@ -99,7 +99,7 @@ QIcon iconOutsideOfThemes(const QString &name)
     return {};
 }
 
-// Of "audio-card-usb", that and "audio-card" and "audio".
+// For "audio-card-usb": itself, "audio-card", "audio".
 QStringList generalNames(const QString &name)
 {
     QStringList names;
@@ -155,7 +155,7 @@ void ThemeIcons::addThemes(const QString &name, QStringList &added)
     }
 }
 
-// Every theme falls back to hicolor; one that names no parent, to the fallback theme before.
+// A theme without parents falls back to the fallback theme, and every theme at last to hicolor.
 ThemeIcons::Theme::Theme(const QString &name)
 {
     QString index;

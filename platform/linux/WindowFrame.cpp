@@ -16,10 +16,9 @@ namespace {
 
 template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
-/// Keeps the server's own ConfigureNotify of a window that does not show yet from Qt. Qt does not
-/// trust the position in it, which may be that in a frame, and asks where the window is at that
-/// moment. A window manager that places the window sends another one, with the position on the
-/// screen.
+/// Drops the X server's own ConfigureNotify of a window that is not shown yet. Its position may be
+/// relative to a frame, so Qt would ask the server for the position at that moment. A window
+/// manager sends another event with the position on the screen.
 class FrameFilter : public QObject, private QAbstractNativeEventFilter
 {
 public:
@@ -33,7 +32,7 @@ public:
 private:
     bool nativeEventFilter(const QByteArray &, void *message, qintptr *) override
     {
-        // An event that another client has sent has one more bit.
+        // Events sent by other clients have the highest bit set and do not match.
         switch (static_cast<const xcb_generic_event_t *>(message)->response_type) {
         case XCB_CONFIGURE_NOTIFY:
             return ignores(static_cast<const xcb_configure_notify_event_t *>(message)->window);
@@ -57,7 +56,7 @@ private:
         return isHidden;
     }
 
-    // The root window's event tells Qt of new screens.
+    // Not the root window, whose event tells Qt of new screens.
     bool isOwn(xcb_window_t window) const
     {
         const xcb_setup_t *setup = xcb_get_setup(m_connection);

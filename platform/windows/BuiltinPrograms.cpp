@@ -23,7 +23,7 @@ QString description(const char *text)
     return QCoreApplication::translate("AppLauncher", text);
 }
 
-// The shell looks the bare command up; only the icon needs a full path.
+// programFile() looks the bare command up; only the icon needs a full path.
 ProgramInfo systemProgram(const QString &command, const QString &description)
 {
     return {command, description,
@@ -40,7 +40,7 @@ QStringList programFolders()
     return folders;
 }
 
-// Unlike QFileInfo, takes the aliases of packaged programs for files.
+// Unlike QFileInfo::isFile(), also true for the aliases of packaged programs.
 bool isFile(const QString &path)
 {
     const DWORD attributes = GetFileAttributesW(qUtf16Printable(path));
