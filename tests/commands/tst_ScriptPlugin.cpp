@@ -46,7 +46,7 @@ bool exists(const QString &path)
     return QFile::exists(testhome::path() + u'/' + path);
 }
 
-// Lets the programs go on that wait for the file.
+// Creates the file for which programs wait, so that they go on.
 void release(const QString &name)
 {
     testhome::writeFile("script/"_L1 + name, {});
@@ -218,7 +218,7 @@ void tst_ScriptPlugin::startsAfterTheDelay()
     QCOMPARE(titles(plugin.query(u"ab"_s)), waiting);
     QVERIFY(!plugin.findChild<ScriptProcess *>());
     QTRY_COMPARE(changed.size(), 1);
-    // The first had no time to start.
+    // The program for "a" was never started.
     QCOMPARE(contentOf(scriptFile(u"starts"_s)), QByteArray("ab\n"));
 }
 

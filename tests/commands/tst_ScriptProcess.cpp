@@ -146,7 +146,7 @@ void tst_ScriptProcess::hasNoTerminal()
 
 void tst_ScriptProcess::inheritsNoOpenFile()
 {
-    // Without the flag for exec(), as a library may open a file.
+    // Without O_CLOEXEC, as a library may open a file.
     const int descriptor = ::open("/dev/null", O_RDONLY); // NOLINT(android-cloexec-open)
     QVERIFY(descriptor > STDERR_FILENO);
     const auto guard = qScopeGuard([descriptor] { ::close(descriptor); });

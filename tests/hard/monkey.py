@@ -22,10 +22,10 @@ from screen import Screen
 from desktop import Desktop, wait_until
 
 MEMORY_LIMIT = 2 << 20  # bytes
-# Qt keeps the window of a list that was closed by a choice, until another way of closing it.
+# If a choice closes a list, Qt keeps its window until the list is closed in another way.
 COMBO_BOXES = 3
 RESOURCES_OF_A_WINDOW = ("WINDOW", "INPUTCLIENT", "SyncCounter")
-# What may become more up to these numbers. Qt keeps each cursor from its first use on: two for texts
+# What may grow up to these numbers. Qt keeps each cursor from its first use on: two for texts
 # and links, two to resize, four to drag. The settings may give a hotkey to the window and to each of
 # nine commands, with four grabs each, for the keys that lock others.
 MOST_RESOURCES = {"CURSOR": 8, "PASSIVE GRAB": 40}

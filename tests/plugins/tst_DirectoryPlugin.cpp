@@ -543,7 +543,7 @@ void tst_DirectoryPlugin::listsWithoutIconsIfTheyCannotBeSaved()
     QFETCH(const QString, fileInTheWay);
     const QString file = addFile(u"docs/file.txt"_s);
     testhome::writeFile(fileInTheWay, "in the way");
-    // The cache would take the icons instead.
+    // Otherwise the icons would be in the user's cache instead.
     fakePlatform().foreignFolders = {QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
                                      + "/icons"_L1};
     QCOMPARE(query(u"docs"_s).mid(1),

@@ -406,7 +406,7 @@ void tst_FilePlugin::listsWithoutIconsIfTheyCannotBeSaved()
 {
     const QString path = addIndexed(u"home/note.txt"_s);
     testhome::writeFile(u"tmp/Vaskel/icons"_s, "in the way");
-    // The cache would take the icons instead.
+    // Otherwise the icons would be in the user's cache instead.
     fakePlatform().foreignFolders = {QStandardPaths::writableLocation(QStandardPaths::CacheLocation)
                                      + "/icons"_L1};
     QCOMPARE(query(u"note"_s), QVariantList{hit(path, QString())});

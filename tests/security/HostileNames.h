@@ -5,7 +5,7 @@
 
 /// 200 names that somebody else may have chosen for a file or a program, or typed. Most would run
 /// the command "touch canary", hide a part of themselves, or count as an option, if they went
-/// through a shell, an expansion or a parser that does not know them for a name. None has a slash.
+/// through a shell, an expansion or a parser that does not treat them as names. None has a slash.
 inline QStringList hostileNames()
 {
     const QStringList hearts = {

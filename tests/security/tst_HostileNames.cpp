@@ -112,7 +112,7 @@ void tst_HostileNames::init()
     QDir::setCurrent(folder());
 }
 
-// Every case: no name has run its command.
+// Checks after every case that no name has run its command.
 void tst_HostileNames::cleanup()
 {
     QDir::setCurrent(QDir::rootPath());
@@ -185,7 +185,7 @@ void tst_HostileNames::areListedAndOpenedByDirectories()
     }
     QCOMPARE(opened.paths.size(), all.size());
 
-    // Typed after the command, they name no folder: that of the user is listed.
+    // Typed after the command, these name no folder, so the home folder is listed.
     const QVariantList home = plugin.query({});
     const QStringList some = names::startable(all);
     for (const QString &name : some) {

@@ -117,7 +117,7 @@ void tst_HotkeyHints::tellsTheOriginOfTheStoredHotkeyAlone()
     QCOMPARE(Form::hintOf(form.main), QString());
     QVERIFY(!form.hasButton());
 
-    // The desktop tells something while the field differs.
+    // The hints are refreshed while the field differs from the stored hotkey.
     form.hints.refresh();
     QCOMPARE(Form::hintOf(form.main), QString());
     form.main->setKeySequence(QKeySequence(u"Ctrl+F9"_s));

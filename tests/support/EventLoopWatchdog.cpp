@@ -2,8 +2,8 @@
 //
 // Linked into the program that the end-to-end tests run, and into no other. If the variable
 // VASKEL_TEST_WATCHDOG names a file, writes a line to it for each iteration of the event loop that
-// took noteworthy much of the thread's own processor time, without the time that the queries of
-// plugins took: the milliseconds, and the last event with its receiver. Its reader knows the limit.
+// took much of the thread's processor time, not counting the queries of plugins: the milliseconds,
+// and the last event with its receiver. The reader of the file knows the limit.
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QEvent>
@@ -71,7 +71,8 @@ bool EventLoopWatchdog::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-// A nested loop, such as that of a menu, ends the iteration that has begun it: it answers the user.
+// A nested loop, such as that of a menu, ends the iteration that has begun it: from then on the
+// program answers the user.
 void EventLoopWatchdog::beginIteration()
 {
     const double taken = threadMilliseconds() - m_begin - queryMilliseconds;
@@ -97,8 +98,8 @@ void startWatchdog()
 
 Q_COREAPP_STARTUP_FUNCTION(startWatchdog)
 
-// The linker's option --wrap leads the calls of PluginManager::queryCommand to the first function,
-// and those of the second one to the original.
+// The linker's option --wrap directs the calls of PluginManager::queryCommand to the first
+// function, and the calls of the second one to the original.
 #define QUERY_COMMAND "_ZN13PluginManager12queryCommandERK7QStringS2_"
 QVariantList watchedQuery(PluginManager *manager, const QString &command,
                           const QString &arguments) __asm__("__wrap_" QUERY_COMMAND);

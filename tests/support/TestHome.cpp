@@ -103,7 +103,8 @@ QString appDataPath()
 void reset()
 {
     // QSettings caches the files that it has read, and considers one of the same size and time
-    // unchanged. So write pending changes before the files go, and then sync to notice that.
+    // unchanged. So write pending changes before the files are removed, and notice that by another
+    // sync().
     QSettings store(u"Vaskel"_s, u"Vaskel"_s);
     store.sync();
     removeEntries(QDir(path()), QString());

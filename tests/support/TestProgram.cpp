@@ -14,8 +14,8 @@ std::map<std::string, testprogram::Run> &tests()
     return runs;
 }
 
-// The second symbolic link of a class that runs on the fakes and on the bodies of the system has
-// this ending.
+// A class that runs on the fakes and on the bodies of the system has two symbolic links. The name
+// of the one for the fakes has this ending.
 std::string className(const std::string &programName)
 {
     const std::string ending = "OnFake";

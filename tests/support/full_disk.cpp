@@ -70,7 +70,7 @@ ssize_t writev(int file, const iovec *parts, int count)
     return refuses(file) ? -1 : next(&writev, "writev")(file, parts, count);
 }
 
-// The C library writes the buffers of its streams by calls that cannot be replaced.
+// Refuse here: the C library writes the buffers of its streams by calls that cannot be replaced.
 size_t fwrite(const void *data, size_t size, size_t count, FILE *stream)
 {
     return refuses(fileno(stream)) ? 0 : next(&fwrite, "fwrite")(data, size, count, stream);

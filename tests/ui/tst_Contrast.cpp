@@ -43,7 +43,7 @@ namespace {
 constexpr double leastOfTexts = 4.5;
 constexpr double leastOfMarks = 3;
 
-// Why a contrast may be less.
+// Why a contrast may be too low.
 const QString fixedColors = u"both colours are fixed"_s;
 const QString placeholderColor = u"Qt makes it half as strong as the fixed colour"_s;
 const QString disabledText = u"fixed; nobody needs to read it"_s;
@@ -109,7 +109,7 @@ bool isShort(const Row &row, double least)
     return std::min(row.ratios[Dark], row.ratios[Light]) < least;
 }
 
-/// What is wrong with the contrasts: too low without a reason, or a reason for nothing.
+/// What is wrong with the contrasts: too low without a reason, or a reason without need.
 QStringList shortOf(const QList<Row> &rows, double least)
 {
     QStringList wrong;

@@ -566,7 +566,7 @@ void tst_FloatIcon::withoutACompositorItIsMaskedRound()
             QCOMPARE(mask.contains(QPoint(47 - x, y)), isShown);
             QCOMPARE(mask.contains(QPoint(x, 47 - y)), isShown);
             QVERIFY(!isShown || whole.pixelColor(x, y).alpha() == 255);
-            // Of the disc, only its rim may lack.
+            // Of the disc, only the rim may be outside the mask.
             QVERIFY(isShown || std::hypot(x - 23.5, y - 23.5) > 20.5);
         }
     }

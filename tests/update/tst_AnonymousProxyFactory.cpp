@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// In place of the proxies of the desktop, the application's.
+/// Sets the application's proxy in place of the desktop's.
 class tst_AnonymousProxyFactory : public QObject
 {
     Q_OBJECT

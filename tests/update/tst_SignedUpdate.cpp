@@ -121,7 +121,7 @@ void tst_SignedUpdate::changesNothingByAnyFlippedBit()
             QVERIFY2(answer[key] == original[key], flipped.constData());
         }
     }
-    // Nearly all bits of the key "has_update" and of what is not signed.
+    // Only flips in the member "has_update" and in what is not signed leave it valid, and not all.
     const qsizetype unsignedBytes =
         QByteArray(R"("has_update":true,"download_url":"","mandatory":false,)").size()
         + m_release.url.size();

@@ -59,8 +59,8 @@ QByteArray redirectTo(const QByteArray &target)
 
 } // namespace
 
-/// An updater with two keys, against a server in other hands. Nothing but the signed file may be
-/// installed, and nobody else may bring the question up.
+/// An updater with two keys, against a server in an attacker's hands. Only the signed file may be
+/// installed, and only a signed offer may reach the user.
 class tst_UpdateAttacks : public QObject
 {
     Q_OBJECT
@@ -265,7 +265,7 @@ void tst_UpdateAttacks::offersNoOtherAnswer()
     serve(forge());
     QCOMPARE(check(), QStringList{u"none"_s});
     QCOMPARE(m_server->requests.size(), 1);
-    // Whoever does not ask the user gets no further.
+    // Without an offer, no download begins.
     QCOMPARE(download(m_release.url),
              QStringList{u"error: There is no signed update. Nothing was changed."_s});
     QCOMPARE(m_server->requests.size(), 1);
@@ -318,7 +318,7 @@ void tst_UpdateAttacks::followsNoRedirectOfTheCheck()
     QCOMPARE(m_server->requests.size(), 1);
 }
 
-// Many flips spoil nothing that counts, such as the name of the key "mandatory": the offer is then
+// Many flips change nothing that is signed, such as one in the key "mandatory": the offer is then
 // the signed one, and so is the file. The wrong addresses are on this machine.
 void tst_UpdateAttacks::installsNothingElseForAnyFlippedByte()
 {
@@ -345,7 +345,7 @@ void tst_UpdateAttacks::installsNothingElseForAnyFlippedByte()
             QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
         }
     }
-    // At least what is signed is refused.
+    // At least each flip in what is signed is refused.
     const QJsonObject answer = m_release.signedBy(m_key);
     QVERIFY2(refused > 128 + 64 + jsonOf({{u"changelog"_s, answer["changelog"_L1]}}).size(),
              qPrintable(QString::number(refused)));
@@ -521,7 +521,7 @@ void tst_UpdateAttacks::installsNoFileThatIsExchanged_data()
     QTest::newRow("none at all") << false << QByteArray();
 }
 
-// Between the comparison of the download and the start of the script.
+// Exchanges the file between the comparison of the download and the start of the script.
 void tst_UpdateAttacks::installsNoFileThatIsExchanged()
 {
     QFETCH(bool, isThere);

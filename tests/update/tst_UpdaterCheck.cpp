@@ -356,7 +356,7 @@ void tst_UpdaterCheck::neverLogsIn_data()
     }
 }
 
-// Qt answers an NTLM challenge without asking anybody; a second request would be that.
+// Qt would answer an NTLM challenge without asking; a second request would be that answer.
 void tst_UpdaterCheck::neverLogsIn()
 {
     QFETCH(QByteArray, status);

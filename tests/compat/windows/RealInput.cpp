@@ -17,8 +17,8 @@ void send(const QStringList &commands)
     std::wstring line = program + L' ' + commands.join(u' ').toStdWString();
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
-    // Wine starts this program of the machine below it but sets no handles. Do not close what is in
-    // "process": QProcess::startDetached() does, and once closed the thread's message queue so.
+    // Wine starts this native program but sets no handles in "process", so close none. If
+    // QProcess::startDetached() did, it could close the thread's message queue.
     PROCESS_INFORMATION process{};
     if (!CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                         &startup, &process)) {

@@ -304,7 +304,7 @@ void tst_SingleApplicationOnWindows::startsWithoutAPlaceForTheLock()
         u"warning: SingleApplication: cannot lock, so every start is an instance of its own"_s));
 }
 
-// What stays is in the folder of the program's data.
+// The file stays, so it is in the folder of the program's data.
 void tst_SingleApplicationOnWindows::lockIsAFileOfTheUser()
 {
     InstanceLock lock(userData);
@@ -321,7 +321,7 @@ void tst_SingleApplicationOnWindows::tellsWhetherTheHolderWasNotified()
     QVERIFY(lock.notifyHolder(QDeadlineTimer(0)) == InstanceLock::Notice::NotListening);
     const Instance first;
     QTRY_VERIFY_WITH_TIMEOUT(first.isPrimary(), testTimeout);
-    // The macro asks once more than needed, but each notice counts.
+    // The macro evaluates its condition once more than needed, but must not give a second notice.
     InstanceLock::Notice notice = InstanceLock::Notice::NotListening;
     const auto isListening = [&] {
         if (notice == InstanceLock::Notice::NotListening) {

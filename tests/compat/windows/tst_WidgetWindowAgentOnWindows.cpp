@@ -271,7 +271,7 @@ void tst_WidgetWindowAgentOnWindows::maximisedWindowFillsTheWorkArea()
     QTRY_COMPARE(clientOnScreen(),
                  QRect(workArea.left, workArea.top, workArea.right - workArea.left,
                        workArea.bottom - workArea.top));
-    // No part of it resizes the window any more.
+    // No part of a maximised window resizes it.
     QCOMPARE(int(m_window->hitAt({0, 100})), HTCLIENT);
 }
 

@@ -169,8 +169,7 @@ void tst_Executable::loadsEverythingFromItsOwnFolderAlone_data()
     QTest::newRow("in PATH") << u"path"_s;
 }
 
-// The library lies there, where another program or user may have put it, and the program must not
-// start with it.
+// Another program or user may have put a library there. The program must not load it at its start.
 void tst_Executable::loadsEverythingFromItsOwnFolderAlone()
 {
     QFETCH(QString, planted);

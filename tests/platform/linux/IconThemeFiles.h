@@ -12,8 +12,8 @@
 /// Icon themes and icons in the home of the test, on a session without a desktop.
 namespace iconthemefiles {
 
-/// So that no desktop helps out with an icon theme. To be called before the application object is
-/// built.
+/// Leaves the session of the desktop, which would add an icon theme. Call it before the application
+/// object is created.
 inline void leaveTheDesktop()
 {
     for (const char *name : {"XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "KDE_FULL_SESSION",
@@ -42,7 +42,7 @@ inline void installTheme(const QString &folder, const QList<std::pair<QString, Q
     }
 }
 
-/// To be called before the application object is built, since the search paths are those that exist
+/// Call it before the application object is created, since the search paths are those that exist
 /// then.
 inline void installIcons()
 {

@@ -70,7 +70,7 @@ public:
             xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
     }
 
-    /// The flag of WM_HINTS by which a window accepts the focus; it does without the property, too.
+    /// Whether the flag of WM_HINTS lets the window accept the focus, or there is no such property.
     bool acceptsFocus(xcb_window_t window)
     {
         constexpr uint32_t length = 2;

@@ -7,7 +7,8 @@
 #include <QCoreApplication>
 #include <QWindow>
 
-/// A message to a window that does nothing. Notices when Qt gets it: then Qt has all events before.
+/// Sends a window a message without effect and notices when Qt gets it: by then Qt has got all
+/// earlier events.
 class X11Marker : public QAbstractNativeEventFilter
 {
 public:

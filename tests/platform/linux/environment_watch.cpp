@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
-// Preloaded into a program: counts what changes the environment or the locale between the creation
-// of the thread that calls FcInit() and the return of its join, and writes the number into the file
-// that ENVIRONMENT_REPORT names.
+// Preloaded into a program: counts the changes of the environment and the locale between the
+// creation of the thread that calls FcInit() and the return of its join, and writes the number into
+// the file that ENVIRONMENT_REPORT names.
 #include <atomic>
 #include <clocale>
 #include <cstdio>

@@ -352,8 +352,8 @@ void tst_FileIndex::failsWhereTheProgramFails()
 {
     QFETCH(const QByteArray, script);
     plocate::replaceProgram(script);
-    // The database of the home folder is built with the lowest priority before that. Asked again
-    // after its failure, it would be built anew.
+    // Until the database of the home folder is built, at the lowest priority, the search has
+    // another error. Keep the first failure: a further search would build the database anew.
     fileindex::Answer answer;
     const auto fails = [&answer] {
         answer = search(u"name"_s);

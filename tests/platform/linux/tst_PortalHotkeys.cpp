@@ -159,7 +159,7 @@ bool tst_PortalHotkeys::bind(const Hotkeys &hotkeys)
     return QTest::qWaitFor([&] { return !changed.isEmpty() && m_hotkeys->isBound(); }, 60'000);
 }
 
-// Binds with a portal that does not answer this method in time. Fails the test if that is not told.
+// Binds with a portal that does not answer this method in time. Fails the test without a warning.
 void tst_PortalHotkeys::bindUnanswered(const QString &method)
 {
     make(1ms);
@@ -286,7 +286,7 @@ void tst_PortalHotkeys::staysUnboundIfRefused()
     m_hotkeys->bind(twoHotkeys);
     QVERIFY(warns(notBound + u'"' + line));
 
-    // A session that there is gets closed.
+    // An existing session is closed.
     QStringList calls;
     const bool hasSession = !line.startsWith("CreateSession"_L1);
     QTRY_VERIFY(
@@ -357,7 +357,7 @@ void tst_PortalHotkeys::tellsTheHotkeysApart()
     QCOMPARE(m_commandActivated->first(), QVariantList{u"calc"_s});
     QVERIFY(m_activated->isEmpty());
 
-    // While one is held, another one works.
+    // While one hotkey is held, another one works.
     send(u"Activated"_s, u"toggle"_s);
     QTRY_COMPARE(m_activated->size(), 1);
     send(u"Activated"_s, u"command-unknown"_s);
@@ -377,7 +377,7 @@ void tst_PortalHotkeys::ignoresOtherPrograms()
     signal << QVariant::fromValue(QDBusObjectPath(session)) << u"toggle"_s << qulonglong(0)
            << QVariantMap();
     QVERIFY(QDBusConnection::sessionBus().send(signal));
-    // The bus has passed it on before it answers.
+    // The bus passes the signal on before it answers this call.
     QDBusConnection::sessionBus().interface()->isServiceRegistered(u"a.b"_s);
     QVERIFY(isSettled());
     QVERIFY(m_activated->isEmpty());

@@ -184,7 +184,7 @@ void tst_PrivateFolder::protectionDependsOnEachLinkOfAChain_data()
     QTest::newRow("endless") << u"link"_s << 0700 << false;
 }
 
-// Nothing of the middle is in the path, nor in that of the folder to which it leads.
+// The folder "middle" is neither in the path nor in that of the folder to which the links lead.
 void tst_PrivateFolder::protectionDependsOnEachLinkOfAChain()
 {
     QFETCH(QString, target);

@@ -129,8 +129,8 @@ void tst_ThemeIcons::drawsWhatQtDraws()
     const QPixmap expected = QIcon::fromTheme(name).pixmap(QSize(size, size), factor);
     QVERIFY(!expected.isNull());
     const QPixmap drawn = ThemeIcons().icon(name).pixmap(QSize(size, size), factor);
-    // Qt 6.11 takes the one of 16 pixels: it regards one that is too small for its threshold as too
-    // large, and draws too large ones rather than too small ones.
+    // Qt 6.11 takes the picture of 16 pixels: it regards a picture below its threshold as too
+    // large, and prefers too large pictures to too small ones.
     if (name == "not32"_L1 && size == 64) {
         QCOMPARE(drawn.size(), QSize(48, 48));
         QCOMPARE(drawn.toImage().pixelColor(24, 24), QColor(0, 48, 0));

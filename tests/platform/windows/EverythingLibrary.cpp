@@ -17,7 +17,7 @@ struct State
 {
     State()
     {
-        // A test cannot call this library in a program that it starts.
+        // For a program that a test starts: the test cannot call the library there.
         if (const wchar_t *paths = _wgetenv(L"VASKEL_TEST_FILES")) {
             setFiles(paths);
         }

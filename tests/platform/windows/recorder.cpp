@@ -25,7 +25,7 @@ int main(int argc, char *argv[])
     }
     const QStringList line =
         QStringList{QCoreApplication::applicationFilePath(), QDir::currentPath()} + arguments;
-    // QFile looks for the end when it opens a file to append: without turns, two programs that
+    // QFile looks for the end when it opens a file to append: without the lock, two programs that
     // start at once may write to the same place.
     QLockFile turn(filePath + ".lock"_L1);
     QFile file(filePath);

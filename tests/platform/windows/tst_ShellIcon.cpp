@@ -73,8 +73,8 @@ QImage quarters()
     return image;
 }
 
-// How many more objects of this kind the system gives to this process: each one that is not given
-// back is one less.
+// How many more objects of this kind the system gives to this process. Each leaked object makes it
+// one less.
 template <typename Make, typename Destroy> qsizetype leftOver(Make make, Destroy destroy)
 {
     std::vector<decltype(make())> objects;
@@ -166,7 +166,7 @@ void tst_ShellIcon::shellKnowsTheIconOfAnExecutable()
     QVERIFY(!platform::shellPixmap(recording::program()).isNull());
 }
 
-// Without being turned they would be an address of which the shell knows nothing.
+// The shell would take an unconverted path for an unknown address.
 void tst_ShellIcon::shellTakesForwardSlashes()
 {
     const QString path = recording::program();
@@ -192,7 +192,7 @@ void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne()
     QVERIFY(icon.isEmpty() || !QPixmap(icon).isNull());
 }
 
-// Wine paints nothing of it but the arrow, whatever the icon; Windows paints both.
+// Wine paints only the arrow of a link, whatever its icon; Windows paints both.
 void tst_ShellIcon::catalogueHasAnIconForTheLink()
 {
     const QString path = platform::startMenuRoots().first() + "/Red Program.lnk"_L1;
