@@ -107,7 +107,7 @@ void memoryAfterTwoSeconds(benchmark::State &state, const char *program)
     state.SetLabel("MiB");
 }
 
-// A first start draws the icons of all programs, which here are different; the floor finds them.
+// All programs have different icons here. A first start draws them; the floor finds them drawn.
 void startWithManyIcons(benchmark::State &state, bool isFirst)
 {
     const ProgramHome &home = fixture().homeOfManyIcons;

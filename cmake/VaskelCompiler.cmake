@@ -40,7 +40,7 @@ if(VASKEL_SANITIZE)
 endif()
 
 # Makes a library of the program count which of its lines run, for scripts/coverage. Several threads
-# and processes count.
+# and processes may count at a time.
 function(vaskel_count_lines target)
     if(VASKEL_COVERAGE)
         target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
-# vaskel_add_test: the tests of a folder are one program, because linking each test separately took
+# vaskel_add_test: the tests of a folder are one program, because linking each test separately takes
 # longer than compiling it. Each test class still runs in its own process.
 
 # The prefix of host paths for a program under wine.

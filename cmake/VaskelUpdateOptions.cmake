@@ -37,7 +37,7 @@ foreach(key IN LISTS VASKEL_UPDATE_KEY)
     if(NOT key MATCHES "^[0-9A-Fa-f]+$" OR NOT key_length EQUAL 64)
         message(FATAL_ERROR "A key in VASKEL_UPDATE_KEY is 64 hexadecimal digits, not \"${key}\".")
     endif()
-    # No key of a pair, but a point for which signatures can be made by anybody.
+    # A point for which anybody can make signatures is no key of a pair.
     if(key MATCHES "^0[01]0+[08]0$")
         message(FATAL_ERROR "VASKEL_UPDATE_KEY is no key of a pair: \"${key}\".")
     endif()

@@ -12,8 +12,8 @@
 
 using namespace Qt::StringLiterals;
 
-// Each byte of the input is a key for the command box, or a text that is set. The expectation is
-// the table of the box's two states, on a line edit of its own.
+// Each byte of the input is a key for the command box, or a text that is set. The expected state
+// comes from a table of the box's two states, applied to a line edit of its own.
 
 namespace {
 

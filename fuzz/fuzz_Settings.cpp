@@ -74,7 +74,7 @@ extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     const QByteArray content = fuzz::bytesOf(data, size);
-    // Any type of Qt's may be in there, and Qt takes any memory for it.
+    // Such a value may be of any Qt type, for which Qt allocates any amount of memory.
     if (content.contains("@Variant")) {
         return -1;
     }

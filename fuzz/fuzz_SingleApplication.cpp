@@ -13,8 +13,8 @@
 
 using namespace Qt::StringLiterals;
 
-// The input is what other starts of the program send to the first one. Each line is one of them. An
-// empty one is a mere start; any other arrives as it is, and is a request or none.
+// Each line of the input is what another start of the program sends to the first one. An empty line
+// is a mere start; any other arrives unchanged, whether it is a request or not.
 
 namespace {
 

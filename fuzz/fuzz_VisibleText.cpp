@@ -9,7 +9,7 @@ namespace {
 
 using fuzz::check;
 
-// Not by the names that the function itself uses.
+// By code points, not by the categories that visibleText() uses.
 bool changesTheLayout(char16_t c)
 {
     return c < 0x20 || (c >= 0x7f && c < 0xa0) || c == 0x2028 || c == 0x2029
