@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/CommandCheck.h"
 #include "app/CommandLine.h"
 #include "app/CommandLineAnswer.h"
+#include "app/ExitStatus.h"
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/HotkeyRegistration.h"
@@ -272,9 +272,6 @@ int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
 
 int main(int argc, char *argv[])
 {
-    if (commandcheck::isRequested(argc, argv)) {
-        return commandcheck::run(argc, argv);
-    }
     const CommandLine commandLine = CommandLine::parse(argc, argv);
     if (const std::optional<int> status = commandlineanswer::answer(commandLine, argc, argv)) {
         return *status;
@@ -289,7 +286,8 @@ int main(int argc, char *argv[])
                           SingleApplication::Mode::User, 1000, u"Vaskel"_s);
     qInstallMessageHandler(qtMessageHandler);
     if (app.isSecondary()) { // another process was faster
-        return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
+        return app.sendMessage(commandLine.request->toMessage(), 1000) ? exitstatus::succeeded
+                                                                       : exitstatus::failed;
     }
     platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
