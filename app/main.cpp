@@ -5,6 +5,7 @@
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/HotkeyRegistration.h"
+#include "app/InstanceChannel.h"
 #include "app/Logger.h"
 #include "app/QuitFilter.h"
 #include "app/RequestAction.h"
@@ -283,11 +284,13 @@ int main(int argc, char *argv[])
     platform::chooseWindowSystem();
     // A second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, commandLine.request.has_value(),
-                          SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+                          SingleApplication::Mode::User, instancechannel::timeout,
+                          instancechannel::instanceName);
     qInstallMessageHandler(qtMessageHandler);
     if (app.isSecondary()) { // another process was faster
-        return app.sendMessage(commandLine.request->toMessage(), 1000) ? exitstatus::succeeded
-                                                                       : exitstatus::failed;
+        const QByteArray message = commandLine.request->toMessage();
+        return app.sendMessage(message, instancechannel::timeout) ? exitstatus::succeeded
+                                                                  : exitstatus::failed;
     }
     platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);
