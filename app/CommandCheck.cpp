@@ -73,7 +73,7 @@ int printError(QTextStream &errors, const QString &error, const QString &details
 
 QStringList commandcheck::builtinCommands()
 {
-    // Without the plugins, whose services need a display.
+    // Not from the plugins: creating them would read the tasks.
     return {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"plugin"_s, u"set"_s, u"todo"_s, u"user"_s};
 }
 
