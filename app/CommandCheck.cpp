@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CommandCheck.h"
 
-#include "app/Translation.h"
+#include "app/ExitStatus.h"
 #include "commands/CommandFile.h"
 #include "commands/ScriptAnswer.h"
 #include "commands/ScriptProcess.h"
@@ -9,21 +9,14 @@
 #include "platform/Console.h"
 #include "platform/ProcessEnvironment.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTextStream>
-#include <QTranslator>
 
-#include <cstring>
 #include <optional>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
-constexpr int misused = 2;
 
 struct Outcome
 {
@@ -73,33 +66,24 @@ int printError(QTextStream &errors, const QString &error, const QString &details
     if (!details.isEmpty()) {
         errors << details << '\n';
     }
-    return failed;
+    return exitstatus::failed;
 }
 
 } // namespace
 
 QStringList commandcheck::builtinCommands()
 {
-    // Without the plugins, whose services need a display.
+    // Not from the plugins: creating them would read the tasks.
     return {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"plugin"_s, u"set"_s, u"todo"_s, u"user"_s};
 }
 
-bool commandcheck::isRequested(int argc, const char *const argv[])
+int commandcheck::run(const QStringList &arguments)
 {
-    return argc > 1 && std::strcmp(argv[1], "--check-command") == 0;
-}
-
-int commandcheck::run(int &argc, char *argv[])
-{
-    const QCoreApplication app(argc, argv);
     platform::unsetPrivateVariables();
-    QTranslator translator;
-    installTranslation(translator);
-    const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 3 || arguments.size() > 4) {
         platform::writeToConsole(platform::ConsoleStream::Errors,
                                  u"usage: Vaskel --check-command FOLDER [TEXT]\n"_s);
-        return misused;
+        return exitstatus::misused;
     }
     QString output;
     QString errors;
@@ -139,5 +123,5 @@ int commandcheck::check(const QString &folder, const QString &text, QTextStream 
     for (const QVariant &record : answer.records) {
         printRow(output, record.toMap());
     }
-    return succeeded;
+    return exitstatus::succeeded;
 }

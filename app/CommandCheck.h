@@ -12,12 +12,10 @@ namespace commandcheck {
 /// The commands that no folder can have, with their aliases.
 QStringList builtinCommands();
 
-/// Whether the command line asks for a check.
-bool isRequested(int argc, const char *const argv[]);
-
-/// Carries out the command line, with an application of its own that needs no display. Returns the
-/// exit status: 0; 1 if something is wrong; 2 if the folder is missing on the command line.
-int run(int &argc, char *argv[]);
+/// Carries out the command line, whose first argument is the program. Needs an
+/// application object, but no display. Returns the exit status: failed if something is wrong with
+/// the command, misused if the folder is missing or more than a text follows it.
+int run(const QStringList &arguments);
 
 /// Queries the command of the folder and prints its rows. Returns the exit status. A wrong file,
 /// and a failure of the program or of its answer, are an error.

@@ -43,6 +43,10 @@ CommandLine CommandLine::parse(int argc, const char *const argv[])
 CommandLine CommandLine::parse(const QStringList &arguments)
 {
     CommandLine result;
+    result.wantsCheck = arguments.value(1) == "--check-command"_L1;
+    if (result.wantsCheck) {
+        return result;
+    }
     for (int i = 1; i < arguments.size() && result.error == Error::None; ++i) {
         if (!skipQtOption(arguments, i)) {
             result.parseOwnOption(arguments, i);

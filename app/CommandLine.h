@@ -22,13 +22,15 @@ struct CommandLine
     };
 
     Error error = Error::None;
-    QString culprit; ///< the argument with the error
+    QString culprit;         ///< the argument with the error
+    bool wantsCheck = false; ///< of a command's folder, which follows
     bool wantsHelp = false;
     bool wantsVersion = false;
     std::optional<InstanceRequest> request;
     QList<int> ownArguments; ///< the indices of those that Qt must not see
 
     /// Takes the arguments of main(), the first of which is the program. Stops at the first error.
+    /// If the next one asks for a check, the others are left to commandcheck.
     static CommandLine parse(int argc, const char *const argv[]);
     static CommandLine parse(const QStringList &arguments);
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CommandLineAnswer.h"
 
+#include "app/CommandCheck.h"
+#include "app/ExitStatus.h"
 #include "app/InstanceChannel.h"
 #include "app/Translation.h"
 #include "platform/Console.h"
@@ -13,10 +15,6 @@ using namespace Qt::StringLiterals;
 namespace commandlineanswer {
 
 namespace {
-
-constexpr int succeeded = 0;
-constexpr int failed = 1;
-constexpr int misused = 2;
 
 QString helpText()
 {
@@ -78,11 +76,11 @@ int printAnswer(const CommandLine &commandLine)
         print(platform::ConsoleStream::Errors,
               QCoreApplication::translate("CommandLine", "The options are listed by: %1")
                   .arg("Vaskel --help"_L1));
-        return misused;
+        return exitstatus::misused;
     }
     print(platform::ConsoleStream::Output,
           commandLine.wantsHelp ? helpText() : u"Vaskel " VASKEL_VERSION ""_s);
-    return succeeded;
+    return exitstatus::succeeded;
 }
 
 int printFailure(instancechannel::Delivery delivery)
@@ -90,22 +88,27 @@ int printFailure(instancechannel::Delivery delivery)
     printError(delivery == instancechannel::Delivery::NotRunning
                    ? QCoreApplication::translate("CommandLine", "Vaskel is not running.")
                    : QCoreApplication::translate("CommandLine", "Vaskel does not answer."));
-    return failed;
+    return exitstatus::failed;
 }
 
-/// Prints with an application object that loads the translation and needs no display.
-template <typename Print> int translated(int argc, char *argv[], const Print &printWith)
+/// Calls the function with an application object that loads the translation and needs no display.
+template <typename Function> int translated(int argc, char *argv[], const Function &function)
 {
     const QCoreApplication app(argc, argv);
     QTranslator translator;
     installTranslation(translator);
-    return printWith();
+    return function();
 }
 
 } // namespace
 
 std::optional<int> answer(const CommandLine &commandLine, int argc, char *argv[])
 {
+    if (commandLine.wantsCheck) {
+        // Those of main() may have lost characters on older versions of Windows.
+        return translated(argc, argv,
+                          [] { return commandcheck::run(QCoreApplication::arguments()); });
+    }
     if (commandLine.error != CommandLine::Error::None || commandLine.wantsHelp
         || commandLine.wantsVersion) {
         return translated(argc, argv, [&] { return printAnswer(commandLine); });
@@ -116,7 +119,7 @@ std::optional<int> answer(const CommandLine &commandLine, int argc, char *argv[]
     const InstanceRequest &request = *commandLine.request;
     const instancechannel::Delivery delivery = instancechannel::deliver(request.toMessage());
     if (delivery == instancechannel::Delivery::Delivered) {
-        return succeeded;
+        return exitstatus::succeeded;
     }
     if (delivery == instancechannel::Delivery::NotRunning && request.startsProgram()) {
         return {};

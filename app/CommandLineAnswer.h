@@ -8,9 +8,9 @@
 /// What can be done about a command line before the program opens a display.
 namespace commandlineanswer {
 
-/// Prints the help, the version or an error, or sends the request to the running instance. Returns
-/// the exit status: 0; 1 if no instance can carry out the request; 2 for an error. Returns nothing
-/// if the program has to start. Call it without an application object.
+/// Checks a command, prints the help, the version or an error, or sends the request to the running
+/// instance. Returns the exit status, failed also if no instance can carry out the request. Returns
+/// nothing if the program has to start. Call it without an application object.
 std::optional<int> answer(const CommandLine &commandLine, int argc, char *argv[]);
 
 /// Takes the program's own options out of the arguments.

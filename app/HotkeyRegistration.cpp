@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/HotkeyRegistration.h"
 
-#include "app/PluginHotkeys.h"
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "settings/Settings.h"
 
 #include <QKeySequence>
+
+namespace {
+
+bool hasKeys(const QString &sequence)
+{
+    return !QKeySequence(sequence, QKeySequence::PortableText).isEmpty();
+}
+
+} // namespace
 
 HotkeyRegistration::HotkeyRegistration(GlobalHotkey *hotkey, const PluginManager *plugins,
                                        const Settings *settings, platform::DesktopHotkeys *desktop)
@@ -35,10 +43,10 @@ void HotkeyRegistration::registerMainHotkey()
 
 void HotkeyRegistration::registerPluginHotkeys()
 {
-    if (isBound()) {
-        m_hotkey->clearPluginHotkeys();
-    } else {
-        reloadPluginHotkeys(*m_hotkey, *m_plugins, *m_settings);
+    m_hotkey->clearPluginHotkeys();
+    const Hotkeys hotkeys = isBound() ? Hotkeys() : pluginHotkeys();
+    for (const platform::DesktopHotkeys::Hotkey &hotkey : hotkeys) {
+        m_hotkey->registerPluginHotkey(hotkey.command, hotkey.sequence);
     }
     m_bindTimer.start(0);
 }
@@ -65,7 +73,11 @@ HotkeyOrigin HotkeyRegistration::origin(const QString &command) const
 
 void HotkeyRegistration::bind()
 {
-    m_desktop->bind(hotkeys());
+    Hotkeys hotkeys = pluginHotkeys();
+    if (hasKeys(m_settings->globalHotkey())) {
+        hotkeys.prepend({{}, m_settings->globalHotkey(), tr("Show or hide the window")});
+    }
+    m_desktop->bind(hotkeys);
 }
 
 // The desktop and this program must not both react to a key.
@@ -78,21 +90,16 @@ void HotkeyRegistration::follow()
     }
 }
 
-QList<platform::DesktopHotkeys::Hotkey> HotkeyRegistration::hotkeys() const
+// Each under its primary command.
+HotkeyRegistration::Hotkeys HotkeyRegistration::pluginHotkeys() const
 {
-    QList<platform::DesktopHotkeys::Hotkey> hotkeys;
-    const auto add = [&hotkeys](const QString &command, const QString &sequence,
-                                const QString &description) {
-        if (!QKeySequence(sequence, QKeySequence::PortableText).isEmpty()) {
-            hotkeys.append({command, sequence, description});
-        }
-    };
-    add({}, m_settings->globalHotkey(), tr("Show or hide the window"));
+    Hotkeys hotkeys;
     const QList<IPlugin *> plugins = m_plugins->configurablePlugins();
     for (const IPlugin *plugin : plugins) {
         const QString command = plugin->command();
-        if (m_settings->isPluginEnabled(command)) {
-            add(command, m_settings->pluginHotkey(command), tr("Show the command %1").arg(command));
+        const QString sequence = m_settings->pluginHotkey(command);
+        if (m_settings->isPluginEnabled(command) && hasKeys(sequence)) {
+            hotkeys.append({command, sequence, tr("Show the command %1").arg(command)});
         }
     }
     return hotkeys;

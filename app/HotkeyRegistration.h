@@ -23,7 +23,8 @@ public:
                        platform::DesktopHotkeys *desktop);
 
     /// Call these at the start and after a change of the settings. The desktop learns of all
-    /// changes at once, from the event loop.
+    /// changes at once, from the event loop. A disabled plugin has no hotkey, and the settings
+    /// plugin, of the command "set", never has one.
     void registerMainHotkey();
     void registerPluginHotkeys();
 
@@ -31,10 +32,12 @@ public:
     HotkeyOrigin origin(const QString &command) const;
 
 private:
+    using Hotkeys = QList<platform::DesktopHotkeys::Hotkey>;
+
     bool isBound() const { return m_desktop && m_desktop->isBound(); }
     void bind();
     void follow();
-    QList<platform::DesktopHotkeys::Hotkey> hotkeys() const;
+    Hotkeys pluginHotkeys() const;
 
     GlobalHotkey *m_hotkey;
     const PluginManager *m_plugins;

@@ -2,14 +2,21 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 /// The way to the running instance, which its single-instance library keeps open.
 namespace instancechannel {
 
+/// Tells the instances of this program from others. Those of all versions have the same name.
+inline const QString instanceName = QStringLiteral("Vaskel");
+
+/// How long to wait for the running instance, in milliseconds.
+constexpr int timeout = 1000;
+
 enum class Delivery {
     Delivered,
     NotRunning,
-    NoAnswer, ///< it runs, but does not take the message within a second
+    NoAnswer, ///< it runs, but does not take the message in time
 };
 
 /// Sends a message to the running instance of this user. Needs no application object and opens no

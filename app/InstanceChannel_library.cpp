@@ -7,20 +7,17 @@
 
 #include <QEventLoop>
 
-using namespace Qt::StringLiterals;
-
 namespace instancechannel {
 
 // The library sends messages only from an application object. This one has no window system, and
 // main() creates another one if no instance runs.
 Delivery deliver(const QByteArray &message)
 {
-    constexpr int timeout = 1000;
     const platform::WithoutWindowSystem withoutWindowSystem;
     int argc = 1;
     char name[] = "Vaskel";
     char *argv[] = {name, nullptr};
-    SingleApplication app(argc, argv, true, SingleApplication::Mode::User, timeout, u"Vaskel"_s);
+    SingleApplication app(argc, argv, true, SingleApplication::Mode::User, timeout, instanceName);
     if (app.isPrimary()) {
         return Delivery::NotRunning;
     }

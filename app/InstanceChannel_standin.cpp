@@ -9,15 +9,14 @@
 #include <chrono>
 #include <thread>
 
-using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace instancechannel {
 
 Delivery deliver(const QByteArray &message)
 {
-    const QDeadlineTimer deadline(1s);
-    InstanceLock lock(u"Vaskel"_s);
+    const QDeadlineTimer deadline(timeout);
+    InstanceLock lock(instanceName);
     // The holder of the lock may not listen yet, or no longer.
     while (!sendInstanceMessage(lock.serverName(), message, deadline)) {
         if (lock.tryLock() != InstanceLock::State::HeldElsewhere) {

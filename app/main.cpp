@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/CommandCheck.h"
 #include "app/CommandLine.h"
 #include "app/CommandLineAnswer.h"
+#include "app/ExitStatus.h"
 #include "app/FirstStart.h"
 #include "app/FontFallback.h"
 #include "app/HotkeyRegistration.h"
+#include "app/InstanceChannel.h"
 #include "app/Logger.h"
 #include "app/QuitFilter.h"
 #include "app/RequestAction.h"
@@ -272,9 +273,6 @@ int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
 
 int main(int argc, char *argv[])
 {
-    if (commandcheck::isRequested(argc, argv)) {
-        return commandcheck::run(argc, argv);
-    }
     const CommandLine commandLine = CommandLine::parse(argc, argv);
     if (const std::optional<int> status = commandlineanswer::answer(commandLine, argc, argv)) {
         return *status;
@@ -286,10 +284,13 @@ int main(int argc, char *argv[])
     platform::chooseWindowSystem();
     // A second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, commandLine.request.has_value(),
-                          SingleApplication::Mode::User, 1000, u"Vaskel"_s);
+                          SingleApplication::Mode::User, instancechannel::timeout,
+                          instancechannel::instanceName);
     qInstallMessageHandler(qtMessageHandler);
     if (app.isSecondary()) { // another process was faster
-        return app.sendMessage(commandLine.request->toMessage(), 1000) ? 0 : 1;
+        const QByteArray message = commandLine.request->toMessage();
+        return app.sendMessage(message, instancechannel::timeout) ? exitstatus::succeeded
+                                                                  : exitstatus::failed;
     }
     platform::unsetPrivateVariables();
     QGuiApplication::setQuitOnLastWindowClosed(false);

@@ -2,6 +2,7 @@
 #include "commands/CommandFile.h"
 
 #include "platform/QtVersion.h"
+#include "platform/RegularFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,6 +12,7 @@
 #include <QJsonObject>
 #include <QLocale>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <algorithm>
 #include <array>
@@ -36,7 +38,7 @@ public:
     }
 
     QString error() const { return m_error; }
-    bool has(const QString &key) const { return m_object.contains(key); }
+    bool has(const QString &key) { return !read(key).isUndefined(); }
 
     void fail(const QString &key, const QString &expected)
     {
@@ -47,7 +49,7 @@ public:
 
     QString text(const QString &key)
     {
-        const QJsonValue value = m_object.value(key);
+        const QJsonValue value = read(key);
         if (!value.isString() && !value.isUndefined()) {
             fail(key, u"a string"_s);
         }
@@ -66,6 +68,7 @@ public:
     /// The text in the first language of the user that the file has.
     QString translatedText(const QString &key, const QStringList &languages)
     {
+        m_translatedKeys.append(key);
         QString result = text(key);
         bool isTranslated = false;
         for (const QString &language : languages) {
@@ -80,8 +83,7 @@ public:
 
     QStringList program(const QString &key)
     {
-        const QJsonValue value = m_object.value(key);
-        const QJsonArray array = value.toArray();
+        const QJsonArray array = read(key).toArray();
         QStringList list;
         for (const auto &element : array) {
             if (!element.isString()) {
@@ -99,7 +101,7 @@ public:
 
     int number(const QString &key, int minimum, int maximum, int byDefault)
     {
-        const QJsonValue value = m_object.value(key);
+        const QJsonValue value = read(key);
         if (value.isUndefined()) {
             return byDefault;
         }
@@ -113,7 +115,7 @@ public:
     /// The place of the value in the list; -1 if it is not there.
     qsizetype choice(const QString &key, const QStringList &values)
     {
-        const QJsonValue value = m_object.value(key);
+        const QJsonValue value = read(key);
         const qsizetype index = value.isString() ? values.indexOf(value.toString()) : -1;
         if (index < 0) {
             fail(key, u"\"%1\""_s.arg(values.join("\" or \""_L1)));
@@ -121,24 +123,36 @@ public:
         return index;
     }
 
-    /// Fails at the first key that nothing reads: it is most likely misspelt.
+    /// Fails at the first key that nothing has read: it is most likely misspelt. Call it last.
     void checkKeys()
     {
-        static const QRegularExpression known(
-            u"^(command|icon|exec|output|action|run|timeoutMs|delayMs"
-            "|(name|description)(\\[[A-Za-z0-9_@.-]+\\])?)$"_s);
         const QStringList keys = m_object.keys();
         for (const QString &key : keys) {
-            if (!known.match(key).hasMatch()) {
-                fail(key, u"one of the known keys"_s);
-            } else if (key.contains(u'[')) {
+            if (isTranslation(key)) {
                 text(key); // also those of other languages
+            } else if (!m_readKeys.contains(key)) {
+                fail(key, u"one of the known keys"_s);
             }
         }
     }
 
 private:
+    QJsonValue read(const QString &key)
+    {
+        m_readKeys.insert(key);
+        return m_object.value(key);
+    }
+
+    bool isTranslation(const QString &key) const
+    {
+        static const QRegularExpression form(u"^([^\\[]+)\\[[A-Za-z0-9_@.-]+\\]$"_s);
+        const QRegularExpressionMatch match = form.match(key);
+        return match.hasMatch() && m_translatedKeys.contains(match.captured(1));
+    }
+
     QJsonObject m_object;
+    QSet<QString> m_readKeys; // also those that the object lacks
+    QStringList m_translatedKeys;
     QString m_error;
 };
 
@@ -170,14 +184,14 @@ bool isCommand(const QString &text)
 // The content of the file; nothing if it cannot be read, with the reason.
 std::optional<QByteArray> readFile(const QString &path, QString &error)
 {
-    // A pipe or a device could block or never end.
+    // Opening would follow a symbolic link.
     if (const QFileInfo info(path); !info.isFile() || info.isSymLink()) {
         error = u"expected a regular file"_s;
         return std::nullopt;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = u"expected a readable file: "_s + file.errorString();
+    if (!platform::openRegularFile(file)) {
+        error = u"expected a readable file"_s;
         return std::nullopt;
     }
     const QByteArray content = file.read(maximumSize + 1);

@@ -63,7 +63,7 @@ void Registration::addPlace(const QString &place)
 
 void Registration::addFolder(const QFileInfo &folder, const QString &root)
 {
-    // A link could lead to files that somebody else can write.
+    // A symbolic link could lead to files that somebody else can write.
     const QString path = folder.filePath();
     if (QFileInfo(folder.canonicalFilePath()).path() != root) {
         addError(QDir::toNativeSeparators(path)

@@ -61,8 +61,8 @@ QVariantMap openAction(const QString &argument, const CommandFile &file)
     return makeAction(actiontype::openFile, file.absolutePath(argument), file.command);
 }
 
-QVariantMap makeRow(const QString &title, const QString &subtitle, const QString &icon,
-                    const QString &argument, const CommandFile &file)
+QVariantMap makeScriptRecord(const QString &title, const QString &subtitle, const QString &icon,
+                             const QString &argument, const CommandFile &file)
 {
     const bool isRun = file.action == CommandFile::Action::Run;
     if (argument.isEmpty() && !isRun) { // there is nothing to copy or to open
@@ -131,7 +131,7 @@ void ScriptAnswer::readItem(const QJsonObject &item, const CommandFile &file)
     const QString icon = iconFor(iconPathOf(item), file);
     const bool isValid = item.value("valid"_L1).toBool(true);
     QVariantMap record =
-        isValid ? makeRow(title, subtitle, icon, argumentOf(item.value("arg"_L1)), file)
+        isValid ? makeScriptRecord(title, subtitle, icon, argumentOf(item.value("arg"_L1)), file)
                 : makeInertRecord(title, subtitle, icon, file.command);
     const QString completion = textOf(item.value("autocomplete"_L1));
     if (!completion.isEmpty()) {
@@ -187,6 +187,6 @@ void ScriptAnswer::readLine(const QString &line, const CommandFile &file)
             isValid = options[i + 1] != "true"_L1;
         }
     }
-    records.append(isValid ? makeRow(title, QString(), icon, text, file)
+    records.append(isValid ? makeScriptRecord(title, QString(), icon, text, file)
                            : makeInertRecord(title, QString(), icon, file.command));
 }

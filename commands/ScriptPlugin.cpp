@@ -5,6 +5,7 @@
 #include "commands/ScriptProcess.h"
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
+#include "platform/File.h"
 
 #include <QClipboard>
 #include <QDesktopServices>
@@ -76,7 +77,7 @@ bool ScriptPlugin::execute(const QVariantMap &action)
         return true;
     }
     if (type == actiontype::openFile) {
-        return QDesktopServices::openUrl(QUrl::fromLocalFile(data));
+        return platform::openFile(data);
     }
     return type == actiontype::openUrl && QDesktopServices::openUrl(QUrl(data));
 }

@@ -45,7 +45,6 @@ class tst_CommandCheck : public QObject
 
 private Q_SLOTS:
     void init() { testhome::reset(); }
-    void isRequestedByTheFirstArgument();
     void printsTheRows();
     void reportsAWrongFile();
     void reportsABuiltInCommand();
@@ -53,15 +52,6 @@ private Q_SLOTS:
     void reportsAProgramThatCannotBeStarted();
     void reportsAWrongAnswer();
 };
-
-void tst_CommandCheck::isRequestedByTheFirstArgument()
-{
-    const char *const check[] = {"Vaskel", "--check-command", "folder"};
-    QVERIFY(commandcheck::isRequested(3, check));
-    QVERIFY(!commandcheck::isRequested(1, check));
-    const char *const other[] = {"Vaskel", "folder", "--check-command"};
-    QVERIFY(!commandcheck::isRequested(3, other));
-}
 
 void tst_CommandCheck::printsTheRows()
 {

@@ -36,6 +36,8 @@ private Q_SLOTS:
     void findsTheError();
     void takesTheLongestTextAndNoLongerOne();
     void readsTheArgumentsOfMain();
+    void asksForACheckByTheFirstArgument();
+    void leavesTheArgumentsOfACheck();
 };
 
 void tst_CommandLine::asksNothingWithoutAnOption()
@@ -170,6 +172,23 @@ void tst_CommandLine::readsTheArgumentsOfMain()
     const CommandLine line = CommandLine::parse(3, arguments);
     QVERIFY(line.request);
     QCOMPARE(line.request->text, u"fire fox"_s);
+}
+
+void tst_CommandLine::asksForACheckByTheFirstArgument()
+{
+    const char *const check[] = {"Vaskel", "--check-command", "folder"};
+    QVERIFY(CommandLine::parse(3, check).wantsCheck);
+    QVERIFY(!CommandLine::parse(1, check).wantsCheck);
+    const char *const other[] = {"Vaskel", "folder", "--check-command"};
+    QVERIFY(!CommandLine::parse(3, other).wantsCheck);
+}
+
+void tst_CommandLine::leavesTheArgumentsOfACheck()
+{
+    const CommandLine line = parse({u"--check-command"_s, u"folder"_s, u"--help"_s, u"--frob"_s});
+    QVERIFY(line.wantsCheck);
+    QCOMPARE(line.error, Error::None);
+    QVERIFY(!line.request && !line.wantsHelp && !line.wantsVersion);
 }
 
 VASKEL_TEST(tst_CommandLine, QCoreApplication)

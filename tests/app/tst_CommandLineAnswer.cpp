@@ -54,6 +54,8 @@ private Q_SLOTS:
     void printsTheVersion();
     void printsAnError_data();
     void printsAnError();
+    void printsTheUsageOfACheck();
+    void checksACommand();
     void startsTheProgramWhereNoneRuns_data();
     void startsTheProgramWhereNoneRuns();
     void tellsThatNoneRuns_data();
@@ -112,6 +114,22 @@ void tst_CommandLineAnswer::printsAnError()
     QVERIFY(fakePlatform().consoleOutput.isEmpty());
     QCOMPARE(fakePlatform().consoleErrors,
              line + "\nThe options are listed by: Vaskel --help\n"_L1);
+}
+
+void tst_CommandLineAnswer::printsTheUsageOfACheck()
+{
+    QCOMPARE(answer({"--check-command"}), 2);
+    QCOMPARE(answer({"--check-command", "folder", "a", "text"}), 2);
+    const QString usage = u"usage: Vaskel --check-command FOLDER [TEXT]\n"_s;
+    QCOMPARE(fakePlatform().consoleErrors, usage + usage);
+    QVERIFY(fakePlatform().consoleOutput.isEmpty());
+}
+
+void tst_CommandLineAnswer::checksACommand()
+{
+    QCOMPARE(answer({"--check-command", "/nonexistent"}), 1);
+    QVERIFY(fakePlatform().consoleErrors.endsWith(": expected a regular file\n"_L1));
+    QVERIFY(fakePlatform().consoleOutput.isEmpty());
 }
 
 void tst_CommandLineAnswer::startsTheProgramWhereNoneRuns_data()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/PluginHotkeys.h"
+#include "app/HotkeyRegistration.h"
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
@@ -39,6 +39,7 @@ private:
 
 } // namespace
 
+/// HotkeyRegistration: which plugins have a hotkey.
 class tst_PluginHotkeys : public QObject
 {
     Q_OBJECT
@@ -57,6 +58,7 @@ private Q_SLOTS:
     void leavesTheMainHotkeyAlone();
 
 private:
+    void registerHotkeys(const PluginManager &plugins);
     QStringList reload();
 
     NamedPlugin m_calc{u"calc"_s, {u"="_s, u"calculate"_s}};
@@ -78,10 +80,15 @@ void tst_PluginHotkeys::init()
     m_plugins->registerPlugin(&m_set);
 }
 
+void tst_PluginHotkeys::registerHotkeys(const PluginManager &plugins)
+{
+    HotkeyRegistration(m_hotkey.get(), &plugins, m_settings.get(), nullptr).registerPluginHotkeys();
+}
+
 // The registered hotkeys after a reload, sorted.
 QStringList tst_PluginHotkeys::reload()
 {
-    reloadPluginHotkeys(*m_hotkey, *m_plugins, *m_settings);
+    registerHotkeys(*m_plugins);
     QStringList sequences;
     const auto hotkeys = m_hotkey->findChildren<QHotkey *>();
     for (const QHotkey *hotkey : hotkeys) {
@@ -131,7 +138,7 @@ void tst_PluginHotkeys::leavesOutTheSettingsPluginUnderAnyName()
     m_settings->setPluginHotkey(u"preferences"_s, u"Ctrl+Alt+P"_s);
     m_settings->setPluginHotkey(u"calc"_s, u"Ctrl+Alt+C"_s);
 
-    reloadPluginHotkeys(*m_hotkey, plugins, *m_settings);
+    registerHotkeys(plugins);
     const auto hotkeys = m_hotkey->findChildren<QHotkey *>();
     QCOMPARE(hotkeys.size(), 2); // including the main one
     QCOMPARE(hotkeys.last()->shortcut(), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_C));

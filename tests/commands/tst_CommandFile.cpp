@@ -162,6 +162,8 @@ void tst_CommandFile::namesTheKeyAndWhatItExpects_data()
     add("negative delay", u"delayMs"_s, -1, u"a whole number from 0 to 60000"_s);
     add("long delay", u"delayMs"_s, 60'001, u"a whole number from 0 to 60000"_s);
     add("misspelt key", u"timeout"_s, 100, u"one of the known keys"_s);
+    add("language of another key", u"icon[zh_CN]"_s, u"a"_s, u"one of the known keys"_s);
+    add("empty language", u"name[]"_s, u"a"_s, u"one of the known keys"_s);
 }
 
 void tst_CommandFile::namesTheKeyAndWhatItExpects()

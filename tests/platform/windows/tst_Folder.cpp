@@ -7,6 +7,7 @@
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include "commands/ScriptPlugin.h"
 #include "core/ResultRecord.h"
 #include "plugins/DirectoryPlugin.h"
 #include "plugins/FilePlugin.h"
@@ -45,6 +46,7 @@ private Q_SLOTS:
     void opensTheFolderBesideAProgramOfItsName();
     void opensAFolderThatWasFoundAsSuch();
     void opensAFileBesideAProgramOfItsName();
+    void opensAFileOfACommandBesideAProgramOfItsName();
     void refusesAFolderThatIsMissing();
     void leavesOutHiddenEntries();
     void hasNoNameForADrive();
@@ -124,6 +126,15 @@ void tst_Folder::opensAFileBesideAProgramOfItsName()
     QVERIFY(DirectoryPlugin().execute(action));
     QCOMPARE(opened.paths, QStringList({path + u'.', path + u'.'}));
     QVERIFY(QFile::exists(opened.paths.first()));
+}
+
+void tst_Folder::opensAFileOfACommandBesideAProgramOfItsName()
+{
+    const QString path = testhome::writeFile(u"README"_s, {});
+    const OpenedFiles opened;
+    ScriptPlugin plugin(CommandFile(), nullptr);
+    QVERIFY(plugin.execute(makeAction(actiontype::openFile, path, {})));
+    QCOMPARE(opened.paths, QStringList(path + u'.'));
 }
 
 void tst_Folder::refusesAFolderThatIsMissing()
