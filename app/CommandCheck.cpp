@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/CommandCheck.h"
 
+#include "app/BuiltinPlugins.h"
 #include "app/ExitStatus.h"
 #include "commands/CommandFile.h"
 #include "commands/ScriptAnswer.h"
@@ -71,12 +72,6 @@ int printError(QTextStream &errors, const QString &error, const QString &details
 
 } // namespace
 
-QStringList commandcheck::builtinCommands()
-{
-    // Not from the plugins: creating them would read the tasks.
-    return {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"plugin"_s, u"set"_s, u"todo"_s, u"user"_s};
-}
-
 int commandcheck::run(const QStringList &arguments)
 {
     platform::unsetPrivateVariables();
@@ -109,7 +104,7 @@ int commandcheck::check(const QString &folder, const QString &text, QTextStream 
     if (!file) {
         return printError(errors, error);
     }
-    if (const QString taken = file->errorIfIn(builtinCommands()); !taken.isEmpty()) {
+    if (const QString taken = file->errorIfIn(builtinplugins::commands()); !taken.isEmpty()) {
         return printError(errors, taken);
     }
     const Outcome outcome = runProgram(*file, text.trimmed());

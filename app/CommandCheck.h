@@ -9,12 +9,9 @@ class QTextStream;
 /// window.
 namespace commandcheck {
 
-/// The commands that no folder can have, with their aliases.
-QStringList builtinCommands();
-
-/// Carries out the command line, whose first argument is the program. Needs an
-/// application object, but no display. Returns the exit status: failed if something is wrong with
-/// the command, misused if the folder is missing or more than a text follows it.
+/// Carries out the command line, whose first argument is the program. Needs an application object,
+/// but no display. Returns the exit status: failed if something is wrong with the command, misused
+/// if the folder is missing or more than a text follows it.
 int run(const QStringList &arguments);
 
 /// Queries the command of the folder and prints its rows. Returns the exit status. A wrong file,

@@ -10,9 +10,9 @@
 
 namespace {
 
-bool hasKeys(const QString &sequence)
+bool isWithoutKeys(const platform::DesktopHotkeys::Hotkey &hotkey)
 {
-    return !QKeySequence(sequence, QKeySequence::PortableText).isEmpty();
+    return QKeySequence(hotkey.sequence, QKeySequence::PortableText).isEmpty();
 }
 
 } // namespace
@@ -74,9 +74,8 @@ HotkeyOrigin HotkeyRegistration::origin(const QString &command) const
 void HotkeyRegistration::bind()
 {
     Hotkeys hotkeys = pluginHotkeys();
-    if (hasKeys(m_settings->globalHotkey())) {
-        hotkeys.prepend({{}, m_settings->globalHotkey(), tr("Show or hide the window")});
-    }
+    hotkeys.prepend({{}, m_settings->globalHotkey(), tr("Show or hide the window")});
+    hotkeys.removeIf(isWithoutKeys);
     m_desktop->bind(hotkeys);
 }
 
@@ -97,9 +96,9 @@ HotkeyRegistration::Hotkeys HotkeyRegistration::pluginHotkeys() const
     const QList<IPlugin *> plugins = m_plugins->configurablePlugins();
     for (const IPlugin *plugin : plugins) {
         const QString command = plugin->command();
-        const QString sequence = m_settings->pluginHotkey(command);
-        if (m_settings->isPluginEnabled(command) && hasKeys(sequence)) {
-            hotkeys.append({command, sequence, tr("Show the command %1").arg(command)});
+        if (m_settings->isPluginEnabled(command)) {
+            hotkeys.append({command, m_settings->pluginHotkey(command),
+                            tr("Show the command %1").arg(command)});
         }
     }
     return hotkeys;

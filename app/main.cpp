@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/BuiltinPlugins.h"
 #include "app/CommandLine.h"
 #include "app/CommandLineAnswer.h"
 #include "app/ExitStatus.h"
@@ -11,7 +12,6 @@
 #include "app/RequestAction.h"
 #include "app/StartMessageHandler.h"
 #include "app/Translation.h"
-#include "commands/CommandFolders.h"
 #include "core/PluginManager.h"
 #include "hotkey/GlobalHotkey.h"
 #include "launcher/AppLauncher.h"
@@ -23,12 +23,7 @@
 #include "platform/ProcessEnvironment.h"
 #include "platform/WindowFocus.h"
 #include "platform/WindowFrame.h"
-#include "plugins/AppPlugin.h"
-#include "plugins/CalcPlugin.h"
-#include "plugins/DirectoryPlugin.h"
-#include "plugins/FilePlugin.h"
 #include "plugins/SettingsPlugin.h"
-#include "plugins/TodoPlugin.h"
 #include "settings/Settings.h"
 #include "settings/ThemeManager.h"
 #include "ui/ApplicationStyle.h"
@@ -81,25 +76,6 @@ void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &setting
 
     QObject::connect(&settings, &Settings::themeChanged, &theme, setTheme);
     platform::watchColorScheme(&theme, [&theme] { theme.updateDarkState(); });
-}
-
-SettingsPlugin *registerPlugins(PluginManager &plugins, AppLauncher &launcher, Settings &settings,
-                                const GlobalHotkey &hotkey)
-{
-    auto *settingsPlugin = new SettingsPlugin(&settings, &plugins, &plugins);
-    settingsPlugin->setHotkeyCheck([&hotkey](const QString &command) {
-        return command.isEmpty() ? hotkey.isMainHotkeyHeld() : hotkey.isPluginHotkeyHeld(command);
-    });
-    // The first plugin with a command keeps it, so the order matters.
-    plugins.registerPlugin(new AppPlugin(&launcher, &plugins));
-    plugins.registerPlugin(new CalcPlugin(&plugins));
-    plugins.registerPlugin(new DirectoryPlugin(&plugins));
-    plugins.registerPlugin(settingsPlugin);
-    plugins.setSettings(&settings);
-    plugins.registerPlugin(new FilePlugin(plugins.rowsChanged(), &plugins));
-    plugins.registerPlugin(new TodoPlugin(&plugins));
-    settingsPlugin->setCommandErrors(commandfolders::registerAll(plugins));
-    return settingsPlugin;
 }
 
 void showFloatIcon(FloatIcon &icon, const Settings &settings)
@@ -247,7 +223,8 @@ int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
     fonts.wait();
     connectTheme(app, theme, settings);
     PluginManager plugins;
-    SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
+    SettingsPlugin *settingsPlugin =
+        builtinplugins::registerAll(plugins, launcher, settings, hotkey);
     MainWindow window(&launcher, &plugins, &settings, &updater);
     window.setWindowIcon(appIcon);
     FloatIcon floatIcon(&settings, &theme, &window);

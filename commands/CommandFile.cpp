@@ -2,7 +2,6 @@
 #include "commands/CommandFile.h"
 
 #include "platform/QtVersion.h"
-#include "platform/RegularFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -184,14 +183,14 @@ bool isCommand(const QString &text)
 // The content of the file; nothing if it cannot be read, with the reason.
 std::optional<QByteArray> readFile(const QString &path, QString &error)
 {
-    // Opening would follow a symbolic link.
+    // A pipe or a device could block or never end.
     if (const QFileInfo info(path); !info.isFile() || info.isSymLink()) {
         error = u"expected a regular file"_s;
         return std::nullopt;
     }
     QFile file(path);
-    if (!platform::openRegularFile(file)) {
-        error = u"expected a readable file"_s;
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = u"expected a readable file: "_s + file.errorString();
         return std::nullopt;
     }
     const QByteArray content = file.read(maximumSize + 1);

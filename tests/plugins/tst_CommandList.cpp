@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/CommandCheck.h"
+#include "app/BuiltinPlugins.h"
 #include "plugins/AppPlugin.h"
 #include "plugins/CalcPlugin.h"
 #include "plugins/DirectoryPlugin.h"
@@ -23,7 +23,7 @@ namespace {
 
 using Plugins = std::vector<std::unique_ptr<IPlugin>>;
 
-// The plugins of app/main.cpp; their commands do not depend on services.
+// The plugins of app/BuiltinPlugins.cpp; their commands do not depend on services.
 Plugins createPlugins()
 {
     Plugins plugins;
@@ -140,9 +140,9 @@ void tst_CommandList::hasThePluginsOfTheProgram()
     for (const auto &plugin : createPlugins()) {
         created.append(QString::fromLatin1(plugin->metaObject()->className()));
     }
-    const QString main = readFile(u"app/main.cpp"_s);
-    QCOMPARE(sorted(captures(main, uR"(\bnew (\w+Plugin)\()"_s)), sorted(created));
-    QCOMPARE(main.count(u".registerPlugin("_s), created.size());
+    const QString source = readFile(u"app/BuiltinPlugins.cpp"_s);
+    QCOMPARE(sorted(captures(source, uR"(\bnew (\w+Plugin)\()"_s)), sorted(created));
+    QCOMPARE(source.count(u".registerPlugin("_s), created.size());
 }
 
 void tst_CommandList::isTheSameInEachDocument_data()
@@ -152,7 +152,7 @@ void tst_CommandList::isTheSameInEachDocument_data()
 
     QTest::newRow("README.md: all") << commandsOfReadme() << true;
     QTest::newRow("manual page: all") << commandsOfManualPage() << true;
-    QTest::newRow("--check-command: all") << commandcheck::builtinCommands() << true;
+    QTest::newRow("BuiltinPlugins.cpp: all") << builtinplugins::commands() << true;
     QTest::newRow("AppStream file, English: no aliases") << commandsOfMetadata({}) << false;
     QTest::newRow("AppStream file, Chinese: no aliases") << commandsOfMetadata(u"zh-CN"_s) << false;
     QTest::newRow("ARCHITECTURE.md: no aliases") << commandsOfDiagram() << false;
