@@ -4,6 +4,7 @@
 #include "platform/IconTheme.h"
 #include "platform/ImageFile.h"
 #include "platform/PrivateFolder.h"
+#include "platform/ShellPixmap.h"
 
 #include <QBuffer>
 #include <QDir>

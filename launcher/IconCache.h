@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/FolderEntries.h"
-#include "platform/ShellIcon.h"
+#include "platform/LinkIcons.h"
 
 #include <QByteArray>
 #include <QFileIconProvider>
