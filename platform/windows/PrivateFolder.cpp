@@ -43,7 +43,7 @@ void restrictFiles(const QString &folder, const User &user)
     }
 }
 
-// Looks at a link itself, not at what it leads to.
+// Looks at a symbolic link itself, not at its target.
 bool isProtectedUpToTheRoot(const QString &path, const User &user)
 {
     for (QString folder = path;; folder = QFileInfo(folder).path()) {
