@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowFrame.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 #include <QObject>
 #include <QSet>
 
-#include <memory>
-
 namespace platform {
 
 namespace {
-
-template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
 /// Keeps the server's own ConfigureNotify of a window that does not show yet from Qt. Qt does not
 /// trust the position in it, which may be that in a frame, and asks where the window is at that
