@@ -2,17 +2,10 @@
 #include "launcher/AppEntry.h"
 
 #include "core/ResultRecord.h"
+#include "launcher/Ascii.h"
 #include "launcher/PinyinConverter.h"
 
-#include <algorithm>
-
 namespace {
-
-// The pinyin of an ASCII name is already its lower case.
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-}
 
 // Equal texts share their memory.
 QString shared(const QString &text, const QString &equalText)
@@ -36,6 +29,7 @@ AppEntry::AppEntry(const QString &appName, const QString &appPath,
     , iconPath(appIconPath)
     , pinyin(shared(PinyinConverter::instance().toPinyin(name), name))
     , pinyinInitials(shared(PinyinConverter::instance().toPinyinInitials(name), pinyin))
+    // The pinyin of an ASCII name is its lower case.
     , lowerName(isAscii(name) ? pinyin : shared(name.toLower(), pinyin))
     , lowerDescription(appDescription.lowerText)
     , record(makeProgramRecord(name, path, iconPath, description))

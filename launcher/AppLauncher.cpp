@@ -73,7 +73,7 @@ bool AppLauncher::launch(const QString &path)
         || path.startsWith("ms-settings:"_L1)) {
         return QDesktopServices::openUrl(QUrl(path));
     }
-    if (isLink(path)) {
+    if (platform::isLink(path)) {
         return platform::openLink(path);
     }
 

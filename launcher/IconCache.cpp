@@ -2,7 +2,9 @@
 #include "launcher/IconCache.h"
 
 #include "platform/IconTheme.h"
+#include "platform/ImageFile.h"
 #include "platform/PrivateFolder.h"
+#include "platform/ShellPixmap.h"
 
 #include <QBuffer>
 #include <QDir>
@@ -92,12 +94,6 @@ bool saveIcon(const QPixmap &pixmap, const QString &filePath)
     return !content.isEmpty() && saveContent(content, filePath);
 }
 
-QString iconFileOfFactor(const QString &filePath, int factor)
-{
-    const qsizetype dot = filePath.lastIndexOf(u'.');
-    return filePath.left(dot) + u"@%1x"_s.arg(factor) + filePath.mid(dot);
-}
-
 IconCache::IconCache(const QString &folder, const IconRules &rules)
     : m_folder(folder)
     , m_rules(rules)
@@ -142,7 +138,7 @@ QString IconCache::findOrDraw(const QString &path, const QFileInfo *source)
         return {};
     }
     for (const int factor : m_factors) {
-        const QString file = iconFileOfFactor(target, factor);
+        const QString file = platform::iconFileOfFactor(target, factor);
         if (!exists(file)) {
             drawInto(file, factor);
         }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/FolderEntries.h"
-#include "platform/ShellIcon.h"
+#include "platform/LinkIcons.h"
 
 #include <QByteArray>
 #include <QFileIconProvider>
@@ -26,10 +26,6 @@ QString makeIconFolder();
 /// Writes a PNG file, completely or not at all. Returns false on failure and for a null pixmap.
 bool saveIcon(const QPixmap &pixmap, const QString &filePath);
 
-/// The file beside an icon file that has the same icon for screens of this factor, which is above
-/// 1: "icon@2x.png" for "icon.png" and 2. QIcon looks for files of such names too.
-QString iconFileOfFactor(const QString &filePath, int factor);
-
 /// How the icon files of a caller are drawn and named.
 struct IconRules
 {
@@ -44,9 +40,9 @@ struct IconRules
 };
 
 /// Draws icons into PNG files of at most 32 by 32 pixels, on first request. If they are scaled, it
-/// also draws those of iconFileOfFactor() for the screens with a factor above 1. The files stay for
-/// later runs and are never refreshed. Use one object for one list, since it caches the icons of
-/// file types.
+/// also draws those of platform::iconFileOfFactor() for the screens with a factor above 1. The
+/// files stay for later runs and are never refreshed. Use one object for one list, since it caches
+/// the icons of file types.
 class IconCache
 {
 public:

@@ -44,7 +44,7 @@ MenuFolder readMenuFolder(const QString &path)
     for (const platform::FolderEntry &entry : entries) {
         if (entry.isFolder) {
             subfolders.append({entry.name.toLower(), entry.name});
-        } else if (isLink(entry.name)) {
+        } else if (platform::isLink(entry.name)) {
             links.append({entry.name.toLower(), entry.name});
         }
     }
@@ -57,15 +57,4 @@ MenuFolder readMenuFolder(const QString &path)
         link.prepend(prefix);
     }
     return folder;
-}
-
-bool isLink(const QString &path)
-{
-    const QString suffix = platform::linkSuffix();
-    if (path.size() <= suffix.size() || path.at(path.size() - suffix.size() - 1) != u'.') {
-        return false;
-    }
-    // Nearly all suffixes are exactly equal, and that comparison is faster.
-    const QStringView last = QStringView(path).last(suffix.size());
-    return last == suffix || last.compare(suffix, Qt::CaseInsensitive) == 0;
 }

@@ -12,6 +12,3 @@ struct MenuFolder
 
 /// Reads a folder of the start menu. Empty if it cannot be read.
 MenuFolder readMenuFolder(const QString &path);
-
-/// Whether the path has the suffix of a start-menu file; case does not matter.
-bool isLink(const QString &path);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/PinyinConverter.h"
 
+#include "launcher/Ascii.h"
 #include "launcher/PinyinTable.h"
 
 #include <QLatin1StringView>
@@ -8,13 +9,6 @@
 #include <algorithm>
 
 namespace {
-
-// Most names are ASCII: they have no Chinese characters, and their lower case needs no Unicode
-// table.
-bool isAscii(const QString &text)
-{
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-}
 
 char16_t lowerAscii(QChar c)
 {

@@ -6,6 +6,7 @@
 
 #include <QBuffer>
 #include <QFile>
+#include <QGuiApplication>
 #include <QImageReader>
 #include <QPixmap>
 #include <QXmlStreamReader>
@@ -23,11 +24,16 @@ constexpr qint64 maximumSize = 16 * 1024 * 1024;
 // The sides of an icon in the list, for screens with a factor of 1 to 3.
 constexpr int vectorSides[] = {32, 64, 96};
 
-QByteArray contentOf(const QString &path)
+QPixmap pngIn(QFile &file)
 {
-    QFile file(path);
-    return openRegularFile(file) && file.size() <= maximumSize ? file.read(maximumSize)
-                                                               : QByteArray();
+    QImageReader reader(&file, "png");
+    reader.setAutoDetectImageFormat(false);
+    return QPixmap::fromImageReader(&reader);
+}
+
+QByteArray contentOf(QFile &file)
+{
+    return file.size() <= maximumSize && file.seek(0) ? file.read(maximumSize) : QByteArray();
 }
 
 bool isVector(const QByteArray &format)
@@ -47,6 +53,12 @@ bool isEmbeddedImage(QStringView address)
     const qsizetype begin = address.lastIndexOf("base64,"_L1) + 7;
     const QByteArray format = formatOf(QByteArray::fromBase64(address.mid(begin).toLatin1()));
     return address.startsWith("data:"_L1) && !format.isEmpty() && !isVector(format);
+}
+
+// Such a vector image cannot be looked into.
+bool isCompressed(const QByteArray &svg)
+{
+    return svg.startsWith("\x1f\x8b");
 }
 
 // Qt opens the file of an <image> and of a style sheet, whatever it is. This reader must find all
@@ -101,35 +113,51 @@ void addImages(QIcon &icon, QByteArray content, qreal factor)
     } while (reader.jumpToNextImage());
 }
 
-QString fileOfFactor(const QString &path, int factor)
+// A vector image has the pictures of all factors in one file.
+void addFile(QIcon &icon, const QString &path, int factor)
 {
-    const qsizetype dot = path.lastIndexOf(u'.');
-    return dot < 0 ? QString() : path.left(dot) + u"@%1x"_s.arg(factor) + path.mid(dot);
+    QFile file(path);
+    if (!openRegularFile(file)) {
+        return;
+    }
+    QPixmap png = pngIn(file);
+    if (!png.isNull()) {
+        png.setDevicePixelRatio(factor);
+        addPicture(icon, png);
+        return;
+    }
+    const QByteArray content = contentOf(file);
+    if (!isVector(formatOf(content))) {
+        addImages(icon, content, factor);
+    } else if (factor == 1 && !isCompressed(content) && !namesFurtherFiles(content)) {
+        addVector(icon, content);
+    }
 }
 
 } // namespace
 
+QPixmap readPng(const QString &path)
+{
+    QFile file(path);
+    return openRegularFile(file) ? pngIn(file) : QPixmap();
+}
+
 QIcon iconOfImageFile(const QString &path)
 {
     QIcon icon;
-    const QByteArray content = contentOf(path);
-    const QByteArray format = formatOf(content);
-    if (isVector(format)) {
-        // A compressed one cannot be looked into.
-        if (!content.startsWith("\x1f\x8b") && !namesFurtherFiles(content)) {
-            addVector(icon, content);
-        }
-        return icon;
-    }
-    addImages(icon, content, 1);
-    for (const int factor : {2, 3}) {
-        const QByteArray larger =
-            icon.isNull() ? QByteArray() : contentOf(fileOfFactor(path, factor));
-        if (!larger.isEmpty() && !isVector(formatOf(larger))) {
-            addImages(icon, larger, factor);
+    addFile(icon, path, 1);
+    if (!icon.isNull() && qGuiApp->devicePixelRatio() > 1) {
+        for (const int factor : {2, 3}) {
+            addFile(icon, iconFileOfFactor(path, factor), factor);
         }
     }
     return icon;
+}
+
+QString iconFileOfFactor(const QString &path, int factor)
+{
+    const qsizetype dot = path.lastIndexOf(u'.');
+    return dot < 0 ? QString() : path.left(dot) + u"@%1x"_s.arg(factor) + path.mid(dot);
 }
 
 } // namespace platform

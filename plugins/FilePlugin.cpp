@@ -87,13 +87,14 @@ QVariantList FilePlugin::search(const QString &args)
 QVariantList FilePlugin::makeRecords(const QStringList &paths)
 {
     m_cacheDir = makeIconFolder(); // a cleanup may have removed it
+    IconCache icons(m_cacheDir);
     QVariantList records;
     for (const QString &path : paths) {
         if (path.isEmpty()) {
             continue;
         }
         const QFileInfo file(path);
-        records.append(makeRecord(file.fileName(), file.absolutePath(), fileIcon(path),
+        records.append(makeRecord(file.fileName(), file.absolutePath(), fileIcon(path, &icons),
                                   makeAction(actiontype::openFile, path, command())));
     }
     return records;
@@ -104,7 +105,7 @@ QVariantMap FilePlugin::inertRecord(const QString &title, const QString &subtitl
     return makeInertRecord(title, subtitle, command());
 }
 
-QString FilePlugin::fileIcon(const QString &path) const
+QString FilePlugin::fileIcon(const QString &path, IconCache *icons)
 {
-    return IconCache(m_cacheDir).iconFile(path);
+    return icons->iconFile(path);
 }

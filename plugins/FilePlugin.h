@@ -5,6 +5,7 @@
 
 #include <QStringList>
 
+class IconCache;
 class RowsChanged;
 
 /// The command "file": searches all files by name, with the file index of the system.
@@ -37,7 +38,7 @@ private:
     QVariantList search(const QString &args);
     QVariantList makeRecords(const QStringList &paths);
     QVariantMap inertRecord(const QString &title, const QString &subtitle) const;
-    QString fileIcon(const QString &path) const;
+    static QString fileIcon(const QString &path, IconCache *icons);
 
     QString m_cacheDir; // empty if it cannot be created
 };

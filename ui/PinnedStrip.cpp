@@ -3,7 +3,7 @@
 
 #include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
-#include "ui/IconFile.h"
+#include "platform/ImageFile.h"
 #include "ui/ScreenArea.h"
 #include "ui/ScrollRow.h"
 #include "ui/VisibleText.h"
@@ -123,7 +123,7 @@ void PinnedStrip::addButton(const QVariantMap &pin)
     button->setObjectName(u"pinnedAppButton"_s);
     button->setIconSize(QSize(24, 24));
     if (!icon.isEmpty()) {
-        button->setIcon(iconOfFile(icon));
+        button->setIcon(platform::iconOfImageFile(icon));
     }
     button->installEventFilter(this);
     button->setContextMenuPolicy(Qt::CustomContextMenu);

@@ -5,7 +5,7 @@
 #include "launcher/AppLauncher.h"
 #include "launcher/AppSearch.h"
 #include "settings/ThemeManager.h"
-#include "ui/IconFile.h"
+#include "ui/PaintedSize.h"
 #include "ui/RowLine.h"
 #include "ui/TitleFont.h"
 #include "ui/VisibleText.h"

@@ -2,7 +2,7 @@
 #include "ui/ResultItem.h"
 
 #include "core/ResultRecord.h"
-#include "ui/IconFile.h"
+#include "platform/ImageFile.h"
 #include "ui/VisibleText.h"
 
 ResultItem::ResultItem(const QVariantMap &record)
@@ -41,7 +41,7 @@ QVariant ResultItem::decoration() const
         return {};
     }
     if (m_icon.isNull()) {
-        m_icon = iconOfFile(path);
+        m_icon = platform::iconOfImageFile(path);
     }
     return m_icon;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/VaskelIcon.h"
 
-#include "ui/IconFile.h"
+#include "platform/ImageFile.h"
 
 #include <QImage>
 #include <QPixmapCache>
@@ -35,7 +35,7 @@ QPixmap pixmapOfSize(int size)
     if (!QPixmapCache::find(path, &pixmap)) {
         pixmap = pixmapInPlace(size);
         if (pixmap.isNull()) {
-            pixmap = readPng(path);
+            pixmap = platform::readPng(path);
         }
         QPixmapCache::insert(path, pixmap);
     }

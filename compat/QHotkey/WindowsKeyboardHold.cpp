@@ -2,6 +2,7 @@
 #include "WindowsKeyboardHold.h"
 
 #include "ExpectedFocus.h"
+#include "LongestHold.h"
 
 #include <QDeadlineTimer>
 #include <QDebug>
@@ -16,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto longestHold = 300ms;
 constexpr auto focusInterval = 1ms;      // between two questions for the focus
 constexpr ULONG_PTR ownInput = 0x56534b; // marks the keys that a hold sends on
 

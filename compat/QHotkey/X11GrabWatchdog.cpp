@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "X11GrabWatchdog.h"
 
+#include "LongestHold.h"
+
 #include <algorithm>
 #include <array>
 #include <chrono>
@@ -15,8 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
-
-constexpr auto longestGrab = 300ms;
 
 struct Free
 {
@@ -35,7 +35,7 @@ public:
                                || change.detail == XCB_NOTIFY_DETAIL_NONLINEAR_VIRTUAL;
         if (event.response_type == XCB_FOCUS_IN && change.mode == XCB_NOTIFY_MODE_GRAB
             && !isVirtual) {
-            m_deadline = Clock::now() + longestGrab;
+            m_deadline = Clock::now() + longestHold;
         } else if (event.response_type == XCB_FOCUS_OUT && change.mode == XCB_NOTIFY_MODE_UNGRAB) {
             reset();
         }

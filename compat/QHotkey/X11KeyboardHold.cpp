@@ -2,6 +2,7 @@
 #include "X11KeyboardHold.h"
 
 #include "ExpectedFocus.h"
+#include "LongestHold.h"
 #include "X11Connection.h"
 
 #include <QGuiApplication>
@@ -14,7 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto longestHold = 300ms;
 constexpr auto focusInterval = 1ms; // between two questions for the focus
 
 // focusWindow() is set only after Qt has handled the focus event; earlier, an input method would

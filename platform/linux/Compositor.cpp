@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/Compositor.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QByteArray>
-#include <QGuiApplication>
 
 #include <cstdlib>
-#include <memory>
 
 namespace platform {
 
@@ -29,14 +27,13 @@ QByteArray selectionOfCompositor()
 
 bool isCompositing()
 {
-    const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    xcb_connection_t *connection = x11 ? x11->connection() : nullptr;
+    xcb_connection_t *connection = x11Connection();
     if (!connection) {
         return true;
     }
     const auto cookie =
         xcb_get_selection_owner(connection, x11Atom(connection, selectionOfCompositor()));
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, XcbFree> reply(
+    const XcbReply<xcb_get_selection_owner_reply_t> reply(
         xcb_get_selection_owner_reply(connection, cookie, nullptr));
     return reply && reply->owner != XCB_WINDOW_NONE;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/DesktopFileId.h"
 
+#include "platform/linux/FileName.h"
+
 #include <QFile>
 
 #include <sys/stat.h>
@@ -11,12 +13,6 @@ namespace {
 
 // Symbolic links may form a cycle; no menu is this deep.
 constexpr int maximumDepth = 5;
-
-bool isFolder(const QByteArray &path)
-{
-    struct stat status = {};
-    return stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
-}
 
 bool isFile(const QByteArray &path)
 {

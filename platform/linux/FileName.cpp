@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include <sys/stat.h>
+
 namespace platform {
 
 QByteArray encodedName(const QString &name)
@@ -19,6 +21,12 @@ QString decodedName(QByteArrayView name)
     const bool isAscii = std::all_of(name.begin(), name.end(),
                                      [](char c) { return static_cast<signed char>(c) >= 0; });
     return isAscii ? QString::fromLatin1(name) : QFile::decodeName(name.toByteArray());
+}
+
+bool isFolder(const QByteArray &name)
+{
+    struct stat status = {};
+    return stat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 } // namespace platform

@@ -11,4 +11,7 @@ namespace platform {
 QByteArray encodedName(const QString &name);
 QString decodedName(QByteArrayView name);
 
+/// Whether the encoded name is that of a folder. A symbolic link counts as its target.
+bool isFolder(const QByteArray &name);
+
 } // namespace platform

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FloatingWindow.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -11,7 +11,6 @@
 #include <QWindow>
 
 #include <array>
-#include <memory>
 
 namespace platform {
 
@@ -24,7 +23,7 @@ QList<xcb_atom_t> supportedAtoms(xcb_connection_t *connection)
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
     const auto cookie = xcb_get_property(
         connection, false, root, x11Atom(connection, "_NET_SUPPORTED"), XCB_ATOM_ATOM, 0, limit);
-    const std::unique_ptr<xcb_get_property_reply_t, XcbFree> reply(
+    const XcbReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection, cookie, nullptr));
     if (!reply || reply->format != 32) {
         return {};
@@ -62,7 +61,7 @@ void leaveGroup(xcb_connection_t *connection, xcb_window_t window)
     constexpr quint32 windowGroup = 1 << 6;
     const auto cookie = xcb_get_property(connection, false, window, XCB_ATOM_WM_HINTS,
                                          XCB_ATOM_WM_HINTS, 0, length);
-    const std::unique_ptr<xcb_get_property_reply_t, XcbFree> reply(
+    const XcbReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection, cookie, nullptr));
     if (!reply || reply->format != 32 || reply->value_len != length) {
         return;

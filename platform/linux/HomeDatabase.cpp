@@ -18,6 +18,8 @@
 
 using namespace Qt::StringLiterals;
 
+namespace platform {
+
 namespace {
 
 constexpr qint64 lifetime = 24 * 60 * 60; // seconds
@@ -99,7 +101,7 @@ void HomeDatabase::startBuilding()
 {
     delete m_build;
     m_build = new QProcess(QCoreApplication::instance());
-    if (!platform::makePrivateFolder(folderPath())) {
+    if (!makePrivateFolder(folderPath())) {
         return;
     }
     QProcess *build = m_build;
@@ -151,3 +153,5 @@ void HomeDatabase::notifyWatchers()
         }
     }
 }
+
+} // namespace platform

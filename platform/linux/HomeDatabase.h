@@ -10,6 +10,8 @@
 #include <functional>
 #include <utility>
 
+namespace platform {
+
 /// A plocate database of the user's home folder, in the user's cache and readable by the user
 /// alone. Replaces the system's database where there is none or the user may not read it. updatedb
 /// builds it in the background, and again when it is more than a day old.
@@ -41,3 +43,5 @@ private:
     bool m_isAwaited = false;   // by the last search, which found no database
     QList<std::pair<QPointer<QObject>, std::function<void()>>> m_watchers;
 };
+
+} // namespace platform

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/InstalledIconThemes.h"
 
-#include "platform/RegularFile.h"
+#include "platform/linux/KeyFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,15 +14,12 @@ namespace platform {
 
 namespace {
 
-// The index of the largest icon theme has 100,000 bytes.
-constexpr qint64 maximumSize = 1 << 22;
-
 // Reads no further than the key, which is near the beginning: most of an index describes each of
 // its hundreds of folders.
 bool hasDirectories(const QString &indexFile)
 {
     QFile file(indexFile);
-    if (!openRegularFile(file) || file.size() > maximumSize) {
+    if (!openKeyFile(file)) {
         return false;
     }
     bool isInGroup = false;

@@ -14,10 +14,15 @@ constexpr qint64 maximumSize = 1 << 22;
 
 } // namespace
 
+bool openKeyFile(QFile &file)
+{
+    return openRegularFile(file) && file.size() <= maximumSize;
+}
+
 bool readKeyFile(GKeyFile *keyFile, const QString &path)
 {
     QFile file(path);
-    if (!openRegularFile(file) || file.size() > maximumSize) {
+    if (!openKeyFile(file)) {
         return false;
     }
     const QByteArray data = file.readAll();

@@ -13,7 +13,6 @@
 #include <utility>
 
 #include <dirent.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -45,12 +44,6 @@ QSet<QByteArray> iconNamesIn(const QByteArray &path)
 bool exists(const QByteArray &path)
 {
     return access(path.constData(), F_OK) == 0;
-}
-
-bool isFolder(const QByteArray &path)
-{
-    struct stat status = {};
-    return stat(path.constData(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 int number(GKeyFile *index, const char *group, const char *key, int otherwise)

@@ -2,11 +2,9 @@
 #include "platform/WindowActivation.h"
 
 #include "platform/linux/WaylandSession.h"
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QWidget>
-
-#include <memory>
 
 namespace platform {
 
@@ -43,7 +41,7 @@ bool hasFocus(const QWidget *window)
     if (!connection) {
         return window->isActiveWindow();
     }
-    const std::unique_ptr<xcb_get_input_focus_reply_t, XcbFree> reply(
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     return reply && reply->focus == xcb_window_t(window->winId());
 }

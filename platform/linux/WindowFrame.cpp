@@ -1,20 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowFrame.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
 #include <QObject>
 #include <QSet>
 
-#include <memory>
-
 namespace platform {
 
 namespace {
-
-template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
 /// Drops the X server's own ConfigureNotify of a window that is not shown yet. Its position may be
 /// relative to a frame, so Qt would ask the server for the position at that moment. A window

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "launcher/IconCache.h"
 
+#include "platform/ImageFile.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
@@ -12,6 +13,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using platform::iconFileOfFactor;
 
 namespace {
 
@@ -43,7 +45,6 @@ private Q_SLOTS:
     void init();
     void cleanupTestCase() { fakePlatform() = FakePlatform(); }
 
-    void namesTheFileOfAFactor();
     void writesTheFileOfTheNextWholeFactor_data();
     void writesTheFileOfTheNextWholeFactor();
     void keepsTheDetailsOfTheIcon();
@@ -58,12 +59,6 @@ void tst_IconCacheFactors::init()
     testhome::reset();
     fakePlatform() = FakePlatform();
     QCOMPARE(QGuiApplication::primaryScreen()->devicePixelRatio(), 1.5);
-}
-
-void tst_IconCacheFactors::namesTheFileOfAFactor()
-{
-    QCOMPARE(iconFileOfFactor(u"/a.b/icon.png"_s, 2), u"/a.b/icon@2x.png"_s);
-    QCOMPARE(iconFileOfFactor(u"/a.b/icon.png"_s, 3), u"/a.b/icon@3x.png"_s);
 }
 
 void tst_IconCacheFactors::writesTheFileOfTheNextWholeFactor_data()

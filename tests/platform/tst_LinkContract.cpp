@@ -15,6 +15,8 @@ class tst_LinkContract : public QObject
 private Q_SLOTS:
     void init() { world::reset(); }
     void suffixIsPlainAndLowerCase();
+    void linkHasTheSuffix_data();
+    void linkHasTheSuffix();
     void startsTheProgram();
     void startsAHiddenProgram();
     void startsNothingFromADamagedFile();
@@ -26,6 +28,25 @@ void tst_LinkContract::suffixIsPlainAndLowerCase()
     QVERIFY(!suffix.isEmpty());
     QCOMPARE(suffix, suffix.toLower());
     QVERIFY(!suffix.contains(u'.'));
+}
+
+void tst_LinkContract::linkHasTheSuffix_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<bool>("isLink");
+    const QString suffix = platform::linkSuffix();
+    QTest::newRow("file") << "/folder/a."_L1 + suffix << true;
+    QTest::newRow("capitals") << "A."_L1 + suffix.toUpper() << true;
+    QTest::newRow("suffix alone") << suffix << false;
+    QTest::newRow("no dot") << u'a' + suffix << false;
+    QTest::newRow("further suffix") << "a."_L1 + suffix + ".txt"_L1 << false;
+    QTest::newRow("empty") << QString() << false;
+}
+
+void tst_LinkContract::linkHasTheSuffix()
+{
+    QFETCH(QString, path);
+    QTEST(platform::isLink(path), "isLink");
 }
 
 void tst_LinkContract::startsTheProgram()

@@ -14,12 +14,13 @@
 #include "platform/FontLibrary.h"
 #include "platform/IconTheme.h"
 #include "platform/Link.h"
+#include "platform/LinkIcons.h"
 #include "platform/PrivateFile.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ProcessEnvironment.h"
 #include "platform/ProcessTree.h"
 #include "platform/RegularFile.h"
-#include "platform/ShellIcon.h"
+#include "platform/ShellPixmap.h"
 #include "platform/StartMenu.h"
 #include "platform/TrustedFolder.h"
 #include "platform/UpdateScript.h"
@@ -125,11 +126,6 @@ LinkIcons::LinkIcons() = default;
 LinkIcons::~LinkIcons() = default;
 
 QIcon LinkIcons::icon(const QString &filePath)
-{
-    return linkIcon(filePath);
-}
-
-QIcon linkIcon(const QString &filePath)
 {
     fakePlatform().linkIconCalls.append(filePath);
     return fakePlatform().linkIcons.value(filePath);

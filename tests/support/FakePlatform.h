@@ -43,9 +43,11 @@ struct FakePlatform
     // IconTheme.h
     QHash<QString, QIcon> fileTypeIcons;
 
-    // ShellIcon.h
+    // LinkIcons.h
     QHash<QString, QIcon> linkIcons;
     QStringList linkIconCalls;
+
+    // ShellPixmap.h
     QHash<QString, QPixmap> shellPixmaps;
     QStringList shellPixmapCalls;
     QList<int> shellPixmapWidths; // one for each call

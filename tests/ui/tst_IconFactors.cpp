@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/IconFile.h"
+#include "ui/PaintedSize.h"
 
-#include "launcher/IconCache.h"
+#include "platform/ImageFile.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "ui/ResultDelegate.h"
@@ -72,7 +72,7 @@ void tst_IconFactors::readsTheFileOfTheFactor()
 {
     const QString path = save(plain(32, Qt::red), u"a.png"_s);
     save(plain(64, Qt::blue), u"a@2x.png"_s);
-    const QIcon icon = iconOfFile(path);
+    const QIcon icon = platform::iconOfImageFile(path);
     QCOMPARE(icon.availableSizes(), QList<QSize>({QSize(32, 32), QSize(64, 64)}));
     const auto colorAt = [&icon](qreal factor) {
         return icon.pixmap(QSize(32, 32), factor).toImage().pixelColor(8, 8);
@@ -83,7 +83,7 @@ void tst_IconFactors::readsTheFileOfTheFactor()
 
 void tst_IconFactors::readsAnIconWithoutOne()
 {
-    const QIcon icon = iconOfFile(save(plain(32, Qt::red), u"a.png"_s));
+    const QIcon icon = platform::iconOfImageFile(save(plain(32, Qt::red), u"a.png"_s));
     QCOMPARE(icon.availableSizes(), QList<QSize>{QSize(32, 32)});
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>

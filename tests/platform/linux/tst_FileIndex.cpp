@@ -45,7 +45,7 @@ QString addFile(const QString &relativePath)
 
 QString homeDatabase()
 {
-    return HomeDatabase::filePath();
+    return platform::HomeDatabase::filePath();
 }
 
 fileindex::Answer search(const QString &text)

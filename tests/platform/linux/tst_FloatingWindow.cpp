@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/FloatingWindow.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 #include "support/TestProgram.h"
 
 #include <QList>
 #include <QTest>
 #include <QWindow>
 
-#include <memory>
-
-using platform::XcbFree;
+using platform::XcbReply;
 
 class tst_FloatingWindow : public QObject
 {
@@ -31,7 +29,7 @@ bool isDialog(const QWindow &window)
     const auto cookie =
         xcb_get_property(connection, false, xcb_window_t(window.winId()),
                          platform::x11Atom(connection, "_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 0, 1);
-    const std::unique_ptr<xcb_get_property_reply_t, XcbFree> reply(
+    const XcbReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(connection, cookie, nullptr));
     return reply && reply->format == 32 && reply->value_len == 1
            && *static_cast<const xcb_atom_t *>(xcb_get_property_value(reply.get()))

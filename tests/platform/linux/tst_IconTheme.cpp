@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/IconTheme.h"
 
-#include "platform/ShellIcon.h"
+#include "platform/LinkIcons.h"
 #include "platform/linux/IconThemeFiles.h"
 #include "platform/linux/InstalledIconThemes.h"
 #include "support/TestProgram.h"
@@ -44,8 +44,8 @@ void tst_IconTheme::askingForAnIconChoosesNoTheme()
 {
     const QString theme = QIcon::fallbackThemeName();
     const QStringList folders = QIcon::fallbackSearchPaths();
-    QVERIFY(platform::linkIcon(testhome::writeFile(u"note.txt"_s, "text")).isNull());
-    platform::linkIcon(
+    QVERIFY(platform::LinkIcons().icon(testhome::writeFile(u"note.txt"_s, "text")).isNull());
+    platform::LinkIcons().icon(
         testhome::writeFile(u"data/applications/a.desktop"_s,
                             "[Desktop Entry]\nType=Application\nName=A\nExec=true\nIcon=own\n"));
     QCOMPARE(QIcon::fallbackThemeName(), theme);
@@ -56,7 +56,7 @@ void tst_IconTheme::askingForAnIconChoosesNoTheme()
 void tst_IconTheme::choosesAThemeForOtherFilesToo()
 {
     platform::ensureIconTheme();
-    QVERIFY(platform::linkIcon(testhome::writeFile(u"note.txt"_s, "text")).isNull());
+    QVERIFY(platform::LinkIcons().icon(testhome::writeFile(u"note.txt"_s, "text")).isNull());
     QCOMPARE(colorOf(QIcon::fromTheme(u"utilities-terminal"_s)), QColor(Qt::blue));
 }
 

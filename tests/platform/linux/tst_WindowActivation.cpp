@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowActivation.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 #include "support/TestProgram.h"
 
 #include <QTest>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowFocus.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 #include "platform/linux/X11Marker.h"
 #include "support/TestProgram.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/WindowFrame.h"
 
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 #include "platform/linux/X11Marker.h"
 #include "support/TestProgram.h"
 
@@ -63,7 +63,7 @@ private:
     void flush()
     {
         const auto cookie = xcb_get_input_focus(m_connection);
-        const std::unique_ptr<xcb_get_input_focus_reply_t, platform::XcbFree> reply(
+        const platform::XcbReply<xcb_get_input_focus_reply_t> reply(
             xcb_get_input_focus_reply(m_connection, cookie, nullptr));
         QVERIFY(reply);
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/ShellIcon.h"
+#include "platform/ShellPixmap.h"
 
 #include "platform/windows/PixmapFromHicon.h"
 #include "platform/windows/Recording.h"
@@ -100,7 +100,7 @@ qsizetype leftUserHandles()
 
 } // namespace
 
-class tst_ShellIcon : public QObject
+class tst_ShellPixmap : public QObject
 {
     Q_OBJECT
 
@@ -120,13 +120,13 @@ private Q_SLOTS:
     void thousandExtractionsLeakNothing();
 };
 
-void tst_ShellIcon::init()
+void tst_ShellPixmap::init()
 {
     testhome::reset();
     recording::makeEmptyStartMenu();
 }
 
-void tst_ShellIcon::keepsEveryColourInItsPlace()
+void tst_ShellPixmap::keepsEveryColourInItsPlace()
 {
     const Icon icon = makeIcon(quarters());
     QVERIFY(icon);
@@ -138,7 +138,7 @@ void tst_ShellIcon::keepsEveryColourInItsPlace()
     QCOMPARE(image.pixelColor(28, 28).alpha(), 0);
 }
 
-void tst_ShellIcon::keepsTheSizeOfTheIcon()
+void tst_ShellPixmap::keepsTheSizeOfTheIcon()
 {
     QImage source(48, 24, QImage::Format_ARGB32);
     source.fill(qRgba(10, 20, 30, 255));
@@ -149,32 +149,32 @@ void tst_ShellIcon::keepsTheSizeOfTheIcon()
     QCOMPARE(image.pixelColor(47, 23), QColor(10, 20, 30));
 }
 
-void tst_ShellIcon::givesNothingForAnIconWithoutColours()
+void tst_ShellPixmap::givesNothingForAnIconWithoutColours()
 {
     const Icon icon = makeMaskOnlyIcon();
     QVERIFY(icon);
     QVERIFY(platform::iconToPixmap(icon.get()).isNull());
 }
 
-void tst_ShellIcon::givesNothingForNoIcon()
+void tst_ShellPixmap::givesNothingForNoIcon()
 {
     QVERIFY(platform::iconToPixmap(nullptr).isNull());
 }
 
-void tst_ShellIcon::shellKnowsTheIconOfAnExecutable()
+void tst_ShellPixmap::shellKnowsTheIconOfAnExecutable()
 {
     QVERIFY(!platform::shellPixmap(recording::program()).isNull());
 }
 
 // The shell would take an unconverted path for an unknown address.
-void tst_ShellIcon::shellTakesForwardSlashes()
+void tst_ShellPixmap::shellTakesForwardSlashes()
 {
     const QString path = recording::program();
     QVERIFY(path.contains(u'/'));
     QCOMPARE(platform::shellPixmap(path).toImage().pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne_data()
+void tst_ShellPixmap::whatIsNoFileHasNoIconFileOrAValidOne_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("settings") << u"ms-settings:"_s;
@@ -182,7 +182,7 @@ void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne_data()
     QTest::newRow("command") << u"vaskel-no-such-command"_s;
 }
 
-void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne()
+void tst_ShellPixmap::whatIsNoFileHasNoIconFileOrAValidOne()
 {
     QFETCH(QString, path);
     AppLauncher launcher;
@@ -193,7 +193,7 @@ void tst_ShellIcon::whatIsNoFileHasNoIconFileOrAValidOne()
 }
 
 // Wine paints only the arrow of a link, whatever its icon; Windows paints both.
-void tst_ShellIcon::catalogueHasAnIconForTheLink()
+void tst_ShellPixmap::catalogueHasAnIconForTheLink()
 {
     const QString path = platform::startMenuRoots().first() + "/Red Program.lnk"_L1;
     QVERIFY((ShellLink{recording::program(), {}, {}, {}}.write(path)));
@@ -205,7 +205,7 @@ void tst_ShellIcon::catalogueHasAnIconForTheLink()
     QCOMPARE(image.pixelColor(2, 28).alpha(), 255);
 }
 
-void tst_ShellIcon::pinOfAProgramShowsItsIcon()
+void tst_ShellPixmap::pinOfAProgramShowsItsIcon()
 {
     AppLauncher launcher;
     QVERIFY(launcher.pinApp(recording::program(), u"Pin"_s, {}));
@@ -214,7 +214,7 @@ void tst_ShellIcon::pinOfAProgramShowsItsIcon()
     QCOMPARE(image.pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_ShellIcon::staleIconFileIsUsed()
+void tst_ShellPixmap::staleIconFileIsUsed()
 {
     const QString path = platform::startMenuRoots().first() + "/Program.lnk"_L1;
     QVERIFY((ShellLink{recording::program(), {}, {}, {}}.write(path)));
@@ -229,7 +229,7 @@ void tst_ShellIcon::staleIconFileIsUsed()
     QCOMPARE(QImage(icon).pixelColor(8, 8), QColor(Qt::green));
 }
 
-void tst_ShellIcon::thousandExtractionsLeakNothing()
+void tst_ShellPixmap::thousandExtractionsLeakNothing()
 {
     // The first calls fill the caches of the shell.
     const Icon maskOnly = makeMaskOnlyIcon();
@@ -249,5 +249,5 @@ void tst_ShellIcon::thousandExtractionsLeakNothing()
     QVERIFY(leftUserHandles() > userHandles - 500);
 }
 
-VASKEL_TEST(tst_ShellIcon, QApplication)
-#include "tst_ShellIcon.moc"
+VASKEL_TEST(tst_ShellPixmap, QApplication)
+#include "tst_ShellPixmap.moc"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/ShellIcon.h"
+#include "platform/LinkIcons.h"
 
 #include "platform/IconTheme.h"
 #include "platform/linux/IconThemeFiles.h"
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 using iconthemefiles::colorOf;
 
 /// Runs on a display without a desktop, so that no desktop helps out with an icon theme.
-class tst_ShellIcon : public QObject
+class tst_LinkIcons : public QObject
 {
     Q_OBJECT
 
@@ -30,7 +30,6 @@ private Q_SLOTS:
     void takesASuffixInCapitals();
     void givesNothingForOtherFiles_data();
     void givesNothingForOtherFiles();
-    void theShellHasNoFurtherIcons();
 };
 
 namespace {
@@ -43,7 +42,7 @@ QString entryPath(const QByteArray &lines)
 
 } // namespace
 
-void tst_ShellIcon::showsTheIconOfTheEntry_data()
+void tst_LinkIcons::showsTheIconOfTheEntry_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QColor>("color");
@@ -74,20 +73,20 @@ void tst_ShellIcon::showsTheIconOfTheEntry_data()
     row("not listed", "Icon=own\nNoDisplay=true", Qt::red);
 }
 
-void tst_ShellIcon::showsTheIconOfTheEntry()
+void tst_LinkIcons::showsTheIconOfTheEntry()
 {
     QFETCH(QByteArray, line);
-    QTEST(colorOf(platform::linkIcon(entryPath(line + '\n'))), "color");
+    QTEST(colorOf(platform::LinkIcons().icon(entryPath(line + '\n'))), "color");
 }
 
-void tst_ShellIcon::takesASuffixInCapitals()
+void tst_LinkIcons::takesASuffixInCapitals()
 {
     const QByteArray entry = "[Desktop Entry]\nType=Application\nName=A\nExec=true\nIcon=own\n";
     const QString path = testhome::writeFile(u"data/applications/A.DESKTOP"_s, entry);
-    QCOMPARE(colorOf(platform::linkIcon(path)), QColor(Qt::red));
+    QCOMPARE(colorOf(platform::LinkIcons().icon(path)), QColor(Qt::red));
 }
 
-void tst_ShellIcon::givesNothingForOtherFiles_data()
+void tst_LinkIcons::givesNothingForOtherFiles_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("empty") << QString();
@@ -101,19 +100,13 @@ void tst_ShellIcon::givesNothingForOtherFiles_data()
         u"desktop"_s, "[Desktop Entry]\nType=Application\nName=A\nExec=true\nIcon=own\n");
 }
 
-void tst_ShellIcon::givesNothingForOtherFiles()
+void tst_LinkIcons::givesNothingForOtherFiles()
 {
     QFETCH(QString, path);
-    QVERIFY(platform::linkIcon(path).isNull());
+    QVERIFY(platform::LinkIcons().icon(path).isNull());
 }
 
-void tst_ShellIcon::theShellHasNoFurtherIcons()
-{
-    QVERIFY(platform::shellPixmap(u"xterm"_s).isNull());
-    QVERIFY(platform::shellPixmap(testhome::path()).isNull());
-}
-
-int tst_ShellIcon::main(int argc, char *argv[])
+int tst_LinkIcons::main(int argc, char *argv[])
 {
     iconthemefiles::leaveTheDesktop();
     iconthemefiles::installIcons();
@@ -124,9 +117,9 @@ int tst_ShellIcon::main(int argc, char *argv[])
     }
     QGuiApplication application(argc, argv);
     platform::ensureIconTheme();
-    tst_ShellIcon test;
+    tst_LinkIcons test;
     return QTest::qExec(&test, argc, argv);
 }
 
-VASKEL_TEST_WITH_MAIN(tst_ShellIcon, tst_ShellIcon::main)
-#include "tst_ShellIcon.moc"
+VASKEL_TEST_WITH_MAIN(tst_LinkIcons, tst_LinkIcons::main)
+#include "tst_LinkIcons.moc"

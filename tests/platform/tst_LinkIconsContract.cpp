@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/ShellIcon.h"
+#include "platform/LinkIcons.h"
 
 #include "platform/World.h"
 #include "support/TestHome.h"
@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-class tst_ShellIconContract : public QObject
+class tst_LinkIconsContract : public QObject
 {
     Q_OBJECT
 
@@ -24,10 +24,10 @@ private Q_SLOTS:
     void leavesADamagedLinkToTheProvider();
 };
 
-void tst_ShellIconContract::showsTheIconOfTheLink()
+void tst_LinkIconsContract::showsTheIconOfTheLink()
 {
     const QString path = world::installWithIcon(u"program"_s);
-    QIcon icon = platform::linkIcon(path);
+    QIcon icon = platform::LinkIcons().icon(path);
     if (icon.isNull()) {
         icon = QFileIconProvider().icon(QFileInfo(path));
     }
@@ -36,7 +36,7 @@ void tst_ShellIconContract::showsTheIconOfTheLink()
     QCOMPARE(image.pixelColor(16, 16), QColor(Qt::red));
 }
 
-void tst_ShellIconContract::leavesOtherFilesToTheProvider_data()
+void tst_LinkIconsContract::leavesOtherFilesToTheProvider_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("nothing") << QString();
@@ -46,18 +46,18 @@ void tst_ShellIconContract::leavesOtherFilesToTheProvider_data()
     QTest::newRow("address") << u"https://example.org/"_s;
 }
 
-void tst_ShellIconContract::leavesOtherFilesToTheProvider()
+void tst_LinkIconsContract::leavesOtherFilesToTheProvider()
 {
     QFETCH(QString, path);
-    QVERIFY(platform::linkIcon(path).isNull());
+    QVERIFY(platform::LinkIcons().icon(path).isNull());
 }
 
-void tst_ShellIconContract::leavesADamagedLinkToTheProvider()
+void tst_LinkIconsContract::leavesADamagedLinkToTheProvider()
 {
     const QString path = world::installWithIcon(u"program"_s);
     world::damage(path);
-    QVERIFY(platform::linkIcon(path).isNull());
+    QVERIFY(platform::LinkIcons().icon(path).isNull());
 }
 
-VASKEL_TEST(tst_ShellIconContract, QApplication)
-#include "tst_ShellIconContract.moc"
+VASKEL_TEST(tst_LinkIconsContract, QApplication)
+#include "tst_LinkIconsContract.moc"

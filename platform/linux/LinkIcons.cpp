@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/ShellIcon.h"
+#include "platform/LinkIcons.h"
 
 #include "platform/ImageFile.h"
 #include "platform/Link.h"
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/ThemeIcons.h"
 
-#include <QFileInfo>
 #include <QHash>
 
 using namespace Qt::StringLiterals;
@@ -47,7 +46,7 @@ LinkIcons::~LinkIcons() = default;
 
 QIcon LinkIcons::icon(const QString &filePath)
 {
-    if (QFileInfo(filePath).suffix().toLower() != linkSuffix()) {
+    if (!isLink(filePath)) {
         return {};
     }
     const std::optional<DesktopEntry> entry = DesktopEntry::load(filePath);
@@ -64,17 +63,6 @@ QIcon LinkIcons::icon(const QString &filePath)
         icon = m_memory->theme.icon(u"application-x-executable"_s);
     }
     return *m_memory->icons.insert(name, icon);
-}
-
-QIcon linkIcon(const QString &filePath)
-{
-    return LinkIcons().icon(filePath);
-}
-
-// Linux has no service that knows more icons than QFileIconProvider.
-QPixmap shellPixmap(const QString &, int)
-{
-    return {};
 }
 
 } // namespace platform

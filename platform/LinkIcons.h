@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QIcon>
-#include <QPixmap>
 #include <QString>
 
 #include <memory>
@@ -29,13 +28,5 @@ private:
 
     std::unique_ptr<Memory> m_memory;
 };
-
-/// The icon of one file.
-QIcon linkIcon(const QString &filePath);
-
-/// The icon of the desktop shell for a path without an icon so far. The path need not exist: it may
-/// be a bare command or an address. It has at least this width in pixels if the shell has such an
-/// icon. Null if the shell has no icon, or the system no shell.
-QPixmap shellPixmap(const QString &path, int width = 32);
 
 } // namespace platform

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include <QGuiApplication>
 #include <QHash>
-
-#include <memory>
 
 namespace platform {
 
@@ -25,7 +23,7 @@ xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name)
         return *known;
     }
     const auto cookie = xcb_intern_atom(connection, false, uint16_t(name.size()), name.constData());
-    const std::unique_ptr<xcb_intern_atom_reply_t, XcbFree> reply(
+    const XcbReply<xcb_intern_atom_reply_t> reply(
         xcb_intern_atom_reply(connection, cookie, nullptr));
     return reply ? *atoms.insert(name, reply->atom) : xcb_atom_t(XCB_ATOM_NONE);
 }

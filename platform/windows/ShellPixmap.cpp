@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/ShellIcon.h"
+#include "platform/ShellPixmap.h"
 
 #include "platform/windows/PixmapFromHicon.h"
 
@@ -63,24 +63,6 @@ QPixmap pixmapOfImageList(const QString &name, int width)
 }
 
 } // namespace
-
-struct LinkIcons::Memory
-{
-};
-
-LinkIcons::LinkIcons() = default;
-LinkIcons::~LinkIcons() = default;
-
-// QFileIconProvider asks Windows, which knows the icons of links.
-QIcon LinkIcons::icon(const QString &)
-{
-    return {};
-}
-
-QIcon linkIcon(const QString &)
-{
-    return {};
-}
 
 QPixmap shellPixmap(const QString &path, int width)
 {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/IconFile.h"
+#include "platform/ImageFile.h"
 
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
@@ -30,7 +30,7 @@ QColor colorOf(const QIcon &icon)
 
 } // namespace
 
-class tst_IconFile : public QObject
+class tst_ImageFile : public QObject
 {
     Q_OBJECT
 
@@ -45,21 +45,22 @@ private Q_SLOTS:
     void iconOfAMissingFileDrawsNothing();
     void iconLeavesNothingInTheCache_data() { iconOfAnotherFormatIsThatOfQIcon_data(); }
     void iconLeavesNothingInTheCache();
+    void namesTheFileOfAFactor();
 };
 
-void tst_IconFile::readsAPngFile()
+void tst_ImageFile::readsAPngFile()
 {
-    const QPixmap pixmap = readPng(writePicture(u"a.png"_s, "PNG"));
+    const QPixmap pixmap = platform::readPng(writePicture(u"a.png"_s, "PNG"));
     QCOMPARE(pixmap.size(), QSize(16, 8));
     QCOMPARE(pixmap.toImage().pixelColor(8, 4), QColor(Qt::red));
 }
 
-void tst_IconFile::readsAPngResource()
+void tst_ImageFile::readsAPngResource()
 {
-    QCOMPARE(readPng(u":/assets/icons/32.png"_s).size(), QSize(32, 32));
+    QCOMPARE(platform::readPng(u":/assets/icons/32.png"_s).size(), QSize(32, 32));
 }
 
-void tst_IconFile::readsNoOtherFile_data()
+void tst_ImageFile::readsNoOtherFile_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("another format") << writePicture(u"a.bmp"_s, "BMP");
@@ -71,45 +72,46 @@ void tst_IconFile::readsNoOtherFile_data()
     QTest::newRow("no path") << QString();
 }
 
-void tst_IconFile::readsNoOtherFile()
+void tst_ImageFile::readsNoOtherFile()
 {
     QFETCH(QString, path);
-    QVERIFY(readPng(path).isNull());
+    QVERIFY(platform::readPng(path).isNull());
 }
 
-void tst_IconFile::iconOfAPngFileIsReadAtOnce()
+void tst_ImageFile::iconOfAPngFileIsReadAtOnce()
 {
     const QString path = writePicture(u"a.png"_s, "PNG");
-    const QIcon icon = iconOfFile(path);
+    const QIcon icon = platform::iconOfImageFile(path);
     QVERIFY(QFile::remove(path));
     QCOMPARE(icon.availableSizes(), QList<QSize>{QSize(16, 8)});
     QCOMPARE(colorOf(icon), QColor(Qt::red));
 }
 
-void tst_IconFile::iconOfAnotherFormatIsThatOfQIcon_data()
+void tst_ImageFile::iconOfAnotherFormatIsThatOfQIcon_data()
 {
     QTest::addColumn<QString>("name");
     QTest::newRow("another format") << u"a.bmp"_s;
     QTest::newRow("another format under its name") << u"a.png"_s;
 }
 
-void tst_IconFile::iconOfAnotherFormatIsThatOfQIcon()
+void tst_ImageFile::iconOfAnotherFormatIsThatOfQIcon()
 {
     QFETCH(QString, name);
-    QCOMPARE(colorOf(iconOfFile(writePicture(name, "BMP"))), QColor(Qt::red));
+    QCOMPARE(colorOf(platform::iconOfImageFile(writePicture(name, "BMP"))), QColor(Qt::red));
 }
 
-void tst_IconFile::iconOfAMissingFileDrawsNothing()
+void tst_ImageFile::iconOfAMissingFileDrawsNothing()
 {
-    QVERIFY(iconOfFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
+    QVERIFY(
+        platform::iconOfImageFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
 }
 
 // QIcon's own engine answers the second time from the cache.
-void tst_IconFile::iconLeavesNothingInTheCache()
+void tst_ImageFile::iconLeavesNothingInTheCache()
 {
     QFETCH(QString, name);
     for (const char *format : {"BMP", "PNG"}) {
-        const QIcon icon = iconOfFile(writePicture(name, format));
+        const QIcon icon = platform::iconOfImageFile(writePicture(name, format));
         const QPixmap first = icon.pixmap(8, 4);
         const QPixmap second = icon.pixmap(8, 4);
         QCOMPARE(first.size(), QSize(8, 4));
@@ -118,5 +120,12 @@ void tst_IconFile::iconLeavesNothingInTheCache()
     }
 }
 
-VASKEL_TEST(tst_IconFile, QApplication)
-#include "tst_IconFile.moc"
+void tst_ImageFile::namesTheFileOfAFactor()
+{
+    QCOMPARE(platform::iconFileOfFactor(u"/a.b/icon.png"_s, 2), u"/a.b/icon@2x.png"_s);
+    QCOMPARE(platform::iconFileOfFactor(u"/a.b/icon.png"_s, 3), u"/a.b/icon@3x.png"_s);
+    QCOMPARE(platform::iconFileOfFactor(u"icon"_s, 2), QString());
+}
+
+VASKEL_TEST(tst_ImageFile, QApplication)
+#include "tst_ImageFile.moc"

@@ -4,6 +4,7 @@
 #include <QByteArray>
 
 #include <cstdlib>
+#include <memory>
 
 #include <xcb/xcb.h>
 
@@ -14,6 +15,8 @@ struct XcbFree
 {
     void operator()(void *reply) const { std::free(reply); }
 };
+
+template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
 /// The connection of the program as a client of X11; null on another window system.
 xcb_connection_t *x11Connection();

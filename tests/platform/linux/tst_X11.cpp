@@ -1,15 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/linux/X11Atom.h"
+#include "platform/linux/X11.h"
 
 #include "support/TestProgram.h"
 
 #include <QTest>
 
-#include <memory>
+using platform::XcbReply;
 
-using platform::XcbFree;
-
-class tst_X11Atom : public QObject
+class tst_X11 : public QObject
 {
     Q_OBJECT
 
@@ -24,18 +22,18 @@ constexpr char name[] = "_VASKEL_TEST";
 
 } // namespace
 
-void tst_X11Atom::isTheAtomOfTheServer()
+void tst_X11::isTheAtomOfTheServer()
 {
     xcb_connection_t *connection = platform::x11Connection();
     QVERIFY(connection);
     const xcb_atom_t atom = platform::x11Atom(connection, name);
-    const std::unique_ptr<xcb_get_atom_name_reply_t, XcbFree> reply(
+    const XcbReply<xcb_get_atom_name_reply_t> reply(
         xcb_get_atom_name_reply(connection, xcb_get_atom_name(connection, atom), nullptr));
     QVERIFY(reply);
     QCOMPARE(QByteArray(xcb_get_atom_name_name(reply.get()), reply->name_len), QByteArray(name));
 }
 
-void tst_X11Atom::asksTheServerOnce()
+void tst_X11::asksTheServerOnce()
 {
     xcb_connection_t *connection = platform::x11Connection();
     QVERIFY(connection);
@@ -46,5 +44,5 @@ void tst_X11Atom::asksTheServerOnce()
     QCOMPARE(xcb_no_operation(connection).sequence, before + 1);
 }
 
-VASKEL_TEST(tst_X11Atom, QGuiApplication)
-#include "tst_X11Atom.moc"
+VASKEL_TEST(tst_X11, QGuiApplication)
+#include "tst_X11.moc"
