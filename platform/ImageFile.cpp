@@ -31,11 +31,6 @@ QPixmap pngIn(QFile &file)
     return QPixmap::fromImageReader(&reader);
 }
 
-QByteArray contentOf(QFile &file)
-{
-    return file.size() <= maximumSize && file.seek(0) ? file.read(maximumSize) : QByteArray();
-}
-
 bool isVector(const QByteArray &format)
 {
     return format.startsWith("svg");
@@ -117,7 +112,7 @@ void addImages(QIcon &icon, QByteArray content, qreal factor)
 void addFile(QIcon &icon, const QString &path, int factor)
 {
     QFile file(path);
-    if (!openRegularFile(file)) {
+    if (!openRegularFile(file) || file.size() > maximumSize) {
         return;
     }
     QPixmap png = pngIn(file);
@@ -126,7 +121,7 @@ void addFile(QIcon &icon, const QString &path, int factor)
         addPicture(icon, png);
         return;
     }
-    const QByteArray content = contentOf(file);
+    const QByteArray content = file.seek(0) ? file.read(maximumSize) : QByteArray();
     if (!isVector(formatOf(content))) {
         addImages(icon, content, factor);
     } else if (factor == 1 && !isCompressed(content) && !namesFurtherFiles(content)) {

@@ -17,7 +17,7 @@ QPixmap readPng(const QString &path);
 /// readPng(). Reads the files of iconFileOfFactor() too if a screen needs them. For files of other
 /// origin, unlike the constructor of QIcon: it reads nothing but regular files, each through one
 /// descriptor and at once, and no image that refers to further files. Null if the file is no such
-/// image, or has more than 16 MiB in another format than PNG.
+/// image, or has more than 16 MiB.
 QIcon iconOfImageFile(const QString &path);
 
 /// The file beside an image file that has the same image for screens of this factor, which is above
