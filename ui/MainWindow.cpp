@@ -11,6 +11,7 @@
 #include "ui/CommandLineEdit.h"
 #include "ui/PageScroller.h"
 #include "ui/PinnedStrip.h"
+#include "ui/ResultItem.h"
 #include "ui/ResultList.h"
 #include "ui/RowKeys.h"
 #include "ui/RowUpdate.h"
@@ -328,7 +329,7 @@ void MainWindow::clickRow(const QListWidgetItem *item)
     if (m_settings->appLaunchRequiresDoubleClick() || m_query.isCommand()) {
         return;
     }
-    if (!recordPath(item->data(Qt::UserRole).toMap()).isEmpty()) {
+    if (!recordPath(recordOf(*item)).isEmpty()) {
         launchCurrent();
     }
 }

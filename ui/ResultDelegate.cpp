@@ -6,6 +6,7 @@
 #include "launcher/AppSearch.h"
 #include "settings/ThemeManager.h"
 #include "ui/IconFile.h"
+#include "ui/ResultItem.h"
 #include "ui/RowLine.h"
 #include "ui/TitleFont.h"
 #include "ui/VisibleText.h"
@@ -33,11 +34,6 @@ constexpr int digitMargin = 12;
 bool nextRowHasIcon(const QModelIndex &index)
 {
     return index.siblingAtRow(index.row() + 1).data(Qt::DecorationRole).isValid();
-}
-
-QVariantMap recordOf(const QModelIndex &index)
-{
-    return index.data(Qt::UserRole).toMap();
 }
 
 // Whether the search text can be in the texts of the row. A search on the web and an answer of the
