@@ -148,7 +148,7 @@ void SettingsView::showPage(const QString &page)
 void SettingsView::reload()
 {
     m_bindings.load();
-    m_hints.update();
+    m_hints.takeStored();
 }
 
 void SettingsView::addCommandErrors(const QStringList &lines)
@@ -390,6 +390,6 @@ void SettingsView::checkAllPlugins(bool checked)
 void SettingsView::save()
 {
     m_bindings.save();
-    m_hints.update(); // the hotkeys are registered by now
+    m_hints.takeStored(); // the hotkeys are registered by now
     SavedNotice::showBeside(m_buttons);
 }
