@@ -39,6 +39,7 @@
 
 #include <QIcon>
 #include <QMenu>
+#include <QPixmapCache>
 #include <QProcess>
 #include <QScreen>
 #include <QSystemTrayIcon>
@@ -56,6 +57,10 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto firstMessageDelay = 2s;
+
+// In KiB; the icons of a few screens of rows. Each search makes new icons, so the pictures of the
+// rows of earlier ones are never used again.
+constexpr int pictureLimit = 512;
 
 void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
 {
@@ -245,6 +250,7 @@ int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
     platform::ignoreMovesOfHiddenWindows();
     fonts.wait();
     connectTheme(app, theme, settings);
+    QPixmapCache::setCacheLimit(pictureLimit);
     PluginManager plugins;
     SettingsPlugin *settingsPlugin = registerPlugins(plugins, launcher, settings, hotkey);
     MainWindow window(&launcher, &plugins, &settings, &updater);

@@ -16,7 +16,6 @@
 #include <QBitArray>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QPixmapCache>
 #include <QStyle>
 
 #include <utility>
@@ -24,8 +23,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int pictureLimit = 512; // in KiB; the icons of a few screens of rows
 
 constexpr int lineSpacing = 2;
 constexpr int digitSize = 20; // of the frame around a digit
@@ -171,9 +168,6 @@ ResultDelegate::ResultDelegate(QObject *parent)
     : ItemFocusDelegate(parent)
     , m_startMenu(AppLauncher::startMenuText())
 {
-    // Each search makes new icons, so the pictures of the rows of earlier ones are never used
-    // again.
-    QPixmapCache::setCacheLimit(pictureLimit);
 }
 
 QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
