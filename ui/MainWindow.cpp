@@ -16,6 +16,7 @@
 #include "ui/RowKeys.h"
 #include "ui/RowUpdate.h"
 #include "ui/ScreenArea.h"
+#include "ui/TitleBar.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/VisibleText.h"
 #include "ui/WindowAccessibility.h"
@@ -24,8 +25,6 @@
 #include "update/Updater.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -80,35 +79,9 @@ void MainWindow::buildWindow()
     layout->setSpacing(0);
     auto *agent = new QWK::WidgetWindowAgent(this);
     agent->setup(this);
-    layout->addWidget(buildTitleBar(agent));
+    layout->addWidget(buildTitleBar(this, agent));
     layout->addWidget(buildContent(), 1);
     new WindowPlacement(this, m_settings);
-}
-
-QWidget *MainWindow::buildTitleBar(QWK::WidgetWindowAgent *agent)
-{
-    auto *bar = new QWidget(this);
-    bar->setObjectName(u"windowTitleBar"_s);
-    bar->setFixedHeight(36);
-
-    auto *title = new QLabel(u"Vaskel"_s, bar);
-    title->setObjectName(u"windowTitle"_s);
-    auto *closeButton = new QPushButton(u"×"_s, bar);
-    closeButton->setObjectName(u"windowCloseButton"_s);
-    closeButton->setFixedSize(32, 28);
-    closeButton->setAccessibleName(QCoreApplication::translate("FloatIcon", "Hide main window"));
-
-    auto *layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(14, 0, 6, 0);
-    layout->addWidget(title);
-    layout->addStretch();
-    layout->addWidget(closeButton);
-
-    agent->setTitleBar(bar);
-    agent->setSystemButton(QWK::WindowAgentBase::Close, closeButton);
-    agent->setHitTestVisible(closeButton, true);
-    connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
-    return bar;
 }
 
 QWidget *MainWindow::buildContent()

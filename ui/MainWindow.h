@@ -20,10 +20,6 @@ class Settings;
 class Updater;
 class WindowHeight;
 
-namespace QWK {
-class WidgetWindowAgent;
-}
-
 /// The window of the program: the command box, the pinned applications, and below them the list of
 /// results or a plugin's page. Its height follows its content. Closing it hides it.
 class MainWindow : public QWidget
@@ -61,7 +57,6 @@ private Q_SLOTS:
 
 private:
     void buildWindow();
-    QWidget *buildTitleBar(QWK::WidgetWindowAgent *agent);
     QWidget *buildContent();
     // What these build is a child of the layout's widget from the first: Qt would polish a widget
     // again that gets another parent.
