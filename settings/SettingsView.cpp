@@ -7,6 +7,7 @@
 #include "settings/SavedNotice.h"
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCommand.h"
 #include "settings/SettingsNavigation.h"
 #include "settings/ThemeManager.h"
 #include "widgets/AccessibleName.h"
@@ -136,9 +137,9 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::showPage(const QString &page)
 {
-    if (page == "user"_L1) {
+    if (page == settingscommand::user) {
         m_navigation->setCurrentRow(UserPage);
-    } else if (page == "plugin"_L1) {
+    } else if (page == settingscommand::plugin) {
         m_navigation->setCurrentRow(PluginsPage);
     } else {
         m_navigation->setCurrentRow(SettingsPage);

@@ -8,6 +8,7 @@
 #include "platform/QtVersion.h"
 #include "platform/WindowActivation.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCommand.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/PageScroller.h"
 #include "ui/PinnedStrip.h"
@@ -104,7 +105,7 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
     m_commandEdit->setCommands(QSet<QString>(commands.cbegin(), commands.cend()));
     m_commandEdit->lineEdit()->setPlaceholderText(tr("Search apps or type cmd space args..."));
     connect(m_commandEdit, &CommandLineEdit::managementRequested, this,
-            [this] { openPluginView(u"user"_s); });
+            [this] { openPluginView(settingscommand::user); });
     layout->addWidget(m_commandEdit);
 
     m_statusLabel = new QLabel(layout->parentWidget());
