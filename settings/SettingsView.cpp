@@ -10,11 +10,10 @@
 #include "settings/SettingsCommand.h"
 #include "settings/SettingsNavigation.h"
 #include "settings/ThemeManager.h"
+#include "widgets/AccessibleFactory.h"
 #include "widgets/AccessibleName.h"
 #include "widgets/HotkeyEdit.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -71,14 +70,6 @@ QLabel *addSection(QBoxLayout *layout, const QString &text)
     QLabel *label = buildLabel(text, u"section"_s, layout->parentWidget());
     layout->addWidget(label);
     return label;
-}
-
-// Replaces Qt's interface of a scroll area. It does not check the index of a child, and a screen
-// reader may ask for a scroll bar that was just hidden.
-QAccessibleInterface *createInterface(const QString &, QObject *object)
-{
-    auto *area = qobject_cast<QScrollArea *>(object);
-    return area ? new QAccessibleWidget(area) : nullptr;
 }
 
 QScrollArea *scrollAreaAround(const QWidget *widget)
@@ -249,7 +240,9 @@ QBoxLayout *SettingsView::addPage(const QString &title)
 {
     m_navigation->addItem(title);
 
-    QAccessible::installFactory(createInterface); // ignored if already installed
+    // Qt's own interface does not check the index of a child, and a screen reader may ask for a
+    // scroll bar that was just hidden.
+    installAccessible<QScrollArea, QAccessibleWidget>();
     auto *area = new QScrollArea(m_pages);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus); // its controls take the focus

@@ -20,10 +20,10 @@
 #include "ui/TitleBar.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/VisibleText.h"
-#include "ui/WindowAccessibility.h"
 #include "ui/WindowHeight.h"
 #include "ui/WindowPlacement.h"
 #include "update/Updater.h"
+#include "widgets/AccessibleFactory.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -71,7 +71,8 @@ void MainWindow::buildWindow()
 {
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
-    installWindowAccessibility();
+    // A screen reader does not take a plain QWidget for a window.
+    installAccessible<MainWindow, QAccessibleWidget, QAccessible::Window>();
     resize(fullWindowSize);
     setMinimumWidth(720);
 
