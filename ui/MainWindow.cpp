@@ -203,10 +203,15 @@ void MainWindow::showAndActivate()
     m_commandEdit->setFocus(Qt::OtherFocusReason);
 }
 
-void MainWindow::activateCommand(const QString &command)
+void MainWindow::showQuery(const QString &text)
 {
     showAndActivate();
-    m_commandEdit->setText(command + u' ');
+    m_commandEdit->setText(text);
+}
+
+void MainWindow::activateCommand(const QString &command)
+{
+    showQuery(command + u' ');
     performSearch();
 
     const IPlugin *plugin = m_pluginManager->pluginForCommand(command);

@@ -37,6 +37,9 @@ public Q_SLOTS:
     /// false, and changes nothing, if there is no such page.
     bool openPluginView(const QString &command);
 
+    /// Shows the window with the text in the box; the search follows after its usual delay.
+    void showQuery(const QString &text);
+
     /// Shows the window with the command in the box and its rows, or its page if the plugin has
     /// one.
     void activateCommand(const QString &command);
