@@ -3,7 +3,6 @@
 
 #include "app/InstanceChannel.h"
 #include "app/InstanceRequest.h"
-#include "ui/CommandLineEdit.h"
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>
@@ -30,8 +29,7 @@ void carryOut(const InstanceRequest &request, MainWindow &window)
         window.hide();
         break;
     case InstanceRequest::Verb::Query:
-        window.showAndActivate();
-        window.findChild<CommandLineEdit *>()->setText(request.text);
+        window.showQuery(request.text);
         break;
     case InstanceRequest::Verb::Quit:
         instancechannel::sendAnswer();

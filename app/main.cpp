@@ -35,6 +35,7 @@
 
 #include <QIcon>
 #include <QMenu>
+#include <QPixmapCache>
 #include <QProcess>
 #include <QScreen>
 #include <QSystemTrayIcon>
@@ -52,6 +53,10 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto firstMessageDelay = 2s;
+
+// In KiB; the icons of a few screens of rows. Each search makes new icons, so the pictures of the
+// rows of earlier ones are never used again.
+constexpr int pictureLimit = 512;
 
 void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)
 {
@@ -222,6 +227,7 @@ int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
     platform::ignoreMovesOfHiddenWindows();
     fonts.wait();
     connectTheme(app, theme, settings);
+    QPixmapCache::setCacheLimit(pictureLimit);
     PluginManager plugins;
     SettingsPlugin *settingsPlugin =
         builtinplugins::registerAll(plugins, launcher, settings, hotkey);

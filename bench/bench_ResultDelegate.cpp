@@ -63,7 +63,7 @@ protected:
         const QSize decorationSize = option->decorationSize;
         QStyledItemDelegate::initStyleOption(option, index);
         option->decorationSize = decorationSize;
-        const bool isProgram = !recordPath(index.data(Qt::UserRole).toMap()).isEmpty();
+        const bool isProgram = !recordPath(recordOf(index)).isEmpty();
         const QModelIndex next = index.siblingAtRow(index.row() + 1);
         if (isProgram || next.data(Qt::DecorationRole).isValid()) {
             option->features |= QStyleOptionViewItem::HasDecoration;

@@ -7,6 +7,7 @@
 #include "core/RowsChanged.h"
 #include "platform/BuiltinPrograms.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCommand.h"
 
 #include <QClipboard>
 #include <QDebug>
@@ -16,8 +17,6 @@
 #include <QUrl>
 
 #include <utility>
-
-using namespace Qt::StringLiterals;
 
 PluginManager::PluginManager(QObject *parent)
     : QObject(parent)
@@ -64,7 +63,7 @@ QList<IPlugin *> PluginManager::configurablePlugins() const
     sortedCommands.sort(Qt::CaseInsensitive);
     QList<IPlugin *> plugins;
     // The user must not disable the settings page.
-    const IPlugin *settingsPlugin = pluginForCommand(u"set"_s);
+    const IPlugin *settingsPlugin = pluginForCommand(settingscommand::set);
     for (const QString &command : std::as_const(sortedCommands)) {
         IPlugin *plugin = pluginForCommand(command);
         if (plugin && plugin != settingsPlugin && !plugins.contains(plugin)) {

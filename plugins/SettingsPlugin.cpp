@@ -4,8 +4,6 @@
 #include "core/ResultRecord.h"
 #include "settings/SettingsView.h"
 
-using namespace Qt::StringLiterals;
-
 SettingsPlugin::SettingsPlugin(Settings *settings, PluginManager *pluginManager, QObject *parent)
     : IPlugin(parent)
     , m_settings(settings)
@@ -24,12 +22,12 @@ void SettingsPlugin::updateHotkeyHints()
 
 QString SettingsPlugin::command() const
 {
-    return u"set"_s;
+    return settingscommand::set;
 }
 
 QStringList SettingsPlugin::aliases() const
 {
-    return {u"user"_s, u"plugin"_s};
+    return {settingscommand::user, settingscommand::plugin};
 }
 
 QString SettingsPlugin::description() const

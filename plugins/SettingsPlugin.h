@@ -3,6 +3,7 @@
 
 #include "core/IPlugin.h"
 #include "settings/HotkeyHints.h"
+#include "settings/SettingsCommand.h"
 
 #include <QStringList>
 
@@ -58,5 +59,5 @@ private:
     HotkeyHints::Check m_hotkeyCheck;
     QStringList m_commandErrors;
     HotkeyHints::Origins m_hotkeyOrigins;
-    QString m_viewCommand = QStringLiteral("set");
+    QString m_viewCommand = settingscommand::set;
 };

@@ -20,7 +20,7 @@ void HotkeyHints::add(HotkeyEdit *edit, const QString &command)
     connect(edit, &HotkeyEdit::keySequenceChanged, this, [this, edit] { showHintOf(edit); });
 }
 
-void HotkeyHints::update()
+void HotkeyHints::takeStored()
 {
     for (Field &field : m_fields) {
         field.stored = field.edit->hotkey();

@@ -35,8 +35,8 @@ public:
     /// Adds the field for the hotkey of a command; it must live as long as the hints.
     void add(HotkeyEdit *edit, const QString &command);
 
-    /// Call this when the fields show what is stored: after they are loaded or saved.
-    void update();
+    /// Takes what the fields show as stored. Call this after they are loaded or saved.
+    void takeStored();
 
     /// Call this when the holder of a hotkey may have changed, whatever the fields show.
     void refresh();

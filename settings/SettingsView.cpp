@@ -7,13 +7,13 @@
 #include "settings/SavedNotice.h"
 #include "settings/SearchEngine.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCommand.h"
 #include "settings/SettingsNavigation.h"
 #include "settings/ThemeManager.h"
+#include "widgets/AccessibleFactory.h"
 #include "widgets/AccessibleName.h"
 #include "widgets/HotkeyEdit.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -72,14 +72,6 @@ QLabel *addSection(QBoxLayout *layout, const QString &text)
     return label;
 }
 
-// Replaces Qt's interface of a scroll area. It does not check the index of a child, and a screen
-// reader may ask for a scroll bar that was just hidden.
-QAccessibleInterface *createInterface(const QString &, QObject *object)
-{
-    auto *area = qobject_cast<QScrollArea *>(object);
-    return area ? new QAccessibleWidget(area) : nullptr;
-}
-
 QScrollArea *scrollAreaAround(const QWidget *widget)
 {
     for (QWidget *parent = widget->parentWidget(); parent; parent = parent->parentWidget()) {
@@ -136,9 +128,9 @@ SettingsView::~SettingsView() = default;
 
 void SettingsView::showPage(const QString &page)
 {
-    if (page == "user"_L1) {
+    if (page == settingscommand::user) {
         m_navigation->setCurrentRow(UserPage);
-    } else if (page == "plugin"_L1) {
+    } else if (page == settingscommand::plugin) {
         m_navigation->setCurrentRow(PluginsPage);
     } else {
         m_navigation->setCurrentRow(SettingsPage);
@@ -148,7 +140,7 @@ void SettingsView::showPage(const QString &page)
 void SettingsView::reload()
 {
     m_bindings.load();
-    m_hints.update();
+    m_hints.takeStored();
 }
 
 void SettingsView::addCommandErrors(const QStringList &lines)
@@ -248,7 +240,9 @@ QBoxLayout *SettingsView::addPage(const QString &title)
 {
     m_navigation->addItem(title);
 
-    QAccessible::installFactory(createInterface); // ignored if already installed
+    // Qt's own interface does not check the index of a child, and a screen reader may ask for a
+    // scroll bar that was just hidden.
+    installAccessible<QScrollArea, QAccessibleWidget>();
     auto *area = new QScrollArea(m_pages);
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus); // its controls take the focus
@@ -390,6 +384,6 @@ void SettingsView::checkAllPlugins(bool checked)
 void SettingsView::save()
 {
     m_bindings.save();
-    m_hints.update(); // the hotkeys are registered by now
+    m_hints.takeStored(); // the hotkeys are registered by now
     SavedNotice::showBeside(m_buttons);
 }

@@ -29,7 +29,8 @@ public:
     SettingsView(Settings *settings, PluginManager *pluginManager, QWidget *parent = nullptr);
     ~SettingsView() override;
 
-    /// Switches to the page of a command: "user", "plugin", or any other for the settings.
+    /// Switches to the page of a command: settingscommand::user, settingscommand::plugin, or any
+    /// other for the settings.
     void showPage(const QString &page);
 
     /// Shows the stored preferences in all controls.

@@ -13,6 +13,10 @@ public:
     /// The role of a task's id in the data of its row.
     static constexpr int idRole = Qt::UserRole;
 
+    /// The role of the task's completion when the row was built, which tells a toggled check mark
+    /// from an edited title.
+    static constexpr int completedRole = Qt::UserRole + 1;
+
     explicit TaskTree(QWidget *parent = nullptr);
 
     /// Removes all rows, and deletes them in the event loop.

@@ -35,9 +35,6 @@ enum class TaskStatusFilter {
     Completed,
 };
 
-// The state when the row was built; tells a toggled check mark from an edited title.
-constexpr int completedRole = Qt::UserRole + 1;
-
 // QTreeView lays out rows recursively. The service limits the levels, but a file edited by hand
 // could exhaust the stack.
 constexpr int deepestShownLevel = 500;
@@ -225,7 +222,7 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
     auto *row = new QTreeWidgetItem;
     row->setText(0, task.title);
     row->setData(0, TaskTree::idRole, task.id);
-    row->setData(0, completedRole, task.completed);
+    row->setData(0, TaskTree::completedRole, task.completed);
     row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
     // Some screen readers do not tell the check mark of a row.
     row->setData(0, Qt::AccessibleDescriptionRole, task.completed ? tr("Completed") : tr("Active"));
@@ -236,7 +233,7 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
 
 void TodoView::colorRow(QTreeWidgetItem &row) const
 {
-    if (row.data(0, completedRole).toBool()) {
+    if (row.data(0, TaskTree::completedRole).toBool()) {
         row.setForeground(0, palette().brush(QPalette::Current, QPalette::PlaceholderText));
     }
 }
@@ -252,8 +249,8 @@ void TodoView::recolorRows()
 
 bool TodoView::applyFilter(QTreeWidgetItem *row)
 {
-    bool isShown =
-        matchesFilter(m_filter->currentData().toInt(), row->data(0, completedRole).toBool());
+    bool isShown = matchesFilter(m_filter->currentData().toInt(),
+                                 row->data(0, TaskTree::completedRole).toBool());
     for (int i = 0; i < row->childCount(); ++i) {
         if (applyFilter(row->child(i))) {
             isShown = true;
@@ -305,7 +302,7 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
     }
     const QString id = row->data(0, TaskTree::idRole).toString();
     const bool isChecked = row->checkState(0) == Qt::Checked;
-    if (isChecked != row->data(0, completedRole).toBool()) {
+    if (isChecked != row->data(0, TaskTree::completedRole).toBool()) {
         m_service->setCompleted(id, isChecked);
         announce(this, isChecked ? tr("Completed") : tr("Active"));
     } else {

@@ -28,7 +28,7 @@ void CommandQuery::setText(const CommandText &text)
     if (!m_isCommand) {
         m_command.clear();
     }
-    m_description = m_isCommand && plugin ? plugin->description() : QString();
+    m_plugin = m_isCommand ? plugin : nullptr;
 }
 
 QString CommandQuery::arguments() const
@@ -63,8 +63,7 @@ QStringList CommandQuery::searchTexts() const
     if (!m_isCommand) {
         return {m_text.joined()};
     }
-    const IPlugin *plugin = m_pluginManager->pluginForCommand(m_command);
-    return plugin ? plugin->searchTexts(arguments()) : QStringList();
+    return m_plugin ? m_plugin->searchTexts(arguments()) : QStringList();
 }
 
 QVariantMap CommandQuery::webSearchRecord(const QString &text) const
@@ -81,6 +80,7 @@ QString CommandQuery::statusText() const
     if (!m_isCommand) {
         return {};
     }
-    return m_description.isEmpty() ? tr("%1 | Unknown command").arg(m_command)
-                                   : tr("%1 | %2").arg(m_command, m_description);
+    const QString description = m_plugin ? m_plugin->description() : QString();
+    return description.isEmpty() ? tr("%1 | Unknown command").arg(m_command)
+                                 : tr("%1 | %2").arg(m_command, description);
 }

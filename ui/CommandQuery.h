@@ -9,6 +9,7 @@
 #include <QVariantList>
 
 class AppLauncher;
+class IPlugin;
 class PluginManager;
 class Settings;
 
@@ -59,5 +60,5 @@ private:
     bool m_isCommand = false;
     bool m_hasBlank = false; // after the command
     QString m_command;
-    QString m_description;
+    const IPlugin *m_plugin = nullptr; // of the command; null for an unknown one
 };

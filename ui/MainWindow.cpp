@@ -8,23 +8,24 @@
 #include "platform/QtVersion.h"
 #include "platform/WindowActivation.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCommand.h"
 #include "ui/CommandLineEdit.h"
 #include "ui/PageScroller.h"
 #include "ui/PinnedStrip.h"
+#include "ui/ResultItem.h"
 #include "ui/ResultList.h"
 #include "ui/RowKeys.h"
 #include "ui/RowUpdate.h"
 #include "ui/ScreenArea.h"
+#include "ui/TitleBar.h"
 #include "ui/UpdatePrompt.h"
 #include "ui/VisibleText.h"
-#include "ui/WindowAccessibility.h"
 #include "ui/WindowHeight.h"
 #include "ui/WindowPlacement.h"
 #include "update/Updater.h"
+#include "widgets/AccessibleFactory.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -70,7 +71,8 @@ void MainWindow::buildWindow()
 {
     setAttribute(Qt::WA_DontCreateNativeAncestors);
     setWindowTitle(u"Vaskel"_s);
-    installWindowAccessibility();
+    // A screen reader does not take a plain QWidget for a window.
+    installAccessible<MainWindow, QAccessibleWidget, QAccessible::Window>();
     resize(fullWindowSize);
     setMinimumWidth(720);
 
@@ -79,35 +81,9 @@ void MainWindow::buildWindow()
     layout->setSpacing(0);
     auto *agent = new QWK::WidgetWindowAgent(this);
     agent->setup(this);
-    layout->addWidget(buildTitleBar(agent));
+    layout->addWidget(buildTitleBar(this, agent));
     layout->addWidget(buildContent(), 1);
     new WindowPlacement(this, m_settings);
-}
-
-QWidget *MainWindow::buildTitleBar(QWK::WidgetWindowAgent *agent)
-{
-    auto *bar = new QWidget(this);
-    bar->setObjectName(u"windowTitleBar"_s);
-    bar->setFixedHeight(36);
-
-    auto *title = new QLabel(u"Vaskel"_s, bar);
-    title->setObjectName(u"windowTitle"_s);
-    auto *closeButton = new QPushButton(u"×"_s, bar);
-    closeButton->setObjectName(u"windowCloseButton"_s);
-    closeButton->setFixedSize(32, 28);
-    closeButton->setAccessibleName(QCoreApplication::translate("FloatIcon", "Hide main window"));
-
-    auto *layout = new QHBoxLayout(bar);
-    layout->setContentsMargins(14, 0, 6, 0);
-    layout->addWidget(title);
-    layout->addStretch();
-    layout->addWidget(closeButton);
-
-    agent->setTitleBar(bar);
-    agent->setSystemButton(QWK::WindowAgentBase::Close, closeButton);
-    agent->setHitTestVisible(closeButton, true);
-    connect(closeButton, &QPushButton::clicked, this, &QWidget::close);
-    return bar;
 }
 
 QWidget *MainWindow::buildContent()
@@ -130,7 +106,7 @@ void MainWindow::buildCommandEdit(QBoxLayout *layout)
     m_commandEdit->setCommands(QSet<QString>(commands.cbegin(), commands.cend()));
     m_commandEdit->lineEdit()->setPlaceholderText(tr("Search apps or type cmd space args..."));
     connect(m_commandEdit, &CommandLineEdit::managementRequested, this,
-            [this] { openPluginView(u"user"_s); });
+            [this] { openPluginView(settingscommand::user); });
     layout->addWidget(m_commandEdit);
 
     m_statusLabel = new QLabel(layout->parentWidget());
@@ -227,10 +203,15 @@ void MainWindow::showAndActivate()
     m_commandEdit->setFocus(Qt::OtherFocusReason);
 }
 
-void MainWindow::activateCommand(const QString &command)
+void MainWindow::showQuery(const QString &text)
 {
     showAndActivate();
-    m_commandEdit->setText(command + u' ');
+    m_commandEdit->setText(text);
+}
+
+void MainWindow::activateCommand(const QString &command)
+{
+    showQuery(command + u' ');
     performSearch();
 
     const IPlugin *plugin = m_pluginManager->pluginForCommand(command);
@@ -328,7 +309,7 @@ void MainWindow::clickRow(const QListWidgetItem *item)
     if (m_settings->appLaunchRequiresDoubleClick() || m_query.isCommand()) {
         return;
     }
-    if (!recordPath(item->data(Qt::UserRole).toMap()).isEmpty()) {
+    if (!recordPath(recordOf(*item)).isEmpty()) {
         launchCurrent();
     }
 }

@@ -20,10 +20,6 @@ class Settings;
 class Updater;
 class WindowHeight;
 
-namespace QWK {
-class WidgetWindowAgent;
-}
-
 /// The window of the program: the command box, the pinned applications, and below them the list of
 /// results or a plugin's page. Its height follows its content. Closing it hides it.
 class MainWindow : public QWidget
@@ -40,6 +36,9 @@ public Q_SLOTS:
     /// Shows the page of a command's plugin instead of the list; the text of the box stays. Returns
     /// false, and changes nothing, if there is no such page.
     bool openPluginView(const QString &command);
+
+    /// Shows the window with the text in the box; the search follows after its usual delay.
+    void showQuery(const QString &text);
 
     /// Shows the window with the command in the box and its rows, or its page if the plugin has
     /// one.
@@ -61,7 +60,6 @@ private Q_SLOTS:
 
 private:
     void buildWindow();
-    QWidget *buildTitleBar(QWK::WidgetWindowAgent *agent);
     QWidget *buildContent();
     // These create their widgets as children of the layout's widget: Qt would polish a widget again
     // if its parent changed.

@@ -2,9 +2,8 @@
 #include "ui/ManagementIcon.h"
 
 #include "ui/VaskelIcon.h"
+#include "widgets/AccessibleFactory.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>
@@ -38,12 +37,6 @@ public:
     }
 };
 
-QAccessibleInterface *createInterface(const QString &, QObject *object)
-{
-    auto *icon = qobject_cast<ManagementIcon *>(object);
-    return icon ? new AccessibleManagementIcon(icon) : nullptr;
-}
-
 } // namespace
 
 ManagementIcon::ManagementIcon(QWidget *parent)
@@ -53,7 +46,7 @@ ManagementIcon::ManagementIcon(QWidget *parent)
     setFixedSize(32, 32);
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::TabFocus);
-    QAccessible::installFactory(createInterface); // ignored if already installed
+    installAccessible<ManagementIcon, AccessibleManagementIcon>();
 }
 
 void ManagementIcon::enterEvent(QEnterEvent *event)

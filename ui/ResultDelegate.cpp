@@ -6,6 +6,7 @@
 #include "launcher/AppSearch.h"
 #include "settings/ThemeManager.h"
 #include "ui/PaintedSize.h"
+#include "ui/ResultItem.h"
 #include "ui/RowLine.h"
 #include "ui/TitleFont.h"
 #include "ui/VisibleText.h"
@@ -15,7 +16,6 @@
 #include <QBitArray>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QPixmapCache>
 #include <QStyle>
 
 #include <utility>
@@ -24,8 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int pictureLimit = 512; // in KiB; the icons of a few screens of rows
-
 constexpr int lineSpacing = 2;
 constexpr int digitSize = 20; // of the frame around a digit
 constexpr int digitMargin = 12;
@@ -33,11 +31,6 @@ constexpr int digitMargin = 12;
 bool nextRowHasIcon(const QModelIndex &index)
 {
     return index.siblingAtRow(index.row() + 1).data(Qt::DecorationRole).isValid();
-}
-
-QVariantMap recordOf(const QModelIndex &index)
-{
-    return index.data(Qt::UserRole).toMap();
 }
 
 // Whether the row was found by the search text. A web search and an answer of the calculator are
@@ -174,9 +167,6 @@ ResultDelegate::ResultDelegate(QObject *parent)
     : ItemFocusDelegate(parent)
     , m_startMenu(AppLauncher::startMenuText())
 {
-    // Each search makes new icons, so the pictures of the rows of earlier ones are never used
-    // again.
-    QPixmapCache::setCacheLimit(pictureLimit);
 }
 
 QSize ResultDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const

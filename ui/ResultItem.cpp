@@ -20,7 +20,7 @@ QVariant ResultItem::data(int role) const
         return accessibleText();
     case Qt::DecorationRole:
         return decoration();
-    case Qt::UserRole:
+    case recordRole:
         return m_record;
     default:
         return QListWidgetItem::data(role);
@@ -44,4 +44,14 @@ QVariant ResultItem::decoration() const
         m_icon = platform::iconOfImageFile(path);
     }
     return m_icon;
+}
+
+QVariantMap recordOf(const QListWidgetItem &item)
+{
+    return item.data(ResultItem::recordRole).toMap();
+}
+
+QVariantMap recordOf(const QModelIndex &index)
+{
+    return index.data(ResultItem::recordRole).toMap();
 }

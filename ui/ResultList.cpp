@@ -129,7 +129,7 @@ void ResultList::togglePin(const QVariantMap &record)
 QVariantMap ResultList::currentRecord() const
 {
     const QListWidgetItem *item = currentItem();
-    return item ? item->data(Qt::UserRole).toMap() : QVariantMap();
+    return item ? recordOf(*item) : QVariantMap();
 }
 
 // Tells a screen reader the current row: the focus stays in the box while keys choose a row.
@@ -169,7 +169,7 @@ void ResultList::openMenu(const QPoint &position)
         return;
     }
     // Copy the record: a search may replace the rows while the menu is open.
-    const QVariantMap record = item->data(Qt::UserRole).toMap();
+    const QVariantMap record = recordOf(*item);
     const QString path = recordPath(record);
     if (path.isEmpty()) {
         return;

@@ -19,9 +19,7 @@ public:
     explicit ResultList(AppLauncher *launcher, QWidget *parent = nullptr);
 
     /// Replaces the rows with these records and selects the first. The rows of programs and files
-    /// emphasise the characters by which the search texts found them. Without the argument, the
-    /// last search texts stay.
-    void showResults(const QVariantList &results);
+    /// emphasise the characters by which the search texts found them.
     void showResults(const QVariantList &results, const QStringList &searchTexts);
 
     /// Shows the digits 1 to 9 at the first nine visible rows, or hides them. They follow the rows
@@ -33,8 +31,8 @@ public:
     /// visible. -1 without rows.
     int firstVisibleRow() const;
 
-    /// Replaces the rows with later records for the same query. The current row stays current if it
-    /// is still there, and the list does not scroll.
+    /// Replaces the rows with later records for the same query, and so with the same search texts.
+    /// The current row stays current if it is still there, and the list does not scroll.
     void updateResults(const QVariantList &results);
 
     /// Moves the selection by this number of rows, and stops at the first and the last row.
@@ -53,6 +51,7 @@ protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
+    void showResults(const QVariantList &results);
     void addRows(const QVariantList &results);
     void openMenu(const QPoint &position);
     void updateDigits();

@@ -8,6 +8,7 @@
 #include "ui/CommandLineEdit.h"
 #include "ui/CommandQuery.h"
 #include "ui/ResultDelegate.h"
+#include "ui/ResultItem.h"
 #include "ui/ResultList.h"
 
 #include <QClipboard>
@@ -68,7 +69,7 @@ bool opensFolder(const QVariantMap &action)
 
 QVariantMap firstRecord(const ResultList &list)
 {
-    return list.count() > 0 ? list.item(0)->data(Qt::UserRole).toMap() : QVariantMap();
+    return list.count() > 0 ? recordOf(*list.item(0)) : QVariantMap();
 }
 
 } // namespace

@@ -6,9 +6,8 @@
 
 #include <utility>
 
-TypingPause::TypingPause(QObject *parent, std::chrono::milliseconds duration)
+TypingPause::TypingPause(QObject *parent)
     : QObject(parent)
-    , m_duration(duration)
 {
     m_timer.setSingleShot(true);
     m_timer.callOnTimeout(this, &TypingPause::callAtPause);
@@ -32,9 +31,9 @@ bool TypingPause::eventFilter(QObject *watched, QEvent *event)
 void TypingPause::callAtPause()
 {
     const std::chrono::milliseconds passed(m_lastKey.isValid() ? m_lastKey.elapsed()
-                                                               : m_duration.count());
-    if (passed < m_duration) {
-        m_timer.start(m_duration - passed);
+                                                               : duration.count());
+    if (passed < duration) {
+        m_timer.start(duration - passed);
     } else if (m_function) {
         std::exchange(m_function, nullptr)();
     }

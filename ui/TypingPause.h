@@ -15,9 +15,9 @@ class TypingPause : public QObject
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::milliseconds usualDuration{500};
+    static constexpr std::chrono::milliseconds duration{500};
 
-    explicit TypingPause(QObject *parent, std::chrono::milliseconds duration = usualDuration);
+    explicit TypingPause(QObject *parent);
 
     /// Calls the function as soon as no key has been pressed in the program for the duration, which
     /// may be at once. A function that still waits is replaced.
@@ -29,7 +29,6 @@ private:
     void callAtPause();
 
     std::function<void()> m_function;
-    std::chrono::milliseconds m_duration;
     QElapsedTimer m_lastKey; // invalid before the first key
     QTimer m_timer{this};
 };

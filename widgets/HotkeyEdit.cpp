@@ -2,9 +2,8 @@
 #include "widgets/HotkeyEdit.h"
 
 #include "platform/QtVersion.h"
+#include "widgets/AccessibleFactory.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -96,12 +95,6 @@ private:
     }
 };
 
-QAccessibleInterface *createInterface(const QString &, QObject *object)
-{
-    auto *edit = qobject_cast<HotkeyEdit *>(object);
-    return edit ? new AccessibleHotkeyEdit(edit) : nullptr;
-}
-
 } // namespace
 
 HotkeyEdit::HotkeyEdit(QWidget *parent)
@@ -109,7 +102,7 @@ HotkeyEdit::HotkeyEdit(QWidget *parent)
 {
     qtversion::setMaximumSequenceLength(*this, 1);
     setClearButtonEnabled(true);
-    QAccessible::installFactory(createInterface); // ignored if already installed
+    installAccessible<HotkeyEdit, AccessibleHotkeyEdit>();
 }
 
 void HotkeyEdit::setHotkey(const QString &hotkey)

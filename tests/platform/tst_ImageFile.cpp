@@ -43,6 +43,8 @@ private Q_SLOTS:
     void iconOfAnotherFormatIsThatOfQIcon_data();
     void iconOfAnotherFormatIsThatOfQIcon();
     void iconOfAMissingFileDrawsNothing();
+    void iconOfALargeFileIsNull_data();
+    void iconOfALargeFileIsNull();
     void iconLeavesNothingInTheCache_data() { iconOfAnotherFormatIsThatOfQIcon_data(); }
     void iconLeavesNothingInTheCache();
     void namesTheFileOfAFactor();
@@ -104,6 +106,24 @@ void tst_ImageFile::iconOfAMissingFileDrawsNothing()
 {
     QVERIFY(
         platform::iconOfImageFile(testhome::path() + "/missing.png"_L1).pixmap(16, 16).isNull());
+}
+
+void tst_ImageFile::iconOfALargeFileIsNull_data()
+{
+    iconOfAnotherFormatIsThatOfQIcon_data();
+    QTest::newRow("PNG") << u"a.png"_s;
+}
+
+// The readers ignore what follows the picture.
+void tst_ImageFile::iconOfALargeFileIsNull()
+{
+    constexpr qint64 maximum = 16 * 1024 * 1024;
+    QFETCH(QString, name);
+    QFile file(writePicture(name, QTest::currentDataTag() == "PNG"_L1 ? "PNG" : "BMP"));
+    QVERIFY(file.resize(maximum));
+    QCOMPARE(colorOf(platform::iconOfImageFile(file.fileName())), QColor(Qt::red));
+    QVERIFY(file.resize(maximum + 1));
+    QVERIFY(platform::iconOfImageFile(file.fileName()).isNull());
 }
 
 // QIcon's own engine answers the second time from the cache.

@@ -91,7 +91,7 @@ void tst_HotkeyHints::tellsTheOrigin()
     QFETCH(const HotkeyOrigin, origin);
     Form form;
     form.origin = origin;
-    form.hints.update();
+    form.hints.takeStored();
     QTEST(Form::hintOf(form.main), "text");
     QCOMPARE(Form::hintOf(form.calc), QString());
     QVERIFY(!form.hasButton());
@@ -102,7 +102,7 @@ void tst_HotkeyHints::tellsNoOriginOfAnEmptyField()
     Form form;
     form.origin = {Holder::Nobody, {}, {}};
     form.main->clear();
-    form.hints.update();
+    form.hints.takeStored();
     QVERIFY(!HintLine::of(form.main));
 }
 
@@ -111,7 +111,7 @@ void tst_HotkeyHints::tellsTheOriginOfTheStoredHotkeyAlone()
     Form form;
     form.origin = {Holder::Desktop, u"Meta+Leertaste"_s, [] {
                    }};
-    form.hints.update();
+    form.hints.takeStored();
     QVERIFY(form.hasButton());
     form.main->setKeySequence(QKeySequence(u"Ctrl+F7"_s));
     QCOMPARE(Form::hintOf(form.main), QString());
@@ -130,7 +130,7 @@ void tst_HotkeyHints::otherProgramComesFirst()
     Form form;
     form.origin = {Holder::Nobody, {}, {}};
     form.hints.setCheck([](const QString &command) { return command.isEmpty(); });
-    form.hints.update();
+    form.hints.takeStored();
     QCOMPARE(Form::hintOf(form.main), u"This hotkey is held by another program."_s);
 }
 
@@ -151,7 +151,7 @@ void tst_HotkeyHints::originOfABareKey()
     Form form;
     form.origin = {holder, u"Meta+Leertaste"_s, {}};
     form.main->setKeySequence(QKeySequence(u"F9"_s));
-    form.hints.update();
+    form.hints.takeStored();
     QTEST(Form::hintOf(form.main), "text");
 }
 
@@ -159,7 +159,7 @@ void tst_HotkeyHints::asksForTheOriginAgain()
 {
     Form form;
     form.origin = {Holder::Nobody, {}, {}};
-    form.hints.update();
+    form.hints.takeStored();
     form.origin = {Holder::Desktop, u"Meta+Leertaste"_s, {}};
     form.hints.refresh();
     QCOMPARE(Form::hintOf(form.main), ofDesktop);
@@ -172,7 +172,7 @@ void tst_HotkeyHints::opensTheDialogOfTheDesktop()
     form.origin = {Holder::Desktop, u"Meta+Leertaste"_s, [&dialogs] {
                        ++dialogs;
                    }};
-    form.hints.update();
+    form.hints.takeStored();
     QVERIFY(form.hasButton());
     auto *button = form.page.findChild<QPushButton *>();
     QCOMPARE(button->text(), u"Change…"_s);

@@ -249,7 +249,7 @@ void tst_Contrast::measureRows(Window &window)
     const auto picture = [&](int row, const QString &title, const QString &subtitle) {
         const QVariantMap record{
             {u"title"_s, title}, {u"subtitle"_s, subtitle}, {u"path"_s, u"/program"_s}};
-        list.showResults({record, record, record});
+        list.showResults({record, record, record}, {});
         window.settle(); // fits the window to the rows
         hover(*list.viewport(), list.visualItemRect(list.item(2)).center());
         return painted::picture(*list.viewport(), list.visualItemRect(list.item(row)));

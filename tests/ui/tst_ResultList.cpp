@@ -25,7 +25,7 @@ struct List
         for (int row = 0; row < rowCount; ++row) {
             records.append(QVariantMap{{u"name"_s, u"term"_s}, {u"path"_s, u"/x"_s}});
         }
-        list.showResults(records);
+        list.showResults(records, {});
         list.clearSelection();
         list.setCurrentRow(-1);
         list.show();
@@ -109,18 +109,18 @@ void tst_ResultList::digitsFollowNewRows()
     l.list.verticalScrollBar()->setValue(l.list.verticalScrollBar()->maximum());
     QVERIFY(l.list.firstVisibleRow() > 20);
     const QVariantMap record{{u"name"_s, u"term"_s}, {u"path"_s, u"/x"_s}};
-    l.list.showResults({record, record});
+    l.list.showResults({record, record}, {});
     l.list.setCurrentRow(-1);
     QCOMPARE(l.list.firstVisibleRow(), 0);
     QVERIFY(l.picture(0) != l.picture(1));
-    l.list.showResults({});
+    l.list.showResults({}, {});
     QCOMPARE(l.list.firstVisibleRow(), -1);
 }
 
 void tst_ResultList::digitsReplaceNoText()
 {
     List l(1);
-    l.list.showResults({QVariantMap{{u"name"_s, QString(300, u'█')}, {u"path"_s, u"/x"_s}}});
+    l.list.showResults({QVariantMap{{u"name"_s, QString(300, u'█')}, {u"path"_s, u"/x"_s}}}, {});
     l.list.setCurrentRow(-1);
     QVERIFY(QTest::qWaitForWindowExposed(&l.list));
     const auto textEnd = [&l] {
@@ -159,7 +159,7 @@ void tst_ResultList::emphasizesTheSearchTexts()
     l.list.showResults(records, {u"er"_s});
     l.list.setCurrentRow(-1);
     QVERIFY(l.picture(0) != without);
-    l.list.showResults(records);
+    l.list.updateResults(records);
     l.list.setCurrentRow(-1);
     QVERIFY(l.picture(0) != without);
     l.list.showResults(records, {});
@@ -173,7 +173,7 @@ void tst_ResultList::newRowsAreNotReportedOneByOne()
     QVERIFY(QTest::qWaitForWindowExposed(&l.list));
     const QSignalSpy inserted(l.list.model(), &QAbstractItemModel::rowsInserted);
     const QVariantMap record{{u"name"_s, u"term"_s}, {u"path"_s, u"/x"_s}};
-    l.list.showResults(QVariantList(50, record));
+    l.list.showResults(QVariantList(50, record), {});
     QVERIFY(inserted.size() <= 1);
     QCOMPARE(l.list.count(), 50);
     QCOMPARE(l.list.currentRow(), 0);
@@ -192,7 +192,7 @@ void tst_ResultList::currentRowIsSaidWithoutTheFocus()
     const auto record = [](const QString &title) {
         return QVariant(QVariantMap{{u"title"_s, title}});
     };
-    list.showResults({record(u"One"_s), record(u"Two"_s), record(u"Three"_s)});
+    list.showResults({record(u"One"_s), record(u"Two"_s), record(u"Three"_s)}, {});
     list.moveSelection(2);
     QStringList names = reader.names();
     for (QString &name : names) {
