@@ -119,7 +119,8 @@ void tst_ImageFile::iconOfALargeFileIsNull()
 {
     constexpr qint64 maximum = 16 * 1024 * 1024;
     QFETCH(QString, name);
-    QFile file(writePicture(name, QTest::currentDataTag() == "PNG"_L1 ? "PNG" : "BMP"));
+    QFile file(
+        writePicture(name, QByteArrayView(QTest::currentDataTag()) == "PNG" ? "PNG" : "BMP"));
     QVERIFY(file.resize(maximum));
     QCOMPARE(colorOf(platform::iconOfImageFile(file.fileName())), QColor(Qt::red));
     QVERIFY(file.resize(maximum + 1));
