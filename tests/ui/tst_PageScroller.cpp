@@ -6,6 +6,7 @@
 #include "ui/WindowTest.h"
 
 #include <QScrollArea>
+#include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void listFitsASmallScreen();
     void pageFitsASmallScreen();
     void pageScrollsToTheFocus();
+    void clickReachesAPartlyVisibleControl();
     void pageIsFoundAgain();
     void pageOfAUsualScreenScrollsOnASmallOne();
     void windowGrowsOnlyWithinASmallScreen();
@@ -117,6 +119,27 @@ void tst_PageScroller::pageScrollsToTheFocus()
     QVERIFY(last->hasFocus());
     w.settle();
     QVERIFY(isWhollyVisible(*last));
+}
+
+void tst_PageScroller::clickReachesAPartlyVisibleControl()
+{
+    const FakeScreen screen(small, true);
+    Window w;
+    QVERIFY(w.showActive());
+    QVERIFY(w.window.openPluginView(u"todo"_s));
+    const QPushButton *button = fill(*w.todo.page);
+    w.settle();
+    QScrollArea *area = scrollArea(w);
+    area->ensureVisible(0, button->y() + button->height() / 2, 0, 0);
+    QVERIFY(!button->visibleRegion().isEmpty() && !isWhollyVisible(*button));
+
+    const QSignalSpy clicked(button, &QPushButton::clicked);
+    const QRect visible = button->visibleRegion().boundingRect();
+    const QPoint position = button->mapTo(&w.window, visible.center());
+    QTest::mousePress(w.window.windowHandle(), Qt::LeftButton, {}, position);
+    QVERIFY(button->hasFocus());
+    QTest::mouseRelease(w.window.windowHandle(), Qt::LeftButton, {}, position);
+    QCOMPARE(clicked.size(), 1);
 }
 
 void tst_PageScroller::pageIsFoundAgain()
