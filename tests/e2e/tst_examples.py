@@ -91,7 +91,7 @@ class Examples(EndToEndCase):
         self.shows_rows(("Second window", "XTerm"), ("First window", "XTerm"))
         self.launcher.press("Down", "Return")
         self.hides()
-        wait_until(lambda: self.desktop.active_window() == first[1], "the first window is active")
+        self.becomes(self.desktop.active_window, first[1])
 
     def test_unit_converts(self):
         self.start_with("unit")
