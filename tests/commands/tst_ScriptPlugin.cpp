@@ -357,9 +357,9 @@ void tst_ScriptPlugin::opensAFile()
     const OpenedFiles opened;
     RowsChanged rowsChanged;
     ScriptPlugin plugin(commandfolder::steps({}), &rowsChanged);
-    QVERIFY(plugin.execute(makeAction(actiontype::openFile, u"/a b#c"_s, u"mine"_s)));
+    QVERIFY(plugin.execute(makeAction(actiontype::openFile, u"/a b#c.d"_s, u"mine"_s)));
     QVERIFY(plugin.execute(makeAction(actiontype::openUrl, u"file:///d%20e"_s, u"mine"_s)));
-    QCOMPARE(opened.paths, QStringList({u"/a b#c"_s, u"/d e"_s}));
+    QCOMPARE(opened.paths, QStringList({u"/a b#c.d"_s, u"/d e"_s}));
 }
 
 void tst_ScriptPlugin::runsAProgram()
