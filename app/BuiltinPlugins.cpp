@@ -10,13 +10,21 @@
 #include "plugins/FilePlugin.h"
 #include "plugins/SettingsPlugin.h"
 #include "plugins/TodoPlugin.h"
+#include "settings/SettingsCommand.h"
 
 using namespace Qt::StringLiterals;
 
 QStringList builtinplugins::commands()
 {
     // Not from the plugins: creating them would read the tasks.
-    return {u"app"_s, u"calc"_s, u"cd"_s, u"file"_s, u"plugin"_s, u"set"_s, u"todo"_s, u"user"_s};
+    return {u"app"_s,
+            u"calc"_s,
+            u"cd"_s,
+            u"file"_s,
+            u"todo"_s,
+            settingscommand::set,
+            settingscommand::user,
+            settingscommand::plugin};
 }
 
 SettingsPlugin *builtinplugins::registerAll(PluginManager &plugins, AppLauncher &launcher,
