@@ -66,10 +66,12 @@ class Server:
         """Sends half of this many zeros, and the rest once the event is set."""
         self.answer_in_parts(path, size, {size // 2: may_go_on})
 
-    def answer_in_parts(self, path, size, pauses):
-        """Sends this many zeros. Where a number of them is left that is a key of the dictionary, it
-        waits for the event."""
+    def answer_in_parts(self, path, size, pauses, may_begin=None):
+        """Sends this many zeros, once the event, if any, is set. Where a number of them is left that
+        is a key of the dictionary, it waits for the event."""
         def send(request):
+            if may_begin:
+                may_begin.wait()
             request.send_response(200)
             request.send_header("Content-Length", str(size))
             request.end_headers()
