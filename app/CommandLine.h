@@ -30,7 +30,7 @@ struct CommandLine
     QList<int> ownArguments; ///< the indices of those that Qt must not see
 
     /// Takes the arguments of main(), the first of which is the program. Stops at the first error.
-    /// If the next one asks for a check, the others are left to commandcheck.
+    /// If the first after the program is --check-command, the others are left to commandcheck.
     static CommandLine parse(int argc, const char *const argv[]);
     static CommandLine parse(const QStringList &arguments);
 

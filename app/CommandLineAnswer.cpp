@@ -105,7 +105,7 @@ template <typename Function> int translated(int argc, char *argv[], const Functi
 std::optional<int> answer(const CommandLine &commandLine, int argc, char *argv[])
 {
     if (commandLine.wantsCheck) {
-        // Those of main() may have lost characters on older versions of Windows.
+        // Not argv, which may have lost characters on older versions of Windows.
         return translated(argc, argv,
                           [] { return commandcheck::run(QCoreApplication::arguments()); });
     }

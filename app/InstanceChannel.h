@@ -8,7 +8,7 @@
 namespace instancechannel {
 
 /// Tells the instances of this program from others. Those of all versions have the same name.
-inline const QString instanceName = QStringLiteral("Vaskel");
+inline constexpr QLatin1StringView instanceName{"Vaskel"};
 
 /// How long to wait for the running instance, in milliseconds.
 constexpr int timeout = 1000;

@@ -54,8 +54,7 @@ namespace {
 
 constexpr auto firstMessageDelay = 2s;
 
-// In KiB; the icons of a few screens of rows. Each search makes new icons, so the pictures of the
-// rows of earlier ones are never used again.
+// In KiB. The icons of rows and pins are not in this cache, and few other pictures are used again.
 constexpr int pictureLimit = 512;
 
 void connectTheme(SingleApplication &app, ThemeManager &theme, Settings &settings)

@@ -2,6 +2,7 @@
 #include "commands/CommandFile.h"
 
 #include "platform/QtVersion.h"
+#include "platform/RegularFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -183,14 +184,14 @@ bool isCommand(const QString &text)
 // The content of the file; nothing if it cannot be read, with the reason.
 std::optional<QByteArray> readFile(const QString &path, QString &error)
 {
-    // A pipe or a device could block or never end.
+    // Opening would follow a symbolic link.
     if (const QFileInfo info(path); !info.isFile() || info.isSymLink()) {
         error = u"expected a regular file"_s;
         return std::nullopt;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = u"expected a readable file: "_s + file.errorString();
+    if (!platform::openRegularFile(file)) {
+        error = u"expected a readable file"_s;
         return std::nullopt;
     }
     const QByteArray content = file.read(maximumSize + 1);

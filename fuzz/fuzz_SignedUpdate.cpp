@@ -11,7 +11,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The input is an answer of the update server. If it begins with a letter, that chooses a signed
+// The input is an answer of the update server. If it begins with 'a' to 'j', that chooses a signed
 // answer and one of its keys, and the rest is the key's new value. An accepted answer must have the
 // signed content.
 

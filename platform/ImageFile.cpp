@@ -152,7 +152,10 @@ QIcon iconOfImageFile(const QString &path)
 QString iconFileOfFactor(const QString &path, int factor)
 {
     const qsizetype dot = path.lastIndexOf(u'.');
-    return dot < 0 ? QString() : path.left(dot) + u"@%1x"_s.arg(factor) + path.mid(dot);
+    if (dot <= path.lastIndexOf(u'/')) {
+        return {};
+    }
+    return path.left(dot) + u"@%1x"_s.arg(factor) + path.mid(dot);
 }
 
 } // namespace platform

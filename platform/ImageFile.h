@@ -21,7 +21,7 @@ QPixmap readPng(const QString &path);
 QIcon iconOfImageFile(const QString &path);
 
 /// The file beside an image file that has the same image for screens of this factor, which is above
-/// 1: "icon@2x.png" for "icon.png" and 2. Empty for a path without a dot. QIcon looks for files of
+/// 1: "icon@2x.png" for "icon.png" and 2. Empty for a name without a dot. QIcon looks for files of
 /// such names too.
 QString iconFileOfFactor(const QString &path, int factor);
 

@@ -3,7 +3,6 @@
 
 #include "core/ResultRecord.h"
 #include "core/RowsChanged.h"
-#include "launcher/IconCache.h"
 #include "platform/File.h"
 #include "platform/FileIndex.h"
 
@@ -87,14 +86,14 @@ QVariantList FilePlugin::search(const QString &args)
 QVariantList FilePlugin::makeRecords(const QStringList &paths)
 {
     m_cacheDir = makeIconFolder(); // a cleanup may have removed it
-    IconCache icons(m_cacheDir);
+    m_icons.emplace(m_cacheDir);
     QVariantList records;
     for (const QString &path : paths) {
         if (path.isEmpty()) {
             continue;
         }
         const QFileInfo file(path);
-        records.append(makeRecord(file.fileName(), file.absolutePath(), fileIcon(path, &icons),
+        records.append(makeRecord(file.fileName(), file.absolutePath(), fileIcon(path),
                                   makeAction(actiontype::openFile, path, command())));
     }
     return records;
@@ -105,7 +104,7 @@ QVariantMap FilePlugin::inertRecord(const QString &title, const QString &subtitl
     return makeInertRecord(title, subtitle, command());
 }
 
-QString FilePlugin::fileIcon(const QString &path, IconCache *icons)
+QString FilePlugin::fileIcon(const QString &path)
 {
-    return icons->iconFile(path);
+    return m_icons->iconFile(path);
 }

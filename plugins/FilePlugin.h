@@ -2,10 +2,12 @@
 #pragma once
 
 #include "core/IPlugin.h"
+#include "launcher/IconCache.h"
 
 #include <QStringList>
 
-class IconCache;
+#include <optional>
+
 class RowsChanged;
 
 /// The command "file": searches all files by name, with the file index of the system.
@@ -38,7 +40,8 @@ private:
     QVariantList search(const QString &args);
     QVariantList makeRecords(const QStringList &paths);
     QVariantMap inertRecord(const QString &title, const QString &subtitle) const;
-    static QString fileIcon(const QString &path, IconCache *icons);
+    QString fileIcon(const QString &path);
 
-    QString m_cacheDir; // empty if it cannot be created
+    QString m_cacheDir;               // empty if it cannot be created
+    std::optional<IconCache> m_icons; // for the records of the last query
 };

@@ -14,6 +14,7 @@
 #include "widgets/AccessibleName.h"
 #include "widgets/HotkeyEdit.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>

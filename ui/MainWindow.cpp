@@ -25,6 +25,7 @@
 #include "update/Updater.h"
 #include "widgets/AccessibleFactory.h"
 
+#include <QAccessibleWidget>
 #include <QCloseEvent>
 #include <QLabel>
 #include <QLineEdit>

@@ -4,6 +4,7 @@
 #include "ui/VaskelIcon.h"
 #include "widgets/AccessibleFactory.h"
 
+#include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOptionFocusRect>

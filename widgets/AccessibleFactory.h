@@ -2,11 +2,11 @@
 #pragma once
 
 #include <QAccessible>
-#include <QAccessibleWidget>
+#include <QObject>
 
 /// Makes assistive technologies get an Interface(widget, arguments…) for each Widget, in place of
 /// that of Qt. Only the first call has an effect.
-template <class Widget, class Interface, auto... Arguments> void installAccessible()
+template <typename Widget, typename Interface, auto... Arguments> void installAccessible()
 {
     // Qt ignores a factory that is already installed.
     QAccessible::installFactory([](const QString &, QObject *object) -> QAccessibleInterface * {

@@ -4,6 +4,7 @@
 #include "platform/QtVersion.h"
 #include "widgets/AccessibleFactory.h"
 
+#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QLineEdit>
 

@@ -16,6 +16,7 @@ struct XcbFree
     void operator()(void *reply) const { std::free(reply); }
 };
 
+/// Owns a reply of XCB.
 template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
 /// The connection of the program as a client of X11; null on another window system.

@@ -43,7 +43,7 @@ void restrictFiles(const QString &folder, const User &user)
     }
 }
 
-// Examines a symbolic link itself, not its target.
+// Examines a symbolic link or a junction itself, not its target.
 bool isProtectedUpToTheRoot(const QString &path, const User &user)
 {
     for (QString folder = path;; folder = QFileInfo(folder).path()) {
