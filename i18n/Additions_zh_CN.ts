@@ -739,6 +739,10 @@ Ctrl+Backspace directly after the badge joins it to the letters that follow.</so
         <source>Saved</source>
         <translation>已保存</translation>
     </message>
+    <message>
+        <source>The settings cannot be saved.</source>
+        <translation>无法保存设置。</translation>
+    </message>
 </context>
 <context>
     <name>ScriptAnswer</name>

@@ -12,24 +12,24 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 SavedNotice::SavedNotice(QDialogButtonBox *buttons)
-    : QLabel(tr("Saved"), buttons)
+    : QLabel(buttons)
     , m_timer(new QTimer(this))
 {
     setObjectName(u"muted"_s);
     m_timer->setSingleShot(true);
-    m_timer->setInterval(2s);
     connect(m_timer, &QTimer::timeout, this, &QWidget::hide);
 }
 
-void SavedNotice::showBeside(QDialogButtonBox *buttons)
+void SavedNotice::showBeside(QDialogButtonBox *buttons, bool isSaved)
 {
     auto *notice = buttons->findChild<SavedNotice *>();
     if (!notice) {
         notice = new SavedNotice(buttons);
     }
+    notice->setText(isSaved ? tr("Saved") : tr("The settings cannot be saved."));
     notice->placeBeside(*buttons);
     notice->show();
-    notice->m_timer->start();
+    notice->m_timer->start(isSaved ? 2s : 10s);
 }
 
 // In front of the first button; the order of the buttons depends on the desktop.

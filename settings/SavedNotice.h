@@ -6,15 +6,15 @@
 class QDialogButtonBox;
 class QTimer;
 
-/// The word "Saved" beside the buttons of a page, for two seconds.
+/// Tells for a moment, beside the buttons of a page, whether the page was saved.
 class SavedNotice : public QLabel
 {
     Q_OBJECT
 
 public:
-    /// Shows the notice, or shows it for longer. The buttons own it from the first call on; it
+    /// Shows the notice in place of an earlier one. The buttons own it from the first call on; it
     /// takes no room from them.
-    static void showBeside(QDialogButtonBox *buttons);
+    static void showBeside(QDialogButtonBox *buttons, bool isSaved);
 
 private:
     explicit SavedNotice(QDialogButtonBox *buttons);

@@ -253,6 +253,11 @@ void Settings::setWindowPosition(const QPoint &position)
     m_settings.setValue(preferences::windowPosition.key, position);
 }
 
+bool Settings::writeUnsaved()
+{
+    return m_settings.writeUnsaved();
+}
+
 void Settings::applyAutoStart(bool enabled)
 {
     platform::applyAutoStart(enabled);

@@ -95,6 +95,9 @@ public:
     /// Always writes, even the same position.
     void setWindowPosition(const QPoint &position);
 
+    /// Writes the values that could not be written before. Returns whether none is left.
+    bool writeUnsaved();
+
 Q_SIGNALS:
     void globalHotkeyChanged();
     void searchEngineChanged();

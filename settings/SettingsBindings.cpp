@@ -87,7 +87,7 @@ void SettingsBindings::load() const
     }
 }
 
-void SettingsBindings::save() const
+bool SettingsBindings::save() const
 {
     // The setters emit signals, so the order of saving matters to connected slots.
     for (const Group group : {Group::GlobalHotkey, Group::SearchEngine, Group::Theme, Group::Checks,
@@ -97,4 +97,5 @@ void SettingsBindings::save() const
             binding.save();
         }
     }
+    return m_settings->writeUnsaved();
 }

@@ -35,8 +35,8 @@ public:
     /// Shows the stored preferences in the controls.
     void load() const;
 
-    /// Stores the values of the controls.
-    void save() const;
+    /// Passes the values of the controls to the preferences. Returns whether all are written.
+    bool save() const;
 
     Q_DISABLE_COPY_MOVE(SettingsBindings) // the bindings capture this
 

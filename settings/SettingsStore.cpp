@@ -46,12 +46,21 @@ QVariant SettingsStore::value(const QString &key, const QVariant &defaultValue) 
 void SettingsStore::setValue(const QString &key, const QVariant &value)
 {
     m_unsaved.insert(key, value);
+    writeUnsaved();
+}
+
+bool SettingsStore::writeUnsaved()
+{
+    if (m_unsaved.isEmpty()) {
+        return true;
+    }
     if (!hasRoomFor(m_settings)) {
         qWarning() << "Cannot write the settings:" << m_settings.fileName();
-        return;
+        return false;
     }
     for (auto unsaved = m_unsaved.cbegin(); unsaved != m_unsaved.cend(); ++unsaved) {
         m_settings.setValue(unsaved.key(), *unsaved);
     }
     m_unsaved.clear();
+    return true;
 }

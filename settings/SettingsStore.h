@@ -17,6 +17,9 @@ public:
     QVariant value(const QString &key, const QVariant &defaultValue = {}) const;
     void setValue(const QString &key, const QVariant &value);
 
+    /// Saves the values that the disk had no room for. Returns whether none is left.
+    bool writeUnsaved();
+
 private:
     QSettings m_settings;
     QHash<QString, QVariant> m_unsaved;

@@ -384,7 +384,7 @@ void SettingsView::checkAllPlugins(bool checked)
 
 void SettingsView::save()
 {
-    m_bindings.save();
+    const bool isSaved = m_bindings.save();
     m_hints.takeStored(); // the hotkeys are registered by now
-    SavedNotice::showBeside(m_buttons);
+    SavedNotice::showBeside(m_buttons, isSaved);
 }

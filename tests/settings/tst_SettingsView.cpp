@@ -8,6 +8,7 @@
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
+#include "update/FileSizeLimit.h"
 #include "widgets/HintLine.h"
 
 #include <QAccessible>
@@ -206,6 +207,14 @@ struct Page
     QPushButton *standardButton(QDialogButtonBox::StandardButton which) const
     {
         return view->findChild<QDialogButtonBox *>()->button(which);
+    }
+
+    bool isBesideTheButtons(const SavedNotice *notice) const
+    {
+        const QRect place = notice->geometry();
+        return notice->parentWidget()->rect().contains(place)
+               && !place.intersects(standardButton(QDialogButtonBox::Save)->geometry())
+               && !place.intersects(standardButton(QDialogButtonBox::Cancel)->geometry());
     }
 
     void save() const { click(standardButton(QDialogButtonBox::Save)); }
@@ -419,6 +428,7 @@ private Q_SLOTS:
     void tellsThatABareKeyIsTaken_data();
     void tellsThatABareKeyIsTaken();
     void tellsThatItHasSaved();
+    void tellsThatItCannotSave();
 };
 
 void tst_SettingsView::init()
@@ -1306,11 +1316,7 @@ void tst_SettingsView::tellsThatItHasSaved()
     QVERIFY(notice);
     QVERIFY(notice->isVisible());
     QCOMPARE(notice->text(), u"Saved"_s);
-    const QDialogButtonBox *buttons = p.view->findChild<QDialogButtonBox *>();
-    QVERIFY(buttons->rect().contains(notice->geometry()));
-    for (const auto which : {QDialogButtonBox::Save, QDialogButtonBox::Cancel}) {
-        QVERIFY(!notice->geometry().intersects(buttons->button(which)->geometry()));
-    }
+    QVERIFY(p.isBesideTheButtons(notice));
     const auto *timer = notice->findChild<QTimer *>();
     QCOMPARE(timer->interval(), 2000);
     QVERIFY(timer->isActive());
@@ -1319,6 +1325,30 @@ void tst_SettingsView::tellsThatItHasSaved()
     p.save();
     QVERIFY(notice->isVisible());
     QCOMPARE(p.view->findChildren<SavedNotice *>().size(), 1);
+}
+
+void tst_SettingsView::tellsThatItCannotSave()
+{
+    store(u"theme"_s, u"dark"_s);
+    const Page p;
+    p.theme()->setCurrentIndex(p.theme()->findData(u"light"_s));
+    {
+        const FileSizeLimit fullDisk(0);
+        p.save();
+        const auto *notice = p.view->findChild<SavedNotice *>();
+        QVERIFY(notice);
+        QVERIFY(notice->isVisible());
+        QCOMPARE(notice->text(), u"The settings cannot be saved."_s);
+        QVERIFY(p.isBesideTheButtons(notice));
+        QCOMPARE(notice->findChild<QTimer *>()->interval(), 10000);
+        QCOMPARE(p.settings.theme(), u"light"_s);
+    }
+    QCOMPARE(stored(u"theme"_s), u"dark"_s);
+
+    // Nothing changes on the page, but what is left is saved now.
+    p.save();
+    QCOMPARE(p.view->findChild<SavedNotice *>()->text(), u"Saved"_s);
+    QCOMPARE(stored(u"theme"_s), u"light"_s);
 }
 
 VASKEL_TEST(tst_SettingsView, QApplication)
