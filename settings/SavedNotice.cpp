@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/SavedNotice.h"
 
+#include "widgets/Announcement.h"
+
 #include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QTimer>
@@ -30,6 +32,7 @@ void SavedNotice::showBeside(QDialogButtonBox *buttons, bool isSaved)
     notice->placeBeside(*buttons);
     notice->show();
     notice->m_timer->start(isSaved ? 2s : 10s);
+    announce(buttons, notice->text());
 }
 
 // In front of the first button; the order of the buttons depends on the desktop.
