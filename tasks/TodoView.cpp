@@ -201,6 +201,26 @@ void TodoView::refreshAfterAction()
     }
 }
 
+// The press that ends an edit reaches the tree afterwards. The rows stay until its release, so that
+// both find the row under the pointer.
+void TodoView::refreshAfterEdit()
+{
+    if (QGuiApplication::mouseButtons() == Qt::NoButton) {
+        refreshAfterAction();
+    } else {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+}
+
+bool TodoView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease) {
+        QCoreApplication::instance()->removeEventFilter(this);
+        QMetaObject::invokeMethod(this, &TodoView::refreshAfterAction, Qt::QueuedConnection);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 QList<QTreeWidgetItem *> TodoView::buildChildren(const TaskGroups &groups, const QString &parentId,
                                                  int level) const
 {
@@ -314,7 +334,7 @@ void TodoView::onItemChanged(QTreeWidgetItem *row)
     }
     // The editor closes after it has committed its text, and needs its row until then.
     connect(m_tree->itemDelegate(), &QAbstractItemDelegate::closeEditor, this,
-            &TodoView::refreshAfterAction, Qt::SingleShotConnection);
+            &TodoView::refreshAfterEdit, Qt::SingleShotConnection);
 }
 
 void TodoView::showContextMenu(const QPoint &position)

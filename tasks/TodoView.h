@@ -39,6 +39,9 @@ Q_SIGNALS:
     /// The user wants to leave the page.
     void closeRequested();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     QBoxLayout *buildHeading();
     QBoxLayout *buildEntry();
@@ -48,6 +51,7 @@ private:
 
     void refresh();
     void refreshAfterAction();
+    void refreshAfterEdit();
     QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
                                            int level) const;
     QTreeWidgetItem *buildRow(const Task &task) const;

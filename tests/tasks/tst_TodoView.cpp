@@ -297,6 +297,7 @@ private Q_SLOTS:
     void emptyTitleIsRefused_data();
     void emptyTitleIsRefused();
     void clickElsewhereCommitsTheTitle();
+    void clickThatCommitsATitleActsOnTheRowUnderThePointer();
     void tabCommitsTheTitle();
     void rebuildCommitsAnOpenEditor();
     void rebuildRightAfterEnterFindsNoEditor();
@@ -789,6 +790,24 @@ void tst_TodoView::clickElsewhereCommitsTheTitle()
     QTRY_VERIFY(!page.editor());
     QVERIFY(isCompletedOnDisk(u"b"_s));
     QCOMPARE(parentOnDisk(u"renamed"_s), u"a"_s);
+}
+
+// The rebuild after the edit scrolls to the top.
+void tst_TodoView::clickThatCommitsATitleActsOnTheRowUnderThePointer()
+{
+    writeTasks(manyTasks());
+    const Page page;
+    QVERIFY(QTest::qWaitForWindowActive(page.view.windowHandle()));
+    page.tree->scrollToBottom();
+    QTest::keyClicks(page.edit(u"task 55"_s), u"renamed"_s);
+    const QPoint position = page.checkBoxOf(u"task 57"_s);
+    QTest::mouseClick(page.view.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      page.tree->viewport()->mapTo(&page.view, position));
+    QTRY_VERIFY(!page.editor());
+    QTRY_VERIFY(!page.row(u"task 55"_s));
+    QVERIFY(isCompletedOnDisk(u"task 57"_s));
+    QCOMPARE(page.summary->text(), u"49 active · 50 total"_s);
+    QVERIFY(titlesOnDisk().contains(u"renamed"_s));
 }
 
 void tst_TodoView::tabCommitsTheTitle()
