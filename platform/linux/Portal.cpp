@@ -118,8 +118,9 @@ void Portal::request(const QString &interface, const QString &method, const QVar
     QVariantMap allOptions = options;
     allOptions.insert(u"handle_token"_s, token);
     call(interface, method, arguments + QVariantList{allOptions},
-         [this](const QDBusMessage &reply) {
-             if (const QString error = errorOf(reply); !error.isEmpty()) {
+         [this, path = m_request](const QDBusMessage &reply) {
+             const QString error = errorOf(reply);
+             if (m_request == path && !error.isEmpty()) { // not answered by the signal yet
                  m_request.clear();
                  std::exchange(m_answered, {})(error, {});
              }

@@ -11,6 +11,7 @@ Parameters:
   registry   whether it takes the names of programs, true by default
   responses  the response of a method, 0 by default
   fails      methods that return an error
+  fails_late methods that are answered, and return an error after that
   hangs      methods that never return
   waits      methods that are answered by Answer() alone
 
@@ -40,7 +41,8 @@ class Portal:
     def __init__(self, mock, parameters):
         self.mock = mock
         self.parameters = {"version": 1, "binds": "BindShortcuts", "leaves": [], "registry": True,
-                           "responses": {}, "fails": [], "hangs": [], "waits": []} | parameters
+                           "responses": {}, "fails": [], "fails_late": [], "hangs": [],
+                           "waits": []} | parameters
         self.calls = []
         self.sessions = {}  # from path to the bound shortcuts
         self.owner = None   # of the newest session
@@ -65,6 +67,9 @@ class Portal:
             response = self.parameters["responses"].get(method, 0)
             self.emit(sender, path, REQUEST, "Response", "ua{sv}",
                       response, results() if response == 0 else {})
+        if method in self.parameters["fails_late"]:
+            answer()
+            raise dbus.DBusException("too late", name="org.freedesktop.portal.Error.Failed")
         reply(path)
         if method in self.parameters["waits"]:
             self.waiting[path] = answer

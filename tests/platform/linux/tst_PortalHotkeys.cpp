@@ -84,6 +84,8 @@ private Q_SLOTS:
     void staysUnboundIfRefused();
     void takesALateAnswer_data();
     void takesALateAnswer();
+    void ignoresAnErrorAfterTheAnswer_data();
+    void ignoresAnErrorAfterTheAnswer();
     void survivesAPortalThatHangs_data();
     void survivesAPortalThatHangs();
 
@@ -313,6 +315,21 @@ void tst_PortalHotkeys::takesALateAnswer()
     m_portal.control(u"Answer"_s);
     QTRY_VERIFY(m_hotkeys->isBound());
     QCOMPARE(m_hotkeys->trigger(u"calc"_s), u"LOGO+F5"_s);
+}
+
+void tst_PortalHotkeys::ignoresAnErrorAfterTheAnswer_data()
+{
+    takesALateAnswer_data();
+}
+
+void tst_PortalHotkeys::ignoresAnErrorAfterTheAnswer()
+{
+    QFETCH(const QString, method);
+    QVERIFY(m_portal.start({{u"fails_late"_s, QJsonArray{method}}}));
+    QVERIFY(bind());
+    QVERIFY(isSettled());
+    QVERIFY(m_hotkeys->isBound());
+    QCOMPARE(m_portal.calls(), byTheBook);
 }
 
 void tst_PortalHotkeys::survivesAPortalThatHangs_data()
