@@ -180,6 +180,10 @@ qsizetype StartMenuCache::indexOf(QStringView fileName)
 
 void StartMenuCache::insert(const QString &fileName, const Entry &entry)
 {
+    const qsizetype older = indexOf(fileName);
+    if (older >= 0) {
+        m_files[older].isUsed = false;
+    }
     m_files.append({fileName, entry, true});
     m_isChanged = true;
 }

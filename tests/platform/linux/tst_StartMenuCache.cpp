@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QScopeGuard>
 #include <QTest>
 
 #include <fcntl.h>
@@ -29,6 +30,7 @@ private Q_SLOTS:
     void noticesAMissingProgram_data();
     void noticesAMissingProgram();
     void noticesAProgramThatIsInstalledLater();
+    void keepsOneEntryOfAProgramThatMoves();
     void listsNothingThatIsHidden();
     void keepsLanguagesApart();
     void forgetsWhatIsGone();
@@ -165,6 +167,27 @@ void tst_StartMenuCache::noticesAProgramThatIsInstalledLater()
     testhome::writeFile(u"program"_s, "#!/bin/sh\n");
     QVERIFY(QFile::setPermissions(QFile::decodeName(program), QFile::ReadOwner | QFile::ExeOwner));
     QCOMPARE(nameOf(path), u"Name"_s);
+}
+
+void tst_StartMenuCache::keepsOneEntryOfAProgramThatMoves()
+{
+    const QByteArray path = qgetenv("PATH");
+    const auto restorePath = qScopeGuard([&path] { qputenv("PATH", path); });
+    const QByteArray home = testhome::path().toUtf8();
+    qputenv("PATH", home + "/here:" + home + "/else:" + path);
+    const QString here = testhome::writeFile(u"here/program"_s, "#!/bin/sh\n");
+    QVERIFY(QFile::setPermissions(here, QFile::ReadOwner | QFile::ExeOwner));
+    const QString file = write("Name=Name\nExec=program\n");
+    QCOMPARE(nameOf(file), u"Name"_s);
+    const auto size = contentOf(cacheFile()).value().size();
+
+    QVERIFY(QDir().mkpath(testhome::path() + "/else"_L1));
+    QVERIFY(QFile::rename(here, testhome::path() + "/else/program"_L1));
+    QCOMPARE(nameOf(file), u"Name"_s);
+    QCOMPARE(contentOf(cacheFile()).value().size(), size);
+    const QByteArray content = contentOf(cacheFile()).value();
+    QVERIFY(content.contains("/else/program"));
+    QVERIFY(!content.contains("/here/program"));
 }
 
 void tst_StartMenuCache::listsNothingThatIsHidden()
