@@ -21,6 +21,10 @@ namespace {
 
 constexpr qint64 maximumSize = 16 * 1024 * 1024;
 
+// A small file may list the same large image thousands of times.
+constexpr int maximumImages = 32;
+constexpr qint64 maximumPixels = 16 * 1024 * 1024; // of all images of a file
+
 // The sides of an icon in the list, for screens with a factor of 1 to 3.
 constexpr int vectorSides[] = {32, 64, 96};
 
@@ -80,13 +84,25 @@ bool namesFurtherFiles(const QByteArray &svg)
     return false;
 }
 
-void addVector(QIcon &icon, QByteArray content)
+bool isSafeVector(const QByteArray &svg)
+{
+    return !isCompressed(svg) && !namesFurtherFiles(svg);
+}
+
+// The format is given, so that Qt loads no plug-in of another one.
+QPixmap drawVector(QByteArray svg, const QSize &size)
+{
+    QBuffer buffer(&svg);
+    QImageReader reader(&buffer, "svg");
+    reader.setAutoDetectImageFormat(false);
+    reader.setScaledSize(reader.size().scaled(size, Qt::KeepAspectRatio));
+    return QPixmap::fromImageReader(&reader);
+}
+
+void addVector(QIcon &icon, const QByteArray &svg)
 {
     for (const int side : vectorSides) {
-        QBuffer buffer(&content);
-        QImageReader reader(&buffer);
-        reader.setScaledSize(reader.size().scaled(side, side, Qt::KeepAspectRatio));
-        const QPixmap pixmap = QPixmap::fromImageReader(&reader);
+        const QPixmap pixmap = drawVector(svg, QSize(side, side));
         if (!pixmap.isNull()) {
             addPicture(icon, pixmap);
         }
@@ -98,21 +114,45 @@ void addImages(QIcon &icon, QByteArray content, qreal factor)
 {
     QBuffer buffer(&content);
     QImageReader reader(&buffer);
-    do {
+    qint64 pixels = 0;
+    for (int count = 0; count < maximumImages && pixels < maximumPixels; ++count) {
         QPixmap pixmap = QPixmap::fromImageReader(&reader);
         if (pixmap.isNull()) {
             return;
         }
+        pixels += qint64(pixmap.width()) * pixmap.height();
         pixmap.setDevicePixelRatio(factor);
         addPicture(icon, pixmap);
-    } while (reader.jumpToNextImage());
+        if (!reader.jumpToNextImage()) {
+            return;
+        }
+    }
+}
+
+bool openImageFile(QFile &file)
+{
+    return openRegularFile(file) && file.size() <= maximumSize;
+}
+
+QByteArray contentOf(QFile &file)
+{
+    return file.seek(0) ? file.read(maximumSize) : QByteArray();
+}
+
+QPixmap reduced(const QPixmap &pixmap, const QSize &size)
+{
+    if (pixmap.width() <= size.width() && pixmap.height() <= size.height()) {
+        return pixmap;
+    }
+    return pixmap.scaled(pixmap.size().scaled(size, Qt::KeepAspectRatio), Qt::IgnoreAspectRatio,
+                         Qt::SmoothTransformation);
 }
 
 // A vector image has the pictures of all factors in one file.
 void addFile(QIcon &icon, const QString &path, int factor)
 {
     QFile file(path);
-    if (!openRegularFile(file) || file.size() > maximumSize) {
+    if (!openImageFile(file)) {
         return;
     }
     QPixmap png = pngIn(file);
@@ -121,10 +161,10 @@ void addFile(QIcon &icon, const QString &path, int factor)
         addPicture(icon, png);
         return;
     }
-    const QByteArray content = file.seek(0) ? file.read(maximumSize) : QByteArray();
+    const QByteArray content = contentOf(file);
     if (!isVector(formatOf(content))) {
         addImages(icon, content, factor);
-    } else if (factor == 1 && !isCompressed(content) && !namesFurtherFiles(content)) {
+    } else if (factor == 1 && isSafeVector(content)) {
         addVector(icon, content);
     }
 }
@@ -135,6 +175,26 @@ QPixmap readPng(const QString &path)
 {
     QFile file(path);
     return openRegularFile(file) ? pngIn(file) : QPixmap();
+}
+
+QPixmap readImage(const QString &path, const QSize &size)
+{
+    QFile file(path);
+    if (!openImageFile(file)) {
+        return {};
+    }
+    const QPixmap png = pngIn(file);
+    if (!png.isNull()) {
+        return reduced(png, size);
+    }
+    QByteArray content = contentOf(file);
+    // To find the format, Qt loads the plug-ins of all formats.
+    if (path.endsWith(".svg"_L1) || isVector(formatOf(content))) {
+        return isSafeVector(content) ? drawVector(content, size) : QPixmap();
+    }
+    QBuffer buffer(&content);
+    QImageReader reader(&buffer);
+    return reduced(QPixmap::fromImageReader(&reader), size);
 }
 
 QIcon iconOfImageFile(const QString &path)

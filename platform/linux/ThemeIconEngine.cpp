@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/ThemeIconEngine.h"
 
+#include "platform/ImageFile.h"
 #include "platform/QtVersion.h"
-#include "platform/RegularFile.h"
 
-#include <QFile>
 #include <QIcon>
-#include <QImageReader>
 #include <QPainter>
 #include <QtMath>
 
@@ -72,28 +70,6 @@ const IconPicture *bestPicture(const QList<IconPicture> &pictures, int size, int
     return nearest != pictures.end() ? &*nearest : nullptr;
 }
 
-QPixmap reduced(const QPixmap &pixmap, const QSize &size)
-{
-    if (pixmap.width() <= size.width() && pixmap.height() <= size.height()) {
-        return pixmap;
-    }
-    return pixmap.scaled(pixmap.size().scaled(size, Qt::KeepAspectRatio), Qt::IgnoreAspectRatio,
-                         Qt::SmoothTransformation);
-}
-
-QPixmap drawFile(const QString &path, const QSize &size)
-{
-    if (!path.endsWith(".png"_L1)) {
-        return QIcon(path).pixmap(size, 1.0);
-    }
-    QFile file(path);
-    if (!openRegularFile(file)) {
-        return {};
-    }
-    QImageReader reader(&file);
-    return reduced(QPixmap::fromImageReader(&reader), size);
-}
-
 } // namespace
 
 ThemeIconEngine::ThemeIconEngine(QList<IconPicture> pictures)
@@ -142,7 +118,7 @@ QPixmap ThemeIconEngine::draw(const QSize &pixels, const QSize &size, int scale)
     QPixmap pixmap;
     const int least = std::min(size.width(), size.height());
     while (const IconPicture *picture = bestPicture(pictures, least, scale)) {
-        pixmap = drawFile(picture->file, pixels);
+        pixmap = readImage(picture->file, pixels);
         if (!pixmap.isNull()) {
             break;
         }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/linux/ThemeIcons.h"
 
+#include "platform/ImageFile.h"
 #include "platform/QtVersion.h"
 #include "platform/linux/FileName.h"
 #include "platform/linux/KeyFile.h"
@@ -85,7 +86,7 @@ QIcon iconOutsideOfThemes(const QString &name)
         for (const auto suffix : {".png"_L1, ".xpm"_L1, ".svg"_L1}) {
             const QString path = folder + u'/' + name + suffix;
             if (QFileInfo::exists(path)) {
-                return QIcon(path);
+                return iconOfImageFile(path);
             }
         }
     }

@@ -4,9 +4,13 @@
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
+#include <QBuffer>
+#include <QDataStream>
 #include <QFile>
 #include <QImage>
 #include <QTest>
+
+#include <numeric>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +25,28 @@ QString writePicture(const QString &name, const char *format)
         qFatal("the picture cannot be written");
     }
     return path;
+}
+
+// An ICO file of square images: a header, one entry of 16 bytes for each image, and the images.
+QByteArray icoOf(const QList<int> &sides)
+{
+    constexpr quint16 iconType = 1;
+    QByteArray images;
+    QByteArray file;
+    QDataStream entries(&file, QIODevice::WriteOnly);
+    entries.setByteOrder(QDataStream::LittleEndian);
+    entries << quint16(0) << iconType << quint16(sides.size());
+    for (const int side : sides) {
+        QImage image(side, side, QImage::Format_RGB32);
+        image.fill(Qt::red);
+        QBuffer png;
+        image.save(&png, "PNG");
+        const quint64 sizesAndColors = 0; // those of the PNG image count
+        entries << sizesAndColors << quint32(png.size())
+                << quint32(6 + 16 * sides.size() + images.size());
+        images += png.data();
+    }
+    return file + images;
 }
 
 QColor colorOf(const QIcon &icon)
@@ -45,6 +71,11 @@ private Q_SLOTS:
     void iconOfAMissingFileDrawsNothing();
     void iconOfALargeFileIsNull_data();
     void iconOfALargeFileIsNull();
+    void iconHasAFewImagesOfAFile_data();
+    void iconHasAFewImagesOfAFile();
+    void imageIsReducedToTheSize_data() { iconOfAnotherFormatIsThatOfQIcon_data(); }
+    void imageIsReducedToTheSize();
+    void imageOfAnIconIsTheFirst();
     void iconLeavesNothingInTheCache_data() { iconOfAnotherFormatIsThatOfQIcon_data(); }
     void iconLeavesNothingInTheCache();
     void namesTheFileOfAFactor();
@@ -125,6 +156,40 @@ void tst_ImageFile::iconOfALargeFileIsNull()
     QCOMPARE(colorOf(platform::iconOfImageFile(file.fileName())), QColor(Qt::red));
     QVERIFY(file.resize(maximum + 1));
     QVERIFY(platform::iconOfImageFile(file.fileName()).isNull());
+}
+
+void tst_ImageFile::iconHasAFewImagesOfAFile_data()
+{
+    QTest::addColumn<QList<int>>("sides");
+    QTest::addColumn<int>("count");
+    QTest::newRow("usual") << QList<int>{16, 24, 32, 48, 64, 128, 256} << 7;
+    QList<int> many(100);
+    std::iota(many.begin(), many.end(), 1);
+    QTest::newRow("many") << many << 32;
+    QTest::newRow("large") << QList<int>{2048, 2049, 2050, 2051, 2052} << 4;
+}
+
+void tst_ImageFile::iconHasAFewImagesOfAFile()
+{
+    QFETCH(const QList<int>, sides);
+    const QIcon icon = platform::iconOfImageFile(testhome::writeFile(u"a.ico"_s, icoOf(sides)));
+    QTEST(int(icon.availableSizes().size()), "count");
+    QCOMPARE(colorOf(icon), QColor(Qt::red));
+}
+
+void tst_ImageFile::imageIsReducedToTheSize()
+{
+    QFETCH(const QString, name);
+    const QString path = writePicture(name, name == "a.png"_L1 ? "PNG" : "BMP");
+    QCOMPARE(platform::readImage(path, QSize(32, 32)).size(), QSize(16, 8));
+    QCOMPARE(platform::readImage(path, QSize(8, 8)).size(), QSize(8, 4));
+    QCOMPARE(platform::readImage(path, QSize(8, 8)).toImage().pixelColor(4, 2), QColor(Qt::red));
+}
+
+void tst_ImageFile::imageOfAnIconIsTheFirst()
+{
+    const QString path = testhome::writeFile(u"a.ico"_s, icoOf({16, 32}));
+    QCOMPARE(platform::readImage(path, QSize(64, 64)).size(), QSize(16, 16));
 }
 
 // QIcon's own engine answers the second time from the cache.

@@ -30,6 +30,7 @@ private Q_SLOTS:
 
     void readsAnImage_data();
     void readsAnImage();
+    void drawsAVectorImageAtTheSize();
     void readsTheLargerImageBesideIt();
     void drawsAVectorImageForEachFactor();
     void waitsForNoPipeBesideAnImage();
@@ -99,7 +100,16 @@ void tst_ImageFile::readsAnImage_data()
 void tst_ImageFile::readsAnImage()
 {
     QFETCH(QByteArray, content);
-    QTEST(colorOf(platform::iconOfImageFile(testhome::writeFile(u"a"_s, content))), "color");
+    const QString path = testhome::writeFile(u"a"_s, content);
+    QTEST(colorOf(platform::iconOfImageFile(path)), "color");
+    QTEST(platform::readImage(path, QSize(10, 10)).toImage().pixelColor(5, 5), "color");
+}
+
+void tst_ImageFile::drawsAVectorImageAtTheSize()
+{
+    const QString path = testhome::writeFile(u"a.svg"_s, svg({}));
+    QCOMPARE(platform::readImage(path, QSize(32, 32)).size(), QSize(32, 32));
+    QCOMPARE(platform::readImage(path, QSize(8, 16)).size(), QSize(8, 8));
 }
 
 void tst_ImageFile::readsTheLargerImageBesideIt()
@@ -145,7 +155,11 @@ void tst_ImageFile::readsNoVectorImageThatNamesFiles_data()
 void tst_ImageFile::readsNoVectorImageThatNamesFiles()
 {
     QFETCH(QByteArray, content);
-    QVERIFY(platform::iconOfImageFile(testhome::writeFile(u"a.svg"_s, content)).isNull());
+    for (const QString &name : {u"a.svg"_s, u"a.png"_s}) {
+        const QString path = testhome::writeFile(name, content);
+        QVERIFY(platform::iconOfImageFile(path).isNull());
+        QVERIFY(platform::readImage(path, QSize(32, 32)).isNull());
+    }
 }
 
 void tst_ImageFile::readsNothingElse_data()
@@ -162,6 +176,7 @@ void tst_ImageFile::readsNothingElse()
 {
     QFETCH(QString, path);
     QVERIFY(platform::iconOfImageFile(path).isNull());
+    QVERIFY(platform::readImage(path, QSize(32, 32)).isNull());
 }
 
 int tst_ImageFile::main(int argc, char *argv[])

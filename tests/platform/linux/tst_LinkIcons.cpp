@@ -34,6 +34,27 @@ private Q_SLOTS:
 
 namespace {
 
+const QByteArray themeFolder = "system/icons/hicolor/32x32/apps/";
+
+// Below the home of the test.
+const QByteArrayList pipes = {"pipe.png", "system/pixmaps/piped-loose.png",
+                              themeFolder + "piped-vector.svg", themeFolder + "piped-image.png"};
+
+QByteArray drawing(const QByteArray &content)
+{
+    return "<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'>" + content + "</svg>";
+}
+
+void makePipes()
+{
+    for (const QByteArray &pipe : pipes) {
+        const QString path = testhome::path() + u'/' + QString::fromLatin1(pipe);
+        if (::mkfifo(QFile::encodeName(path).constData(), S_IRWXU) != 0) {
+            qFatal("cannot make the pipe");
+        }
+    }
+}
+
 QString entryPath(const QByteArray &lines)
 {
     return testhome::writeFile(u"data/applications/a.desktop"_s,
@@ -69,6 +90,12 @@ void tst_LinkIcons::showsTheIconOfTheEntry_data()
     row("pipe", "Icon=" + home + "/pipe.png", Qt::gray);
     row("symbolic link to a pipe", "Icon=" + home + "/link-to-pipe.svg", Qt::gray);
     row("endless device", "Icon=/dev/zero", Qt::gray);
+    row("pipe outside of the themes", "Icon=piped-loose", Qt::gray);
+    row("pipe in the theme", "Icon=piped-image", Qt::gray);
+    row("pipe in the theme, by the name of a drawing", "Icon=piped-vector", Qt::gray);
+    row("drawing in the theme", "Icon=vector", Qt::darkYellow);
+    row("drawing in the theme that names a pipe", "Icon=naming-vector", Qt::gray);
+    row("drawing that names a pipe, by the name of an image", "Icon=naming-image", Qt::gray);
     row("no icon", "Comment=None", Qt::gray);
     row("not listed", "Icon=own\nNoDisplay=true", Qt::red);
 }
@@ -111,9 +138,18 @@ int tst_LinkIcons::main(int argc, char *argv[])
     iconthemefiles::leaveTheDesktop();
     iconthemefiles::installIcons();
     const QString pipe = testhome::path() + "/pipe.png"_L1;
-    if (::mkfifo(QFile::encodeName(pipe).constData(), S_IRWXU) != 0
-        || !QFile::link(pipe, testhome::path() + "/link-to-pipe.svg"_L1)) {
-        qFatal("cannot make the pipe");
+    makePipes();
+    if (!QFile::link(pipe, testhome::path() + "/link-to-pipe.svg"_L1)) {
+        qFatal("cannot make the link");
+    }
+    const QString folder = QString::fromLatin1(themeFolder);
+    testhome::writeFile(folder + "vector.svg"_L1,
+                        drawing("<rect width='9' height='9' fill='#808000'/>"));
+    for (const auto name : {"naming-vector.svg"_L1, "naming-image.png"_L1}) {
+        testhome::writeFile(folder + name,
+                            drawing("<image width='9' height='9' href='" + pipe.toUtf8()
+                                    + "'/>"
+                                      "<rect width='9' height='9' fill='red'/>"));
     }
     QGuiApplication application(argc, argv);
     platform::ensureIconTheme();
