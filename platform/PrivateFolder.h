@@ -19,8 +19,8 @@ bool makePrivateFolder(const QString &path);
 bool isProtectedFolder(const QString &path);
 
 /// The folder for temporary files that must not be exchanged. On Windows, where TEMP may name any
-/// folder, this is a private one among the user's data if that folder is not protected; on Linux
-/// openPrivateFile() fails there instead.
+/// folder, this is a private one among the user's data if that folder is not protected, and empty
+/// if neither can be; on Linux openPrivateFile() fails there instead.
 QString temporaryFolder();
 
 } // namespace platform

@@ -32,9 +32,16 @@ constexpr qint64 downloadBufferSize = 256 * 1024;
 constexpr qint64 answerLimit = 1024 * 1024;
 constexpr int maximumRedirects = 50; // as many as Qt follows
 
+// Empty if there is no folder.
 QString temporaryPath(const QString &fileName)
 {
-    return QDir(platform::temporaryFolder()).filePath(fileName);
+    const QString folder = platform::temporaryFolder();
+    return folder.isEmpty() ? QString() : QDir(folder).filePath(fileName);
+}
+
+bool create(QFile &file, QIODevice::OpenMode mode)
+{
+    return !file.fileName().isEmpty() && platform::openPrivateFile(file, mode);
 }
 
 QString errorText(const QNetworkReply &reply)
@@ -227,7 +234,7 @@ void Updater::downloadAndInstall(const QString &url)
     m_expected = m_offer;
     m_downloadHash.reset();
     m_downloadFile = new QFile(temporaryPath(u"Vaskel_update.exe"_s), this);
-    if (!platform::openPrivateFile(*m_downloadFile, QIODevice::WriteOnly)) {
+    if (!create(*m_downloadFile, QIODevice::WriteOnly)) {
         Q_EMIT downloadError(u"Failed to create download file"_s);
         return;
     }
@@ -335,7 +342,7 @@ void Updater::install(const QString &downloadPath, const std::optional<SignedUpd
     QFile script(temporaryPath(u"Vaskel_updater.bat"_s));
     const QByteArray text =
         platform::updateScript(downloadPath, QCoreApplication::applicationFilePath()).toUtf8();
-    if (!platform::openPrivateFile(script, QIODevice::WriteOnly | QIODevice::Text)) {
+    if (!create(script, QIODevice::WriteOnly | QIODevice::Text)) {
         Q_EMIT downloadError(u"Failed to create updater script"_s);
         return;
     }

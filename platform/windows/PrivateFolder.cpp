@@ -87,7 +87,10 @@ QString temporaryFolder()
 {
     const QString usual = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
     const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
-    return isProtectedFolder(usual) || !makePrivateFolder(own) ? usual : own;
+    if (isProtectedFolder(usual)) {
+        return usual;
+    }
+    return makePrivateFolder(own) ? own : QString();
 }
 
 } // namespace platform

@@ -252,9 +252,8 @@ bool isProtectedFolder(const QString &path)
 
 QString temporaryFolder()
 {
-    const QString &folder = fakePlatform().temporaryFolder;
-    return folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::TempLocation)
-                            : folder;
+    return fakePlatform().temporaryFolder.value_or(
+        QStandardPaths::writableLocation(QStandardPaths::TempLocation));
 }
 
 void chooseWindowSystem() {}

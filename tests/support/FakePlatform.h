@@ -103,7 +103,7 @@ struct FakePlatform
     QStringList foreignFolders;
     QStringList privateFolders;
     QStringList unprotectedFolders;
-    QString temporaryFolder; // the system's if empty
+    std::optional<QString> temporaryFolder; // the system's if there is none
 
     // ProcessTree.h; only the program itself ends
     int endedProcessTrees = 0;

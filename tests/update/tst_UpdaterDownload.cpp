@@ -85,6 +85,7 @@ private Q_SLOTS:
     void sendsNothingOfTheUser();
     void installsWhatItDownloaded();
     void usesTheFolderWhereNobodyCanExchangeFiles();
+    void failsWithoutAFolderWhereNobodyCanExchangeFiles();
     void reportsTheProgress();
     void acceptsAnAnswerWithoutAValidLength_data();
     void acceptsAnAnswerWithoutAValidLength();
@@ -178,6 +179,18 @@ void tst_UpdaterDownload::usesTheFolderWhereNobodyCanExchangeFiles()
     QCOMPARE(fakePlatform().startedUpdateScripts, QStringList{folder + "/Vaskel_updater.bat"_L1});
     QVERIFY(!exists(downloadPath()));
     QVERIFY(!exists(scriptPath()));
+}
+
+void tst_UpdaterDownload::failsWithoutAFolderWhereNobodyCanExchangeFiles()
+{
+    fakePlatform().temporaryFolder = QString();
+    m_server->answerBody(u"/new"_s, "new program");
+    Updater updater;
+    const Listener listener(updater);
+    updater.downloadAndInstall(m_server->url(u"/new"_s));
+    QCOMPARE(listener.heard, QStringList(u"error: Failed to create download file"_s));
+    QVERIFY(m_server->requests.isEmpty());
+    QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
 }
 
 void tst_UpdaterDownload::reportsTheProgress()

@@ -9,6 +9,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QScopeGuard>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -41,6 +43,7 @@ private Q_SLOTS:
     void knowsWhoCanReplaceAFile();
     void looksAtTheParents();
     void takesAFolderOfItsOwnForTemporaryFiles();
+    void hasNoFolderForTemporaryFilesIfNoneIsProtected();
 };
 
 void tst_PrivateFolder::restrictsAFolderThatIsOpenToEverybody()
@@ -147,6 +150,25 @@ void tst_PrivateFolder::takesAFolderOfItsOwnForTemporaryFiles()
     QCOMPARE(own, QStandardPaths::writableLocation(QStandardPaths::CacheLocation));
     QVERIFY(platform::isProtectedFolder(own));
     QCOMPARE(platform::temporaryFolder(), usual);
+}
+
+void tst_PrivateFolder::hasNoFolderForTemporaryFilesIfNoneIsProtected()
+{
+    // A file takes the place of the program's own folder.
+    const QString name = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName(u"Without a folder"_s);
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString parent = QFileInfo(own).path();
+    const auto cleanUp = qScopeGuard([&] {
+        platform::makePrivateFolder(QDir::tempPath());
+        QDir(parent).removeRecursively();
+        QCoreApplication::setApplicationName(name);
+    });
+    QVERIFY(QDir().mkpath(parent));
+    QFile file(own);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    openToEverybody(QDir::tempPath());
+    QCOMPARE(platform::temporaryFolder(), QString());
 }
 
 VASKEL_TEST(tst_PrivateFolder, QCoreApplication)
