@@ -24,6 +24,10 @@ namespace {
 // Rows that change at each letter would flicker.
 constexpr auto oldRecordsTime = 300ms;
 
+// The window asks for the answer at once. If the user has left the command, nobody does, and the
+// answer must not be taken for that of a later visit.
+constexpr auto newRecordsTime = 2s;
+
 } // namespace
 
 ScriptPlugin::ScriptPlugin(const CommandFile &file, RowsChanged *rowsChanged, QObject *parent)
@@ -55,7 +59,7 @@ QVariantList ScriptPlugin::query(const QString &args)
 {
     const QString text = args.trimmed();
     const bool isSameText = m_text == text;
-    const bool isAnswered = std::exchange(m_isNew, false);
+    const bool isAnswered = !std::exchange(m_newUntil, QDeadlineTimer()).hasExpired();
     if (!isSameText || !(isAnswered || isAsking())) {
         ask(text);
     }
@@ -114,7 +118,7 @@ void ScriptPlugin::takeAnswer(const QByteArray &output, const QString &error,
     m_oldRecords.stop();
     m_records = error.isEmpty() ? answerRecords(output)
                                 : QVariantList{makeInertRecord(error, details, m_file.command)};
-    m_isNew = true;
+    m_newUntil.setRemainingTime(newRecordsTime);
     m_rowsChanged->report(m_file.command);
 }
 

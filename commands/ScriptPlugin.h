@@ -4,6 +4,7 @@
 #include "commands/CommandFile.h"
 #include "core/IPlugin.h"
 
+#include <QDeadlineTimer>
 #include <QPointer>
 #include <QTimer>
 
@@ -30,7 +31,8 @@ public:
     /// Starts the program, and ends that of an earlier text, unless it already runs for this one.
     /// Returns the records of the previous text for at most 300 ms, then an inert one that says
     /// that the program is asked. When the program has ended, the next query with the same text
-    /// returns its records; an inert one says what failed, or that there are none.
+    /// returns its records, unless it comes later than 2 s; an inert one says what failed, or that
+    /// there are none.
     QVariantList query(const QString &args) override;
 
     /// Copies, opens or runs with "data". False if that fails or the type is another one.
@@ -50,7 +52,7 @@ private:
     RowsChanged *m_rowsChanged;
     std::optional<QString> m_text; // of the last query
     QVariantList m_records;        // of the last answer; empty if there is none, or it is too old
-    bool m_isNew = false;          // whether no query has returned the answer yet
+    QDeadlineTimer m_newUntil;     // until then the answer is new; no query has returned it yet
     QPointer<ScriptProcess> m_process;
     QTimer m_delay;
     QTimer m_oldRecords;

@@ -68,6 +68,7 @@ private Q_SLOTS:
     void trimsTheText();
     void startsOnceForOneText();
     void startsAgainForTheSameTextAfterItsAnswer();
+    void startsAgainIfNobodyTookTheAnswer();
     void keepsTheRowsOfTheTextBefore();
     void dropsOldRowsWhenTheNewOnesDoNotCome();
     void endsTheProgramOfAnEarlierText();
@@ -154,6 +155,22 @@ void tst_ScriptPlugin::startsAgainForTheSameTextAfterItsAnswer()
     QCOMPARE(titles(plugin.query(u"a"_s)), u"x"_s);
     QCOMPARE(titles(plugin.query(u"a"_s)), u"x"_s);
     QTRY_COMPARE(titles(plugin.query(u"a"_s)), u"x|x"_s);
+}
+
+void tst_ScriptPlugin::startsAgainIfNobodyTookTheAnswer()
+{
+    RowsChanged rowsChanged;
+    const QSignalSpy changed(&rowsChanged, &RowsChanged::changed);
+    ScriptPlugin plugin(
+        commandfolder::steps({u"append"_s, u"starts"_s, u"x"_s, u"show"_s, u"starts"_s}),
+        &rowsChanged);
+    plugin.query(u"a"_s);
+    QTRY_COMPARE(changed.size(), 1);
+    QTest::qWait(2100);
+    plugin.query(u"a"_s);
+    QVERIFY(plugin.findChild<ScriptProcess *>());
+    QTRY_COMPARE(changed.size(), 2);
+    QCOMPARE(titles(plugin.query(u"a"_s)), u"x|x"_s);
 }
 
 void tst_ScriptPlugin::keepsTheRowsOfTheTextBefore()
