@@ -64,6 +64,16 @@ class Examples(EndToEndCase):
         self.hides()
         self.becomes(self.desktop.clipboard, "HELLO")
 
+    def test_guide_leads_to_an_example(self):
+        """Copies one as docs/COMMANDS.md says."""
+        guide = (EXAMPLES.parents[1] / "docs/COMMANDS.md").read_text()
+        copy = re.search(r"^## Examples$.*?^```sh\n(.*?)^```$", guide, re.DOTALL | re.MULTILINE)[1]
+        subprocess.run(["sh", "-ec", copy], env=self.launcher.environment | self.environment,
+                       cwd=EXAMPLES.parents[1], check=True)
+        self.start()
+        self.launcher.type("emoji black cat")
+        self.shows_titles("\U0001f408\u200d\u2b1b  black cat")
+
     def test_are_short(self):
         folders = sorted(EXAMPLES.iterdir())
         self.assertEqual([folder.name for folder in folders],
@@ -95,6 +105,17 @@ class Examples(EndToEndCase):
         self.hides()
         self.becomes(self.desktop.active_window, windows["First notes"])
 
+    def test_win_lists_a_window_without_a_title(self):
+        for title in ("Notes", "To be removed"):
+            process, window = self.desktop.open_window("-title", title)
+            self.addCleanup(stop, process)
+        self.desktop.run("xprop", "-id", str(window), "-remove", "WM_NAME",
+                         "-remove", "_NET_WM_NAME")
+        self.start_with("win")
+        self.launcher.type("win ")
+        self.shows_rows(("XTerm", "XTerm"), ("Notes", "XTerm"))
+        self.picture("win")
+
     def test_unit_converts(self):
         self.start_with("unit")
         self.launcher.type("unit 5 miles in km")
@@ -104,11 +125,29 @@ class Examples(EndToEndCase):
         self.hides()
         self.becomes(self.desktop.clipboard, "8.04672 km")
 
+    def test_unit_keeps_the_units_as_they_are(self):
+        # In German, a point separates thousands.
+        folder = self.home.folder / "locales"
+        folder.mkdir()
+        subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", folder / "de_DE.UTF-8"],
+                       check=True)
+        self.start_with("unit", LC_ALL="de_DE.UTF-8", LOCPATH=str(folder))
+        for text, row in (("unit 5 m in cm", "500 cm"),
+                          ("unit 5 km in miles", "3.106855961 mi"),
+                          ("unit 90 min in h", "1.5 h"),
+                          ("unit 1e3 m in km", "1 km"),
+                          ("unit 0.5 kg in g", "500 g")):
+            self.launcher.empty_box()
+            self.launcher.type(text)
+            self.shows_titles(row)
+
     def test_unit_refuses_money_and_nonsense(self):
         self.start_with("unit")
         for text, row in (("unit 20 usd in eur", "Money is left out"),
                           ("unit 5 blub in km", "There is no unit blub"),
                           ("unit 5 m in kg", "m cannot be converted to kg"),
+                          ("unit 1.5.2 m in km", "Type something like: 5 miles in km"),
+                          ("unit 1,5 m in km", "Type something like: 5 miles in km"),
                           ("unit x", "Type something like: 5 miles in km")):
             self.launcher.empty_box()
             self.launcher.type(text)

@@ -5,24 +5,28 @@ import subprocess
 import sys
 import unicodedata
 
+NUMBER = r"[-+]?\d*\.?\d+(?:[eE][-+]?\d+)?"
 NAMES = {"C": "oC", "F": "oF"}  # otherwise coulomb and farad
-OPTIONS = ["-t", "-defaults", "-nocurrencies", "-nofunctions", "-novariables",
-           "-set", "limit implicit multiplication on", "-file", "/dev/stdin"]
+# In other languages, qalc may take a point for the mark of the thousands.
+QALC = ["env", "LC_ALL=C.UTF-8", "qalc", "-t", "-defaults", "-nocurrencies", "-nofunctions",
+        "-novariables", "-set", "limit implicit multiplication on", "-file", "/dev/stdin"]
 
 
 def calculate(*lines):
     """The results of qalc, one for each line."""
-    return subprocess.run(["qalc", *OPTIONS], input="\n".join(lines) + "\n", encoding="utf-8",
+    return subprocess.run(QALC, input="\n".join(lines) + "\n", encoding="utf-8",
                           stdout=subprocess.PIPE, check=True).stdout.splitlines()
 
 
 def convert(text):
-    parts = re.fullmatch(r"([-+.\d]+)\s*°?(.+)\s+(?:in|to)\s+°?(.+)", text)
+    parts = re.fullmatch(rf"({NUMBER})\s*°?([^\s\d.,].*)\s+(?:in|to)\s+°?(.+)", text)
     if not parts:
         return {"title": "Type something like: 5 miles in km", "valid": False}
     number, source, target = parts.groups()
     source, target = NAMES.get(source, source), NAMES.get(target, target)
-    result, *ones = calculate(f"{number} {source} to {target}", f"1 {source}", f"1 {target}")
+    # A minus keeps qalc from answering with several units.
+    result, *ones = calculate(f"{number} {source} to -{target}", f"1 {source} to -{source}",
+                              f"1 {target} to -{target}")
     if any(unicodedata.category(sign) == "Sc" for sign in text + result):
         return {"title": "Money is left out", "valid": False}
     for unit, one in zip((source, target), ones):

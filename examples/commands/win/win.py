@@ -21,9 +21,8 @@ def title(window):
 
 def activate(number):
     window = screen.create_resource_object("window", number)
-    pager = 2  # who asks; window managers let it take the focus
     message = event.ClientMessage(window=window, client_type=screen.intern_atom("_NET_ACTIVE_WINDOW"),
-                                  data=(32, [pager, X.CurrentTime, 0, 0, 0]))
+                                  data=(32, [2, X.CurrentTime, 0, 0, 0]))  # 2: from a pager
     root.send_event(message, event_mask=X.SubstructureRedirectMask | X.SubstructureNotifyMask)
     screen.flush()
 
@@ -35,6 +34,7 @@ for number in reversed(read(root, "_NET_CLIENT_LIST_STACKING")):  # the topmost 
     window = screen.create_resource_object("window", number)
     program = (window.get_wm_class() or ["", ""])[1]
     hidden = screen.intern_atom("_NET_WM_STATE_SKIP_TASKBAR") in read(window, "_NET_WM_STATE")
-    if not hidden and sys.argv[1].lower() in f"{title(window)} {program}".lower():
-        items.append({"title": title(window), "subtitle": program, "arg": number})
+    found = sys.argv[1].lower() in f"{title(window)} {program}".lower()
+    if found and not hidden and program != "Vaskel":
+        items.append({"title": title(window) or program or "?", "subtitle": program, "arg": number})
 print(json.dumps({"items": items}))
