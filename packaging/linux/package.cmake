@@ -50,12 +50,14 @@ vaskel_install("${CMAKE_INSTALL_DATADIR}/doc/vaskel"
     "${documents}/changelog.Debian.gz"
     "${documents}/changelog.gz"
 )
-# The licences of header-only libraries and data, taken from their Debian packages.
+# The licences of header-only libraries and data, taken from their Debian packages. Other systems
+# have them elsewhere.
 foreach(package IN ITEMS libfmt-dev libspdlog-dev unicode-data)
     install(FILES "/usr/share/doc/${package}/copyright"
         DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/vaskel/licenses"
         COMPONENT Vaskel
         RENAME ${package}.txt
+        OPTIONAL
     )
 endforeach()
 set(theme "${CMAKE_INSTALL_DATADIR}/icons/hicolor")
