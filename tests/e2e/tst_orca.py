@@ -130,6 +130,15 @@ class Window(SpeechCase):
         self.launcher.press("Down")
         self.hears_only(*self.items("Settings"))
 
+    def test_saved(self):
+        self.launcher.open_page("user", "Save")
+        self.hears_page("Command user", *self.words("list", "Settings", "3 items"),
+                        *self.items("User"))
+        self.launcher.tab_to("Save")
+        self.hears(*self.words("button", "Save"))
+        self.launcher.press("space")
+        self.hears_among_others(*self.words("notification", "Saved"))
+
     def row_at_the_list(self, title):
         """Newer versions say it again when the list gets the focus."""
         return self.items(title) if self.orca.version >= 48 else []
