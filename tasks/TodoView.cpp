@@ -11,7 +11,6 @@
 #include "widgets/InputMethodKeys.h"
 #include "widgets/PaletteWatcher.h"
 
-#include <QAbstractItemDelegate>
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -201,14 +200,14 @@ void TodoView::refreshAfterAction()
     }
 }
 
-// The press that ends an edit reaches the tree afterwards. The rows stay until its release, so that
-// both find the row under the pointer.
-void TodoView::refreshAfterEdit()
+// A press elsewhere ends the edit, without a hint, and reaches the tree afterwards. The rows stay
+// until its release, so that both find the row under the pointer.
+void TodoView::refreshAfterEdit(QWidget *, QAbstractItemDelegate::EndEditHint hint)
 {
-    if (QGuiApplication::mouseButtons() == Qt::NoButton) {
-        refreshAfterAction();
-    } else {
+    if (hint == QAbstractItemDelegate::NoHint && QGuiApplication::mouseButtons() != Qt::NoButton) {
         QCoreApplication::instance()->installEventFilter(this);
+    } else {
+        refreshAfterAction();
     }
 }
 

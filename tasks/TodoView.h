@@ -4,6 +4,7 @@
 #include "tasks/DeletedTasks.h"
 #include "tasks/TaskRepository.h"
 
+#include <QAbstractItemDelegate>
 #include <QList>
 #include <QWidget>
 
@@ -51,7 +52,7 @@ private:
 
     void refresh();
     void refreshAfterAction();
-    void refreshAfterEdit();
+    void refreshAfterEdit(QWidget *editor, QAbstractItemDelegate::EndEditHint hint);
     QList<QTreeWidgetItem *> buildChildren(const TaskGroups &groups, const QString &parentId,
                                            int level) const;
     QTreeWidgetItem *buildRow(const Task &task) const;
