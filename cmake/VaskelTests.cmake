@@ -40,10 +40,12 @@ target_link_libraries(vaskel_qt_test INTERFACE $<LINK_ONLY:Qt6::Test>)
 
 # The cases of a test class except the named ones, according to the declarations in its source.
 function(vaskel_other_cases variable source)
-    file(STRINGS "${source}" declarations REGEX "^    void [A-Za-z0-9]+\\(\\)(;| {)")
+    file(READ "${source}" text)
+    string(REGEX REPLACE ".*private Q_SLOTS:" "" text "${text}") # the last class is the test
+    string(REGEX MATCHALL "\n    void [A-Za-z0-9]+\\(\\)" declarations "${text}")
     set(cases)
     foreach(declaration IN LISTS declarations)
-        string(REGEX REPLACE "^    void ([A-Za-z0-9]+).*" "\\1" case "${declaration}")
+        string(REGEX REPLACE ".* void ([A-Za-z0-9]+).*" "\\1" case "${declaration}")
         list(APPEND cases "${case}")
     endforeach()
     list(REMOVE_ITEM cases init cleanup initTestCase cleanupTestCase ${ARGN})
