@@ -85,7 +85,7 @@ bool isProtectedFolder(const QString &path)
 
 QString temporaryFolder()
 {
-    const QString usual = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
+    QString usual = QStandardPaths::writableLocation(QStandardPaths::TempLocation);
     const QString own = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
     if (isProtectedFolder(usual)) {
         return usual;
