@@ -2,6 +2,7 @@
 #include "settings/SettingsStore.h"
 
 #include <QDebug>
+#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryFile>
 
@@ -12,15 +13,24 @@ namespace {
 // For what is added to the file, and for the lock file beside it.
 constexpr qint64 spareRoom = 16 * 1024; // bytes
 
-// QSettings replaces its file even if the disk was full before the new one was complete. In the
-// registry of Windows there is no file.
+QString nearestFolder(const QString &path)
+{
+    QString folder = QFileInfo(path).path();
+    while (!QFileInfo(folder).isDir() && !QDir(folder).isRoot()) {
+        folder = QFileInfo(folder).path();
+    }
+    return folder;
+}
+
+// QSettings replaces its file even if the disk was full before the new one was complete.
 bool hasRoomFor(const QSettings &settings)
 {
-    const QFileInfo file(QFileInfo(settings.fileName()).canonicalFilePath());
-    if (!file.isFile()) {
+    const QFileInfo named(settings.fileName());
+    if (named.isRelative()) { // a key in the registry of Windows
         return true;
     }
-    QTemporaryFile trial(file.filePath() + ".XXXXXX"_L1);
+    const QFileInfo file(named.isFile() ? named.canonicalFilePath() : named.filePath());
+    QTemporaryFile trial(nearestFolder(file.filePath()) + u'/' + file.fileName() + ".XXXXXX"_L1);
     const QByteArray bytes(file.size() + spareRoom, '\0');
     return trial.open() && trial.write(bytes) == bytes.size() && trial.flush();
 }

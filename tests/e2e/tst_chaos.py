@@ -133,6 +133,29 @@ class FullHome(ChaosCase):
         self.keeps_saved("while full", "again")
         self.works_again("while full", "again")
 
+    def test_settings_page_tells_it(self):
+        self.start()
+        self.launcher.open_page("user", "Save")
+        self.fill()
+        self.save()
+        self.assertNotIn("The settings cannot be saved.", self.names())
+        self.launcher.tab_to("Require double-click to launch apps")
+        self.launcher.press("space")
+        self.save()
+        wait_until(lambda: "The settings cannot be saved." in self.names(), "the page tells it")
+        self.picture("unsaved")
+        self.flag.unlink()
+        self.save()
+        self.becomes(lambda: self.home.preferences().get("appLaunchRequiresDoubleClick"), "false")
+        wait_until(lambda: "The settings cannot be saved." not in self.names(), "it is saved")
+
+    def save(self):
+        self.launcher.tab_to("Save")
+        self.launcher.press("space")
+
+    def names(self):
+        return [found.get_name() for found in self.launcher.everything()]
+
     def test_at_the_start(self):
         self.fill()
         self.start()
