@@ -25,10 +25,10 @@ QString nearestFolder(const QString &path)
 // QSettings replaces its file even if the disk was full before the new one was complete.
 bool hasRoomFor(const QSettings &settings)
 {
-    const QFileInfo named(settings.fileName());
-    if (named.isRelative()) { // a key in the registry of Windows
+    if (settings.fileName().startsWith(u'\\')) { // a key in the registry of Windows
         return true;
     }
+    const QFileInfo named(settings.fileName());
     const QFileInfo file(named.isFile() ? named.canonicalFilePath() : named.filePath());
     QTemporaryFile trial(nearestFolder(file.filePath()) + u'/' + file.fileName() + ".XXXXXX"_L1);
     const QByteArray bytes(file.size() + spareRoom, '\0');
