@@ -145,11 +145,10 @@ int tst_LinkIcons::main(int argc, char *argv[])
     const QString folder = QString::fromLatin1(themeFolder);
     testhome::writeFile(folder + "vector.svg"_L1,
                         drawing("<rect width='9' height='9' fill='#808000'/>"));
+    const QByteArray image = "<image width='9' height='9' href='" + pipe.toUtf8() + "'/>";
+    const QByteArray red = "<rect width='9' height='9' fill='red'/>";
     for (const auto name : {"naming-vector.svg"_L1, "naming-image.png"_L1}) {
-        testhome::writeFile(folder + name,
-                            drawing("<image width='9' height='9' href='" + pipe.toUtf8()
-                                    + "'/>"
-                                      "<rect width='9' height='9' fill='red'/>"));
+        testhome::writeFile(folder + name, drawing(image + red));
     }
     QGuiApplication application(argc, argv);
     platform::ensureIconTheme();
