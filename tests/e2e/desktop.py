@@ -254,7 +254,15 @@ class Desktop:
     def close(self):
         for process in reversed(self._processes):
             stop(process)
+        wait_until(self._remove_folder, f"{self.folder} is removed")
+
+    def _remove_folder(self):
+        # The services that the bus has started end after it. One of them has mounted a folder.
+        mounts = pathlib.Path("/proc/self/mounts").read_text()
+        if str(self.folder) in mounts:
+            raise NotYet(mounts)
         shutil.rmtree(self.folder, ignore_errors=True)
+        return not self.folder.exists()
 
     def _start(self, command, **options):
         log = open(self.folder / f"{pathlib.Path(command[0]).name}.log", "w")
