@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/HotkeyHints.h"
 
-#include "widgets/HintLine.h"
+#include "settings/HintLine.h"
 #include "widgets/HotkeyEdit.h"
 
 namespace {

@@ -2,6 +2,7 @@
 #include "tasks/TodoView.h"
 
 #include "platform/QtVersion.h"
+#include "tasks/PaletteWatcher.h"
 #include "tasks/TaskDelegate.h"
 #include "tasks/TaskKeys.h"
 #include "tasks/TaskService.h"
@@ -9,7 +10,6 @@
 #include "widgets/AccessibleName.h"
 #include "widgets/Announcement.h"
 #include "widgets/InputMethodKeys.h"
-#include "widgets/PaletteWatcher.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -200,8 +200,8 @@ void TodoView::refreshAfterAction()
     }
 }
 
-// A press elsewhere ends the edit, without a hint, and reaches the tree afterwards. The rows stay
-// until its release, so that both find the row under the pointer.
+// A mouse press elsewhere ends the edit with NoHint before the tree gets it. Keep the rows until
+// the release, so that press and release find the same row.
 void TodoView::refreshAfterEdit(QWidget *, QAbstractItemDelegate::EndEditHint hint)
 {
     if (hint == QAbstractItemDelegate::NoHint && QGuiApplication::mouseButtons() != Qt::NoButton) {
@@ -243,7 +243,7 @@ QTreeWidgetItem *TodoView::buildRow(const Task &task) const
     row->setData(0, TaskTree::idRole, task.id);
     row->setData(0, TaskTree::completedRole, task.completed);
     row->setCheckState(0, task.completed ? Qt::Checked : Qt::Unchecked);
-    // Some screen readers do not tell the check mark of a row.
+    // Some screen readers do not say the check state of a row.
     row->setData(0, Qt::AccessibleDescriptionRole, task.completed ? tr("Completed") : tr("Active"));
     row->setFlags(row->flags() | Qt::ItemIsEditable | Qt::ItemIsUserCheckable);
     colorRow(*row);
@@ -259,7 +259,7 @@ void TodoView::colorRow(QTreeWidgetItem &row) const
 
 void TodoView::recolorRows()
 {
-    // The data is the same; dataChanged() would reset an open editor.
+    // Only the colour changes, and dataChanged() would reset an open editor.
     const QSignalBlocker blocker(m_tree->model());
     for (QTreeWidgetItemIterator row(m_tree); *row; ++row) {
         colorRow(**row);

@@ -28,7 +28,8 @@ protected:
     /// one of this class.
     void paintOutline(QPainter *painter, const QStyleOptionViewItem &option) const;
 
-    /// Shows the lines of a row that is cut, wrapped and as plain text. For a helpEvent().
+    /// Shows the full lines of an elided row in a tool tip, wrapped, and without reading markup in
+    /// them. For a helpEvent().
     static void showToolTip(const QHelpEvent &event, QWidget *view, const QStringList &lines);
 
 private:

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/HotkeyHints.h"
 
+#include "settings/HintLine.h"
 #include "support/TestProgram.h"
-#include "widgets/HintLine.h"
 #include "widgets/HotkeyEdit.h"
 
 #include <QPushButton>

@@ -3,13 +3,13 @@
 
 #include "core/IPlugin.h"
 #include "core/PluginManager.h"
+#include "settings/HintLine.h"
 #include "settings/SavedNotice.h"
 #include "settings/Settings.h"
 #include "support/FakePlatform.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 #include "update/FileSizeLimit.h"
-#include "widgets/HintLine.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "widgets/PaletteWatcher.h"
+#include "tasks/PaletteWatcher.h"
 
 #include "support/TestProgram.h"
 

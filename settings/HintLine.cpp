@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "widgets/HintLine.h"
+#include "settings/HintLine.h"
 
 #include <QBoxLayout>
 #include <QPushButton>
