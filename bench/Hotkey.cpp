@@ -47,7 +47,7 @@ Hotkey::Clock::time_point Hotkey::type(xcb_keysym_t symbol)
 
 void Hotkey::pressAndType(std::chrono::milliseconds delay, const std::string &letters)
 {
-    // The questions to the server would take time between the keys.
+    // Look the keys up first: a request to the server between two keys would delay them.
     std::vector<xcb_keycode_t> keys;
     keys.reserve(letters.size());
     for (const char letter : letters) {

@@ -6,8 +6,8 @@
 #include <chrono>
 #include <string>
 
-/// Presses Ctrl+Alt+Space, the default hotkey of Vaskel. For other programs the keys come from the
-/// keyboard.
+/// Presses Ctrl+Alt+Space, the default hotkey of Vaskel. Sends the keys by XTEST, so other programs
+/// take them for those of the keyboard.
 class Hotkey
 {
 public:

@@ -4,6 +4,7 @@
 // floor reads the same folder and gives a bare list the same texts and icons.
 #include "BenchHome.h"
 #include "core/PluginManager.h"
+#include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "plugins/DirectoryPlugin.h"
 #include "settings/Settings.h"
@@ -50,9 +51,7 @@ std::vector<Row> rowsOf(const QString &folder)
     const QVariantList records = DirectoryPlugin().query(folder).mid(1);
     for (const QVariant &record : records) {
         const QVariantMap fields = record.toMap();
-        rows.push_back(
-            {fields.value(u"title"_s).toString() + u'\n' + fields.value(u"subtitle"_s).toString(),
-             fields.value(u"icon"_s).toString()});
+        rows.push_back({recordTitle(fields) + u'\n' + recordSubtitle(fields), recordIcon(fields)});
         if (!QFile::exists(rows.back().icon)) {
             qFatal("a file has no icon");
         }

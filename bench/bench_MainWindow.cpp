@@ -4,6 +4,7 @@
 // with a bare list of the same texts and icons. All include painting.
 #include "BenchHome.h"
 #include "core/PluginManager.h"
+#include "core/ResultRecord.h"
 #include "launcher/AppLauncher.h"
 #include "settings/Settings.h"
 #include "ui/CommandLineEdit.h"
@@ -67,9 +68,7 @@ std::vector<Row> rowsOf(const AppLauncher &launcher)
     const QVariantList records = launcher.search(query);
     for (const QVariant &record : records) {
         const QVariantMap fields = record.toMap();
-        rows.push_back(
-            {fields.value(u"name"_s).toString() + u'\n' + fields.value(u"desc"_s).toString(),
-             fields.value(u"icon"_s).toString()});
+        rows.push_back({recordTitle(fields) + u'\n' + recordSubtitle(fields), recordIcon(fields)});
         if (!QFile::exists(rows.back().icon)) {
             qFatal("an entry has no icon file");
         }

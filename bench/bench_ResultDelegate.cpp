@@ -32,10 +32,9 @@ public:
         setObjectName(u"resultList"_s);
         setIconSize(QSize(40, 40));
         for (int row = 0; row < rowCount; ++row) {
-            addItem(new ResultItem({{u"name"_s, u"Image Viewer and Editor %1"_s.arg(row)},
-                                    {u"desc"_s, u"Start Menu / Graphics"_s},
-                                    {u"path"_s, u"/viewer"_s},
-                                    {u"icon"_s, icon}}));
+            addItem(
+                new ResultItem(makeProgramRecord(u"Image Viewer and Editor %1"_s.arg(row),
+                                                 u"/viewer"_s, icon, u"Start Menu / Graphics"_s)));
         }
         ensurePolished();
     }

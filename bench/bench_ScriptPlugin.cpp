@@ -127,7 +127,7 @@ void showRows(benchmark::State &state, AppLauncher &launcher, const QByteArray &
     list.show();
     const CommandFile file = command(u"/folder"_s);
     while (state.KeepRunning()) {
-        list.updateResults(ScriptAnswer::parse(output, file).records);
+        list.updateRecords(ScriptAnswer::parse(output, file).records);
     }
     if (list.count() != itemCount) {
         qFatal("the list does not show the items");

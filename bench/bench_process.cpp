@@ -3,7 +3,7 @@
 // The cost of the whole program compared with a bare window of the same size and with a bare list
 // that has the same style sheet, measured from outside: the time and the instructions from its
 // start to its first painted window, its memory two seconds later, the time from the hotkey or from
-// --toggle to the window, and the processor time while it is hidden.
+// --toggle to the window and from a key to its rows, and the processor time while it is hidden.
 #include "Hotkey.h"
 #include "ProgramHome.h"
 #include "ProgramStart.h"
@@ -391,14 +391,14 @@ void processorTimeWhileHidden(benchmark::State &state)
     state.SetLabel("ticks");
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+void repeat(benchmark::internal::Benchmark *benchmark, int repetitions)
 {
-    const auto repeat = [](benchmark::internal::Benchmark *benchmark, int repetitions) {
-        benchmark->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
-        benchmark->Repetitions(repetitions);
-    };
+    benchmark->UseManualTime()->Iterations(1)->Unit(benchmark::kMillisecond);
+    benchmark->Repetitions(repetitions);
+}
+
+void registerStarts()
+{
     for (const auto &[name, command, until] : {
              std::tuple("start/measured", Command{VASKEL_PROGRAM}, Until::Painted),
              {"start/floor", {BARE_WINDOW}, Until::Painted},
@@ -413,6 +413,15 @@ int main(int argc, char *argv[])
     }
     repeat(benchmark::RegisterBenchmark("first_start/measured", startWithManyIcons, true), 5);
     repeat(benchmark::RegisterBenchmark("first_start/floor", startWithManyIcons, false), 5);
+    repeat(benchmark::RegisterBenchmark("instructions/measured", instructionsToShownList,
+                                        VASKEL_PROGRAM),
+           3);
+    repeat(benchmark::RegisterBenchmark("instructions/floor", instructionsToShownList, BARE_LIST),
+           3);
+}
+
+void registerMemory()
+{
     repeat(benchmark::RegisterBenchmark("memory/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
            5);
     repeat(benchmark::RegisterBenchmark("memory/floor", memoryAfterTwoSeconds, BARE_WINDOW), 5);
@@ -420,11 +429,10 @@ int main(int argc, char *argv[])
         benchmark::RegisterBenchmark("memory_list/measured", memoryAfterTwoSeconds, VASKEL_PROGRAM),
         5);
     repeat(benchmark::RegisterBenchmark("memory_list/floor", memoryAfterTwoSeconds, BARE_LIST), 5);
-    repeat(benchmark::RegisterBenchmark("instructions/measured", instructionsToShownList,
-                                        VASKEL_PROGRAM),
-           3);
-    repeat(benchmark::RegisterBenchmark("instructions/floor", instructionsToShownList, BARE_LIST),
-           3);
+}
+
+void registerRunningProgram()
+{
     for (const auto &[side, program] :
          {std::pair("measured", VASKEL_PROGRAM), {"floor", BARE_HOTKEY}}) {
         repeat(benchmark::RegisterBenchmark((std::string("hotkey/") + side).c_str(), hotkeyToWindow,
@@ -438,7 +446,15 @@ int main(int argc, char *argv[])
     repeat(benchmark::RegisterBenchmark("summon_p99/measured", slowSummons), 1);
     repeat(benchmark::RegisterBenchmark("search_p99/measured", slowSearches), 1);
     repeat(benchmark::RegisterBenchmark("idle/measured", processorTimeWhileHidden), 1);
+}
 
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    registerStarts();
+    registerMemory();
+    registerRunningProgram();
     benchmark::Initialize(&argc, argv);
     if (!fixture().screen.isConnected()) {
         std::fputs("bench_process: there is no X display\n", stderr);

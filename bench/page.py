@@ -9,7 +9,7 @@ import re
 import shutil
 import subprocess
 
-# The other launchers, which are also Debian packages of this name.
+# The programs of the other launchers; their Debian packages have the same names.
 LAUNCHERS = ("rofi", "synapse", "xfce4-appfinder")
 
 BUSY = """\
@@ -22,9 +22,9 @@ manager, in a home of its own with 500 desktop entries that are as large as real
 A figure is a pair: what Vaskel takes, and the floor, which is what the least program takes that does
 the same visible work: a bare window, a bare list with the same style sheet, or the same work without
 Vaskel's part in it. Both are measured in turn in the same run, and the table has their medians: of 31
-starts, of 5 runs for memory and hotkey, of 9 repetitions for all else. The ratio depends much less on
-the machine than the two values, and each ratio has a limit in `bench/limits`. A figure without a floor
-has a limit for the value itself.
+starts, of 1 to 5 runs for the other figures of the whole program, of 9 repetitions for all else. The
+ratio depends much less on the machine than the two values, and each ratio has a limit in
+`bench/limits`. A figure without a floor has a limit for the value itself.
 
 "Start" is the time from the new process to its first painted window, with the files of the program in
 the memory of the system; the figures `shown_list` and `shown_rofi` end when the window is shown.

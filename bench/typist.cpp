@@ -2,7 +2,7 @@
 //
 // usage: typist
 //
-// Opens a window, presses the hotkey and types letters at a set distance. For each line "DELAY
+// Opens a window, presses the hotkey and types letters after a set delay. For each line "DELAY
 // LETTERS" of the standard input, with the delay in milliseconds, it takes the focus, presses
 // Ctrl+Alt+Space, types the letters and answers with a line of those that its own window has got.
 #include "Hotkey.h"
