@@ -81,13 +81,13 @@ int ResultList::firstVisibleRow() const
     return isCut && top.row() + 1 < count() ? top.row() + 1 : top.row();
 }
 
-void ResultList::updateResults(const QVariantList &results)
+void ResultList::updateRecords(const QVariantList &records)
 {
     const QVariantMap current = currentRecord();
     const int row = currentRow();
     const int scrollPosition = verticalScrollBar()->value();
 
-    showResults(results);
+    showResults(records);
     if (row < 0 || count() == 0) {
         return;
     }
@@ -96,9 +96,9 @@ void ResultList::updateResults(const QVariantList &results)
     const auto isCurrent = [&current](const QVariant &record) {
         return areAlike(record.toMap(), current);
     };
-    const auto found = std::find_if(results.cbegin(), results.cend(), isCurrent);
-    setCurrentRow(found == results.cend() ? std::min(row, count() - 1)
-                                          : int(found - results.cbegin()));
+    const auto found = std::find_if(records.cbegin(), records.cend(), isCurrent);
+    setCurrentRow(found == records.cend() ? std::min(row, count() - 1)
+                                          : int(found - records.cbegin()));
 }
 
 void ResultList::moveSelection(int delta)
@@ -151,11 +151,11 @@ void ResultList::updateDigits()
 
 // One model signal per row would take longer than the rows, so block them. The view has no row yet;
 // reset() tells it of all.
-void ResultList::addRows(const QVariantList &results)
+void ResultList::addRows(const QVariantList &records)
 {
     {
         const QSignalBlocker blocker(model());
-        for (const QVariant &record : results) {
+        for (const QVariant &record : records) {
             addItem(new ResultItem(record.toMap()));
         }
     }

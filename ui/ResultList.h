@@ -33,7 +33,7 @@ public:
 
     /// Replaces the rows with later records for the same query, and so with the same search texts.
     /// The current row stays current if it is still there, and the list does not scroll.
-    void updateResults(const QVariantList &results);
+    void updateRecords(const QVariantList &records);
 
     /// Moves the selection by this number of rows, and stops at the first and the last row.
     void moveSelection(int delta);
@@ -52,7 +52,7 @@ protected:
 
 private:
     void showResults(const QVariantList &results);
-    void addRows(const QVariantList &results);
+    void addRows(const QVariantList &records);
     void openMenu(const QPoint &position);
     void updateDigits();
 

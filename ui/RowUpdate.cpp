@@ -28,6 +28,6 @@ void RowUpdate::update(const QString &command)
         || m_lastQuery->text() != m_box->text()) {
         return;
     }
-    m_list->updateResults(m_lastQuery->records());
+    m_list->updateRecords(m_lastQuery->records());
     m_height->scheduleUpdate();
 }

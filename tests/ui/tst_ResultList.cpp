@@ -159,7 +159,7 @@ void tst_ResultList::emphasizesTheSearchTexts()
     l.list.showResults(records, {u"er"_s});
     l.list.setCurrentRow(-1);
     QVERIFY(l.picture(0) != without);
-    l.list.updateResults(records);
+    l.list.updateRecords(records);
     l.list.setCurrentRow(-1);
     QVERIFY(l.picture(0) != without);
     l.list.showResults(records, {});
