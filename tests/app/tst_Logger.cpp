@@ -382,6 +382,7 @@ void tst_Logger::isNotInheritedByStartedPrograms()
     QVERIFY(openFilesOf(QCoreApplication::applicationPid()).contains(path));
     QProcess started;
     startWaitingProgram(started);
+    QVERIFY(!QTest::currentTestFailed());
     const QStringList files = openFilesOf(started.processId());
     QVERIFY(!files.isEmpty());
     QVERIFY2(!files.contains(path), qPrintable(files.join(u'\n')));
@@ -396,6 +397,7 @@ void tst_Logger::canBeRemovedWhileStartedProgramsRunOn()
     const QString path = m_folder + u'/' + namesIn(m_folder).constFirst();
     QProcess started;
     startWaitingProgram(started);
+    QVERIFY(!QTest::currentTestFailed());
     Logger::instance().init(testhome::writeFile(u"obstacle"_s, {}));
     QVERIFY(QFile::remove(path));
     started.closeWriteChannel();

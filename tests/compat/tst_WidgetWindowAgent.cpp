@@ -265,7 +265,7 @@ private:
         return {m_window->mapToGlobal(QPoint(0, 0)), m_window->size()};
     }
     QPoint titlePoint() const { return m_window->titleBar.mapToGlobal(QPoint(80, 18)); }
-    void show();
+    bool show();
 
     std::unique_ptr<Window> m_window;
     WidgetWindowAgent *m_agent = nullptr;
@@ -288,13 +288,19 @@ void tst_WidgetWindowAgent::cleanup()
     QVERIFY(!QGuiApplication::overrideCursor());
 }
 
-void tst_WidgetWindowAgent::show()
+bool tst_WidgetWindowAgent::show()
 {
     m_window->move(200, 150);
     m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-    QTRY_COMPARE(geometryOnScreen().topLeft(), QPoint(200, 150));
+    const bool isShown = QTest::qWaitForWindowActive(m_window.get()) && QTest::qWaitFor([this] {
+                             return geometryOnScreen().topLeft() == QPoint(200, 150);
+                         });
+    if (!isShown) {
+        qWarning() << "The active window is" << QApplication::activeWindow() << "and this one at"
+                   << geometryOnScreen();
+    }
     m_window->spontaneousResizes = m_window->ownResizes = m_window->spontaneousMoves = 0;
+    return isShown;
 }
 
 void tst_WidgetWindowAgent::takesOneTopLevelWidget()
@@ -344,13 +350,13 @@ void tst_WidgetWindowAgent::remembersWhatIsVisibleToHits()
 
 void tst_WidgetWindowAgent::takesTheFrameOff()
 {
-    show();
+    QVERIFY(show());
     QTRY_COMPARE(m_window->frameGeometry(), m_window->geometry());
 }
 
 void tst_WidgetWindowAgent::titleBarDragsTheWindow()
 {
-    show();
+    QVERIFY(show());
     const QPoint target(320, 230);
     QVERIFY(dragUntil(titlePoint(), titlePoint() + QPoint(120, 80),
                       [&] { return isNear(positionOnScreen(*m_window), target); }));
@@ -365,7 +371,7 @@ void tst_WidgetWindowAgent::titleBarDragsTheWindow()
 
 void tst_WidgetWindowAgent::titleBarPressWithoutMotionDoesNothing()
 {
-    show();
+    QVERIFY(show());
     clickAt(titlePoint());
     moveTo(titlePoint() + QPoint(60, 60));
     QVERIFY(isClickable(m_window->content));
@@ -374,7 +380,7 @@ void tst_WidgetWindowAgent::titleBarPressWithoutMotionDoesNothing()
 
 void tst_WidgetWindowAgent::doubleClickOnTheTitleBarDoesNotMaximise()
 {
-    show();
+    QVERIFY(show());
     xdotool(movingTo(titlePoint()) + QStringList{u"click"_s, u"--repeat"_s, u"2"_s, u"1"_s});
     QVERIFY(isClickable(m_window->content));
     QVERIFY(!m_window->isMaximized());
@@ -403,7 +409,7 @@ void tst_WidgetWindowAgent::buttonInTheTitleBarIsClickedAndDoesNotDrag()
         m_agent->setSystemButton(WindowAgentBase::Help, &button);
     }
     m_agent->setHitTestVisible(&button, isHitTestVisible);
-    show();
+    QVERIFY(show());
 
     const QPoint center = button.mapToGlobal(button.rect().center());
     QSignalSpy clicked(&button, &QPushButton::clicked);
@@ -421,7 +427,7 @@ void tst_WidgetWindowAgent::buttonInTheTitleBarIsClickedAndDoesNotDrag()
 
 void tst_WidgetWindowAgent::contentDoesNotDragTheWindow()
 {
-    show();
+    QVERIFY(show());
     const QPoint center = m_window->content.mapToGlobal(m_window->content.rect().center());
     dragWithoutEffect(center, center + QPoint(90, 60));
     QCOMPARE(geometryOnScreen(), QRect(200, 150, 400, 250));
@@ -448,7 +454,7 @@ void tst_WidgetWindowAgent::edgeResizesTheWindow()
 {
     QFETCH(Qt::Edges, edges);
     QFETCH(int, depth);
-    show();
+    QVERIFY(show());
 
     const QRect before = geometryOnScreen();
     QRect after = before;
@@ -487,7 +493,7 @@ void tst_WidgetWindowAgent::edgeResizesTheWindow()
 
 void tst_WidgetWindowAgent::minimumSizeIsKept()
 {
-    show();
+    QVERIFY(show());
     const QPoint corner = geometryOnScreen().bottomRight();
     QVERIFY(dragUntil(corner, corner - QPoint(300, 200),
                       [&] { return m_window->size() == QSize(300, 150); }));
@@ -500,7 +506,7 @@ void tst_WidgetWindowAgent::flatWindowHasOneOfTwoOppositeEdges()
     m_window->layout()->setSizeConstraint(QLayout::SetNoConstraint);
     m_window->setMinimumSize(300, 8);
     m_window->resize(400, 10);
-    show();
+    QVERIFY(show());
     QTRY_VERIFY(m_window->windowHandle()->height() <= 10); // not each size exists at 1.5
     const QPoint middle = geometryOnScreen().topLeft() + QPoint(200, 5);
     moveTo(middle);
@@ -510,7 +516,7 @@ void tst_WidgetWindowAgent::flatWindowHasOneOfTwoOppositeEdges()
 
 void tst_WidgetWindowAgent::programsOwnResizeIsNotSpontaneous()
 {
-    show();
+    QVERIFY(show());
     // At a density of 1.5 a window only has every second size, counted from its minimum.
     m_window->resize(500, 302);
     QTRY_COMPARE(m_window->windowHandle()->size(), QSize(500, 302));
@@ -522,7 +528,7 @@ void tst_WidgetWindowAgent::programsOwnResizeIsNotSpontaneous()
 
 void tst_WidgetWindowAgent::widgetInsideTheBorderGetsItsClicks()
 {
-    show();
+    QVERIFY(show());
     QSignalSpy clicked(&m_window->content, &QPushButton::clicked);
     const QRect rect = geometryOnScreen();
     clickAt(QPoint(rect.left() + 6, rect.center().y()));
@@ -551,14 +557,14 @@ void tst_WidgetWindowAgent::cursorTellsTheEdge()
 {
     QFETCH(Qt::Edges, edges);
     QFETCH(Qt::CursorShape, shape);
-    show();
+    QVERIFY(show());
     moveTo(pointOn(geometryOnScreen(), edges, 2));
     QTRY_COMPARE(shownCursor(), shape);
 }
 
 void tst_WidgetWindowAgent::cursorIsRestoredOutside()
 {
-    show();
+    QVERIFY(show());
     const QRect rect = geometryOnScreen();
     moveTo(pointOn(rect, Qt::LeftEdge, 2));
     QTRY_COMPARE(shownCursor(), Qt::SizeHorCursor);
@@ -574,7 +580,7 @@ void tst_WidgetWindowAgent::cursorIsRestoredOutside()
 
 void tst_WidgetWindowAgent::cursorIsRestoredWhenTheWindowHides()
 {
-    show();
+    QVERIFY(show());
     moveTo(pointOn(geometryOnScreen(), Qt::RightEdge, 2));
     QTRY_COMPARE(shownCursor(), Qt::SizeHorCursor);
     m_window->hide();
@@ -584,7 +590,7 @@ void tst_WidgetWindowAgent::cursorIsRestoredWhenTheWindowHides()
 void tst_WidgetWindowAgent::fixedSizeHasNoEdges()
 {
     m_window->setFixedSize(400, 250);
-    show();
+    QVERIFY(show());
     const QPoint corner = geometryOnScreen().bottomRight();
     dragWithoutEffect(corner, corner + QPoint(60, 40));
     QCOMPARE(m_window->size(), QSize(400, 250));
@@ -595,7 +601,7 @@ void tst_WidgetWindowAgent::fixedSizeHasNoEdges()
 void tst_WidgetWindowAgent::fixedHeightLeavesTheOtherEdges()
 {
     m_window->setFixedHeight(250);
-    show();
+    QVERIFY(show());
     const QPoint bottom = pointOn(geometryOnScreen(), Qt::BottomEdge, 0);
     dragWithoutEffect(bottom, bottom + QPoint(0, 40));
     QCOMPARE(m_window->size(), QSize(400, 250));
@@ -608,7 +614,7 @@ void tst_WidgetWindowAgent::fixedHeightLeavesTheOtherEdges()
 
 void tst_WidgetWindowAgent::maximisedWindowHasNoEdges()
 {
-    show();
+    QVERIFY(show());
     m_window->showMaximized();
     QTRY_COMPARE(m_window->size(), m_window->screen()->availableSize());
     const QSize size = m_window->size();
@@ -624,7 +630,7 @@ void tst_WidgetWindowAgent::maximisedWindowHasNoEdges()
 // A drag may start in the content and cross an edge, and the right button resizes nothing.
 void tst_WidgetWindowAgent::otherButtonsAndDragsPassTheEdges()
 {
-    show();
+    QVERIFY(show());
     const QRect rect = geometryOnScreen();
     QSignalSpy released(&m_window->content, &QPushButton::released);
     dragUntil(rect.center(), pointOn(rect, Qt::BottomEdge, 2),
@@ -641,12 +647,12 @@ void tst_WidgetWindowAgent::otherButtonsAndDragsPassTheEdges()
 
 void tst_WidgetWindowAgent::newNativeWindowIsServedToo()
 {
-    show();
+    QVERIFY(show());
     const QPointer<QWindow> before = m_window->windowHandle();
     m_window->hide();
     m_window->setWindowFlag(Qt::WindowStaysOnTopHint);
     m_window->destroyNativeWindow();
-    show();
+    QVERIFY(show());
     QVERIFY(!before);
 
     const QPoint corner = geometryOnScreen().bottomRight();

@@ -63,14 +63,15 @@ class EndToEndCase(unittest.TestCase):
         self.assertEqual(self.launcher.processes(), before)
 
     def open_another_window(self):
-        """Opens a focused window of another program and returns it."""
+        """Opens a focused window of another program; returns it on Linux, and None under wine."""
         return self.system.open_another_window(self)
 
     def stays(self, probe, what, seconds):
         """Checks that probe() stays true, where a change could only come later."""
         deadline = time.monotonic() + seconds
         while time.monotonic() < deadline:
-            self.assertTrue(probe(), f"not for {seconds} s: {what}")
+            seen = probe()
+            self.assertTrue(seen, f"not for {seconds} s: {what}; last seen: {seen!r}")
 
     def shows_rows(self, *rows):
         self.becomes(self.launcher.rows, list(rows))

@@ -6,6 +6,7 @@ import datetime
 import json
 import os
 import pathlib
+import select
 import shutil
 import signal
 import subprocess
@@ -138,8 +139,9 @@ class FullHome(ChaosCase):
         self.launcher.open_page("user", "Save")
         self.fill()
         self.save()
-        self.assertNotIn("The settings cannot be saved.", self.names())
+        # The Tab key shows that Save has been handled.
         self.launcher.tab_to("Require double-click to launch apps")
+        self.assertNotIn("The settings cannot be saved.", self.names())
         self.launcher.press("space")
         self.save()
         wait_until(lambda: "The settings cannot be saved." in self.names(), "the page tells it")
@@ -236,7 +238,9 @@ class Session(ChaosCase):
         self.addCleanup(stop, server)
         os.close(writer)
         with os.fdopen(reader) as pipe:
+            self.assertTrue(select.select([pipe], [], [], PATIENCE)[0], "Xvfb names no display")
             display = f":{pipe.readline().strip()}"
+        self.assertNotEqual(display, ":", "Xvfb has ended")
         process = self.launcher.start_process(DISPLAY=display)
         self.addCleanup(stop, process)
         wait_until(lambda: self.lines("Plugin registered: \"todo\""), "the program runs")

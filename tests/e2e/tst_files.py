@@ -95,6 +95,9 @@ class Files(EndToEndCase):
         self.becomes(lambda: self.launcher.titles(), ["Search failed"])
         self.picture("failed-search")
         self.launcher.press("Return")
+        # The next key still reaches the window.
+        self.launcher.type("x")
+        self.becomes(self.launcher.text, " namex")
         self.assertTrue(self.launcher.is_visible())
 
     def test_says_that_there_is_no_index(self):

@@ -177,7 +177,10 @@ class Program:
         # such as that the window has gone, before the third one.
         for _ in range(3):
             self.screen.ping(self._window)
-            while self._state() not in "SZX":
+            deadline = time.monotonic() + PATIENCE
+            while (state := self._state()) not in "SZX":
+                if time.monotonic() > deadline:
+                    raise AssertionError(f"the program is busy for {PATIENCE} s, in state {state}")
                 time.sleep(0.0005)
 
     def searches(self):

@@ -23,7 +23,7 @@ import zipfile
 packages, pictures, with_wine, prefix, library, build = map(pathlib.Path, sys.argv[1:7])
 scripts = pathlib.Path(__file__).resolve().parents[2] / "scripts"
 PATIENCE = 90
-FIRST_MOMENT = 1.5  # seconds; longer than the question of an update drops keys
+FIRST_MOMENT = 1.5  # seconds; longer than the question of an update ignores keys
 
 USER = r"HKEY_CURRENT_USER\Software"
 UNINSTALL = USER + r"\Microsoft\Windows\CurrentVersion\Uninstall\Vaskel"
@@ -181,7 +181,8 @@ class WindowsPackages(unittest.TestCase):
     def wait_until(self, probe, what):
         deadline = time.monotonic() + PATIENCE
         while not probe():
-            self.assertLess(time.monotonic(), deadline, f"in vain: {what}")
+            self.assertLess(time.monotonic(), deadline,
+                            f"waited {PATIENCE} s in vain until {what}; the picture shows the rest")
             time.sleep(0.1)
 
     def windows_path(self, path):

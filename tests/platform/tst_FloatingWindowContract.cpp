@@ -39,7 +39,7 @@ void tst_FloatingWindowContract::showsTheWindowAtItsPlace()
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         QTRY_COMPARE(window.geometry(), place);
-        // This window manager lets windows float anyway.
+        // No system of this test needs other flags: openbox and Windows let windows float.
         QCOMPARE(window.flags(), flags);
         window.hide();
     }

@@ -49,7 +49,7 @@ private Q_SLOTS:
     void endsNothingBeforeTheStart();
 };
 
-// The fake ends nothing.
+// The fake ends the program alone, so the child may still run.
 void tst_ProcessTreeContract::cleanup()
 {
     testhome::writeFile(u"child.end"_s, {});

@@ -196,11 +196,14 @@ void tst_Contrast::initTestCase()
         m_theme = theme;
         m_themes.setTheme(theme == Dark ? ThemeManager::darkTheme : ThemeManager::lightTheme);
         qApp->setStyleSheet(m_themes.styleSheet());
-        measureWindow();
-        measureTaskPage();
-        measureSettings();
-        measureMessage();
-        measurePopups();
+        for (const auto measure : {&tst_Contrast::measureWindow, &tst_Contrast::measureTaskPage,
+                                   &tst_Contrast::measureSettings, &tst_Contrast::measureMessage,
+                                   &tst_Contrast::measurePopups}) {
+            (this->*measure)();
+            if (QTest::currentTestFailed()) {
+                return;
+            }
+        }
     }
 }
 

@@ -300,8 +300,8 @@ void tst_MainWindowPages::editOfTheCommandClosesThePage()
 void tst_MainWindowPages::pageGetsTheKeysOfTheList_data()
 {
     QTest::addColumn<QKeyCombination>("key");
-    QTest::addColumn<int>(
-        "row"); // the current one of three, from the middle, when the list gets the key
+    // The row that the key makes current in a list of three, from the middle one.
+    QTest::addColumn<int>("row");
 
     QTest::newRow("down") << QKeyCombination(Qt::Key_Down) << 2;
     QTest::newRow("up") << QKeyCombination(Qt::Key_Up) << 0;
@@ -324,6 +324,7 @@ void tst_MainWindowPages::pageGetsTheKeysOfTheList()
     KeyRecorder keys(w.todo.page);
     QTest::keyClick(w.todo.page, key.key(), key.keyboardModifiers());
     QVERIFY(keys.pressed.contains(key)); // its modifier may come first
+    QCOMPARE(w.list->currentRow(), 1);
 
     Q_EMIT w.todo.viewCloseRequested();
     w.edit->setFocus();

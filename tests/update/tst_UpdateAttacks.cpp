@@ -173,7 +173,8 @@ QStringList tst_UpdateAttacks::download(const QString &url)
     return waitForASignal();
 }
 
-// QTest::qWaitFor() would sleep for some milliseconds each of many hundred times.
+// QTest::qWaitFor() would sleep for some milliseconds each of many hundred times. The list is never
+// empty.
 QStringList tst_UpdateAttacks::waitForASignal()
 {
     if (m_heard.isEmpty()) {
@@ -182,7 +183,7 @@ QStringList tst_UpdateAttacks::waitForASignal()
         watchdog.start(30s);
         m_loop.exec();
     }
-    return m_heard;
+    return m_heard.isEmpty() ? QStringList{u"no signal within 30 s"_s} : m_heard;
 }
 
 QStringList tst_UpdateAttacks::update(const QString &url)
@@ -339,9 +340,11 @@ void tst_UpdateAttacks::installsNothingElseForAnyFlippedByte()
             continue;
         }
         const QString url = QJsonDocument::fromJson(flipped)["download_url"_L1].toString();
-        if (download(url) == QStringList{u"finished"_s}) {
+        const QStringList heard = download(url);
+        if (heard == QStringList{u"finished"_s}) {
             QCOMPARE(contentOf(downloadPath()), program);
         } else {
+            QVERIFY2(heard.constFirst().startsWith("error: "_L1), qPrintable(heard.constFirst()));
             QVERIFY(fakePlatform().startedUpdateScripts.isEmpty());
         }
     }

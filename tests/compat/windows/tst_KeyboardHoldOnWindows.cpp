@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 limit = 200; // in ms; when the keys are held back for less, a hold is long enough
+constexpr qint64 limit = 200; // in ms; if the window takes longer, the hold may end before it
 
 /// Another program, whose window has the focus.
 class OtherWindow
@@ -156,8 +156,9 @@ void tst_KeyboardHoldOnWindows::bringsTheKeysToTheWindow()
         m_window.activateWindow();
         type({'D'});
     });
-    qint64 duration = 0;
-    do {
+    constexpr int rounds = 20;
+    QStringList durations;
+    for (int round = 0; round < rounds; ++round) {
         m_window.setVisible(isShown);
         SetForegroundWindow(OtherWindow::window());
         QTRY_VERIFY(OtherWindow::isInFront() && !m_window.isActiveWindow());
@@ -168,14 +169,17 @@ void tst_KeyboardHoldOnWindows::bringsTheKeysToTheWindow()
         pressHotkey();
         QTRY_VERIFY(wasPressed);
         QTRY_VERIFY(m_window.isActiveWindow() || activate(&m_window));
-        duration = timer.elapsed();
+        const qint64 duration = timer.elapsed();
         type({'E'});
         QTRY_VERIFY(m_window.typed.endsWith(u'e'));
         if (duration <= limit) {
             QCOMPARE(m_window.typed, u"abcde"_s);
             QCOMPARE(OtherWindow::typed(), before);
+            return;
         }
-    } while (duration > limit); // the machine is too busy for the limit of a hold
+        durations.append(QString::number(duration));
+    }
+    QFAIL(qPrintable(u"the window got the focus after "_s + durations.join(u", "_s) + u" ms"_s));
 }
 
 void tst_KeyboardHoldOnWindows::letsTheKeysGoIfNoWindowShows()

@@ -161,7 +161,8 @@ bool tst_PortalHotkeys::bind(const Hotkeys &hotkeys)
     return QTest::qWaitFor([&] { return !changed.isEmpty() && m_hotkeys->isBound(); }, 60'000);
 }
 
-// Binds with a portal that does not answer this method in time. Fails the test without a warning.
+// Binds with a portal that does not answer this method in time. Fails the test if no warning says
+// so.
 void tst_PortalHotkeys::bindUnanswered(const QString &method)
 {
     make(1ms);

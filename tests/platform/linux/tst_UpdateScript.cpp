@@ -143,6 +143,7 @@ void tst_UpdateScript::updatesTheRunningProgram()
     QFETCH(QString, folder);
     QFETCH(QString, name);
     startCopy(folder, name, 300);
+    QVERIFY(!QTest::currentTestFailed());
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(newRuns()), 30000);
 
     QCOMPARE(contentOf(newRuns()), "ended:" + m_program.toUtf8());
@@ -196,6 +197,7 @@ void tst_UpdateScript::startsTheNewProgramEvenIfTheOldOneHangs()
     QElapsedTimer timer;
     timer.start();
     startCopy(u"bin"_s, u"program"_s, 60000);
+    QVERIFY(!QTest::currentTestFailed());
     QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(newRuns()), 30000);
     QCOMPARE(contentOf(newRuns()), "running:" + m_program.toUtf8());
     QVERIFY(timer.elapsed() >= 2000);

@@ -280,8 +280,10 @@ void tst_UpdateScript::newProgramForgetsTheSearchOrder()
 void tst_UpdateScript::keepsBothFilesAndReportsARunningProgram()
 {
     startCopy(u"bin/program.exe"_s, u"/never"_s);
+    QVERIFY(!QTest::currentTestFailed());
     QTRY_COMPARE(m_server->requests.size(), 1);
     runScriptIntoPause(m_program);
+    QVERIFY(!QTest::currentTestFailed());
     pressAnyKey();
     QVERIFY(contentOf(m_program) == contentOf(QStringLiteral(SELF_UPDATER)).value());
     QVERIFY(QFile::exists(downloadPath()));
@@ -295,6 +297,7 @@ void tst_UpdateScript::keepsTheProgramAndReportsAMissingDownload()
 {
     const QString program = testhome::writeFile(u"bin/program.exe"_s, "old program");
     runScriptIntoPause(program);
+    QVERIFY(!QTest::currentTestFailed());
     pressAnyKey();
     QCOMPARE(contentOf(program), "old program");
     QCOMPARE(QDir(QFileInfo(program).path()).entryList(QDir::Files | QDir::Hidden),
@@ -317,6 +320,7 @@ void tst_UpdateScript::keepsBothFilesAndReportsAPathOutsideTheCodePage()
     const QString program = testhome::writeFile(folder + "/program.exe"_L1, "old program");
     testhome::writeFile(u"tmp/Vaskel_update.exe"_s, contentOf(recording::program()).value());
     runScriptIntoPause(program);
+    QVERIFY(!QTest::currentTestFailed());
     pressAnyKey();
     QCOMPARE(contentOf(program), "old program");
     QVERIFY(QFile::exists(downloadPath()));
