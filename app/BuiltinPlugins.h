@@ -9,15 +9,15 @@ class PluginManager;
 class Settings;
 class SettingsPlugin;
 
-/// The plugins of the commands that Vaskel brings.
+/// The plugins that come with Vaskel.
 namespace builtinplugins {
 
-/// Their commands and aliases, which no command of the user's own can have.
+/// Their commands and aliases. The user's own commands cannot have these names.
 QStringList commands();
 
-/// Registers them and then the commands of the user's own. The manager owns all; the others are not
-/// owned and must outlive it. Returns the plugin of the settings page, which shows what is wrong
-/// with the files of the user's own commands.
+/// Registers them, then the user's own commands. The manager owns all plugins; the other arguments
+/// are not owned and must outlive it. Returns the plugin of the settings page, which shows what is
+/// wrong with the files of the user's own commands.
 SettingsPlugin *registerAll(PluginManager &plugins, AppLauncher &launcher, Settings &settings,
                             const GlobalHotkey &hotkey);
 

@@ -7,6 +7,6 @@ class QFont;
 /// could be any font.
 void substituteDesktopFont(const QFont &desktopFont);
 
-/// Sets the font that the style sheet gives to widgets for the application too. Call before the
+/// Gives the application, too, the font that the style sheet gives to widgets. Call before the
 /// first widget, which would otherwise load another font until the sheet reaches it.
 void setApplicationFont();

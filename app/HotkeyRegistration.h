@@ -23,8 +23,8 @@ public:
                        platform::DesktopHotkeys *desktop);
 
     /// Call these at the start and after a change of the settings. The desktop learns of all
-    /// changes at once, from the event loop. A disabled plugin has no hotkey, and the settings
-    /// plugin, of the command "set", never has one.
+    /// changes together, in the next pass of the event loop. A disabled plugin has no hotkey, and
+    /// the settings plugin, of the command "set", never has one.
     void registerMainHotkey();
     void registerPluginHotkeys();
 

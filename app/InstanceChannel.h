@@ -7,7 +7,7 @@
 /// The way to the running instance, which its single-instance library keeps open.
 namespace instancechannel {
 
-/// Tells the instances of this program from others. Those of all versions have the same name.
+/// Identifies the instances of this program, the same for all its versions.
 inline constexpr QLatin1StringView instanceName{"Vaskel"};
 
 /// How long to wait for the running instance, in milliseconds.
@@ -23,7 +23,7 @@ enum class Delivery {
 /// display.
 Delivery deliver(const QByteArray &message);
 
-/// Lets the answer leave to the sender of the message that this instance has just received. Call it
+/// Sends what is left of the answer to the message that this instance has just received. Call it
 /// before the instance quits on a message.
 void sendAnswer();
 

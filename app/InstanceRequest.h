@@ -29,7 +29,7 @@ struct InstanceRequest
     /// The message to the running instance: the verb, and for Query a blank and the text in UTF-8.
     QByteArray toMessage() const;
 
-    /// Nothing if the message is too long or anything else than what toMessage() returns.
+    /// Nothing if the message is too long or not of the form of toMessage().
     static std::optional<InstanceRequest> fromMessage(const QByteArray &message);
 
     /// The verb of this name, such as "toggle".

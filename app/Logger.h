@@ -19,10 +19,10 @@ class Logger : public QObject
 public:
     static Logger &instance();
 
-    /// Opens the log and removes expired files. Call once, first in main. The folder is logDir, or
-    /// the user's data folder if that is empty; "/Vaskel" is appended unless the path ends with it,
-    /// in upper or lower case. Makes it private to the user. Logs to the console alone if the file
-    /// cannot be opened.
+    /// Opens the log and removes expired files. Call once in main, before the application object is
+    /// created. The folder is logDir, or the user's data folder if that is empty; "/Vaskel" is
+    /// appended unless the path ends with "Vaskel", in upper or lower case. Makes it private to the
+    /// user. Logs to the console alone if the file cannot be opened.
     void init(const QString &logDir);
 
 private:

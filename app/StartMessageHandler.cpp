@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/StartMessageHandler.h"
 
+#include "app/ExitStatus.h"
 #include "app/Logger.h"
 #include "app/Translation.h"
 #include "platform/Console.h"
@@ -65,5 +66,5 @@ void startMessageHandler(QtMsgType type, const QMessageLogContext &context, cons
     qtMessageHandler(QtCriticalMsg, context, text.section(u'\n', 0, 0));
     platform::writeToConsole(platform::ConsoleStream::Errors, "Vaskel: "_L1 + text + u'\n');
     // The destructors of an application object that is only half constructed cannot run.
-    std::_Exit(EXIT_FAILURE);
+    std::_Exit(exitstatus::failed);
 }

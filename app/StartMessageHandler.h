@@ -4,7 +4,7 @@
 #include <QtGlobal>
 
 /// Qt's message handler while main() creates the application object. Does what qtMessageHandler()
-/// does, and ends the program with status 1 at a fatal message, after which Qt would abort it. Then
-/// it prints one line if no display answers. If something else fails, such as the loading of a
-/// platform plug-in, it prints what Qt has said since then.
+/// does. At a fatal message, at which Qt would abort, it ends the program with status 1. Before
+/// that it prints one line if no display answers, and otherwise, such as for a platform plug-in
+/// that cannot be loaded, all that Qt has said from the start.
 void startMessageHandler(QtMsgType type, const QMessageLogContext &context, const QString &message);

@@ -210,7 +210,8 @@ void greet(QSystemTrayIcon &tray, const AppLauncher &launcher, const GlobalHotke
 /// returns the event loop's exit code.
 int run(SingleApplication &app, const std::optional<InstanceRequest> &request)
 {
-    // QApplication has set the locale, and the plug-ins that it loads may change the environment.
+    // Not before QApplication, which sets the locale, and whose plug-ins may change the
+    // environment: the library's thread reads both.
     platform::FontLibrary fonts;
     const QIcon appIcon = vaskelIcon();
     QGuiApplication::setWindowIcon(appIcon);
@@ -264,7 +265,7 @@ int main(int argc, char *argv[])
     Logger::instance().init({});
     qInstallMessageHandler(startMessageHandler);
     platform::chooseWindowSystem();
-    // A second process of the same user notifies the first one and ends here.
+    // Without a request, a second process of the same user notifies the first one and ends here.
     SingleApplication app(argc, argv, commandLine.request.has_value(),
                           SingleApplication::Mode::User, instancechannel::timeout,
                           instancechannel::instanceName);

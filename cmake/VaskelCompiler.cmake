@@ -22,7 +22,7 @@ target_compile_definitions(vaskel_compiler INTERFACE
 )
 
 # An overflow of a buffer ends the program, and the tables of the dynamic loader become read-only
-# before main(). The checks of FORTIFY need an optimiser, and MinGW's are a library of its own.
+# before main(). _FORTIFY_SOURCE needs optimisation, and with MinGW a library of its own.
 if(LINUX AND NOT VASKEL_SANITIZE)
     set(hardened "$<AND:$<CXX_COMPILER_ID:GNU,Clang>,$<CONFIG:Release,RelWithDebInfo,MinSizeRel>>")
     target_compile_options(vaskel_compiler INTERFACE

@@ -12,8 +12,8 @@ endif()
 # The prefix of wine is kept between runs.
 set(VASKEL_WINE "${PROJECT_SOURCE_DIR}/tests/support/with-wine" --prefix "${PROJECT_BINARY_DIR}/wine")
 
-# QWindowKit takes the frame away from a window that exists, but the offscreen platform does not expect
-# that. It gets windows without one.
+# QWindowKit removes the frame of an existing window, which the offscreen platform does not expect.
+# So its windows have no frame from the start.
 set(VASKEL_OFFSCREEN offscreen)
 if(NOT TARGET compat_QWindowKit)
     string(APPEND VASKEL_OFFSCREEN ":configfile=${PROJECT_SOURCE_DIR}/tests/support/frameless.json")

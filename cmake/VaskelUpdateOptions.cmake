@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 #
-# The update server and the keys of its answers. Stops on a choice by which a stranger in the network
-# could replace the program. Also runs by itself: cmake -D... -P cmake/VaskelUpdateOptions.cmake
+# The update server and the keys of its answers. Stops if the values would let somebody else on the
+# network replace the program. Also runs by itself: cmake -D... -P cmake/VaskelUpdateOptions.cmake
 
 set(VASKEL_UPDATE_SERVER "http://127.0.0.1:8080" CACHE STRING
     "Address of the update server, without a trailing slash; if empty, there are no updates"
@@ -37,7 +37,7 @@ foreach(key IN LISTS VASKEL_UPDATE_KEY)
     if(NOT key MATCHES "^[0-9A-Fa-f]+$" OR NOT key_length EQUAL 64)
         message(FATAL_ERROR "A key in VASKEL_UPDATE_KEY is 64 hexadecimal digits, not \"${key}\".")
     endif()
-    # A point for which anybody can make signatures is no key of a pair.
+    # These are points of small order: anybody can make a signature that is valid for them.
     if(key MATCHES "^0[01]0+[08]0$")
         message(FATAL_ERROR "VASKEL_UPDATE_KEY is no key of a pair: \"${key}\".")
     endif()

@@ -65,7 +65,8 @@ public:
         return value;
     }
 
-    /// The text in the first language of the user that the file has.
+    /// The text in the first of the user's languages that the file has; otherwise that of the plain
+    /// key.
     QString translatedText(const QString &key, const QStringList &languages)
     {
         m_translatedKeys.append(key);
@@ -156,8 +157,8 @@ private:
     QString m_error;
 };
 
-// The user's languages as in the keys of a file ("zh_CN", "zh"), up to English, which is that of
-// the keys without a language.
+// The user's languages in the form of the keys, such as "zh_CN" and "zh". The list ends before
+// English, the language of the keys without one.
 QStringList translatedLanguages()
 {
     QStringList languages;

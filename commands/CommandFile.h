@@ -45,7 +45,7 @@ struct CommandFile
     /// The file in the folder.
     static QString pathIn(const QString &folder);
 
-    /// A path of this file in full: relative to the folder unless it is absolute.
+    /// The absolute form of a path in this file; a relative path starts at the folder.
     QString absolutePath(const QString &path) const;
 
     /// The program of `exec` or `run`: relative to the folder if it contains a slash; otherwise

@@ -11,8 +11,7 @@ namespace commandfolders {
 
 /// Registers a plugin, whose parent is the manager, for each command folder. Call it after the
 /// built-in plugins are registered: a command that is taken stays with its plugin. The user's
-/// folder precedes the system's. Returns a line for each folder whose file is wrong, which is also
-/// logged.
+/// folder precedes the system's. Returns one line for each error, which is also logged.
 QStringList registerAll(PluginManager &manager);
 
 } // namespace commandfolders

@@ -54,7 +54,7 @@ QVariantMap openAction(const QString &argument, const CommandFile &file)
     if (url.isLocalFile()) {
         return makeAction(actiontype::openFile, url.toLocalFile(), file.command);
     }
-    // One letter is the drive of a path of Windows.
+    // A scheme of one letter is the drive of a Windows path.
     if (url.scheme().size() > 1 && !QDir::isAbsolutePath(argument)) {
         return makeAction(actiontype::openUrl, argument, file.command);
     }
@@ -85,7 +85,7 @@ ScriptAnswer ScriptAnswer::parse(const QByteArray &output, const CommandFile &fi
     if (!QUtf8StringView(output).isValidUtf8()) {
         answer.error = tr("The answer is not valid UTF-8.");
     } else if (file.output == CommandFile::Output::Lines) {
-        QStringDecoder decoder(QStringDecoder::Utf8); // without the mark of the byte order
+        QStringDecoder decoder(QStringDecoder::Utf8); // drops the byte-order mark
         answer.readLines(decoder(output), file);
     } else {
         answer.readItems(output, file);

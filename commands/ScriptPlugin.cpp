@@ -21,11 +21,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// Rows that change at each letter would flicker.
+// How long the previous rows stay while the program runs. Without them, the list would flicker at
+// each letter.
 constexpr auto oldRecordsTime = 300ms;
 
-// The window asks for the answer at once. If the user has left the command, nobody does, and the
-// answer must not be taken for that of a later visit.
+// The window queries again as soon as the answer is there. If the user has left the command, no
+// query follows, and a later visit must start the program anew.
 constexpr auto newRecordsTime = 2s;
 
 } // namespace

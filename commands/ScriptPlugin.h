@@ -31,8 +31,8 @@ public:
     /// Starts the program, and ends that of an earlier text, unless it already runs for this one.
     /// Returns the records of the previous text for at most 300 ms, then an inert one that says
     /// that the program is asked. When the program has ended, the next query with the same text
-    /// returns its records, unless it comes later than 2 s; an inert one says what failed, or that
-    /// there are none.
+    /// returns its records, unless it comes more than 2 s later; an inert one says what failed, or
+    /// that there are none.
     QVariantList query(const QString &args) override;
 
     /// Copies, opens or runs with "data". False if that fails or the type is another one.

@@ -76,7 +76,7 @@ void ScriptProcess::readErrors()
 
 void ScriptProcess::handleError(QProcess::ProcessError error)
 {
-    if (error == QProcess::FailedToStart) { // no end follows
+    if (error == QProcess::FailedToStart) { // finished() does not follow
         finish(tr("%1 cannot be started").arg(m_file.exec.first()), reasonOfFailedStart());
     }
 }

@@ -47,6 +47,6 @@ private:
     QProcess m_process; // ends before the tree
     QTimer m_timeout;
     QByteArray m_output;
-    QByteArray m_errors; // the end of them
+    QByteArray m_errors; // the last bytes of the standard error
     bool m_isFinished = false;
 };

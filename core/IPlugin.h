@@ -32,9 +32,8 @@ public:
     /// bad input it returns a record whose action has the type "none".
     virtual QVariantList query(const QString &args) = 0;
 
-    /// The texts of which query() finds at least one in the name of each program or file that it
-    /// answers with; the window emphasizes them in the rows. Empty for a plugin that makes its
-    /// records in another way, as by default.
+    /// The texts by which query() finds programs and files; the window emphasizes them in the rows.
+    /// Empty, as by default, for a plugin that makes its records in another way.
     virtual QStringList searchTexts(const QString &args) const;
 
     /// Whether the arguments are the path of a folder, whose content query() lists. In the rows of

@@ -16,7 +16,7 @@
 //   - "data": the operand, such as a path, a URL or a text
 //   - "plugin": the command whose plugin carries the action out
 // Use the functions below to make and read the maps. A function that makes one adds a key for each
-// of its arguments, also for an empty one, and no other key.
+// of its arguments, even for an empty one. Only makeInertRecord() adds others.
 
 /// The types of the actions, compared exactly. A plugin may add its own types.
 namespace actiontype {

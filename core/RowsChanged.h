@@ -15,8 +15,9 @@ public:
     explicit RowsChanged(QObject *parent = nullptr);
 
     /// A plugin calls this with its command, at any time, also within query(). The signal follows
-    /// in the next pass of the event loop, once for all the calls until then. The window answers
-    /// with a query, so a plugin that calls this at each query would never come to rest.
+    /// in the next pass of the event loop, once for each command that was reported until then. The
+    /// window answers with a query, so a plugin that calls this at each query would never come to
+    /// rest.
     void report(const QString &command);
 
 Q_SIGNALS:

@@ -15,7 +15,8 @@ namespace {
 
 using fuzz::check;
 
-// What plocate takes for a pattern without wildcards: every special character has a backslash.
+// The text that a pattern without wildcards stands for; a backslash precedes each special
+// character.
 QString unescaped(const QString &pattern)
 {
     QString text;

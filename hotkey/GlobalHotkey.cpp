@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// On other platforms the library would use an X display that does not exist. It also reports the
-// offscreen platform as supported.
+// On a platform that it does not support, the library would use an X display that does not exist.
+// It reports the offscreen platform as supported, too.
 bool isSupported()
 {
     return QHotkey::isPlatformSupported() && QGuiApplication::platformName() != "offscreen"_L1;

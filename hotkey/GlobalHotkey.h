@@ -33,8 +33,8 @@ public:
     /// Whether the main hotkey works.
     bool isMainHotkeyRegistered() const;
 
-    /// Whether the system has refused the last valid sequence of the main hotkey, or of the hotkey
-    /// of a command: another program holds it. False on a system without hotkeys.
+    /// Whether the system has refused the main hotkey, or the hotkey of a command, usually because
+    /// another program holds it. False without a hotkey, and on a system without hotkeys.
     bool isMainHotkeyHeld() const { return m_isMainHotkeyHeld; }
     bool isPluginHotkeyHeld(const QString &command) const;
 

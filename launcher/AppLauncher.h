@@ -42,7 +42,8 @@ public:
 
     Q_INVOKABLE bool isPinned(const QString &path) const;
 
-    /// With this text begins the description of each program that the start menu lists.
+    /// The text with which the description of each program of the start menu begins, in the
+    /// language of Vaskel.
     static QString startMenuText();
 
     /// Whether there was no pins file when the launcher was created: the user starts the program
@@ -53,7 +54,8 @@ public:
     QVariantList pinnedApps() const;
 
 Q_SIGNALS:
-    /// The pins have changed and were written, unless writing failed silently.
+    /// The pins have changed. They have been written to their file; a failure to do so is only
+    /// logged.
     void pinsChanged();
 
 private:

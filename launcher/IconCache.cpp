@@ -71,7 +71,7 @@ bool saveContent(const QByteArray &content, const QString &filePath)
 
 QString makeIconFolder()
 {
-    // If the folder is missing, QDir::tempPath() is empty before Qt 6.11; do not create it.
+    // Do not create a missing temporary folder. Before Qt 6.11, QDir::tempPath() is empty then.
     const QString temporary = QDir::tempPath();
     if (!QFileInfo(temporary).isDir()) {
         return folderInCache();

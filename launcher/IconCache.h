@@ -19,8 +19,8 @@
 class QFileInfo;
 
 /// Creates the folder of the icon files in the temporary folder, with access for this user only,
-/// and returns its path. Uses a folder in the cache of the user if another user owns it or there is
-/// no temporary folder. Empty if it cannot be created.
+/// and returns its path. Uses a folder in the cache of the user if that fails, if another user owns
+/// or could replace it, or if there is no temporary folder. Empty if it cannot be created.
 QString makeIconFolder();
 
 /// Writes a PNG file, completely or not at all. Returns false on failure and for a null pixmap.
@@ -39,10 +39,11 @@ struct IconRules
     bool asksShell = false;
 };
 
-/// Draws icons into PNG files of at most 32 by 32 pixels, on first request. If they are scaled, it
-/// also draws those of platform::iconFileOfFactor() for the screens with a factor above 1. The
-/// files stay for later runs and are never refreshed. Use one object for one list, since it caches
-/// the icons of file types.
+/// Draws icons into PNG files, on first request: of at most 32 by 32 pixels if they are scaled,
+/// otherwise of the size that Qt or the shell returns. If they are scaled, it also draws those of
+/// platform::iconFileOfFactor() for the screens with a factor above 1. The files stay for later
+/// runs and are never refreshed. Use one object for one list, since it caches the icons of file
+/// types.
 class IconCache
 {
 public:
@@ -69,10 +70,11 @@ private:
 
     const QString m_folder;
     const IconRules m_rules;
-    const QList<int> m_factors;                 // above 1, of the screens
-    QList<platform::FolderEntry> m_entries;     // of listFolder()
-    QSet<QStringView> m_listed;                 // the names in m_entries
-    std::optional<platform::LinkIcons> m_links; // both created for the first icon that is drawn
+    const QList<int> m_factors;             // above 1, of the screens
+    QList<platform::FolderEntry> m_entries; // of listFolder()
+    QSet<QStringView> m_listed;             // the names in m_entries
+    // Each created for the first icon that needs it.
+    std::optional<platform::LinkIcons> m_links;
     std::optional<QFileIconProvider> m_provider;
     QHash<std::pair<qint64, int>, QByteArray> m_drawn; // PNG files, by the icon's key and factor
 };

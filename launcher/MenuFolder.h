@@ -3,7 +3,7 @@
 
 #include <QStringList>
 
-/// Start-menu files and subfolders of a folder, each by name, ignoring case.
+/// The start-menu files and the subfolders of a folder, each sorted by name, ignoring case.
 struct MenuFolder
 {
     QStringList links;      ///< absolute paths

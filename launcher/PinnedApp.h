@@ -16,7 +16,8 @@ struct PinnedApp
 };
 
 /// Reads the text of the pins file, a JSON array with one object for each pin, in their order. A
-/// missing or mistyped key gives an empty field. Nothing if it is no array.
+/// key that is missing or not a string gives an empty field. Nothing if the text is not a JSON
+/// array.
 std::optional<QList<PinnedApp>> pinsFromJson(const QByteArray &text);
 
 /// The text of the pins file.

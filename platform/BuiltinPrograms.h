@@ -25,8 +25,9 @@ struct ProgramInfo
     QString iconSource;  ///< file, link or address whose icon to show
 };
 
-/// Searches the system at each call. If no such program is installed, the path is the command of a
-/// well-known one and the description is empty.
+/// On Linux it searches the system at each call; if no such program is installed, the path is the
+/// command of a well-known one and the description is empty. For Browser the path is the address of
+/// a start page.
 ProgramInfo builtinProgram(BuiltinProgram program);
 
 /// The program to start for a path or a command, such as those that builtinProgram() returns. On

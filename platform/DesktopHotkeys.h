@@ -31,7 +31,8 @@ public:
     using QObject::QObject;
 
     /// Asks the desktop for these hotkeys in place of the earlier ones, unless they are the same.
-    /// Returns at once; changed() tells the outcome.
+    /// Returns at once. changed() follows when they are bound. A failure is logged, and emits
+    /// changed() only if hotkeys were bound before.
     virtual void bind(const QList<Hotkey> &hotkeys) = 0;
 
     /// Whether the desktop holds the hotkeys. Remains true while it is asked for others, and
@@ -45,7 +46,7 @@ public:
     /// Whether the desktop has a dialog for the keys of its hotkeys.
     virtual bool canConfigure() const = 0;
 
-    /// Opens that dialog.
+    /// Opens that dialog; does nothing if there is none. A failure is logged.
     virtual void configure() = 0;
 
 Q_SIGNALS:

@@ -13,7 +13,7 @@ class QObject;
 /// Linux. FilePlugin calls it on the GUI thread.
 namespace platform::fileindex {
 
-/// The error if the service of the index does not run.
+/// The error if Everything does not run, EVERYTHING_ERROR_IPC of its SDK. Never on Linux.
 inline constexpr unsigned serviceUnreachable = 2;
 
 /// The answer to a search.

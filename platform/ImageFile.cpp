@@ -54,7 +54,7 @@ bool isEmbeddedImage(QStringView address)
     return address.startsWith("data:"_L1) && !format.isEmpty() && !isVector(format);
 }
 
-// Such a vector image cannot be looked into.
+// namesFurtherFiles() cannot read a compressed one.
 bool isCompressed(const QByteArray &svg)
 {
     return svg.startsWith("\x1f\x8b");

@@ -15,11 +15,11 @@ namespace platform {
 QPixmap readPng(const QString &path);
 
 /// Reads the icon in an image file or resource of any format that Qt reads, a PNG file as fast as
-/// readPng(). Reads the files of iconFileOfFactor() too if a screen needs them. For files of other
-/// origin, unlike the constructor of QIcon: it reads nothing but regular files, each through one
-/// descriptor and at once, and no image that refers to further files. Of the images in one file, it
-/// reads at most 32, and none after 16 million pixels. Null if the file is no such image, or has
-/// more than 16 MiB.
+/// readPng(). Reads the files of iconFileOfFactor() too if a screen needs them. Unlike the
+/// constructor of QIcon, it is safe for files of other programs: it reads nothing but regular
+/// files, each through one descriptor and at once, and no image that refers to further files. Of
+/// the images in one file, it reads at most 32, and none after 16 million pixels. Null if the file
+/// is no such image, or has more than 16 MiB.
 QIcon iconOfImageFile(const QString &path);
 
 /// Reads an image for an icon of this size in pixels, with the same limits as iconOfImageFile(). A

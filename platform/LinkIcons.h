@@ -8,9 +8,9 @@
 
 namespace platform {
 
-/// The icons that start-menu files name, for which QFileIconProvider returns that of the file type.
-/// Use one object for one list: it remembers what it has read of the icon themes, and does not see
-/// what is installed later.
+/// The icons that links name. QFileIconProvider would return the icon of the file type. Use one
+/// object for one list: it remembers what it has read of the icon themes, and does not see what is
+/// installed later.
 class LinkIcons
 {
 public:

@@ -22,7 +22,7 @@ int area(const QSize &size)
     return size.width() * size.height();
 }
 
-// Like QIcon's own, never larger than the picture.
+// Like QIcon's own engine, never larger than the picture.
 QSize reduced(const QSize &picture, const QSize &space)
 {
     const bool fits = picture.width() <= space.width() && picture.height() <= space.height();
@@ -97,8 +97,8 @@ QPixmap PictureIconEngine::draw(const QSize &pixels, QIcon::Mode mode, qreal sca
                   mode);
 }
 
-// The nearest factor and then the nearest area, each rather too large than too small. Null if there
-// is no picture.
+// By the factor and then by the area: the nearest that is large enough, or else the nearest. Null
+// if there is no picture.
 const QPixmap *PictureIconEngine::bestPicture(const QSize &pixels, qreal scale) const
 {
     const auto distance = [&](const QPixmap &picture) {

@@ -8,7 +8,7 @@
 namespace platform {
 
 /// An icon made of pixmaps, each with its own device pixel ratio, as QIcon::addPixmap() makes it,
-/// but without QPixmapCache: Qt 6.4 keeps the name of each dropped picture for ever. For icons of
+/// but without QPixmapCache: Qt 6.4 keeps the key of each dropped pixmap for ever. For icons of
 /// files that are read again and again.
 class PictureIconEngine : public QIconEngine
 {

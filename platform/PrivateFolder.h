@@ -18,9 +18,9 @@ bool makePrivateFolder(const QString &path);
 /// stores no owners.
 bool isProtectedFolder(const QString &path);
 
-/// The folder for temporary files that must not be exchanged. On Windows, where TEMP may name any
-/// folder, this is a private one among the user's data if that folder is not protected, and empty
-/// if neither can be; on Linux openPrivateFile() fails there instead.
+/// The folder for temporary files that no other user may replace. On Windows, where TEMP may name
+/// any folder, this is a private one among the user's data if that folder is not protected, and
+/// empty if neither can be; on Linux openPrivateFile() fails there instead.
 QString temporaryFolder();
 
 } // namespace platform

@@ -38,8 +38,8 @@ inline QString underscoredName(const QLocale &locale)
 #endif
 }
 
-/// The searches for an icon through a theme and its parents, each with its names. Qt 6.4 looks for
-/// all names in a theme before it goes on to the parents, later versions for one after the other.
+/// The searches for an icon, each with the names to look for in a theme and then in its parents. Qt
+/// 6.4 looks for all names in one search, later versions search once for each name.
 inline QList<QStringList> iconSearches(const QStringList &names)
 {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 5, 0)

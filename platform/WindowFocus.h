@@ -6,8 +6,8 @@ class QWindow;
 namespace platform {
 
 /// Keeps the window system from giving the window the keyboard focus, at a click or when another
-/// window hides. Call it for each native window, before it is shown. Does nothing on a window
-/// system that gives the focus only when a program asks for it.
+/// window hides. Call it for each native window, before it is shown. Does nothing on Wayland, where
+/// a window cannot refuse the focus.
 void refuseFocus(QWindow *window);
 
 /// Keeps a tray from taking the focus from the program's windows when it embeds the icon. Call it

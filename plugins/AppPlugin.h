@@ -5,7 +5,7 @@
 
 class AppLauncher;
 
-/// The command "app": the application search.
+/// The command "app": the program search.
 class AppPlugin : public IPlugin
 {
     Q_OBJECT

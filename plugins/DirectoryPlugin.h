@@ -15,8 +15,9 @@ public:
     QString description() const override;
 
     /// Returns a record that opens the folder, then one for each entry that is not hidden: folders
-    /// first, each group sorted by name. Lists the home folder if the arguments name nothing;
-    /// returns one record with an error if they name a file. Draws the missing icons.
+    /// first, each group sorted by name. Lists the home folder if the arguments are blank or name
+    /// nothing that exists; returns one record with an error if they name a file. Draws the missing
+    /// icons.
     QVariantList query(const QString &args) override;
 
     bool listsFolders() const override { return true; }

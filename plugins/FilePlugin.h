@@ -18,16 +18,16 @@ class FilePlugin : public IPlugin
 public:
     explicit FilePlugin(QObject *parent = nullptr);
 
-    /// Also reports when an index is complete that a query found incomplete. The object is not
-    /// owned and must outlive the plugin's event loop.
+    /// Also reports when an index that a query found incomplete is complete. The object is not
+    /// owned and must live as long as the event loop runs.
     FilePlugin(RowsChanged *rowsChanged, QObject *parent);
 
     QString command() const override;
     QString description() const override;
 
     /// Returns a record for each of the first 50 files and folders found, in the order of the
-    /// index. Returns one inert record as a hint for blank arguments, if the search failed, or if
-    /// it found nothing. Waits for the index and draws the missing icons.
+    /// index. Returns one inert record for blank arguments, without an index, if the search failed,
+    /// or if it found nothing. Waits for the answer of the index, and draws the missing icons.
     QVariantList query(const QString &args) override;
 
     QStringList searchTexts(const QString &args) const override;

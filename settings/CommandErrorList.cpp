@@ -31,7 +31,7 @@ CommandErrorList::CommandErrorList(const QStringList &lines, QWidget *parent)
 {
     auto *title = new QLabel(tr("Commands that could not be loaded"), this);
     title->setObjectName(u"section"_s);
-    title->setIndent(0); // as the other titles
+    title->setIndent(0); // like the other titles
     const QString text = lines.join(u'\n');
     auto *list = new QLabel(breakable(text), this);
     list->setObjectName(u"muted"_s);

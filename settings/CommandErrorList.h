@@ -4,8 +4,8 @@
 #include <QStringList>
 #include <QWidget>
 
-/// The part of the page of the plugins that tells which of the user's own commands have a wrong
-/// file. Created only if there are some.
+/// The part of the plugins page that lists the errors in the user's own commands. Created only if
+/// there are some.
 class CommandErrorList : public QWidget
 {
     Q_OBJECT

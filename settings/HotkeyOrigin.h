@@ -12,7 +12,7 @@ struct HotkeyOrigin
         Untold,
         Program,
         Desktop,
-        Nobody, ///< works in some windows alone; the user can bind a command in the desktop
+        Nobody, ///< works only while an X11 window has the focus, unless the user binds a command
     };
 
     Holder holder = Holder::Untold;

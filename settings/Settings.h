@@ -64,11 +64,11 @@ public:
     bool autoHideOnFocusLoss() const;
     void setAutoHideOnFocusLoss(bool hide);
 
-    /// Whether applications are launched by a double click instead of a single one.
+    /// Whether programs are launched by a double click instead of a single one.
     bool appLaunchRequiresDoubleClick() const;
     void setAppLaunchRequiresDoubleClick(bool required);
 
-    /// Whether an empty command box lists all applications.
+    /// Whether an empty command box lists all programs.
     bool showAllAppsWhenSearchEmpty() const;
     void setShowAllAppsWhenSearchEmpty(bool show);
 

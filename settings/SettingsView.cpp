@@ -227,7 +227,7 @@ void SettingsView::buildButtons()
     m_buttons = new ButtonBox(QDialogButtonBox::Save | QDialogButtonBox::Cancel, this);
     const QList<QAbstractButton *> buttons = m_buttons->buttons();
     for (QAbstractButton *button : buttons) {
-        button->setIcon(QIcon());                                  // as the other buttons
+        button->setIcon(QIcon());                                  // like the other buttons
         qobject_cast<QPushButton *>(button)->setAutoDefault(true); // Enter presses it, too
     }
     connect(m_buttons, &QDialogButtonBox::accepted, this, &SettingsView::save);

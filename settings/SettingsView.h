@@ -17,8 +17,8 @@ class QStackedWidget;
 class Settings;
 
 /// The settings page. Its controls hold a working copy: Save stores it, Cancel discards it. A hint
-/// under a hotkey and the notice that Save has saved are widgets of their own, created when first
-/// needed.
+/// under a hotkey and the notice of whether Save has saved are widgets of their own, created when
+/// first needed.
 class SettingsView : public QWidget
 {
     Q_OBJECT
@@ -39,8 +39,8 @@ public:
     /// Sets how the page learns that another program holds a hotkey, for the next reload() or Save.
     void setHotkeyCheck(const HotkeyHints::Check &check) { m_hints.setCheck(check); }
 
-    /// Shows above the plugins which commands of the user's own have a wrong file; call it at most
-    /// once, and only if there are some.
+    /// Shows these errors in the user's own commands above the plugins. Call it at most once, and
+    /// only with errors.
     void addCommandErrors(const QStringList &lines);
 
     /// Sets how the page learns where a hotkey comes from, for the next reload() or Save.

@@ -132,7 +132,7 @@ QString ThemeManager::styleSheet() const
     return QString::fromUtf8(withColors(styleTemplate(), m_isDark));
 }
 
-// Unpacking takes longer than everything else, so it is done once for each template.
+// Decompression takes longer than replacing the tokens, so it is done once for each template.
 const QByteArray &ThemeManager::styleTemplate() const
 {
     const QResource resource(u":/assets/style.qss"_s);

@@ -59,7 +59,7 @@ void TaskDelegate::updateEditorGeometry(QWidget *editor, const QStyleOptionViewI
 {
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
-    // The rectangle of a text that fills the row.
+    // With this, the rectangle is all the room beside the check box, not only that of the title.
     item.showDecorationSelected = true;
     QRect rect = m_tree->style()->subElementRect(QStyle::SE_ItemViewItemText, &item, m_tree);
     rect.adjust(-editorMargin, 0, editorMargin, 0);

@@ -20,7 +20,7 @@ public:
 Q_SIGNALS:
     void deletePressed();
     void insertPressed();
-    /// Ctrl+Z, or what the system has for it.
+    /// QKeySequence::Undo, which is Ctrl+Z on most systems.
     void undoPressed();
 
 private:

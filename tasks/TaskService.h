@@ -40,8 +40,8 @@ public:
     /// Adds deleted tasks again with all their fields; the parents' states stay the same.
     void restoreTasks(const QList<Task> &tasks);
 
-    /// Sets the state of the task and its descendants. Then updates its ancestors: each is
-    /// completed exactly if all its children are.
+    /// Sets the state of the task and its descendants. Then updates its ancestors, up to the first
+    /// whose state stays the same: each is completed if all its children are, and otherwise active.
     Q_INVOKABLE void setCompleted(const QString &id, bool completed);
 
     /// Sets the trimmed title, unless it is blank or unchanged.

@@ -22,14 +22,16 @@ public:
     /// Removes all rows, and deletes them in the event loop.
     void removeRows();
 
-    /// Expands the rows with children. A screen reader would call any other expanded row expanded,
-    /// too.
+    /// Expands the rows with children only: a screen reader says "expanded" for every expanded row,
+    /// also for one without children.
     void expandBranches();
 
-    /// The number of visible rows above the current one, or 0 without a current one.
+    /// The number of rows above the current one that the filter shows, also in collapsed branches;
+    /// 0 without a current row.
     int currentRowNumber() const;
 
-    /// The visible row with this number, or the last one if there are fewer; null if there is none.
+    /// The row with this number, counted likewise, or the last one if there are fewer; null if
+    /// there is none.
     QTreeWidgetItem *rowAt(int number) const;
 
     /// The row of the task; null if there is none or the filter hides it.
@@ -42,8 +44,8 @@ public:
     /// if it has visible rows.
     void setEmptyText(const QString &title, const QString &hint);
 
-    /// The whole line of an item if the rectangle is its visualRect(); otherwise the rectangle
-    /// itself.
+    /// The whole line of an item if the rectangle is its visualRect(). Returns any other rectangle,
+    /// such as that of a picture of the item, as it is.
     QRect lineRect(const QRect &itemRect, const QModelIndex &index) const;
 
     /// Paints what is behind the item of a row. TaskDelegate calls this, because only a delegate

@@ -79,7 +79,8 @@ bool AnswerGuard::filterAtFirst(QEvent *event) const
     case QEvent::MouseButtonDblClick:
         return true;
     case QEvent::Close:
-        // Closing counts as an answer; an event from the window system is a click or a key, too.
+        // Closing counts as an answer. A close event from the window system comes from a click or a
+        // key.
         if (event->spontaneous()) {
             event->ignore();
         }

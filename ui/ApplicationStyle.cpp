@@ -264,7 +264,7 @@ QIcon ApplicationStyle::standardIcon(StandardPixmap icon, const QStyleOption *op
 QPixmap ApplicationStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
                                               const QStyleOption *option) const
 {
-    // Keep the icon of the selected row sharp; the default would tint it.
+    // Keep the colours of the icon in a selected row; the default would tint it.
     return mode == QIcon::Selected ? pixmap
                                    : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
 }

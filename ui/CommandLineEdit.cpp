@@ -58,7 +58,7 @@ void CommandLineEdit::buildContent()
 void CommandLineEdit::connectContent()
 {
     m_edit->installEventFilter(this);
-    m_inputMethodKeys = new InputMethodKeys(m_edit); // the last filter, called before this object
+    m_inputMethodKeys = new InputMethodKeys(m_edit); // after this object: called before it
     connect(m_managementIcon, &ManagementIcon::clicked, this,
             &CommandLineEdit::managementRequested);
     connect(m_edit, &QLineEdit::textChanged, this, &CommandLineEdit::detectCommand);

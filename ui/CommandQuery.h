@@ -13,7 +13,7 @@ class IPlugin;
 class PluginManager;
 class Settings;
 
-/// Decides whether the text of the command box is a command, an application search or a web search.
+/// Decides whether the text of the command box is a command, a program search or a web search.
 /// A text is a command, known or unknown, if a blank follows its first word and none precedes it.
 /// Otherwise it is a command if the trimmed text equals a known one, in lower case.
 class CommandQuery
@@ -39,12 +39,12 @@ public:
     /// blank, and the preference for it is on.
     bool opensAtOnce() const;
 
-    /// Returns the records of the command's plugin or of the application search. If there are none
+    /// Returns the records of the command's plugin or of the program search. If there are none
     /// and the text is not blank, returns one record that searches the web for the text.
     QVariantList records() const;
 
-    /// The texts by which records() finds programs and files: each is found in a name. Empty for a
-    /// command that makes its records in another way.
+    /// The texts by which records() finds programs and files. Empty for a command that makes its
+    /// records in another way.
     QStringList searchTexts() const;
 
     /// The command and its description for the status line; empty without a command.

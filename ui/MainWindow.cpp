@@ -371,8 +371,8 @@ bool MainWindow::isListCurrent() const
     return m_stack->currentWidget() == m_resultList;
 }
 
-// Call before the widget hides or is deleted: Qt would move its focus to the close button or clear
-// it.
+// Gives the focus to the box if the widget has it. Call before Qt does: it moves the focus of a
+// hidden page or strip to the close button, and clears that of a deleted widget.
 void MainWindow::takeFocusFrom(const QWidget *widget)
 {
     if (widget->isAncestorOf(focusWidget())) {

@@ -20,7 +20,7 @@ class Settings;
 class Updater;
 class WindowHeight;
 
-/// The window of the program: the command box, the pinned applications, and below them the list of
+/// The window of the program: the command box, the pinned programs, and below them the list of
 /// results or a plugin's page. Its height follows its content. Closing it hides it.
 class MainWindow : public QWidget
 {

@@ -5,7 +5,7 @@
 #include <QWidget>
 
 /// The program's icon as a round button of fixed size at the right end of the command box. A click
-/// does not take the focus; Tab does, and then Space or Enter press the button.
+/// does not focus it; Tab does, and Space or Enter then presses it.
 class ManagementIcon : public QWidget
 {
     Q_OBJECT

@@ -31,8 +31,9 @@ QScrollArea *putIntoScrollArea(QStackedWidget *stack, QWidget *page)
     area->setFocusPolicy(Qt::NoFocus); // its controls take the focus
     area->setWidgetResizable(true);
     area->setWidget(page);
-    // A scroll area shows a control only if the focus comes from another control inside it. Not at
-    // a click: the control would move away before the button of the mouse is released.
+    // A scroll area scrolls to a control only if the focus comes from another control inside it, so
+    // do it here. A click must not scroll: the control would move away before the mouse button is
+    // released.
     QObject::connect(
         qApp, &QApplication::focusChanged, area, [area, page](const QWidget *, QWidget *now) {
             if (now && page->isAncestorOf(now) && QGuiApplication::mouseButtons() == Qt::NoButton) {

@@ -7,9 +7,10 @@
 class AppLauncher;
 class ScrollRow;
 
-/// The row of pinned applications. A button launches its application, and its menu unpins it. The
-/// strip follows the pins of the launcher. It is as wide as its buttons, but no wider than the
-/// screen; then the wheel and the focus scroll it. The owner shows and hides the strip.
+/// The strip of buttons for the pinned programs. A button launches its program, and its menu
+/// unpins it. The strip follows the pins of the launcher. It is as wide as its buttons, but no
+/// wider than the screen; then the wheel and the focus scroll it. The owner shows and hides the
+/// strip.
 class PinnedStrip : public QWidget
 {
     Q_OBJECT
@@ -29,10 +30,11 @@ Q_SIGNALS:
     /// The strip is about to delete its buttons, one of which may have the focus.
     void aboutToChange();
 
-    /// The strip was rebuilt; its new buttons are at the end of the tab order.
+    /// The strip was rebuilt, with its new buttons at the end of the tab order, or the width of the
+    /// screen has changed.
     void changed();
 
-    /// A button launched its application.
+    /// A button launched its program.
     void launched();
 
 protected:

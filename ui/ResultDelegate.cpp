@@ -77,11 +77,11 @@ QColor subtitleColor(const QStyleOptionViewItem &item)
 QColor weakColor(const QStyleOptionViewItem &item)
 {
     const QColor subtitle = subtitleColor(item);
-    // As weak as a contrast of 4.5 allows.
+    // As weak as a contrast of 4.5:1 allows, the least that WCAG 2 accepts for text.
     return isSelected(item) ? subtitle : withOpacity(subtitle, 0.93F * subtitle.alphaF());
 }
 
-// As the sheet's small text of 12 pixels relates to its text of 14.
+// The ratio of the sheet's font sizes: 12 pixels for small text, 14 for text.
 QFont subtitleFont(QFont font)
 {
     if (font.pixelSize() > 0) {
@@ -239,7 +239,7 @@ int ResultDelegate::digitOf(const QModelIndex &index) const
 RowLines ResultDelegate::linesOf(const QStyleOptionViewItem &item, const QVariantMap &record) const
 {
     RowLine title{visibleText(recordTitle(record)), titleFont(item.font), {}};
-    // The blank between a command and its arguments may begin the subtitle of an answer.
+    // Arguments are not trimmed, so the subtitle of an answer may begin with a blank.
     RowLine subtitle{visibleText(recordSubtitle(record).trimmed()), subtitleFont(item.font), {}};
     const bool isProgram = !recordPath(record).isEmpty();
     if (isProgram && subtitle.text.startsWith(m_startMenu)) {

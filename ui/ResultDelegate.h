@@ -13,7 +13,7 @@ struct RowLines;
 /// the row then has a tool tip.
 ///
 /// Every row has the same height: that of an icon and two lines. The space for an icon has one size
-/// for all rows. A row without an icon keeps that space free if it is an application or if the next
+/// for all rows. A row without an icon keeps that space free if it is a program or if the next
 /// row has an icon. The width hint is 0, so that a long text is elided and does not scroll the list
 /// sideways.
 class ResultDelegate : public ItemFocusDelegate

@@ -21,7 +21,7 @@ class ResultList;
 ///   the file of the row in its folder;
 /// - Tab writes the completion of a row into the box, or its folder if the command lists folders;
 ///   Alt+Up then writes the parent of the listed one;
-/// - letters that are typed into the list go to the box.
+/// - text that is typed into the list, except a blank, and Backspace go to the box.
 ///
 /// It is an event filter and not a set of shortcuts, so that keys that mean nothing for the current
 /// row keep their effect in the box.
@@ -30,8 +30,8 @@ class RowKeys : public QObject
     Q_OBJECT
 
 public:
-    /// The list, which becomes the parent, belongs to the window of the other objects. The query is
-    /// that of the rows.
+    /// The list becomes the parent. The others are not owned and must live as long as the window.
+    /// The query is the one whose records the list shows.
     RowKeys(CommandLineEdit *box, ResultList *list, PluginManager *pluginManager,
             const CommandQuery *lastQuery);
 

@@ -70,7 +70,7 @@ void RowLine::paint(QPainter *painter, const QRect &rect, Qt::LayoutDirection di
 {
     QTextLayout layout;
     qreal excess = layOut(layout, *this, rect.width(), direction) - rect.width();
-    // Bold characters are wider than the metrics of the font tell, so this may take two rounds.
+    // Bold characters are wider than the metrics of the font say, so this may take several rounds.
     qreal width = rect.width();
     while (excess > 0 && width > 0) {
         excess = layOut(layout, elided(*this, width), rect.width(), direction) - rect.width();

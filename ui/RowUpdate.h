@@ -17,7 +17,7 @@ class RowUpdate : public QObject
     Q_OBJECT
 
 public:
-    /// The height, which becomes the parent, belongs to the window of the other objects.
+    /// The height becomes the parent. The others are not owned and must live as long as its window.
     RowUpdate(PluginManager *pluginManager, const CommandQuery *lastQuery,
               const CommandLineEdit *box, ResultList *list, WindowHeight *height);
 

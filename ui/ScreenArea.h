@@ -19,17 +19,16 @@ constexpr bool isSmallScreen(const QSize &available)
            || available.height() < fullWindowSize.height();
 }
 
-/// The part of the screen without panels. All of it if Qt does not know the part yet, as of a
-/// screen that the system has just added.
+/// The part of the screen without panels. All of it while Qt does not know that part, such as for a
+/// screen that was just added.
 QRect availableArea(const QScreen *screen);
 
 /// The available area of each screen, the primary one first.
 QList<QRect> screenAreas();
 
 /// If the centre of this geometry is on another screen, moves the window to that screen and sets
-/// the geometry. Call this before its widget moves to another screen: the widget moves its window
-/// without its size, so on a screen of another device pixel ratio it would keep its size in device
-/// pixels.
+/// the geometry. Call this before QWidget::move() to another screen. That moves the window without
+/// its size, so with another device pixel ratio the window would keep its size in device pixels.
 void enterScreen(QWindow *window, const QRect &geometry);
 
 /// The area into which the rectangle needs the shortest move; null without areas.

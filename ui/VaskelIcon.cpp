@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The pixels beside the PNG file, in the form of Format_ARGB32_Premultiplied and in place. Null on
-// a machine with another order of bytes, or where they are not aligned.
+// The pixels that are stored beside the PNG file as Format_ARGB32_Premultiplied, used without a
+// copy. Null if they are missing or not aligned, or if the machine is not little-endian.
 QPixmap pixmapInPlace(int size)
 {
     const QResource pixels(u":/assets/icons/%1.argb"_s.arg(size));

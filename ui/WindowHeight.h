@@ -33,15 +33,16 @@ public:
     /// only if the content needs more. The list must be a page of the stack.
     WindowHeight(QWidget *window, QStackedWidget *stack, QListWidget *list);
 
-    /// Fits the window to the list in the next pass of the event loop; further calls until then
-    /// have no effect. Does nothing while the stack shows a page.
+    /// Widens the window at once if its content needs it. Fits its height to the list in the next
+    /// pass of the event loop, once for all calls until then, and not while the stack shows a page.
     void scheduleUpdate();
 
-    /// Hides the list and fits the window to it in the next pass of the event loop. Call this when
-    /// the list replaces a page.
+    /// Hides the list until the window is fitted to it, in the next pass of the event loop. Call
+    /// this when the list replaces a page.
     void hideList();
 
-    /// Shows the stack, whose page replaces the list, and removes the height limits of the list.
+    /// Shows the stack, whose page replaces the list, without the height limits of the list, and
+    /// gives the window its height for a page.
     void makeRoomForPage();
 
     /// Call this for each resize event of the window. A resize by the user sets the limit.
@@ -50,7 +51,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 Q_SIGNALS:
-    /// The window was fitted to an empty list, which is now hidden.
+    /// The list is empty and stays hidden; the window is resized next.
     void listHidden();
 
 private:

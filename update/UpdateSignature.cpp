@@ -47,7 +47,8 @@ QByteArray bytesOf(const QByteArray &digits, int size)
     return bytes.size() == size && bytes.toHex() == digits ? bytes : QByteArray();
 }
 
-// The first coordinates of the points of small order, for which anybody can make signatures.
+// The y coordinates of the points of small order, but for -1. Anybody can make signatures for such
+// a point.
 const QByteArrayList &weakPoints()
 {
     static const QByteArrayList points = {
@@ -65,8 +66,8 @@ bool canBeKey(QByteArray point)
     if (point.isEmpty()) {
         return false;
     }
-    point.back() = char(point.back() & 0x7f); // without the sign of the other coordinate
-    // The prime is 2^255 - 19; the number below it is the last weak point.
+    point.back() = char(point.back() & 0x7f); // without the sign of x
+    // The prime is 2^255 - 19; the number below it, which is -1, belongs to the last weak point.
     const QByteArray primeWithoutItsFirstByte = QByteArray(keySize - 2, '\xff') + '\x7f';
     const bool isPrimeOrMore = point.endsWith(primeWithoutItsFirstByte) && quint8(point[0]) >= 0xec;
     return !isPrimeOrMore && !weakPoints().contains(point);

@@ -17,8 +17,8 @@ class QUrl;
 
 /// Asks the update server for a newer build, downloads it, and starts a script that replaces the
 /// running executable. Has no user interface; the messages of its signals are English or Qt's own.
-/// All signals come from the event loop, except downloadError() for an address that is refused or a
-/// file that cannot be created.
+/// All signals come from the event loop, except a downloadError() that downloadAndInstall() emits
+/// itself: for a refused address, without a signed offer, or if the file cannot be created.
 ///
 /// Only http and https addresses are contacted, no server is told who the user is, and a server
 /// that is silent for 30 seconds counts as failed. So does one that takes more than five minutes
@@ -28,12 +28,12 @@ class QUrl;
 /// version above currentVersion(). Only https addresses are contacted then, except for this
 /// machine's own. The download ends where it gets longer than the signed size; the closed file must
 /// have the signed hash before downloadFinished(), and once more right before the script starts.
-/// Nobody else can exchange the file before the script copies it: platform::openPrivateFile() makes
-/// it accessible to the user alone, in a folder where no other user can rename or remove it. The
-/// user's own programs could, but they could as well replace the program itself.
+/// No other user can replace the file before the script copies it: platform::openPrivateFile()
+/// makes it accessible to the user alone, in a folder where no other user can rename or remove it.
+/// The user's own programs could, but they could as well replace the program itself.
 ///
-/// Nothing in the program calls the invokable functions by name, nor currentVersion() at all, or
-/// connects noUpdateAvailable() and checkError().
+/// Nothing in the program calls the invokable functions by name, sets other timeouts, or connects
+/// noUpdateAvailable() and checkError(). Only this class calls currentVersion().
 class Updater : public QObject
 {
     Q_OBJECT
@@ -47,17 +47,16 @@ public:
     /// How long a check and a download may take in all, for requests from now on.
     void setTotalTimeouts(std::chrono::milliseconds check, std::chrono::milliseconds download);
 
-    /// Asks the server once. Emits updateAvailable(), noUpdateAvailable() or checkError(), but
-    /// nothing before the server has answered, or if there is no server. An answer may have up to
-    /// 1 MiB.
+    /// Asks the server once. Later emits updateAvailable(), noUpdateAvailable() or checkError(),
+    /// once; nothing if there is no server. An answer may have up to 1 MiB.
     Q_INVOKABLE void checkForUpdate();
 
     /// Downloads the new executable into the folder for temporary files, installs it and quits.
     /// Aborts a running download. With a key, the file must be that of the last offer.
     Q_INVOKABLE void downloadAndInstall(const QString &url);
 
-    /// The version of this build, for display and for comparing it with a signed offer. Without a
-    /// key, only the server decides whether there is a newer one.
+    /// The version of this build, with which a signed offer is compared. Without a key, only the
+    /// server decides whether there is a newer one.
     Q_INVOKABLE QString currentVersion() const;
 
 Q_SIGNALS:
@@ -72,8 +71,8 @@ Q_SIGNALS:
     void downloadProgress(qint64 bytesReceived, qint64 bytesTotal);
     /// The file is complete and closed. The update script and the end of the process follow.
     void downloadFinished();
-    /// The download failed, is empty or not the signed one, or a file could not be written; the
-    /// program runs on.
+    /// The address is refused, there is no signed offer, the download failed, is empty or not the
+    /// signed one, or a file could not be written; the program runs on.
     void downloadError(const QString &message);
 
 private Q_SLOTS:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-/// Whether a window of the program shows that can have the focus.
+/// Whether the program shows a window that can have the focus.
 bool expectsFocus();

@@ -3,5 +3,5 @@
 
 #include <chrono>
 
-/// For how long at most the keys that follow a press of a hotkey are held back.
+/// The longest time for which the keys that follow a press of a hotkey are held back.
 constexpr std::chrono::milliseconds longestHold(300);

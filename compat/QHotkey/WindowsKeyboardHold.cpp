@@ -40,11 +40,11 @@ INPUT inputOf(const KBDLLHOOKSTRUCT &key)
     return input;
 }
 
-/// The hook. It is used in one thread alone, from which Windows also calls it.
+/// The keyboard hook. Create and destroy it in one thread, in which Windows also calls it.
 class KeyFilter
 {
 public:
-    /// A hotkey with this code is down.
+    /// Takes the virtual-key code of the hotkey, which is down.
     explicit KeyFilter(DWORD hotkey)
         : m_hotkey(hotkey)
     {
@@ -83,8 +83,8 @@ private:
     bool holds(const KBDLLHOOKSTRUCT &key)
     {
         const bool isRelease = key.flags & LLKHF_UP;
-        // Windows knows which presses of the hotkey are repetitions. It would count one that is
-        // sent on.
+        // Let the hotkey's own key through: Windows recognises its repetitions, but would take one
+        // that is sent on for a new press.
         if (key.vkCode == m_hotkey) {
             m_hotkey = isRelease ? 0 : m_hotkey;
             return false;

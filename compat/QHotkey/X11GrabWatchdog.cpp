@@ -24,7 +24,7 @@ struct Free
 };
 using Event = std::unique_ptr<xcb_generic_event_t, Free>;
 
-/// Follows the focus events of the root window, which has the grab of any client's hotkey.
+/// Follows the focus events of the root window, on which clients grab their hotkeys.
 class GrabState
 {
 public:

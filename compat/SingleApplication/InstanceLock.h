@@ -33,9 +33,9 @@ public:
         Stolen,       ///< another user listens under its name
     };
 
-    /// Connects to the holder of the lock; the connection itself is the notice. Waits for it until
-    /// the deadline. Allows the holder to activate a window in place of this process, which the
-    /// user has just started.
+    /// Connects to the holder of the lock; the connection itself is the notice. If the holder is
+    /// too busy to accept it, waits until the deadline; on Windows never waits. Allows the holder
+    /// to activate a window in place of this process, which the user has just started.
     Notice notifyHolder(const QDeadlineTimer &deadline) const;
 
     /// The QLocalServer name for the holder of the lock.

@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// How long to wait for a primary instance that is starting or ending.
+// Between two attempts while the primary instance is starting or ending.
 constexpr auto retryInterval = 10ms;
 
 // How long another process may keep its connection open.

@@ -1,8 +1,8 @@
 ; SPDX-License-Identifier: GPL-3.0-or-later
 ;
-; Installs for one user without administrator rights. packaging/windows/package.cmake sets VERSION,
-; ICON, PICTURE (for the last page), FILES (the files to install), KILOBYTES (their size) and
-; INSTALLER (the output file).
+; Installs for one user without administrator rights. packaging/windows/make-packages.cmake.in sets
+; VERSION, ICON, PICTURE (for the last page), FILES (the folder of the files to install), KILOBYTES
+; (the size of Vaskel.exe) and INSTALLER (the output file).
 
 Target amd64-unicode
 Unicode true
@@ -129,7 +129,7 @@ FunctionEnd
 ; Sets $signer to the name in the candidate's certificate if Windows trusts the signature.
 Function findSigner
     StrCpy $signer "$(nobody)"
-    ; WINTRUST_FILE_INFO; WINTRUST_DATA without a dialogue (2) and for a file (1), which fetches
+    ; WINTRUST_FILE_INFO; WINTRUST_DATA without a dialog (2) and for a file (1), which fetches
     ; nothing from the network (0x1000); WINTRUST_ACTION_GENERIC_VERIFY_V2.
     System::Call '*(&w${NSIS_MAX_STRLEN} "${CANDIDATE}") p .r0'
     System::Call '*(i 32, i 0, p r0, p 0, p 0) p .r1'
@@ -161,8 +161,9 @@ Function findSigner
     System::Free $3
 FunctionEnd
 
-; Whoever can write to the folder of the installer could put a library there. It is examined where
-; nobody can exchange it any more. A silent installation was asked for with what lies beside it.
+; Whoever can write to the folder of the installer could put a library there. Examine a copy in the
+; folder of Vaskel, where nobody else can replace it. A silent installation installs the library
+; without a question.
 Function offerLibrary
     System::Call 'kernel32::CopyFileW(w "$EXEDIR\Everything64.dll", w "${CANDIDATE}", i 0) i .r0'
     ${If} $0 = 0

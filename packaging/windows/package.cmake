@@ -29,8 +29,8 @@ while(licenses)
     )
 endwhile()
 
-# CPack's own installer generator supports neither a folder of the user nor a second language. Both
-# packages contain the same files, because each strip changes the program's time stamp.
+# CPack's own installer generator supports neither a folder of the user nor a second language. One
+# staged folder serves both packages: stripping Vaskel.exe twice would give two different files.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_REQUESTED_VERSIONS 1.0)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)

@@ -57,7 +57,7 @@ void setDialogType(xcb_connection_t *connection, xcb_window_t window)
 // group shows.
 void leaveGroup(xcb_connection_t *connection, xcb_window_t window)
 {
-    constexpr quint32 length = 9; // of WM_HINTS, whose first field has a flag for each other one
+    constexpr quint32 length = 9; // of WM_HINTS; flags in its first field tell which others are set
     constexpr quint32 windowGroup = 1 << 6;
     const auto cookie = xcb_get_property(connection, false, window, XCB_ATOM_WM_HINTS,
                                          XCB_ATOM_WM_HINTS, 0, length);

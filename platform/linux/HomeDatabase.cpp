@@ -82,7 +82,7 @@ HomeDatabase::State HomeDatabase::prepare(const QDeadlineTimer &deadline)
     if (m_isAwaited) {
         return State::Building;
     }
-    // The build may have ended between the two questions.
+    // Ask again: the build may have ended after the first makePrivate().
     return makePrivate() ? State::Ready : State::Failed;
 }
 

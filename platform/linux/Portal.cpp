@@ -59,7 +59,7 @@ bool Portal::connectToBus(const QList<Signal> &signalsToReceive)
         [this](const QString &, const QString &older, const QString &newer) {
             handleOwner(older, newer);
         },
-        Qt::QueuedConnection); // another connection has another watcher
+        Qt::QueuedConnection); // a receiver may reconnect, which deletes the emitting watcher
     askForOwner();
     return m_bus.isConnected();
 }
@@ -107,7 +107,7 @@ void Portal::call(const QString &interface, const QString &method, const QVarian
             });
 }
 
-// The signal comes at a path that is known before the call, and perhaps before the reply.
+// The signal may come before the reply, so the path of the request is chosen before the call.
 void Portal::request(const QString &interface, const QString &method, const QVariantList &arguments,
                      const QVariantMap &options, const Answered &answered)
 {

@@ -40,12 +40,14 @@ public:
     /// on, these signals of the portal are passed on as received().
     bool connectToBus(const QList<Signal> &signalsToReceive);
 
-    /// Calls a method, however long the reply takes. The path is that of the portal by default.
+    /// Calls a method, and the function with the reply or the error, however long that takes; not
+    /// after cancel(). The path is that of the portal by default.
     void call(const QString &interface, const QString &method, const QVariantList &arguments,
               const Replied &replied, const QString &path = {});
 
-    /// Calls a method whose last argument are its options, and which is answered later, by a
-    /// signal: the user may have to answer first. There is one such request at a time.
+    /// Calls a method that a signal answers later, since the user may have to answer first. The
+    /// options become its last argument. There is one such request at a time; a newer one or
+    /// cancel() drops it without an answer.
     void request(const QString &interface, const QString &method, const QVariantList &arguments,
                  const QVariantMap &options, const Answered &answered);
 

@@ -110,7 +110,7 @@ void PortalHotkeys::begin()
     if (older.isEmpty()) {
         registerProgram();
     } else {
-        // The next session has the same path, so the older one must have gone.
+        // The next session has the same path, so close the older one first.
         m_portal.call(
             sessionInterface, u"Close"_s, {}, [this](const QDBusMessage &) { registerProgram(); },
             older);

@@ -22,7 +22,7 @@ namespace platform {
 
 namespace {
 
-constexpr int maximumLinks = 40; // as many as Linux follows
+constexpr int maximumSymbolicLinks = 40; // as many as Linux follows
 
 // Many systems give each user a group of the same name and write permission for it by default.
 bool isUsersOwnGroup(gid_t group)
@@ -57,8 +57,9 @@ bool isProtected(const QByteArray &folder)
     return !isShared || (status.st_mode & S_ISVTX) != 0;
 }
 
-// Nothing if the path is no symbolic link. Its owner may replace it, even in a sticky folder.
-std::optional<QByteArray> targetOfLink(const QByteArray &path)
+// Nothing if the path is not a symbolic link. Empty if another user owns the link, who may replace
+// it even in a sticky folder.
+std::optional<QByteArray> targetOfSymbolicLink(const QByteArray &path)
 {
     std::array<char, PATH_MAX> target{};
     const ssize_t size = ::readlink(path.constData(), target.data(), target.size());
@@ -74,7 +75,7 @@ std::optional<QByteArray> targetOfLink(const QByteArray &path)
 bool isProtectedOnTheWay(QByteArrayList parts)
 {
     QByteArray folder("/");
-    int links = 0;
+    int symbolicLinks = 0;
     while (isProtected(folder)) {
         if (parts.isEmpty()) {
             return true;
@@ -84,8 +85,8 @@ bool isProtectedOnTheWay(QByteArrayList parts)
             continue;
         }
         const QByteArray next = (folder == "/" ? QByteArray() : folder) + '/' + part;
-        const std::optional<QByteArray> target = targetOfLink(next);
-        if (target && (target->isEmpty() || ++links > maximumLinks)) {
+        const std::optional<QByteArray> target = targetOfSymbolicLink(next);
+        if (target && (target->isEmpty() || ++symbolicLinks > maximumSymbolicLinks)) {
             return false;
         }
         if (target) {

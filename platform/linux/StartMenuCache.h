@@ -36,7 +36,7 @@ public:
     /// pointer is valid until insert(), and the texts of the entry as long as this object.
     const Entry *find(QStringView fileName, const FileState &state);
 
-    /// Takes the place of an entry that was found for this file.
+    /// Adds the entry of a file, in place of an outdated one. Call once for each file.
     void insert(const QString &fileName, const Entry &entry);
 
     /// Saves the entries that were found or inserted and drops the others. Writes only if something

@@ -41,7 +41,7 @@ QSet<QByteArray> iconNamesIn(const QByteArray &path)
     return names;
 }
 
-// Whether there is a file of this name; a symbolic link may have no target.
+// False for a symbolic link without a target, although a folder lists it.
 bool exists(const QByteArray &path)
 {
     return access(path.constData(), F_OK) == 0;

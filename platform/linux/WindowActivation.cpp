@@ -53,13 +53,13 @@ void prepareActivation(QWidget *window)
     if (!window->isVisible() || hasFocus(window)) {
         return;
     }
-    // On a Wayland session compositors only mark a window that asks for the focus, also one of an
-    // X11 program.
+    // In a Wayland session, compositors only mark a visible window that asks for the focus, also
+    // one of an X11 program. A window that is shown anew gets it.
     if (isWaylandSession()) {
         window->hide();
         return;
     }
-    // After Qt's request, which would otherwise only mark the window.
+    // Queued to follow Qt's own request, on which a window manager may only mark the window.
     QMetaObject::invokeMethod(
         window,
         [window] {

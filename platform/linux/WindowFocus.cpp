@@ -41,7 +41,8 @@ private:
 
 void refuseFocus(QWindow *window)
 {
-    // Not the application's interface: the offscreen platform has one, too, without a connection.
+    // By the name of the platform: the offscreen one has a QX11Application, too, without a
+    // connection.
     if (QGuiApplication::platformName() == QLatin1StringView("xcb")) {
         window->setFlag(Qt::WindowDoesNotAcceptFocus);
     }

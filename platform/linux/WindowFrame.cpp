@@ -67,7 +67,7 @@ private:
         }
     }
 
-    // Sends Qt the newest of the events that it did not get.
+    // Tells Qt the present geometry of the window in place of the dropped events.
     void tellGeometry(xcb_window_t window) const
     {
         const auto geometryCookie = xcb_get_geometry(m_connection, window);

@@ -17,7 +17,8 @@ xcb_connection_t *x11Connection()
 
 xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name)
 {
-    // An atom lasts as long as the server, and the window waits for the answer at each show.
+    // Atoms are kept: they last as long as the server, and each show of the window would wait for
+    // the answer.
     static QHash<QByteArray, xcb_atom_t> atoms;
     if (const auto known = atoms.constFind(name); known != atoms.cend()) {
         return *known;

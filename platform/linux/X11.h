@@ -23,6 +23,7 @@ template <typename Reply> using XcbReply = std::unique_ptr<Reply, XcbFree>;
 xcb_connection_t *x11Connection();
 
 /// The atom of this name, which is made if there is none yet. Waits for the server the first time.
+/// XCB_ATOM_NONE if the server does not answer.
 xcb_atom_t x11Atom(xcb_connection_t *connection, const QByteArray &name);
 
 } // namespace platform

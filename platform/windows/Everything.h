@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-/// The functions that we use of Everything64.dll, the client library of the Everything file index.
-/// The library keeps one query for the whole process.
+/// The functions of Everything64.dll that the program uses, the client library of the Everything
+/// file index. The library keeps one query for the whole process.
 extern "C" {
 
 void Everything_SetSearchW(const wchar_t *text);

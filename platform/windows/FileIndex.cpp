@@ -16,7 +16,7 @@ constexpr unsigned pathBufferSize = 1024;
 
 QString resultPath(unsigned index)
 {
-    // Larger than the library knows, so that the buffer always ends with a null character.
+    // The library is told one unit less, so that the buffer always ends with a null character.
     std::array<wchar_t, pathBufferSize + 1> buffer{};
     if (Everything_GetResultFullPathNameW(index, buffer.data(), pathBufferSize) == 0) {
         return {};

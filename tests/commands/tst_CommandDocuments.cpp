@@ -98,7 +98,7 @@ void tst_CommandDocuments::listsTheKeysOfTheFile()
     const QStringList keys = firstColumn(readFile(path), u"## command.json"_s);
     QCOMPARE(keys, QStringList({u"command"_s, u"name"_s, u"description"_s, u"icon"_s, u"exec"_s,
                                 u"output"_s, u"action"_s, u"run"_s, u"timeoutMs"_s, u"delayMs"_s}));
-    // The program knows each of them, and no other.
+    // The program knows each of them.
     QJsonObject object = commandfolder::smallestFile(u"mine"_s);
     object["action"_L1] = u"run"_s;
     for (const QString &key : keys) {

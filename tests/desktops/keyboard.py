@@ -8,7 +8,7 @@ for first, letters in ((16, "qwertyuiop"), (30, "asdfghjkl"), (44, "zxcvbnm")):
 
 
 class Keyboard:
-    """Types on a Wayland compositor; a subclass has its way to send a key."""
+    """Types on a Wayland compositor; a subclass sends the keys."""
 
     def hold(self, key):
         self._send_key(key, 1)

@@ -45,8 +45,7 @@ class Sway(WaylandDesktop):
                 if window["pid"] == pid and window["shell"] == "xdg_shell"]
 
     def set_screen(self, width, height, scale):
-        """The size in pixels of the screen, and how many of them an application's pixel has in each
-        direction."""
+        """Sets the size of the screen in pixels, and its scale."""
         self.run("swaymsg", f"output HEADLESS-1 resolution {width}x{height} scale {scale}")
 
     def _workspaces(self):

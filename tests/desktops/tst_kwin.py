@@ -47,7 +47,7 @@ class OnKWin(ForeignCompositor, EndToEndCase):
         self.desktop.typed()
 
     def goes_away(self):
-        """To where a key reaches the terminal again."""
+        """Waits until the window is hidden and keys reach the terminal again."""
         self.hides()
         wait_until(self.desktop.reaches_terminal, "the terminal has the focus")
 

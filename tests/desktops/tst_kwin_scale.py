@@ -24,7 +24,7 @@ class KWinAtScaleTwo(KWin):
 class AtScaleTwo(EndToEndCase):
     def test_is_sharp(self):
         self.assertEqual(self.desktop.run("xdotool", "getdisplaygeometry").split(), ["2560", "2048"])
-        # KDE sets it by the scale of the screen.
+        # KDE sets this resource from the scale of the screen.
         self.desktop.run("xprop", "-root", "-f", "RESOURCE_MANAGER", "8s", "-set",
                          "RESOURCE_MANAGER", "Xft.dpi:\t192\n")
         self.start()

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """A separate desktop: a virtual screen, a window manager and a session bus.
 
-Everything here waits for conditions, never for time to pass, so a slow machine only takes longer.
+Waits here are for conditions, so a slow machine only takes longer. Only drag() waits for time to
+pass.
 """
 
 import collections
@@ -152,8 +153,8 @@ class Desktop:
         step = [(b > a) - (b < a) for a, b in zip(start, end)]
         self.move_pointer(*start)
         self.run("xdotool", "mousedown", "1")
-        # The toolkit takes the place of the pointer for that of the press when it handles the press,
-        # of which nothing shows.
+        # The toolkit reads the position of the pointer when it handles the press, and nothing shows
+        # when it has.
         time.sleep(PRESS_PAUSE)
 
         # The window manager must notice the press before the release, and it reacts to motion only.

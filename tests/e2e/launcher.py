@@ -93,7 +93,7 @@ class FocusLog:
 
 def walk_through_menu(launcher, open_menu, count):
     """Opens a menu, moves down to the entry of this number and returns the names on the way."""
-    # The log is entered first: the program learns of it only after a moment.
+    # Listen before the menu opens: the program learns of a listener only after a moment.
     with FocusLog(Atspi.Role.MENU_ITEM) as log:
         open_menu()
         press_until(lambda: launcher.press("Down"), lambda: len(log.names()) == 1,

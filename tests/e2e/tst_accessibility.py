@@ -109,7 +109,7 @@ class Keyboard(AccessibilityCase):
     """The Tab key reaches every control, and each shows that it has the focus."""
 
     def assert_walk(self, *expected):
-        """Walks from the command box once through the whole window."""
+        """Walks with the Tab key from the focused control once through the whole window."""
         self.make_room()
         start = self.launcher.focused().get_name()
         names = [start]

@@ -87,8 +87,8 @@ class Applications(EndToEndCase):
     def test_starts_the_row_that_the_keys_moved_to(self):
         for name in ("Recorder A", "Recorder B", "Recorder C"):
             self.home.add_recorder(name, file=name[-1])
-        # It shows while a letter is missing: a search for the last one would move the selection
-        # back to the first row.
+        # "Recorded" matches until the last letter is searched for. Once it is gone, no later search
+        # moves the selection back to the first row.
         self.home.add_entry("Recorded")
         self.start()
         self.launcher.type("recorder")

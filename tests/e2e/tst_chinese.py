@@ -176,8 +176,8 @@ class OtherLanguages(LanguageCase):
 
     def test_is_english_without_a_translation(self):
         self.add_translation("Vaskel_de_DE", Calculator="Rechner")
-        # Newer versions of Qt list the language itself after that of a territory, and mean the usual
-        # territory then.
+        # Since Qt 6.9, the languages of a locale end with the bare language, which stands for its
+        # usual territory.
         german = ["Rechner" if name == "Calculator" else name for name in BUILTINS]
         usual = {"de_AT": german, "zh_TW": CHINESE_BUILTINS} if QT_VERSION >= (6, 9) else {}
         for locale in ("de_AT", "zh_TW", "fr_FR"):

@@ -92,8 +92,8 @@ class Examples(EndToEndCase):
         self.assertEqual([name for name in names if "command.json" in name], [])
 
     def test_win_switches_to_a_window(self):
-        # The note shows while a letter is missing: a search for the last one would move the
-        # selection back to the first row.
+        # "A note" matches until the last letter is searched for. Once it is gone, no later search
+        # moves the selection back to the first row.
         windows = {}
         for title in ("First notes", "Second notes", "A note"):
             process, windows[title] = self.desktop.open_window("-title", title)

@@ -44,7 +44,7 @@ class Log(EndToEndCase):
     def test_tells_the_order_of_the_start(self):
         self.works()
         texts = [line[3] for line in self.lines()]
-        # The list of tasks is read by the last plugin, which registers itself behind it.
+        # The last plugin reads the tasks before it is registered.
         steps = ["Logger initialized", "Plugin registered: \"app\"", "Plugin registered: \"calc\"",
                  "Plugin registered: \"cd\"", "Plugin registered: \"set\"",
                  "Plugin registered: \"user\"", "Plugin registered: \"plugin\"",

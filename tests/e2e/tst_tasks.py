@@ -13,7 +13,7 @@ TICK_BOX = 18  # from the left edge of a row to the middle of its check box
 
 
 class TaskPage(EndToEndCase):
-    """Each step checks the page and then, without a further wait, the file."""
+    """Where a step changes the rows, the file is checked right after them, without a further wait."""
 
     def setUp(self):
         super().setUp()

@@ -19,7 +19,7 @@ ARCHITECTURE = {"x86_64": "amd64", "aarch64": "arm64"}.get(platform.machine(), p
 QUESTION = WARNING = Atspi.Role.ALERT  # the role of all Qt message boxes
 SIZE = 100_000_000
 SCRIPTS = pathlib.Path(__file__).resolve().parents[2] / "scripts"
-FIRST_MOMENT = 1.5  # seconds; longer than the question drops clicks
+FIRST_MOMENT = 1.5  # seconds; longer than the question ignores clicks and keys after it shows
 
 
 class Server:
@@ -67,8 +67,8 @@ class Server:
         self.answer_in_parts(path, size, {size // 2: may_go_on})
 
     def answer_in_parts(self, path, size, pauses, may_begin=None):
-        """Sends this many zeros, once the event, if any, is set. Where a number of them is left that
-        is a key of the dictionary, it waits for the event."""
+        """Sends this many zeros, after may_begin if there is one. The keys of "pauses" are numbers of
+        zeros that are left; there it waits for the event."""
         def send(request):
             if may_begin:
                 may_begin.wait()

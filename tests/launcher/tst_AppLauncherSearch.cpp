@@ -51,7 +51,7 @@ void tst_AppLauncherSearch::init()
     for (int program = 0; program < builtinCount; ++program) {
         fakePlatform().builtinPrograms.insert(program, {u"notepad%1"_s.arg(program), {}, {}});
     }
-    // The notes file comes before the folders, so the order is known.
+    // The files of a folder come before those of its subfolders, so the order is known.
     for (const auto &file :
          {u"user/7-Zip.link"_s, u"user/Adobe Photoshop.link"_s, u"user/Élan.link"_s,
           u"user/QQ音乐.link"_s, u"user/计算器.link"_s, u"user/记事本.link"_s,

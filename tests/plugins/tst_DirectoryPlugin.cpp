@@ -36,7 +36,7 @@ public:
     }
 };
 
-// Windows has a separate one for each user.
+// On Windows it is outside the test's home, so cleanup() removes what a case has created there.
 QString homePath()
 {
     return QDir::homePath();

@@ -207,7 +207,8 @@ void tst_HostileNames::areFoundAndOpenedByFiles()
     for (const QString &name : some) {
         const QString path = names::nativePath(folder() + u'/' + name);
         const QVariantList records = plugin.query(name);
-        // A pattern must match a whole name.
+        // Each word with * or ? is a pattern for the whole name, so a name of several words does
+        // not find itself.
         if (name.contains(u'*') || name.contains(u'?')) {
             continue;
         }
@@ -291,7 +292,8 @@ void tst_HostileNames::areStartedFromTheMenu()
     QCOMPARE(names::startCount(), all.size());
 }
 
-// Of the program and of the download. At most ten at a time, since each script waits two seconds.
+// The names are folders of the program and of the download. Several scripts run at a time, since
+// each waits two seconds.
 void tst_HostileNames::areFoldersOfAnUpdate()
 {
     const QStringList all = names::updatable(fileNames());

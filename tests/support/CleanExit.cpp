@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 //
 // Makes SIGTERM, by which the end-to-end tests end a program, a normal exit. The leak sanitizer and
-// the coverage report at a normal exit alone. Linked in builds that have one of them.
+// the coverage library write their results only at a normal exit. Linked in builds that have one of
+// them.
 #include <QCoreApplication>
 
 #include <csignal>

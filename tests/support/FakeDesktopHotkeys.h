@@ -7,8 +7,8 @@
 #include <QHash>
 #include <QList>
 
-/// What createDesktopHotkeys() makes on the fakes: it binds when a test says so. The newest is
-/// fakePlatform().desktopHotkeys.
+/// What createDesktopHotkeys() returns with the fakes. It has bound the hotkeys once a test sets
+/// hasBound. fakePlatform().desktopHotkeys is the newest one.
 class FakeDesktopHotkeys : public platform::DesktopHotkeys
 {
 public:

@@ -29,7 +29,7 @@ struct FakePlatform
 
     // BuiltinPrograms.h; a program without an entry gets a path made from its number
     QHash<int, platform::ProgramInfo> builtinPrograms;
-    QHash<QString, QString> programFiles; // others are as they are
+    QHash<QString, QString> programFiles; // a command without an entry is returned unchanged
 
     // ClosedPipe.h
     bool ignoresClosedPipes = false;
@@ -71,7 +71,8 @@ struct FakePlatform
     std::optional<unsigned> indexError;
     QList<std::pair<QString, unsigned>> indexSearches; // of text and limit
     QList<std::pair<QPointer<QObject>, std::function<void()>>> indexWatchers;
-    /// Ends error 104 and notifies the watchers.
+    /// Completes the index: searches no longer give error 104, that of an unfinished one. Notifies
+    /// the watchers.
     void completeIndex();
 
     // FloatingWindow.h
@@ -95,7 +96,8 @@ struct FakePlatform
     bool openLinkResult = true;
     QStringList openedLinks;
 
-    // PrivateFile.h; other files open normally, except open ones, which some systems refuse
+    // PrivateFile.h; other files open normally, but not a second time while they are open, which
+    // some systems refuse
     QStringList foreignFiles;
     QHash<QString, QPointer<QFile>> privateFiles;
 

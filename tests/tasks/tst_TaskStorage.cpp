@@ -15,17 +15,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Writes double quotes as single ones to avoid escapes.
+/// JSON from a text with apostrophes in place of quotation marks, which would need escapes here.
 QByteArray json(QByteArray text)
 {
     return text.replace('\'', '"');
 }
 
-// Contains characters that need an escape and characters that must not have one.
 const QByteArray bankTask = json("{'completed':false,'createdTime':'2026-03-01T09:30:15',"
                                  "'dueTime':'','id':'6b1f0c2e-8a44-4a57-9c1d-2f6e8d1a7b30',"
                                  "'note':'','parentId':'','priority':0,'title':'Call the bank',"
                                  "'updatedTime':'2026-03-01T09:30:15'}");
+// Contains characters that need an escape and characters that must not have one.
 const QByteArray fullTask = json("{'completed':true,'createdTime':'1999-12-31T23:59:59',"
                                  "'dueTime':'2026-04-01T00:00:00',"
                                  "'id':'d0c7a9e4-1111-4222-8333-444455556666',"

@@ -145,7 +145,8 @@ private:
     bool m_isMounted;
 };
 
-/// Makes a folder immutable while it exists, since root ignores permissions.
+/// Makes a folder read-only while it exists. Drops the capability by which root ignores
+/// permissions.
 class ReadOnlyFolder
 {
 public:

@@ -8,7 +8,8 @@ class QPlatformScreen;
 namespace windowtest {
 
 /// Another screen beside that of the offscreen platform, during its lifetime. New windows are on
-/// the primary one. The geometry is in device pixels; the position is the same in both.
+/// the primary one. The size is in device pixels; the position is the same in device-independent
+/// ones.
 class FakeScreen
 {
 public:

@@ -44,7 +44,7 @@ struct Question
         isReady = isReady && QTest::qWaitForWindowActive(&box);
     }
 
-    /// Waits until the first moment is over.
+    /// Waits until the guard lets answers through.
     bool waits() const
     {
         const auto *timer = guard->findChild<QTimer *>();

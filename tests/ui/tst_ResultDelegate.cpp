@@ -116,7 +116,7 @@ public:
         return darkest;
     }
 
-    /// Whether a help event at the row shows a tool tip with this text, or any.
+    /// The text of the tool tip that a help event at the row shows; empty if it shows none.
     QString toolTipOf(int row)
     {
         QToolTip::hideText();

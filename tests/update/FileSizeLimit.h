@@ -3,8 +3,8 @@
 
 #include <QtGlobal>
 
-/// While it lives, this process can make no file larger than so many bytes: a write fails as on a
-/// full disk. Does nothing on Windows.
+/// While it exists, this process can make no file larger than this many bytes: a write fails as on
+/// a full disk. Does nothing on Windows.
 class FileSizeLimit
 {
 public:

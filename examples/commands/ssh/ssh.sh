@@ -1,4 +1,4 @@
-# Lists the hosts of the user's configuration with the text in their name, without patterns.
+# Lists the hosts of ~/.ssh/config whose name contains the text. Leaves out patterns.
 [ -r "$HOME/.ssh/config" ] || exit 0
 while read -r key names; do
     case $key in

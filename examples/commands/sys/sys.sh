@@ -1,4 +1,4 @@
-# Lists what logind can do with the text in its name; --do does one of them.
+# Lists the actions of logind whose name contains the text; --do carries one out.
 
 call() {
     exec busctl call org.freedesktop.login1 /org/freedesktop/login1 \

@@ -7,7 +7,7 @@ import unicodedata
 
 NUMBER = r"[-+]?\d*\.?\d+(?:[eE][-+]?\d+)?"
 NAMES = {"C": "oC", "F": "oF"}  # otherwise coulomb and farad
-# In other languages, qalc may take a point for the mark of the thousands.
+# In other languages, qalc may take a point for a thousands separator.
 QALC = ["env", "LC_ALL=C.UTF-8", "qalc", "-t", "-defaults", "-nocurrencies", "-nofunctions",
         "-novariables", "-set", "limit implicit multiplication on", "-file", "/dev/stdin"]
 
