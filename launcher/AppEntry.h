@@ -32,8 +32,8 @@ struct AppEntry
     QString description;      ///< second line of the row
     QString iconPath;         ///< a PNG file; empty for a row without an icon
     QString pinyin;           ///< the whole name transliterated, in lower case
-    QString pinyinInitials;   ///< its letters; of Chinese ones the first pinyin letter
+    QString pinyinInitials;   ///< the same, but a Chinese character as the first letter of it
     QString lowerName;        ///< compared by a search instead of the name
     QString lowerDescription; ///< compared by a search instead of the description
-    QVariant record;          ///< the answer of a search, which all searches share
+    QVariant record;          ///< what each search returns for the entry
 };

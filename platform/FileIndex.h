@@ -27,7 +27,7 @@ struct Answer
 
     /// The full paths of the files and folders found, in the order of the index; none after an
     /// error. A path is empty if it cannot be read, or is not valid Unicode and so cannot be
-    /// opened.
+    /// opened. On Windows a path ends after 1023 UTF-16 units.
     QStringList paths;
 };
 

@@ -19,8 +19,9 @@ public:
     LinkIcons(const LinkIcons &) = delete;
     LinkIcons &operator=(const LinkIcons &) = delete;
 
-    /// Null for other files, and on systems where the provider returns the right icon. Files that
-    /// name the same icon get one with the same QIcon::cacheKey().
+    /// The theme's icon for programs if the link names none that can be used. Null for a file that
+    /// is no link or is damaged, and on systems where the provider returns the right icon. Links
+    /// that name the same icon get one with the same QIcon::cacheKey().
     QIcon icon(const QString &filePath);
 
 private:

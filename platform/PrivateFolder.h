@@ -7,7 +7,8 @@ namespace platform {
 
 /// Creates a folder, with its parents, that only the user can enter, or restricts an existing one
 /// to the user; on Windows, where others may pass a closed folder, also the files in it. Returns
-/// false if that fails, or if it is a symbolic link or another user's.
+/// false if that fails, or if it is a symbolic link or another user's. On a Windows volume without
+/// owners, it only creates the folder, and returns true.
 bool makePrivateFolder(const QString &path);
 
 /// Whether no other user can replace a file in an existing folder, the folder itself, one of its

@@ -13,7 +13,8 @@ void chooseWindowSystem();
 /// process alone, such as startup tokens, so that started programs do not inherit them.
 void unsetPrivateVariables();
 
-/// While it exists, a new application object uses no window system, where it could lack one.
+/// While it exists, a new application object uses the platform "offscreen", since there may be no
+/// X11 or Wayland session. Does nothing on Windows.
 class WithoutWindowSystem
 {
 public:
@@ -22,7 +23,7 @@ public:
     Q_DISABLE_COPY_MOVE(WithoutWindowSystem)
 
 private:
-    QByteArray m_windowSystem; // of the user
+    QByteArray m_windowSystem; // the user's QT_QPA_PLATFORM; null if it is not set
 };
 
 } // namespace platform

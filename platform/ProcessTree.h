@@ -10,7 +10,7 @@ class QProcess;
 namespace platform {
 
 /// Starts a program so that it can be ended together with the programs that it starts, and keeps
-/// from it what belongs to this process.
+/// from it what belongs to this process. Must outlive the QProcess.
 class ProcessTree
 {
 public:

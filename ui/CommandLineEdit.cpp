@@ -135,8 +135,6 @@ bool CommandLineEdit::eventFilter(QObject *watched, QEvent *event)
         && (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
         update();
     }
-    // The arguments need not be empty: Backspace at their start removes them together with the
-    // badge. Ctrl+Backspace joins them to the command, for a name that begins with it.
     if (watched == m_edit && event->type() == QEvent::KeyPress && !m_activeCommand.isEmpty()
         && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Backspace
         && m_edit->cursorPosition() == 0 && !m_edit->hasSelectedText()) {

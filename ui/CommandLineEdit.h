@@ -15,7 +15,7 @@ class QLineEdit;
 /// The command box: a badge for a known command, the line edit for the text or the arguments, and
 /// the management icon. Its text is one string with and without a badge. Backspace at the start of
 /// the arguments turns the badge back into text and removes the arguments; with Ctrl it joins them
-/// to that text.
+/// to that text, for a name that begins with a command.
 class CommandLineEdit : public QFrame
 {
     Q_OBJECT

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int neighbourWidth = 24; // of the next button beside the focused one
+constexpr int neighbourWidth = 24; // how much of the next button shows beside the focused one
 
 // The larger component, so that a plain wheel moves the strip, too.
 int mainDelta(const QPoint &delta)
@@ -68,7 +68,7 @@ void PinnedStrip::rebuild()
         m_layout->addStretch();
     }
     m_layout->setLimit(availableWidth());
-    m_layout->scrollTo(offset); // reduced while the row had few buttons
+    m_layout->scrollTo(offset); // the layout has reduced it while there were few
     updateGeometry();
     Q_EMIT changed();
 }

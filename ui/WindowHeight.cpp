@@ -23,7 +23,7 @@ namespace {
 constexpr int initialHeight = fullWindowSize.height(); // the first limit, the height of a page
 constexpr int listPadding = 5;                         // above the first row and below the last one
 constexpr qsizetype maximumRequests = 16; // more than a window system leaves unanswered
-constexpr int maximumRoundingError = 2;   // of a height, converted to device pixels and back
+constexpr int maximumRoundingError = 2;   // in pixels
 
 // With a fractional device pixel ratio, heights are rounded when converted to device pixels and
 // back.

@@ -46,7 +46,7 @@ private:
     bool m_isPlaced = false;  // was shown before
     QPoint m_position;        // where the user or the window manager put the window
     QPoint m_shownPosition;   // where the last show put it
-    QList<QRect> m_areas;     // the available geometry of each screen, for m_position
+    QList<QRect> m_areas;     // the available area of each screen when m_position was set
     bool m_isPressed = false; // a mouse button, on the window
     bool m_isDragged = false; // since the position was stored
 };

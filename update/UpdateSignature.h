@@ -13,6 +13,6 @@ QByteArray updateSignatureText(const QByteArray &platform, const QByteArray &arc
 
 /// Whether one of the keys made this Ed25519 signature of the text. A key is 64, a signature 128
 /// hexadecimal digits; the signature's letters are lower case. Anything else counts as a wrong one,
-/// and so does a key for which anybody can make signatures. The first call initialises libgcrypt,
-/// which takes some milliseconds.
+/// and so does a key for which anybody can make signatures. False, too, if libgcrypt cannot be
+/// initialised; the first call does that, which takes some milliseconds.
 bool isSignedByAny(const QByteArrayList &keys, const QByteArray &text, const QByteArray &signature);

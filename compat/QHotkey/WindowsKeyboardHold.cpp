@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto focusInterval = 1ms;      // between two questions for the focus
+constexpr auto focusInterval = 1ms;      // between two checks of the focus
 constexpr ULONG_PTR ownInput = 0x56534b; // marks the keys that a hold sends on
 
 INPUT inputOf(const KBDLLHOOKSTRUCT &key)

@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto focusInterval = 1ms; // between two questions for the focus
+constexpr auto focusInterval = 1ms; // between two checks of the focus
 
 // focusWindow() is set only after Qt has handled the focus event; earlier, an input method would
 // miss the first keys. Qt also reports a window that it has just hidden, so ask the server, too.

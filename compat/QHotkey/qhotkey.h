@@ -33,7 +33,7 @@ public Q_SLOTS:
 
     /// Sets the combination; only the first of a sequence is used. A registered hotkey changes only
     /// with autoRegister, which registers the new combination too. Returns whether all of this
-    /// succeeded.
+    /// succeeded; a hotkey whose new combination is refused is no longer registered.
     bool setShortcut(const QKeySequence &shortcut, bool autoRegister = false);
 
 Q_SIGNALS:

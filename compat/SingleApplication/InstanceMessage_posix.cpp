@@ -22,7 +22,7 @@ void limitWaiting(int socket, const QDeadlineTimer &deadline)
 {
     using namespace std::chrono;
     const auto rest = std::max(duration_cast<microseconds>(deadline.remainingTimeAsDuration()),
-                               microseconds(1)); // none would be no limit
+                               microseconds(1)); // zero would mean no limit
     const timeval limit{.tv_sec = rest.count() / 1'000'000,
                         .tv_usec = suseconds_t(rest.count() % 1'000'000)};
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);

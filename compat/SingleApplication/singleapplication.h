@@ -33,8 +33,9 @@ public:
     bool isPrimary() const;
     bool isSecondary() const;
 
-    /// Sends a message of at most 4096 bytes from a secondary instance to the primary one. Returns
-    /// false if that takes longer than "timeout" milliseconds, or for an empty message.
+    /// Sends a message from a secondary instance to the primary one, which ignores one of more than
+    /// 4096 bytes. Returns false from the primary instance, for an empty message, or if no instance
+    /// of this user takes it within "timeout" milliseconds.
     bool sendMessage(const QByteArray &message, int timeout = 100);
 
 Q_SIGNALS:

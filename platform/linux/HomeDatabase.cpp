@@ -110,7 +110,6 @@ void HomeDatabase::startBuilding()
     build->setStandardErrorFile(QProcess::nullDevice());
     build->setChildProcessModifier(
         [] { [[maybe_unused]] const int priority = ::nice(lowestPriority); });
-    // qApp would be a QApplication here, and this folder does without widgets.
     QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, build, [build] {
         build->kill();
         build->waitForFinished();

@@ -51,7 +51,7 @@ ProcessTree::~ProcessTree() = default;
 void ProcessTree::prepare(QProcess &process)
 {
     process.setChildProcessModifier([parent = ::getpid()] { prepareChild(parent); });
-    // QProcess forgets the process id when the program ends.
+    // QProcess forgets the process ID when the program ends.
     QObject::connect(&process, &QProcess::started, &process, [&process, data = m_data.get()] {
         data->group = static_cast<pid_t>(process.processId());
     });
@@ -61,7 +61,7 @@ void ProcessTree::end(QProcess &process)
 {
     const auto running = static_cast<pid_t>(process.processId());
     const pid_t group = running != 0 ? running : m_data->group;
-    // Only once: later the id may belong to another group.
+    // Only once: later the ID may belong to another group.
     if (group != 0 && !m_data->isEnded) {
         ::kill(-group, SIGKILL);
         m_data->isEnded = true;

@@ -126,7 +126,7 @@ QString FolderNames::nameOf(const QString &filePath)
     const StartMenuCache::FileState state = m_folder.stateOf(fileName);
     const StartMenuCache::Entry *kept = m_cache.find(fileName, state);
     if (kept && m_programs.contain(kept->program) && m_programs.contain(kept->tryExec)) {
-        return QString(kept->name.constData(), kept->name.size());
+        return QString(kept->name.constData(), kept->name.size()); // not a part of the cache file
     }
     std::optional<StartMenuCache::Entry> entry = readEntry(filePath);
     if (!entry) {

@@ -9,7 +9,7 @@ namespace platform::fileindex {
 
 namespace {
 
-constexpr unsigned requestFullPath = 4;
+constexpr unsigned requestFullPath = 4; // EVERYTHING_REQUEST_FULL_PATH_AND_FILE_NAME
 
 // In UTF-16 units. The library truncates longer paths.
 constexpr unsigned pathBufferSize = 1024;

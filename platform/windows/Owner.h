@@ -47,12 +47,12 @@ Handle openWithReadControl(const QString &path, DWORD furtherAccess);
 /// Whether the user or the administrators own it, or its volume has no owners.
 bool isOwnOrUnowned(HANDLE fileOrFolder, const User &user);
 
-/// Whether a security descriptor, with its owner and access list, lets someone else than the user,
+/// Whether a security descriptor, with its owner and access list, lets someone other than the user,
 /// the system and the administrators delete or rename the file or folder, do so with what is in the
 /// folder, or change who may.
 bool letsOthersReplace(PSECURITY_DESCRIPTOR descriptor, const User &user);
 
-/// The same of an open file or folder. True if the system does not tell; false on a volume without
+/// The same for an open file or folder. True if the system does not tell; false on a volume without
 /// owners.
 bool canOthersReplace(HANDLE fileOrFolder, const User &user);
 

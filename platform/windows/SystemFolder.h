@@ -6,10 +6,10 @@
 namespace platform {
 
 /// The folder of Windows' own commands, with backslashes. Unlike the variable SystemRoot, it does
-/// not depend on the environment.
+/// not depend on the environment. Empty if the system does not tell.
 QString systemFolder();
 
-/// The folder of Windows, with backslashes.
+/// The same for the folder of Windows.
 QString windowsFolder();
 
 } // namespace platform

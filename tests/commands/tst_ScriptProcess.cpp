@@ -53,7 +53,7 @@ QByteArray outputOfScript(const QByteArray &lines)
     return outputOf(commandfolder::script(lines));
 }
 
-// The number of a process, from a file that a program has written into its folder; 0 without it.
+// The process ID in a file that a program has written into its folder; 0 without the file.
 qint64 processIn(const QString &name)
 {
     QFile file(testhome::path() + "/script/"_L1 + name);

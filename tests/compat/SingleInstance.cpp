@@ -5,7 +5,7 @@
 // An instance for tst_SingleApplication. Prints its state, one word per line, and the messages that
 // it gets, and ends with its standard input. "secondary" allows it to be a secondary instance, and
 // "send" makes it send a message then. "child" makes it start a program that outlives it and print
-// that program's process id.
+// that program's process ID.
 
 #include <SingleApplication>
 

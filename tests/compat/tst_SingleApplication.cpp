@@ -218,7 +218,7 @@ void tst_SingleApplication::killedInstanceBlocksNoStart()
     QTRY_COMPARE(second.notificationCount(), 1);
 }
 
-// A lock that relies on the stored process id would block starts once the id is reused, and one
+// A lock that relies on the stored process ID would block starts once the ID is reused, and one
 // that relies on the host name after the host is renamed.
 void tst_SingleApplication::filesOfAnotherMachineBlockNoStart()
 {

@@ -340,7 +340,7 @@ class Launcher:
         return self.log.read()
 
     def processes(self):
-        """The process ids of all instances of this program with this home."""
+        """The process IDs of all instances of this program with this home."""
         return [pid for pid in map(int, filter(str.isdigit, os.listdir("/proc")))
                 if self._is_instance(pid)]
 

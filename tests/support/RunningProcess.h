@@ -3,5 +3,5 @@
 
 #include <QtGlobal>
 
-/// Whether the process of this number runs. One that has ended may still wait for its parent.
+/// Whether the process with this ID runs. One that has ended may still wait for its parent.
 bool isRunning(qint64 process);

@@ -69,7 +69,7 @@ struct Page
         return tree->findItems(title, Qt::MatchExactly | Qt::MatchRecursive).value(0);
     }
 
-    /// The center of a row's text in the viewport.
+    /// The centre of a row's text in the viewport.
     QPoint textOf(const QString &title) const { return tree->visualItemRect(row(title)).center(); }
 
     QPoint checkBoxOf(const QString &title) const

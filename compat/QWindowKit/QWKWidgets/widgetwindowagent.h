@@ -17,8 +17,8 @@ class SystemFrame;
 /// Removes the system's frame from a window and makes a widget its title bar. The window system
 /// itself moves and resizes the window, so its resize events are spontaneous.
 ///
-/// The outermost pixels resize the window, even over a child widget, unless it is maximised or of
-/// fixed size. Widgets get all events except the presses that start a move or resize.
+/// The outermost pixels resize the window, unless it is maximised, fills the screen or has a fixed
+/// size; a child widget gets the presses there only if it is a system button or hit-test visible.
 ///
 /// The signals are there because the library has them; the program does not connect them.
 class WidgetWindowAgent : public WindowAgentBase

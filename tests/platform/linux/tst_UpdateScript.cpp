@@ -290,7 +290,7 @@ void tst_UpdateScript::refusesAnExistingFileName()
     const QString own = testhome::writeFile(u"own"_s, "content");
     const QString script = testhome::writeFile(u"tmp/Vaskel_updater.bat"_s,
                                                platform::updateScript(download, program).toUtf8());
-    // This shell creates a symbolic link under the name made from its own process id, and then
+    // This shell creates a symbolic link under the name made from its own process ID, and then
     // becomes the one that runs the script.
     QProcess shell;
     shell.start(u"/bin/sh"_s, {u"-c"_s, u"ln -s \"$1\" \"$2.new.$$\"; exec /bin/sh \"$3\""_s,
