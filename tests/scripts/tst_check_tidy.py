@@ -37,9 +37,10 @@ class CheckTidy(unittest.TestCase):
         build = self.tree / "build"
         build.mkdir()
         (build / "build.ninja").touch()
-        command = "c++ -Wall -Wextra -std=c++20 -o main.o -c ../main.cpp"
+        command = "c++ -Wall -Wextra -std=c++20 -o main.o -c "
         (build / "compile_commands.json").write_text(json.dumps(
-            [{"directory": str(build), "file": "../main.cpp", "command": command}]))
+            [{"directory": str(build), "file": file, "command": command + file}
+             for file in ("../main.cpp", "../tests/tst_main.cpp")]))
         self.write(SOURCE)
 
     def write(self, text):
@@ -55,6 +56,15 @@ class CheckTidy(unittest.TestCase):
         status, output, last = self.check()
         self.assertEqual(last, f"clang-tidy: {checked} sources checked, 0 failed", output)
         self.assertEqual(status, 0, output)
+
+    def test_analyses_the_tests(self):
+        (self.tree / "tests").mkdir()
+        (self.tree / "tests/tst_main.cpp").write_text(
+            "int valueOf(const int *value)\n{\n    return value ? 1 : *value;\n}\n")
+        status, output, last = self.check()
+        self.assertEqual(last, "clang-tidy: 2 sources checked, 1 failed", output)
+        self.assertEqual(status, 1)
+        self.assertIn("clang-analyzer-core.NullDereference", output)
 
     def test_checks_a_passed_source_again_after_a_change(self):
         self.accepts(1)
