@@ -16,7 +16,7 @@
 //   folder            prints the working folder
 //   variable NAME     prints the value of an environment variable
 //   wait FILE         waits until the file exists
-//   child FILE        starts itself to wait for FILE.end, and writes the number into the file
+//   child FILE        starts itself to wait for FILE.end, and writes its ID into the file
 //   pid FILE          writes its own process ID into the file
 //   arguments ...     prints all that follow, each with a line feed
 //   exit STATUS       ends with the status

@@ -64,6 +64,12 @@ def with_key_codes(combination):
     return "+".join(FUNCTION_KEYS.get(key, key) for key in combination.split("+"))
 
 
+def first_line(pipe):
+    """The first line in the pipe, or an empty one if its writer ends or stays silent."""
+    ready, _, _ = select.select([pipe], [], [], PATIENCE)
+    return pipe.readline().strip() if ready else ""
+
+
 def start_tied(command, **options):
     """Starts a process in a new session; the kernel ends it when this process ends."""
     return subprocess.Popen(["setpriv", "--pdeathsig", "TERM", *command], start_new_session=True,
@@ -295,8 +301,7 @@ class Desktop:
 
     def _first_line(self, pipe, program):
         """What a program that has just been started says when it is ready."""
-        ready, _, _ = select.select([pipe], [], [], PATIENCE)
-        line = pipe.readline().strip() if ready else ""
+        line = first_line(pipe)
         if not line:
             log = (self.folder / f"{program}.log").read_text()
             raise RuntimeError(f"{program} did not start within {PATIENCE} s: {log}")

@@ -6,13 +6,12 @@ import datetime
 import json
 import os
 import pathlib
-import select
 import shutil
 import signal
 import subprocess
 
 from case import EndToEndCase, main
-from desktop import MAXIMUM_PROCESSES, PATIENCE, start_tied, stop, wait_until
+from desktop import MAXIMUM_PROCESSES, PATIENCE, first_line, start_tied, stop, wait_until
 
 FULL_DISK = os.environ["VASKEL_FULL_DISK"]
 FAKETIME = next(map(str, pathlib.Path("/usr/lib").glob("*/faketime/libfaketime.so.1")))
@@ -238,9 +237,8 @@ class Session(ChaosCase):
         self.addCleanup(stop, server)
         os.close(writer)
         with os.fdopen(reader) as pipe:
-            self.assertTrue(select.select([pipe], [], [], PATIENCE)[0], "Xvfb names no display")
-            display = f":{pipe.readline().strip()}"
-        self.assertNotEqual(display, ":", "Xvfb has ended")
+            display = f":{first_line(pipe)}"
+        self.assertNotEqual(display, ":", f"Xvfb did not start within {PATIENCE} s")
         process = self.launcher.start_process(DISPLAY=display)
         self.addCleanup(stop, process)
         wait_until(lambda: self.lines("Plugin registered: \"todo\""), "the program runs")
