@@ -40,27 +40,32 @@ class CheckTidy(unittest.TestCase):
         command = "c++ -Wall -Wextra -std=c++20 -o main.o -c "
         (build / "compile_commands.json").write_text(json.dumps(
             [{"directory": str(build), "file": file, "command": command + file}
-             for file in ("../main.cpp", "../tests/tst_main.cpp")]))
+             for file in ("../main.cpp", "../other.cpp", "../tests/tst_main.cpp")]))
         self.write(SOURCE)
 
-    def write(self, text):
-        (self.tree / "main.cpp").write_text(text)
+    def write(self, text, name="main.cpp"):
+        (self.tree / name).write_text(text)
 
-    def check(self):
+    def commit(self):
+        for command in (["add", "."], ["-c", "user.name=n", "-c", "user.email=e", "commit", "-qm", "m"]):
+            subprocess.run(["git", "-C", self.tree, *command], check=True)
+
+    def check(self, *options):
         """The exit status, the output, and its last line alone."""
-        result = subprocess.run([self.tree / "scripts/check-tidy", "build"], cwd=self.tree,
-                                env=self.environment, stdout=subprocess.PIPE, text=True)
+        result = subprocess.run([self.tree / "scripts/check-tidy", "build", *options],
+                                cwd=self.tree, env=self.environment, stdout=subprocess.PIPE,
+                                text=True)
         return result.returncode, result.stdout, result.stdout.splitlines()[-1]
 
-    def accepts(self, checked):
-        status, output, last = self.check()
+    def accepts(self, checked, *options):
+        status, output, last = self.check(*options)
         self.assertEqual(last, f"clang-tidy: {checked} sources checked, 0 failed", output)
         self.assertEqual(status, 0, output)
 
     def test_analyses_the_tests(self):
         (self.tree / "tests").mkdir()
-        (self.tree / "tests/tst_main.cpp").write_text(
-            "int valueOf(const int *value)\n{\n    return value ? 1 : *value;\n}\n")
+        self.write("int valueOf(const int *value)\n{\n    return value ? 1 : *value;\n}\n",
+                   "tests/tst_main.cpp")
         status, output, last = self.check()
         self.assertEqual(last, "clang-tidy: 2 sources checked, 1 failed", output)
         self.assertEqual(status, 1)
@@ -77,6 +82,33 @@ class CheckTidy(unittest.TestCase):
         with open(self.tree / ".clang-tidy", "a", encoding="ascii") as configuration:
             configuration.write("# another\n")
         self.accepts(1)
+
+    def test_finds_a_missing_include_of_a_change(self):
+        self.commit()
+        self.write("#include <string>\n" + SOURCE)
+        self.write("std::string name()\n{\n    return {};\n}\n", "other.cpp")
+        self.accepts(2)
+        status, output, last = self.check("--changed-since", "HEAD")
+        self.assertEqual(last, "clang-tidy: 2 sources checked, 1 failed", output)
+        self.assertEqual(status, 1)
+        self.assertIn("/other.cpp:1:", output)
+
+    def test_names_the_only_source_that_fails(self):
+        self.write("const int *nothing()\n{\n    return 0;\n}\n", "other.cpp")
+        for checked in (2, 1):
+            with self.subTest(f"{checked} are left"):
+                status, output, last = self.check()
+                self.assertEqual(last, f"clang-tidy: {checked} sources checked, 1 failed", output)
+                self.assertEqual(status, 1)
+                self.assertIn("/other.cpp:3:", output)
+
+    def test_passes_names_that_two_sources_have(self):
+        for name in ("main", "other"):
+            self.write(f'#include "{name}.h"\nnamespace {{\n\nstruct Local {{}};\n\n'
+                       "int local()\n{\n    return sizeof(Local);\n}\n\n} // namespace\n"
+                       f"int {name}Value()\n{{\n    return local();\n}}\n", f"{name}.cpp")
+            self.write(f"#pragma once\nint {name}Value();\n", f"{name}.h")
+        self.accepts(2)
 
     def test_reports_what_clang_alone_warns_of(self):
         self.write(SOURCE.replace("return count;", "return 1;"))
