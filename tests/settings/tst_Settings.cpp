@@ -12,6 +12,7 @@
 #include <QMetaMethod>
 #include <QMetaProperty>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QTest>
 #include <QTranslator>
@@ -139,6 +140,25 @@ QVariantMap everyValueOfTheFullStore()
         {u"showFloatIcon"_s, false},
         {u"theme"_s, u"dark"_s},
     };
+}
+
+// The defaults in the table of docs/SETTINGS.md. A row may have several keys.
+QVariantMap documentedDefaults()
+{
+    QFile file(QStringLiteral(SOURCE_FOLDER "/docs/SETTINGS.md"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    static const QRegularExpression row(u"^\\| (`[^|]+) \\| ([^|]+) \\|"_s,
+                                        QRegularExpression::MultilineOption);
+    static const QRegularExpression quoted(u"`([^`]+)`"_s);
+    QVariantMap defaults;
+    for (const QRegularExpressionMatch &line : row.globalMatch(QString::fromUtf8(file.readAll()))) {
+        for (const QRegularExpressionMatch &key : quoted.globalMatch(line.captured(1))) {
+            defaults.insert(key.captured(1), line.captured(2).remove(u'`'));
+        }
+    }
+    return defaults;
 }
 
 void fillStore()
@@ -270,6 +290,7 @@ private Q_SLOTS:
     void keepsItsStoreUnderItsOwnName();
     void leavesTheWritingToTheEventLoop();
     void createsNothingByReading();
+    void documentHasEachKeyAndDefault();
     void readsEveryKeyOfAFullStore();
     void writesEveryKey();
     void keepsEveryKeyInOneFile();
@@ -452,6 +473,18 @@ void tst_Settings::createsNothingByReading()
         QCOMPARE(storedKeys(), QStringList());
     }
     QVERIFY(!QFileInfo::exists(testhome::path() + u'/' + storeFile));
+}
+
+void tst_Settings::documentHasEachKeyAndDefault()
+{
+    QVariantMap expected = asTexts(everyDefault());
+    for (const QString &key : {u"floatIconX"_s, u"floatIconY"_s, u"windowPosition"_s}) {
+        expected.insert(key, u"none"_s);
+    }
+    expected.insert(u"plugins/app"_s, expected.take(u"plugins/calc"_s));
+    expected.remove(u"pluginHotkeys/calc"_s);
+    expected.insert(u"pluginHotkeys/app"_s, u"none"_s);
+    QCOMPARE(documentedDefaults(), expected);
 }
 
 void tst_Settings::readsEveryKeyOfAFullStore()
