@@ -310,12 +310,18 @@ class Desktop:
     def _start_window_manager(self):
         home = self.folder / "home"
         home.mkdir()
+        command, started = list(self.window_manager), self.folder / "started"
+        if command[0] == "openbox":
+            # Openbox never shows the windows that appear before this command runs.
+            command += ["--startup", f"touch {started}"]
         # Without its own way to accessibility, which would hide the one of this desktop.
-        self._start(self.window_manager, env={
+        self._start(command, env={
             "PATH": os.environ["PATH"], "HOME": str(home), "DISPLAY": self.display,
             "LANG": "C.UTF-8", "NO_AT_BRIDGE": "1", "DBUS_SESSION_BUS_ADDRESS": self.bus})
         wait_until(lambda: "window id" in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                    "the window manager runs")
+        if command[0] == "openbox":
+            wait_until(started.exists, "openbox has started")
 
     def _connect_to_accessibility(self):
         os.environ.update(DISPLAY=self.display, DBUS_SESSION_BUS_ADDRESS=self.bus)
