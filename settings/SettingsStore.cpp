@@ -64,7 +64,7 @@ bool SettingsStore::writeUnsaved()
     if (m_unsaved.isEmpty()) {
         return true;
     }
-    if (!hasRoomFor(m_settings)) {
+    if (!hasRoomFor(m_settings) || !m_settings.isWritable()) {
         qWarning() << "Cannot write the settings:" << m_settings.fileName();
         return false;
     }

@@ -7,7 +7,8 @@
 #include <QVariant>
 
 /// The store of the preferences: a QSettings whose file a full disk does not empty. A value that
-/// the disk has no room for is kept in memory, and saved with the next change.
+/// cannot be written, for want of room or to a write-protected file, is kept in memory and saved
+/// with the next change.
 class SettingsStore
 {
 public:
@@ -17,7 +18,7 @@ public:
     QVariant value(const QString &key, const QVariant &defaultValue = {}) const;
     void setValue(const QString &key, const QVariant &value);
 
-    /// Saves the values that the disk had no room for. Returns whether none is left.
+    /// Saves the values that could not be written. Returns whether none is left.
     bool writeUnsaved();
 
 private:

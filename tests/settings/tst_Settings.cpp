@@ -350,6 +350,7 @@ private Q_SLOTS:
     void writesATruncatedStoreWithoutFurtherLoss();
     void survivesRandomStores();
     void survivesAFolderInPlaceOfTheStore();
+    void savesOnceTheStoreCanBeWritten();
     void keepsTheStoreOnAFullDisk_data();
     void keepsTheStoreOnAFullDisk();
 
@@ -1236,6 +1237,22 @@ void tst_Settings::survivesAFolderInPlaceOfTheStore()
     QCOMPARE(log.lines, QStringList(u"themeChanged"_s));
     QTest::qWait(0);
     QVERIFY(QFileInfo(testhome::path() + u'/' + storeFile).isDir());
+}
+
+void tst_Settings::savesOnceTheStoreCanBeWritten()
+{
+    // Root may write to a write-protected file, but not to a folder in its place.
+    const QString path = testhome::path() + u'/' + storeFile;
+    QVERIFY(QDir().mkpath(path));
+    Settings settings;
+    settings.setTheme(u"light"_s);
+    QVERIFY(!settings.writeUnsaved());
+    QCOMPARE(settings.theme(), u"light"_s);
+
+    QVERIFY(QDir().rmdir(path));
+    QVERIFY(settings.writeUnsaved());
+    QTRY_COMPARE(stored(u"theme"_s), u"light"_s);
+    QVERIFY(QFileInfo(path).isFile());
 }
 
 void tst_Settings::keepsTheStoreOnAFullDisk_data()
