@@ -63,7 +63,7 @@ class OnSway(ForeignCompositor, EndToEndCase):
             x, y, width, height = self.launcher.geometry()
             return width, (2 * x + width, 2 * y + height)
 
-        # A window that is already active is not placed before all others have their new sizes.
+        # sway activates a window first, and moves it once all other windows have their new sizes.
         self.becomes(width_and_twice_the_centre, (760, SIZE))
 
     def windows(self):

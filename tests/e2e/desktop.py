@@ -228,12 +228,20 @@ class Desktop:
                               env=os.environ | self.environment())
 
         def active():
-            window = self.active_window()
-            if window not in self.windows_of(process.pid):
-                raise NotYet(f"the active window is {window!r}")
+            window, windows = self.active_window(), self.windows_of(process.pid)
+            if window not in windows:
+                stack = self.run("xprop", "-root", "_NET_CLIENT_LIST_STACKING")
+                status = pathlib.Path(f"/proc/{process.pid}/stat").read_text()
+                raise NotYet(f"the active window is {window!r}, those of xterm are {windows}, "
+                             f"all are {stack!r}; xterm's process: {status}")
             return window
+
         # Not any other window: the manager activates one after the other has just been hidden, too.
-        return process, wait_until(active, "the window of the other program is active")
+        try:
+            return process, wait_until(active, "the window of the other program is active")
+        except BaseException:
+            stop(process)
+            raise
 
     def start_tray(self):
         """Starts a system tray in the lower right corner; returns its process."""

@@ -8,7 +8,7 @@ SHOW_TIME = 1  # seconds, enough for a window that is shown by mistake
 
 class FloatIcon(EndToEndCase):
     def start_with_icon(self, **preferences):
-        """Starts the program and returns the icon's geometry once the program has placed it."""
+        """Starts the program and returns the icon's geometry when it first shows."""
         if preferences:
             self.home.set_preferences(**preferences)
         self.start()

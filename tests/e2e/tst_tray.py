@@ -66,7 +66,7 @@ class Tray(TrayCase):
         self.launcher.press("Return")
 
     def test_shows_the_icon(self):
-        width, height = self.desktop.geometry(self.icon())[2:]
+        width, height = self.launcher.tray_icon_place()[2:]
         self.assertTrue(16 <= width <= 64 and 16 <= height <= 64)
         self.picture("icon")
         # The tray shows the program's icon, which is blue and white.
@@ -92,7 +92,7 @@ class Tray(TrayCase):
         self.shows_titles("Notepad")
 
     def test_double_click_counts_as_one(self):
-        x, y, width, height = self.desktop.geometry(self.icon())
+        x, y, width, height = self.launcher.tray_icon_place()
         self.desktop.click(x + width // 2, y + height // 2, times=2)
         self.hides()
         self.stays(lambda: not self.launcher.is_visible(), "the window is hidden", 1)

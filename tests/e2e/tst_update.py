@@ -11,7 +11,7 @@ import subprocess
 import threading
 
 from case import EndToEndCase, main
-from desktop import PATIENCE, wait_until
+from desktop import PATIENCE, NotYet, wait_until
 
 from gi.repository import Atspi  # after desktop, which selects the version
 
@@ -257,9 +257,15 @@ class Update(UpdateCase):
         self.start()
         # The question does not come while the user types, so that no letter is lost.
         typed = ""
-        while len(typed) < 100 or self.server.requests != [Server.CHECK]:
+
+        def asks():
+            nonlocal typed
             self.desktop.run("xdotool", "type", "--delay", "40", 20 * "y")
             typed += 20 * "y"
+            if len(typed) < 100 or not self.server.requests:
+                raise NotYet(self.server.requests)
+            return self.server.requests
+        self.assertEqual(wait_until(asks, "the server is asked"), [Server.CHECK])
         wait_until(lambda: self.launcher.text() == typed, "the box has the keys")
         self.wait_for_the_question()
         # Letters that would answer it.

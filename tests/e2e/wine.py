@@ -264,7 +264,10 @@ class WineLauncher(Launcher):
         return self._main_window() is not None
 
     def is_active(self):
-        return self._main_window()["active"]
+        window = self._main_window()
+        if not window:
+            raise NotYet("the window does not show")
+        return window["active"]
 
     def geometry(self):
         window = self._main_window()

@@ -71,7 +71,7 @@ inline void releaseUpdater()
     testhome::writeFile(QStringLiteral("plocate/go"), {});
 }
 
-/// Removes everything except what the scripts need.
+/// Removes plocate, so that the system has no index of files.
 inline void remove()
 {
     QFile::remove(folder() + QStringLiteral("/bin/plocate"));

@@ -207,6 +207,8 @@ void tst_UpdateScript::updatesTheRunningProgram()
     QCOMPARE(recording::starts(starts).first().first(), m_program);
     QVERIFY(QFile::exists(testhome::path() + "/old-ended"_L1));
     QVERIFY(contentOf(m_program) == contentOf(recording::program()).value());
+    // The exit code of a process that still runs is 0.
+    QTRY_COMPARE(m_old->state(), QProcess::NotRunning);
     QCOMPARE(m_old->exitCode(), 0);
     QCOMPARE(contentOf(temporary(u"timeout.txt"_s)), "/t 2 /nobreak ");
     QCOMPARE(contentOf(temporary(u"running.bat"_s)),
