@@ -23,6 +23,7 @@ import zipfile
 packages, pictures, with_wine, prefix, library, build = map(pathlib.Path, sys.argv[1:7])
 scripts = pathlib.Path(__file__).resolve().parents[2] / "scripts"
 PATIENCE = 90
+KEY_PATIENCE = 10  # seconds until a key without an effect is pressed again
 FIRST_MOMENT = 1.5  # seconds; longer than the question of an update ignores keys
 
 USER = r"HKEY_CURRENT_USER\Software"
@@ -76,7 +77,9 @@ def package(ending):
 
 
 def wine(*command, desktop=False):
-    options = ["--desktop"] if desktop else []
+    # Even a program without a window opens its desktop. All use this display, because the next
+    # program finds that desktop for a moment, and would show its window there.
+    options = ["--desktop"] if desktop else ["--here"]
     return [with_wine, "--prefix", prefix, *options, *command]
 
 
@@ -127,6 +130,13 @@ def values(key):
 
 class WindowsPackages(unittest.TestCase):
     """Each case starts and ends without any trace of Vaskel in the user's folders and registry."""
+
+    @classmethod
+    def setUpClass(cls):
+        # Processes left from an earlier run would keep new programs on their screen.
+        for order in ("--kill", "--wait"):
+            subprocess.run(["wineserver", order], stderr=subprocess.DEVNULL, timeout=PATIENCE,
+                           check=False, env=os.environ | {"WINEPREFIX": str(prefix / "wine")})
 
     def setUp(self):
         if not (prefix / "ready").exists():
@@ -184,6 +194,20 @@ class WindowsPackages(unittest.TestCase):
             self.assertLess(time.monotonic(), deadline,
                             f"waited {PATIENCE} s in vain until {what}; the picture shows the rest")
             time.sleep(0.1)
+
+    def press_until(self, key, probe, what):
+        """Presses the key again if nothing happens: a window that shows may not have the focus yet."""
+        pressed = -KEY_PATIENCE
+
+        def press_and_probe():
+            nonlocal pressed
+            if probe():
+                return True
+            if time.monotonic() - pressed >= KEY_PATIENCE:
+                xdotool("key", key)
+                pressed = time.monotonic()
+            return False
+        self.wait_until(press_and_probe, what)
 
     def windows_path(self, path):
         return "C:\\" + str(path.relative_to(self.drive)).replace("/", "\\")
@@ -264,8 +288,7 @@ class WindowsPackages(unittest.TestCase):
         self.picture("runs")
         self.assertEqual(values(RUN)["Vaskel"], rf"{folder}\Vaskel.exe")
 
-        xdotool("key", "Escape")
-        self.wait_until(lambda: not launcher_is_shown(), "Escape hides the window")
+        self.press_until("Escape", lambda: not launcher_is_shown(), "Escape hides the window")
         self.assertEqual(run("start", "/wait", self.windows_path(self.link), desktop=True), 0)
         self.wait_until(launcher_is_shown, "the link brings the window up")
 
@@ -326,8 +349,7 @@ class WindowsPackages(unittest.TestCase):
         self.wait_until(lambda: windows("Update available"), "the program asks")
         self.picture("question")
         time.sleep(FIRST_MOMENT)
-        xdotool("key", "alt+y")
-        self.wait_until(lambda: vaskel.poll() is not None, "the old program ends")
+        self.press_until("alt+y", lambda: vaskel.poll() is not None, "the old program ends")
         self.wait_until(launcher_is_shown, "the new program runs")
         self.assertTrue(program.read_bytes() == original + b"newer")
 
@@ -349,15 +371,13 @@ class WindowsPackages(unittest.TestCase):
         self.click_through("refused", answer="Return")
         self.assertEqual([path.name for path in self.program_folder.glob("Everything64*")], [])
         self.wait_until(lambda: windows("Vaskel"), "the folder opens")
-        xdotool("key", "alt+F4")
-        self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
+        self.press_until("alt+F4", lambda: not windows("Vaskel"), "the folder closes")
 
     def test_opens_the_folder_for_the_library_that_is_missing(self):
         self.click_through("lacking")
         self.wait_until(lambda: windows("Vaskel"), "the folder opens")
         self.picture("folder")
-        xdotool("key", "alt+F4")
-        self.wait_until(lambda: not windows("Vaskel"), "the folder closes")
+        self.press_until("alt+F4", lambda: not windows("Vaskel"), "the folder closes")
 
     def click_through(self, name, answer=None):
         """Answers the question about the library by this key, if it is expected."""
@@ -365,20 +385,17 @@ class WindowsPackages(unittest.TestCase):
                                  stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.addCleanup(setup.terminate)
         self.wait_until(lambda: windows("Vaskel Setup"), "the first page shows")
-        xdotool("key", "Return")
         if answer:
-            self.wait_until(lambda: len(windows("Vaskel Setup")) == 2, "the question shows")
+            self.press_until("Return", lambda: len(windows("Vaskel Setup")) == 2,
+                             "the question shows")
             self.picture(f"{name}-question")
-            xdotool("key", answer)
-            self.wait_until(lambda: len(windows("Vaskel Setup")) == 1, "the question is answered")
-        self.wait_until(lambda: UNINSTALL in registry(), "everything is installed")
+            self.press_until(answer, lambda: len(windows("Vaskel Setup")) == 1,
+                             "the question is answered")
+            self.wait_until(lambda: UNINSTALL in registry(), "everything is installed")
+        else:
+            self.press_until("Return", lambda: UNINSTALL in registry(), "everything is installed")
         self.picture(name)
-        self.wait_until(lambda: self.press_return_until_it_ends(setup), "the last page is left")
-
-    def press_return_until_it_ends(self, setup):
-        if setup.poll() is None:
-            xdotool("key", "Return")
-        return setup.poll() is not None
+        self.press_until("Return", lambda: setup.poll() is not None, "the last page is left")
 
     def test_leaves_the_users_own_files_in_the_programs_folder(self):
         self.install()
@@ -435,8 +452,8 @@ class WindowsPackages(unittest.TestCase):
         self.addCleanup(setup.terminate)
         self.wait_until(lambda: windows(title), f"the installer is called {title}")
         self.picture(f"{language}-folder")
-        xdotool("key", "Escape")
-        self.assertEqual(setup.wait(PATIENCE), 1)
+        self.press_until("Escape", lambda: setup.poll() is not None, "Escape ends the installer")
+        self.assertEqual(setup.returncode, 1)
         self.assertFalse(self.program_folder.exists())
 
 
